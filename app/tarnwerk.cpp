@@ -1,0 +1,100 @@
+#include "app/tarnwerk.h"
+
+#include <asio/signal_set.hpp>
+#include <csignal>
+#include <cstdio>
+#include <string>
+#include <utility>
+
+#include "platform/native_path.h"
+#include "platform/program_location.h"
+#include "platform/shell.h"
+#include "platform/system_folders.h"
+
+namespace app {
+namespace {
+
+constexpr std::chrono::seconds kStopPatience{30};
+
+std::unique_ptr<Frontend> MakeFrontend() {
+  auto window = MakeWindowFrontend();
+  return window ? std::move(window) : MakeConsoleFrontend();
+}
+
+}  // namespace
+
+struct Tarnwerk::Running {
+  explicit Running(const core::Program& program)
+      : frontend(MakeFrontend()),
+        environment{program, frontend->Loop(), platform::PathText(platform::HostsFile())},
+        web(environment),
+        ftp(environment),
+        mail(environment),
+        control(program, {web, ftp, mail}, frontend->View()),
+        signals(frontend->Loop().Executor(), SIGINT, SIGTERM) {}
+
+  // The services go before the loop that they live on.
+  std::unique_ptr<Frontend> frontend;
+  core::ServiceEnvironment environment;
+  ModWeb::WebServer web;
+  ModFtp::FtpServer ftp;
+  ModMail::MailServer mail;
+  core::ServiceControl control;
+  asio::signal_set signals;
+};
+
+Tarnwerk::Tarnwerk(const core::Program& program) : program_(program) {}
+
+Tarnwerk::~Tarnwerk() {
+  // The announcement listens on the loop that running_ holds.
+  instance_.reset();
+}
+
+Tarnwerk::Running& Tarnwerk::Made() {
+  if (running_) return *running_;
+  running_ = std::make_unique<Running>(program_);
+  const auto close = [this] { Close(); };
+  running_->frontend->Attach(running_->control, close);
+  running_->signals.async_wait([close](const asio::error_code& error, int) {
+    if (!error) close();
+  });
+  instance_->OnCloseRequest(running_->frontend->Loop().Executor(), close);
+  return *running_;
+}
+
+void Tarnwerk::Run() { Made().frontend->Run(); }
+
+void Tarnwerk::Close() {
+  running_->control.CloseAll();
+  running_->frontend->End();
+}
+
+void Tarnwerk::AuthorizeInFirewall() {}
+
+void Tarnwerk::CloseRunningInstance() {
+  succeeded_ = platform::CloseRunningInstances(kStopPatience);
+  if (!succeeded_) std::fputs("Tarnwerk: a running instance does not react\n", stderr);
+}
+
+bool Tarnwerk::BecomeRunningInstance() {
+  instance_ =
+      platform::RunningInstance::Announce(platform::ExecutablePath(), platform::ProgramDirectory());
+  return instance_ != nullptr;
+}
+
+void Tarnwerk::RecordProgramPath() {}
+
+void Tarnwerk::SwitchProxyOff() {}
+
+void Tarnwerk::StartServices() { Made().control.StartAll(); }
+
+void Tarnwerk::GoToTray() { Made().frontend->GoToTray(); }
+
+void Tarnwerk::ShowMainWindow() { Made().frontend->ShowMainWindow(); }
+
+void Tarnwerk::OpenWebAddress() {
+  const ModWeb::WebServer& web = Made().web;
+  platform::OpenWithShell("http://" + web.Domain() + ":" + std::to_string(web.Options().WebPort));
+}
+
+}  // namespace app

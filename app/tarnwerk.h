@@ -1,0 +1,56 @@
+#pragma once
+
+// The program put together: its services, what controls them, and the steps of its start and end.
+
+#include <memory>
+#include <optional>
+
+#include "app/frontend.h"
+#include "core/program.h"
+#include "core/service_control.h"
+#include "core/startup.h"
+#include "ftp/ftp_server.h"
+#include "mail/mail_server.h"
+#include "platform/running_instance.h"
+#include "web/web_server.h"
+
+namespace app {
+
+class Tarnwerk : public core::StartupSteps {
+ public:
+  explicit Tarnwerk(const core::Program& program);
+  ~Tarnwerk() override;
+  Tarnwerk(const Tarnwerk&) = delete;
+  Tarnwerk& operator=(const Tarnwerk&) = delete;
+
+  /// Serves until the program is closed.
+  void Run();
+
+  /// Whether every step that could be checked succeeded.
+  bool HasSucceeded() const { return succeeded_; }
+
+  void AuthorizeInFirewall() override;
+  void CloseRunningInstance() override;
+  bool BecomeRunningInstance() override;
+  void RecordProgramPath() override;
+  void SwitchProxyOff() override;
+  void StartServices() override;
+  void GoToTray() override;
+  void ShowMainWindow() override;
+  void OpenWebAddress() override;
+
+ private:
+  // The loop, the view and everything that lives on them. Made once the process is to stay, so that
+  // a "STOP" start and a second instance load nothing of it.
+  struct Running;
+
+  Running& Made();
+  void Close();
+
+  const core::Program& program_;
+  std::unique_ptr<platform::RunningInstance> instance_;
+  std::unique_ptr<Running> running_;
+  bool succeeded_ = true;
+};
+
+}  // namespace app

@@ -1,0 +1,81 @@
+#include "app/window_frontend.h"
+
+#include <wx/app.h>
+#include <wx/init.h>
+#include <wx/log.h>
+
+#include <utility>
+
+#include "core/window_loop.h"
+#include "ui/main_window.h"
+
+namespace app {
+namespace {
+
+class ToolkitApp : public wxApp {
+ public:
+  // The program decides when it ends, not the last window that is closed.
+  bool OnInit() override {
+    SetExitOnFrameDelete(false);
+    return true;
+  }
+};
+
+// The toolkit, started and ended with the object.
+class Toolkit {
+ public:
+  Toolkit() {
+    wxApp::SetInstance(new ToolkitApp);
+    // The toolkit sees the program's name and none of its words.
+    static char name[] = "Tarnwerk";
+    static char* arguments[] = {name, nullptr};
+    int count = 1;
+    const wxLogNull silent;
+    started_ = wxEntryStart(count, arguments) && wxTheApp->CallOnInit();
+  }
+  ~Toolkit() {
+    if (started_) wxEntryCleanup();
+  }
+  Toolkit(const Toolkit&) = delete;
+  Toolkit& operator=(const Toolkit&) = delete;
+
+  bool HasStarted() const { return started_; }
+
+ private:
+  bool started_ = false;
+};
+
+class WindowFrontend : public Frontend {
+ public:
+  explicit WindowFrontend(std::unique_ptr<Toolkit> toolkit) : toolkit_(std::move(toolkit)) {
+    window_ = new ui::frmMain;  // the toolkit deletes its windows itself
+  }
+  ~WindowFrontend() override { window_->Destroy(); }
+  WindowFrontend(const WindowFrontend&) = delete;
+  WindowFrontend& operator=(const WindowFrontend&) = delete;
+
+  core::EventLoop& Loop() override { return loop_.Events(); }
+  core::ManagerView& View() override { return *window_; }
+  void Attach(core::ServiceControl& control, std::function<void()> onClose) override {
+    window_->Attach(control, std::move(onClose));
+  }
+  void ShowMainWindow() override { window_->Show(); }
+  void GoToTray() override { window_->Iconize(); }
+  void Run() override { wxTheApp->OnRun(); }
+  void End() override { wxTheApp->ExitMainLoop(); }
+
+ private:
+  std::unique_ptr<Toolkit> toolkit_;
+  core::WindowLoop loop_;
+  ui::frmMain* window_;
+};
+
+}  // namespace
+
+std::unique_ptr<Frontend> MakeToolkitFrontend() {
+  auto toolkit = std::make_unique<Toolkit>();
+  if (!toolkit->HasStarted()) return nullptr;
+  return std::make_unique<WindowFrontend>(std::move(toolkit));
+}
+
+}  // namespace app

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <memory>
+
+#include "app/frontend.h"
+
+namespace app {
+
+/// The front end with the main window, or null if the window system cannot be reached.
+std::unique_ptr<Frontend> MakeToolkitFrontend();
+
+}  // namespace app

@@ -1,0 +1,18 @@
+// On Linux the window stands on some eighty shared libraries, which take longer to load than the
+// services to start. They are behind a module of their own, so that a machine without a display
+// never sees them.
+
+#include "app/frontend.h"
+#include "platform/module.h"
+#include "platform/program_location.h"
+
+namespace app {
+
+std::unique_ptr<Frontend> MakeWindowFrontend() {
+  if (!platform::HasDisplay()) return nullptr;
+  using Maker = Frontend* (*)();
+  void* maker = platform::FindInModule("tarnwerk-window.so", "MakeTarnwerkWindow");
+  return std::unique_ptr<Frontend>(maker == nullptr ? nullptr : reinterpret_cast<Maker>(maker)());
+}
+
+}  // namespace app

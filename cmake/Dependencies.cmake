@@ -1,0 +1,72 @@
+# The libraries that we stand on, each as one interface target.
+find_package(Threads REQUIRED)
+
+# Asio is header-only, so the Linux packages' headers serve the Windows build too. They are copied
+# into the build tree, since /usr/include as a whole must not be seen by the cross compiler.
+find_path(ASIO_INCLUDE_DIR asio.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+file(COPY ${ASIO_INCLUDE_DIR}/asio ${ASIO_INCLUDE_DIR}/asio.hpp
+     DESTINATION ${CMAKE_BINARY_DIR}/third_party/asio)
+add_library(asio INTERFACE)
+target_include_directories(asio SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/third_party/asio)
+target_compile_definitions(asio INTERFACE ASIO_STANDALONE ASIO_NO_DEPRECATED)
+target_link_libraries(asio INTERFACE Threads::Threads)
+if(WIN32)
+  target_link_libraries(asio INTERFACE ws2_32 mswsock)
+endif()
+
+# The window toolkit. Linux takes Debian's package; for Windows there is none, and the script
+# builds one at the first configuration on a machine.
+if(WIN32)
+  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/cmake/windows_toolkit.sh
+                  OUTPUT_VARIABLE windowsToolkit OUTPUT_STRIP_TRAILING_WHITESPACE
+                  COMMAND_ERROR_IS_FATAL ANY)
+  set(wxConfig ${windowsToolkit}/bin/wx-config --static=yes)
+else()
+  find_program(WX_CONFIG NAMES wx-config-3.2 wx-config REQUIRED)
+  set(wxConfig ${WX_CONFIG} --version=3.2 --toolkit=gtk3)
+endif()
+
+function(ask_wx_config result)
+  execute_process(COMMAND ${wxConfig} ${ARGN} OUTPUT_VARIABLE answer
+                  OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  separate_arguments(answer UNIX_COMMAND "${answer}")
+  set(${result} ${answer} PARENT_SCOPE)
+endfunction()
+
+# Its include directories become system ones: their warnings are not ours to mend. Resource files
+# see directories and definitions, but windres knows none of the compiler's other flags.
+ask_wx_config(wxFlags --cxxflags)
+ask_wx_config(wxLibraries --libs core base)
+# Whether a program has a console is its own affair; the test programs have one.
+list(FILTER wxLibraries EXCLUDE REGEX "^-mwindows$|--subsystem,windows$")
+add_library(wx INTERFACE)
+foreach(flag ${wxFlags})
+  if(flag MATCHES "^-I(.+)")
+    target_include_directories(wx SYSTEM INTERFACE ${CMAKE_MATCH_1})
+  elseif(flag MATCHES "^-D(.+)")
+    target_compile_definitions(wx INTERFACE ${CMAKE_MATCH_1})
+  else()
+    target_compile_options(wx INTERFACE $<$<COMPILE_LANGUAGE:CXX>:${flag}>)
+  endif()
+endforeach()
+target_link_libraries(wx INTERFACE ${wxLibraries})
+
+# GoogleTest under the names GTest::gtest, GTest::gmock, GTest::gtest_main and GTest::gmock_main.
+# Debian's libraries are g++'s for Linux; every other compiler builds Debian's sources.
+if(TARNWERK_TESTS)
+  if(NOT WIN32 AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    find_package(GTest REQUIRED)
+  else()
+    set(INSTALL_GTEST OFF)
+    add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/third_party/googletest
+                     EXCLUDE_FROM_ALL SYSTEM)
+    foreach(library gtest gmock gtest_main gmock_main)
+      target_compile_options(${library} PRIVATE -w)
+      set_target_properties(${library} PROPERTIES CXX_CLANG_TIDY "" FOLDER third_party)
+    endforeach()
+  endif()
+  # The tests are listed when they are run, not when they are built: for the Windows programs that
+  # takes Wine, and some test programs need a display.
+  include(GoogleTest)
+  set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
+endif()

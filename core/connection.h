@@ -1,0 +1,151 @@
+#pragma once
+
+// One TCP connection for as long as it lives, apart from the slot that carries it. A handler holds
+// the connection that it was started for: once that has ended, reading, sending and closing on it
+// do nothing, whoever has the slot by then.
+//
+// Life: Adopt -> arrivals, each one starting a handler -> an end, by Close (everything sent still
+// reaches the peer), by Reset, by the peer, or by an error. At the end its suspended handlers end
+// (core/handler_scope.h) and the connection counts as closed at once, though its last bytes may
+// still be on their way (core/draining_connections.h).
+
+#include <asio/ip/tcp.hpp>
+#include <list>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/handler_scope.h"
+
+namespace core {
+
+class Connection;
+class DrainingConnections;
+
+/// The numbers are the ones that socket states are known by.
+enum class SocketState {
+  kClosed = 0,
+  kListening = 2,
+  kConnecting = 6,
+  kConnected = 7,
+  kClosing = 8,  // the peer has shut its side
+  kError = 9,
+};
+
+/// What all sockets of one service share.
+struct SocketContext {
+  EventLoop& loop;
+  DrainingConnections& draining;
+  HandlerScope::ErrorReport reportError;
+};
+
+/// Who is told of a connection's events.
+class ConnectionOwner {
+ public:
+  /// Bytes have arrived; the handler takes them with GetData.
+  virtual Task<> OnArrival(std::shared_ptr<Connection> connection) = 0;
+  /// The peer has shut its side: nothing more will arrive. The state is kClosing.
+  virtual void OnPeerClose() = 0;
+  /// The connection broke. The state is kError.
+  virtual void OnBreak() = 0;
+  /// The connection was closed by us. The owner hears nothing more of it.
+  virtual void OnEnd() = 0;
+
+ protected:
+  ~ConnectionOwner() = default;
+};
+
+class Connection : public std::enable_shared_from_this<Connection> {
+ public:
+  using Socket = asio::ip::tcp::socket;
+
+  /// Takes over a connected socket. `owner` must live until the connection has ended.
+  static std::shared_ptr<Connection> Adopt(SocketContext& context, Socket socket,
+                                           ConnectionOwner& owner);
+
+  Connection(SocketContext& context, Socket socket, ConnectionOwner& owner);
+
+  SocketState State() const { return state_; }
+  bool IsClosed() const { return state_ == SocketState::kClosed; }
+  std::string LocalAddress() const;
+  std::string RemoteAddress() const;
+
+  /// From now on arrivals are read. Not before the owner is ready for them.
+  void StartReading();
+
+  /// While held, bytes that arrive stay with the sender; that the peer closes is noticed all the
+  /// same, unless bytes wait in front of it.
+  void HoldReading(bool hold);
+
+  /// All bytes that have arrived and were not taken yet.
+  std::string GetData();
+
+  /// Sends `bytes` after those sent before. Never blocks; wait for Sent before making more, or what
+  /// a slow peer does not take piles up here. Does nothing on a connection that has ended.
+  void SendData(std::string_view bytes);
+
+  /// Waits until the system has taken everything sent so far.
+  Task<> Sent();
+
+  /// Ends the connection. Everything sent reaches the peer, even if it has sent bytes that nobody
+  /// read.
+  void Close();
+
+  /// Closes once no handler of this connection runs any more: an answer under way to a peer that
+  /// has shut its own side is still sent.
+  void CloseWhenHandlersEnd();
+
+  /// Ends the connection and drops what was not sent.
+  void Reset();
+
+ private:
+  friend class DrainingConnections;
+
+  enum class ReadResult { kData, kNothingYet, kPeerClosed, kBroken };
+
+  // What is in flight to the peer, and what waits behind it.
+  struct Outbox {
+    std::string inFlight;
+    std::string waiting;
+    bool IsEmpty() const { return inFlight.empty() && waiting.empty(); }
+  };
+
+  bool MayRead() const;
+  void ContinueReading();
+  void AwaitReadable();
+  void OnReadable();
+  void TakeArrival();
+  ReadResult ReadPending();
+  ReadResult PeekPending();
+  void OnPeerShut();
+  void Break();
+  void EndHandlers(SocketState state);
+
+  void SendRest();
+  void OnTaken(const asio::error_code& error);
+
+  // While draining.
+  std::size_t UnsentBytes() const;
+  void ShutWhenSent();
+  void DiscardArrivals();
+  void Abandon();
+
+  static constexpr int kMostHandlers = 64;
+
+  SocketContext& context_;
+  mutable Socket socket_;  // asking it for its handle is no change
+  ConnectionOwner* owner_;
+  SocketState state_ = SocketState::kConnected;
+  std::shared_ptr<HandlerScope> handlers_;
+  std::string arrived_;
+  Outbox outbox_;
+  WaitList sentWaiters_;
+  bool reading_ = false;   // StartReading was called
+  bool held_ = false;      // HoldReading
+  bool awaiting_ = false;  // the system has been asked for readability
+  bool draining_ = false;  // closed, the last bytes are on their way
+  bool peerShut_ = false;
+  bool closeWhenIdle_ = false;
+};
+
+}  // namespace core

@@ -1,0 +1,53 @@
+#include "core/draining_connections.h"
+
+#include <algorithm>
+
+#include "core/connection.h"
+
+namespace core {
+
+void DrainingConnections::Add(std::shared_ptr<Connection> connection) {
+  if (entries_.size() >= kMost) {
+    const std::shared_ptr<Connection> oldest = entries_.front().connection;
+    entries_.pop_front();
+    oldest->Reset();
+  }
+  const std::size_t unsent = connection->UnsentBytes();
+  entries_.push_back({std::move(connection), unsent, false});
+  Watch();
+}
+
+void DrainingConnections::Remove(Connection& connection) {
+  const auto entry = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) {
+    return e.connection.get() == &connection;
+  });
+  if (entry != entries_.end()) entries_.erase(entry);
+  if (entries_.empty()) alarm_.Stop();
+}
+
+void DrainingConnections::DropAll() {
+  alarm_.Stop();
+  for (const Entry& entry : std::exchange(entries_, {})) entry.connection->Abandon();
+}
+
+void DrainingConnections::Watch() {
+  if (!alarm_.IsRunning()) alarm_.Start(kPatience, [this] { DropIdle(); });
+}
+
+// Whoever has taken nothing since the last look had at least that long to do so.
+void DrainingConnections::DropIdle() {
+  std::list<Entry> entries = std::exchange(entries_, {});
+  for (Entry& entry : entries) {
+    const std::size_t unsent = entry.connection->UnsentBytes();
+    const bool fresh = !std::exchange(entry.seen, true);
+    if (fresh || unsent < entry.unsent) {
+      entry.unsent = unsent;
+      entries_.push_back(std::move(entry));
+    } else {
+      entry.connection->Abandon();
+    }
+  }
+  if (!entries_.empty()) Watch();
+}
+
+}  // namespace core

@@ -1,0 +1,52 @@
+#pragma once
+
+// Connections that are closed for the program while their last bytes are still on their way. The
+// sending side is shut, and what the peer goes on sending is read and thrown away: a socket closed
+// over unread bytes is reset by the system, and the peer loses the tail of its answer.
+//
+// Bounded in number, the oldest going first, and in time: a peer that takes nothing for a few
+// seconds is given up.
+
+#include <cstddef>
+#include <list>
+#include <memory>
+
+#include "core/event_loop.h"
+
+namespace core {
+
+class Connection;
+
+class DrainingConnections {
+ public:
+  explicit DrainingConnections(EventLoop& loop) : alarm_(loop) {}
+  ~DrainingConnections() { DropAll(); }
+
+  void Add(std::shared_ptr<Connection> connection);
+
+  /// The connection has nothing more to send and its peer has shut its side, or it broke.
+  void Remove(Connection& connection);
+
+  /// Closes them all at once; the system still delivers what it has.
+  void DropAll();
+
+  std::size_t Count() const { return entries_.size(); }
+
+ private:
+  struct Entry {
+    std::shared_ptr<Connection> connection;
+    std::size_t unsent;  // at the last look
+    bool seen = false;   // there has been a look
+  };
+
+  void Watch();
+  void DropIdle();
+
+  static constexpr std::size_t kMost = 256;
+  static constexpr std::chrono::seconds kPatience{5};
+
+  std::list<Entry> entries_;  // oldest first
+  Timer alarm_;
+};
+
+}  // namespace core

@@ -1,0 +1,76 @@
+#include "core/event_loop.h"
+
+#include <asio/post.hpp>
+
+#include "core/handler_scope.h"
+
+namespace core {
+
+EventLoop::EventLoop(asio::any_io_executor executor)
+    : executor_(std::move(executor)), alarm_(executor_) {}
+
+EventLoop::~EventLoop() = default;
+
+void EventLoop::Post(std::function<void()> job) { asio::post(executor_, std::move(job)); }
+
+void EventLoop::MakeReady(Suspension& suspension) {
+  ready_.PushBack(suspension);
+  if (resumePosted_) return;
+  resumePosted_ = true;
+  asio::post(executor_, [this] { ResumeReady(); });
+}
+
+void EventLoop::ResumeReady() {
+  // Only those that are ready now: what they make ready waits for the events in between. The list
+  // is the loop's own, so a handler that ends meanwhile leaves it.
+  resumePosted_ = false;
+  IntrusiveList<Suspension, SourceTag> now;
+  now.TakeAll(ready_);
+  while (Suspension* suspension = now.PopFront()) suspension->Resume();
+}
+
+EventLoop::Timers::iterator EventLoop::AddTimer(Clock::time_point due, Timer& timer) {
+  const auto entry = timers_.emplace(due, &timer);
+  if (entry == timers_.begin()) ArmAlarm();
+  return entry;
+}
+
+void EventLoop::RemoveTimer(Timers::iterator timer) {
+  timers_.erase(timer);
+  if (timers_.empty()) alarm_.cancel();
+}
+
+void EventLoop::ArmAlarm() {
+  alarm_.expires_at(timers_.begin()->first);
+  alarm_.async_wait([this](const asio::error_code& error) {
+    if (!error) OnAlarm();
+  });
+}
+
+void EventLoop::OnAlarm() {
+  const Clock::time_point now = Clock::now();
+  while (!timers_.empty() && timers_.begin()->first <= now) {
+    Timer& timer = *timers_.begin()->second;
+    timers_.erase(timers_.begin());
+    timer.running_ = false;
+    const auto action = std::move(timer.action_);
+    action();
+  }
+  if (!timers_.empty()) ArmAlarm();
+}
+
+void Timer::Start(EventLoop::Clock::duration delay, std::function<void()> action) {
+  Stop();
+  action_ = std::move(action);
+  running_ = true;
+  entry_ = loop_.AddTimer(EventLoop::Clock::now() + delay, *this);
+}
+
+void Timer::Stop() {
+  if (!running_) return;
+  running_ = false;
+  loop_.RemoveTimer(entry_);
+  action_ = nullptr;
+}
+
+}  // namespace core

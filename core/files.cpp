@@ -1,0 +1,176 @@
+#include "core/files.h"
+
+#include <algorithm>
+
+#include "platform/native_path.h"
+
+namespace ModCommon {
+
+bool FileExists(std::string_view path) { return core::OpenIfExists(path).IsOpen(); }
+
+}  // namespace ModCommon
+
+namespace core {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::ExistingPath;
+using platform::File;
+using platform::NativePath;
+
+bool IsMissing(const std::error_code& error) {
+  return error == std::errc::no_such_file_or_directory;
+}
+
+// In the folder of `target`, since only within one file system is a rename one step.
+fs::path TemporaryBeside(const fs::path& target) {
+  fs::path temporary = target;
+  temporary += ".new";
+  return temporary;
+}
+
+// A link stays a link: what it points to is replaced.
+fs::path Resolved(const fs::path& path) {
+  std::error_code error;
+  const fs::path target = fs::canonical(path, error);
+  return error ? path : target;
+}
+
+void KeepPermissions(const fs::path& from, const fs::path& to) {
+  std::error_code ignored;
+  const fs::file_status status = fs::status(from, ignored);
+  if (fs::exists(status)) fs::permissions(to, status.permissions(), ignored);
+}
+
+}  // namespace
+
+File OpenFile(std::string_view path, File::Mode mode, std::error_code& error) {
+  if (path.empty()) {
+    error = std::make_error_code(std::errc::no_such_file_or_directory);
+    return {};
+  }
+  // Exactly as written first: that is the common case, and one look fewer.
+  if (mode == File::Mode::kRead) {
+    File file = File::Open(NativePath(path), mode, error);
+    if (!IsMissing(error)) return file;
+  }
+  return File::Open(ExistingPath(path), mode, error);
+}
+
+File OpenIfExists(std::string_view path) {
+  if (path.ends_with('\\')) path.remove_suffix(1);
+  std::error_code error;
+  return OpenFile(path, File::Mode::kRead, error);
+}
+
+std::optional<std::string> ReadFile(std::string_view path) {
+  std::error_code error;
+  File file = OpenFile(path, File::Mode::kRead, error);
+  if (!file.IsOpen()) return std::nullopt;
+  // The size is only a hint: a file of the system's own says 0 and has content.
+  constexpr std::size_t kStep = 65536;
+  std::string content;
+  for (std::size_t count = kStep; count == kStep && !error;) {
+    const std::size_t before = content.size();
+    content.resize(before + kStep);
+    count = file.Read(content.data() + before, kStep, error);
+    content.resize(before + count);
+  }
+  if (error) return std::nullopt;
+  return content;
+}
+
+std::error_code AppendToFile(std::string_view path, std::string_view bytes) {
+  std::error_code error;
+  File file = OpenFile(path, File::Mode::kAppend, error);
+  if (file.IsOpen()) file.Write(bytes, error);
+  return error;
+}
+
+std::error_code WriteFile(std::string_view path, std::string_view bytes) {
+  std::error_code error;
+  File file = OpenFile(path, File::Mode::kReplace, error);
+  if (file.IsOpen()) file.Write(bytes, error);
+  return error;
+}
+
+std::error_code ReplaceFile(std::string_view path, std::string_view bytes) {
+  const fs::path target = Resolved(ExistingPath(path));
+  const fs::path temporary = TemporaryBeside(target);
+  std::error_code error;
+  {
+    File file = File::Open(temporary, File::Mode::kReplace, error);
+    if (!file.IsOpen()) return error;
+    file.Write(bytes, error);
+    if (!error) file.Flush(error);
+  }
+  if (!error) {
+    KeepPermissions(target, temporary);
+    fs::rename(temporary, target, error);
+  }
+  std::error_code ignored;
+  if (error) fs::remove(temporary, ignored);
+  return error;
+}
+
+std::error_code DeleteFile(std::string_view path) {
+  const fs::path native = ExistingPath(path);
+  std::error_code error;
+  if (fs::is_directory(native, error)) return std::make_error_code(std::errc::is_a_directory);
+  if (!fs::remove(native, error) && !error) {
+    error = std::make_error_code(std::errc::no_such_file_or_directory);
+  }
+  return error;
+}
+
+std::error_code RenamePath(std::string_view from, std::string_view to) {
+  const fs::path source = ExistingPath(from);
+  const fs::path occupied = ExistingPath(to);
+  std::error_code error;
+  if (fs::exists(fs::symlink_status(occupied, error)) && !fs::equivalent(source, occupied, error)) {
+    return std::make_error_code(std::errc::file_exists);
+  }
+  // In the folder that is found, but under the name as written.
+  const fs::path target = occupied.parent_path() / NativePath(to).filename();
+  fs::rename(source, target, error);
+  return error;
+}
+
+std::error_code CopyFile(std::string_view from, std::string_view to) {
+  std::error_code error;
+  fs::copy_file(ExistingPath(from), ExistingPath(to), fs::copy_options::overwrite_existing, error);
+  return error;
+}
+
+bool FolderExists(std::string_view path) {
+  std::error_code error;
+  return fs::is_directory(ExistingPath(path), error);
+}
+
+std::error_code CreateFolder(std::string_view path) {
+  std::error_code error;
+  if (!fs::create_directory(ExistingPath(path), error) && !error) {
+    error = std::make_error_code(std::errc::file_exists);
+  }
+  return error;
+}
+
+std::error_code RemoveFolder(std::string_view path) {
+  const fs::path native = ExistingPath(path);
+  std::error_code error;
+  if (!fs::is_directory(native, error)) {
+    return error ? error : std::make_error_code(std::errc::not_a_directory);
+  }
+  fs::remove(native, error);
+  return error;
+}
+
+std::vector<platform::DirectoryEntry> ListFolder(std::string_view path, std::error_code& error) {
+  return platform::ListDirectory(ExistingPath(path), error);
+}
+
+platform::EntryFacts InspectPath(std::string_view path, std::error_code& error) {
+  return platform::InspectEntry(ExistingPath(path), error);
+}
+
+}  // namespace core

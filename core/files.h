@@ -1,0 +1,69 @@
+#pragma once
+
+// The one door to the disk. Takes path texts (core/paths.h) and makes native paths of them; a name
+// is looked up exactly first and then without regard to case, so that content made on a system that
+// does not tell cases apart works everywhere. A new file gets the name that was given.
+//
+// Everything is done at once on the calling thread. Failures are error codes; nothing throws.
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "platform/directory.h"
+#include "platform/file.h"
+
+namespace ModCommon {
+
+/// Whether `path`, less one trailing backslash, can be opened for reading. A folder, an unreadable
+/// file and an empty name do not exist.
+bool FileExists(std::string_view path);
+
+}  // namespace ModCommon
+
+namespace core {
+
+/// Opens a file, see platform::File; not open with `error` set on failure.
+platform::File OpenFile(std::string_view path, platform::File::Mode mode, std::error_code& error);
+
+/// Opens a file by the rule of FileExists; not open if it does not exist.
+platform::File OpenIfExists(std::string_view path);
+
+/// The whole file, or none if it cannot be read.
+std::optional<std::string> ReadFile(std::string_view path);
+
+/// Opens, appends and closes. The file is created if missing.
+std::error_code AppendToFile(std::string_view path, std::string_view bytes);
+
+/// Writes a new file or replaces all of an old one's content.
+std::error_code WriteFile(std::string_view path, std::string_view bytes);
+
+/// Puts `bytes` in the place of the file so that at any moment, a crash included, either the old
+/// content or the new one is there.
+std::error_code ReplaceFile(std::string_view path, std::string_view bytes);
+
+std::error_code DeleteFile(std::string_view path);
+
+/// Renames or moves a file or folder. That `to` exists already is an error, unless it is the same
+/// thing under another case of its name.
+std::error_code RenamePath(std::string_view from, std::string_view to);
+
+/// Copies over whatever is there.
+std::error_code CopyFile(std::string_view from, std::string_view to);
+
+bool FolderExists(std::string_view path);
+
+/// Creates one folder in an existing one. That it exists already is an error.
+std::error_code CreateFolder(std::string_view path);
+
+/// Removes an empty folder.
+std::error_code RemoveFolder(std::string_view path);
+
+/// The entries of a folder in the order of their upper-cased names.
+std::vector<platform::DirectoryEntry> ListFolder(std::string_view path, std::error_code& error);
+
+platform::EntryFacts InspectPath(std::string_view path, std::error_code& error);
+
+}  // namespace core

@@ -1,0 +1,111 @@
+#include "core/ini_text.h"
+
+#include <utility>
+
+#include "core/code_page.h"
+#include "platform/text_case.h"
+
+namespace core {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kSpace = " \t";
+
+std::string_view Trim(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kSpace);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
+}
+
+// One line of the text and where it stands, without its line end.
+struct Line {
+  std::size_t begin;
+  std::string_view content;
+  std::size_t next;
+};
+
+Line LineAt(std::string_view text, std::size_t begin) {
+  const std::size_t lineFeed = text.find('\n', begin);
+  const std::size_t end = lineFeed == std::string_view::npos ? text.size() : lineFeed;
+  std::string_view content = text.substr(begin, end - begin);
+  if (content.ends_with('\r')) content.remove_suffix(1);
+  return {begin, content, lineFeed == std::string_view::npos ? end : end + 1};
+}
+
+std::optional<std::string_view> SectionName(std::string_view line) {
+  const std::string_view trimmed = Trim(line);
+  if (!trimmed.starts_with('[')) return std::nullopt;
+  return Trim(trimmed.substr(1, trimmed.find(']') - 1));
+}
+
+}  // namespace
+
+IniText::IniText(std::string fileBytes)
+    : bytes_(std::move(fileBytes)), charset_(CharsetOf(bytes_)) {}
+
+std::optional<std::string> IniText::Find(std::string_view section, std::string_view key) const {
+  const Place place = Locate(section, key);
+  if (!place.keyFound) return std::nullopt;
+  return Decoded(
+      std::string_view(bytes_).substr(place.valueBegin, place.valueEnd - place.valueBegin));
+}
+
+void IniText::Set(std::string_view section, std::string_view key, std::string_view value) {
+  std::string written = Encode(charset_, value);
+  for (char& c : written) {
+    if (c == '\r' || c == '\n' || c == '\0') c = ' ';
+  }
+  const Place place = Locate(section, key);
+  if (place.keyFound) {
+    bytes_.replace(place.valueBegin, place.valueEnd - place.valueBegin, written);
+    return;
+  }
+  const std::string line = Encode(charset_, key) + "=" + written;
+  if (place.sectionFound) return Insert(place.insertAt, line);
+  Insert(bytes_.size(), "[" + Encode(charset_, section) + "]");
+  Insert(bytes_.size(), line);
+}
+
+IniText::Place IniText::Locate(std::string_view section, std::string_view key) const {
+  Place place;
+  const std::string_view text = bytes_;
+  std::size_t position = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
+  while (position < text.size()) {
+    const Line line = LineAt(text, position);
+    position = line.next;
+    if (const auto name = SectionName(line.content)) {
+      if (place.sectionFound) break;
+      place.sectionFound = platform::EqualIgnoringCase(Decoded(*name), section);
+      place.insertAt = line.next;
+      continue;
+    }
+    if (!place.sectionFound || Trim(line.content).empty()) continue;
+    place.insertAt = line.next;
+    const std::size_t equals = line.content.find('=');
+    if (equals == std::string_view::npos || Trim(line.content).starts_with(';')) continue;
+    const std::string name = Decoded(Trim(line.content.substr(0, equals)));
+    if (!platform::EqualIgnoringCase(name, key)) continue;
+    place.keyFound = true;
+    place.valueBegin = line.begin + equals + 1;
+    place.valueEnd = line.begin + line.content.size();
+    break;
+  }
+  return place;
+}
+
+std::string_view IniText::LineBreak() const {
+  const std::size_t lineFeed = bytes_.find('\n');
+  const bool unixStyle =
+      lineFeed != std::string::npos && (lineFeed == 0 || bytes_[lineFeed - 1] != '\r');
+  return unixStyle ? "\n" : "\r\n";
+}
+
+std::string IniText::Decoded(std::string_view part) const { return Decode(charset_, part); }
+
+void IniText::Insert(std::size_t position, std::string_view line) {
+  const std::string lineBreak(LineBreak());
+  const bool open = position > 0 && bytes_[position - 1] != '\n' && bytes_ != kByteOrderMark;
+  bytes_.insert(position, (open ? lineBreak : "") + std::string(line) + lineBreak);
+}
+
+}  // namespace core

@@ -1,0 +1,41 @@
+#pragma once
+
+// The running program as its parts know it: its directory, its name and its error log.
+
+#include <string>
+#include <string_view>
+
+#include "core/logs.h"
+#include "core/paths.h"
+
+namespace core {
+
+struct Program {
+  /// `directory`: a path text without a trailing backslash; `executable`: the executable's base
+  /// name.
+  Program(std::string_view programDirectory, std::string_view executableName)
+      : directory(programDirectory), executable(executableName), errors(programDirectory) {}
+
+  /// The path of a file or folder of the program directory.
+  std::string File(std::string_view name) const {
+    return ModCommon::AddSlash(directory) + std::string(name);
+  }
+
+  const std::string directory;
+  const std::string executable;
+  const ErrorLog errors;
+};
+
+class EventLoop;
+
+/// What a service is given to live in.
+struct ServiceEnvironment {
+  const Program& program;
+  EventLoop& loop;
+  std::string hostsFile;  // a path text
+};
+
+/// The domain name of every service before the user has set one: the addresses shown work at once.
+inline constexpr std::string_view kDefaultDomain = "localhost";
+
+}  // namespace core

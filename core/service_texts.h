@@ -1,0 +1,26 @@
+#pragma once
+
+// Every text that the user reads of a service's start and stop. The mixed spellings and the
+// trailing blanks are the settled ones.
+
+#include "core/service.h"
+
+namespace core {
+
+struct ServiceTexts {
+  const char* name;     // for UpdateServiceStatus
+  const char* flagKey;  // in startflg.dat
+  const char* startFailed;
+  const char* restartHint;
+  const char* started;
+  const char* stopHint;
+  const char* stopFailed;
+  const char* stopped;
+  const char* startHint;
+  const char* statusOn;
+  const char* statusOff;
+};
+
+const ServiceTexts& TextsOf(ServiceKind service);
+
+}  // namespace core

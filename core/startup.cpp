@@ -1,0 +1,65 @@
+#include "core/startup.h"
+
+#include <string>
+#include <vector>
+
+#include "core/command_line.h"
+#include "core/conversions.h"
+#include "core/ini_file.h"
+#include "platform/text_case.h"
+
+namespace ModMain {
+namespace {
+
+struct StartFlags {
+  bool AutoStart = false;
+  bool StartInTray = false;
+};
+
+class Words {
+ public:
+  explicit Words(std::string_view commandLine) : words_(GetCommandLineWords(commandLine)) {}
+
+  bool IsEmpty() const { return words_.size() == 1; }
+  bool Is(std::size_t position, std::string_view word) const {
+    return position < words_.size() && platform::EqualIgnoringCase(words_[position], word);
+  }
+
+ private:
+  std::vector<std::string> words_;
+};
+
+bool SystemFlag(const core::Program& program, std::string_view key) {
+  const std::string text = ModINIOP::ReadIni(program.File("Server.ini"), "System", key);
+  return core::ToBoolean(text).value_or(false);
+}
+
+// As soon as there is any word, the settings decide neither flag.
+StartFlags FlagsOf(const core::Program& program, const Words& words) {
+  if (words.IsEmpty()) {
+    return {SystemFlag(program, "AutoStartService"), SystemFlag(program, "StartInTaskBar")};
+  }
+  // "SHOW" shows the tray icon, not the window.
+  return {words.Is(1, "START"), words.Is(2, "SHOW")};
+}
+
+}  // namespace
+
+bool Main(const core::Program& program, std::string_view commandLine, core::StartupSteps& steps) {
+  steps.AuthorizeInFirewall();
+  const Words words(commandLine);
+  if (words.Is(1, "STOP")) {
+    steps.CloseRunningInstance();
+    return false;
+  }
+  const StartFlags flags = FlagsOf(program, words);
+  if (!steps.BecomeRunningInstance()) return false;
+  steps.RecordProgramPath();
+  steps.SwitchProxyOff();
+  if (flags.AutoStart) steps.StartServices();
+  flags.StartInTray ? steps.GoToTray() : steps.ShowMainWindow();
+  if (words.Is(3, "WEB")) steps.OpenWebAddress();
+  return true;
+}
+
+}  // namespace ModMain

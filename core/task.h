@@ -1,0 +1,95 @@
+#pragma once
+
+// The coroutine in which handlers are written. A task starts when it is awaited and runs on the
+// awaiting handler's stack of tasks; what it returns or throws reaches the awaiting task.
+//
+// Every task belongs to the HandlerScope (core/handler_scope.h) of the handler that awaits it, and
+// so to that handler's connection or service. There is no executor in between: a task goes on at
+// the moment when what it awaits is there, on the one thread that the program has.
+
+#include <coroutine>
+#include <exception>
+#include <optional>
+#include <utility>
+
+namespace core {
+
+class HandlerScope;
+
+namespace detail {
+
+struct PromiseBase {
+  HandlerScope* scope = nullptr;
+  std::coroutine_handle<> continuation;
+  std::exception_ptr failure;
+
+  struct FinalAwaiter {
+    bool await_ready() const noexcept { return false; }
+    template <class Promise>
+    std::coroutine_handle<> await_suspend(std::coroutine_handle<Promise> done) const noexcept {
+      return done.promise().continuation;
+    }
+    void await_resume() const noexcept {}
+  };
+
+  std::suspend_always initial_suspend() const noexcept { return {}; }
+  FinalAwaiter final_suspend() const noexcept { return {}; }
+  void unhandled_exception() { failure = std::current_exception(); }
+  void RethrowFailure() const {
+    if (failure) std::rethrow_exception(failure);
+  }
+};
+
+template <class T>
+struct Promise : PromiseBase {
+  std::optional<T> value;
+
+  void return_value(T result) { value = std::move(result); }
+  T Result() {
+    RethrowFailure();
+    return std::move(*value);
+  }
+};
+
+template <>
+struct Promise<void> : PromiseBase {
+  void return_void() const {}
+  void Result() const { RethrowFailure(); }
+};
+
+}  // namespace detail
+
+template <class T = void>
+class [[nodiscard]] Task {
+ public:
+  struct promise_type : detail::Promise<T> {
+    Task get_return_object() {
+      return Task(std::coroutine_handle<promise_type>::from_promise(*this));
+    }
+  };
+
+  Task(Task&& other) noexcept : frame_(std::exchange(other.frame_, nullptr)) {}
+  Task& operator=(Task&& other) noexcept {
+    std::swap(frame_, other.frame_);
+    return *this;
+  }
+  ~Task() {
+    if (frame_) frame_.destroy();
+  }
+
+  bool await_ready() const noexcept { return false; }
+  template <class Promise>
+  std::coroutine_handle<> await_suspend(std::coroutine_handle<Promise> awaiting) {
+    frame_.promise().scope = awaiting.promise().scope;
+    frame_.promise().continuation = awaiting;
+    return frame_;
+  }
+  T await_resume() { return frame_.promise().Result(); }
+
+ private:
+  explicit Task(std::coroutine_handle<promise_type> frame) : frame_(frame) {}
+
+  std::coroutine_handle<promise_type> frame_;
+};
+
+}  // namespace core

@@ -1,0 +1,57 @@
+#include "core/window_loop.h"
+
+#include <asio/execution.hpp>
+#include <memory>
+#include <utility>
+
+namespace core {
+namespace {
+
+// Work of any movable kind as a job of the queue.
+template <class Function>
+class FunctionJob : public platform::WindowQueue::Job {
+ public:
+  explicit FunctionJob(Function function) : function_(std::move(function)) {}
+  void Run() override { std::move(function_)(); }
+
+ private:
+  Function function_;
+};
+
+// The executor under which sockets and timers of the I/O context complete on the window thread.
+class WindowExecutor {
+ public:
+  WindowExecutor(asio::io_context& context, platform::WindowQueue& queue)
+      : context_(&context), queue_(&queue) {}
+
+  asio::execution_context& query(asio::execution::context_t) const noexcept { return *context_; }
+  static constexpr asio::execution::blocking_t query(asio::execution::blocking_t) noexcept {
+    return asio::execution::blocking.never;
+  }
+
+  template <class Function>
+  void execute(Function function) const {
+    queue_->Post(std::make_unique<FunctionJob<Function>>(std::move(function)));
+  }
+
+  bool operator==(const WindowExecutor& other) const noexcept = default;
+
+ private:
+  asio::io_context* context_;
+  platform::WindowQueue* queue_;
+};
+
+}  // namespace
+
+WindowLoop::WindowLoop() : work_(context_.get_executor()) {
+  events_.emplace(WindowExecutor(context_, queue_));
+  waiter_ = std::thread([this] { context_.run(); });
+}
+
+WindowLoop::~WindowLoop() {
+  work_.reset();
+  context_.stop();
+  waiter_.join();
+}
+
+}  // namespace core

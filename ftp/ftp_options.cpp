@@ -1,0 +1,39 @@
+#include "ftp/ftp_options.h"
+
+#include "core/settings_section.h"
+
+namespace ModFtp {
+namespace {
+
+constexpr std::string_view kSection = "FtpServer Options";
+
+}  // namespace
+
+bool FtpOptions::LoadFtpOptions(const core::Program& program, const std::string& localAddress) {
+  if (core::SettingsSection(program, kSection).FileExists()) {
+    return ReadSettings(program, localAddress);
+  }
+  SetDefaults(program);
+  return true;
+}
+
+bool FtpOptions::ReadSettings(const core::Program& program, const std::string& localAddress) {
+  const core::SettingsSection settings(program, kSection);
+  ftpRoot = settings.Path("FtpServer Root");
+  if (!settings.Read("FtpPort", ftpPort)) return false;
+  ftpDomain = settings.Text("DNS");
+  ftpLocalAddress = localAddress;
+  uploadDir = settings.Path("FtpServer UploadDir");
+  FtpRights = {settings.Text("Read"), settings.Text("Write"), settings.Text("ContralAll")};
+  return true;
+}
+
+void FtpOptions::SetDefaults(const core::Program& program) {
+  ftpRoot = program.File("ftproot");
+  ftpPort = 21;
+  ftpDomain = core::kDefaultDomain;
+  ftpLocalAddress = "127.0.0.1";
+  FtpRights = {"0", "0", "0"};
+}
+
+}  // namespace ModFtp

@@ -1,0 +1,30 @@
+#pragma once
+
+// The FTP server's settings in memory.
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "core/program.h"
+
+namespace ModFtp {
+
+struct FtpOptions {
+  /// `localAddress`: the listening socket's own, taken when Server.ini exists. False at a port that
+  /// cannot be converted: the settings behind it keep their values.
+  bool LoadFtpOptions(const core::Program& program, const std::string& localAddress);
+
+  std::string ftpRoot;    // a path text
+  std::string uploadDir;  // a path text; empty until a file has set it
+  std::string ftpDomain;
+  std::string ftpLocalAddress;
+  std::int16_t ftpPort = 21;
+  std::array<std::string, 3> FtpRights;  // Read, Write, ContralAll; no command asks them
+
+ private:
+  bool ReadSettings(const core::Program& program, const std::string& localAddress);
+  void SetDefaults(const core::Program& program);
+};
+
+}  // namespace ModFtp

@@ -1,0 +1,34 @@
+#include "mail/mail_options.h"
+
+#include "core/settings_section.h"
+
+namespace ModMail {
+namespace {
+
+constexpr std::string_view kSection = "MailServer Options";
+
+}  // namespace
+
+void MailOptions::LoadMailOptions(const core::Program& program, const std::string& machineAddress) {
+  const bool stored = core::SettingsSection(program, kSection).FileExists();
+  stored ? ReadSettings(program, machineAddress) : SetDefaults(program);
+}
+
+void MailOptions::ReadSettings(const core::Program& program, const std::string& machineAddress) {
+  const core::SettingsSection settings(program, kSection);
+  mailRoot = settings.Path("MailServer Root");
+  settings.Read("SMTP Port", smtpPort);
+  settings.Read("POP3 Port", pop3Port);
+  mailDomain = settings.Text("DNS");
+  localAddress = machineAddress;
+}
+
+void MailOptions::SetDefaults(const core::Program& program) {
+  mailRoot = program.File("mailroot");
+  smtpPort = 25;
+  pop3Port = 110;
+  mailDomain = core::kDefaultDomain;
+  localAddress = "127.0.0.1";
+}
+
+}  // namespace ModMail

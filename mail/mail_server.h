@@ -1,0 +1,72 @@
+#pragma once
+
+// The mail server: its SMTP and POP3 listeners, slots and greetings.
+
+#include <memory>
+#include <string>
+
+#include "core/connection_slots.h"
+#include "core/draining_connections.h"
+#include "core/program.h"
+#include "core/service.h"
+#include "mail/mail_options.h"
+
+namespace ModMail {
+
+class MailServer : public core::Service {
+ public:
+  explicit MailServer(core::ServiceEnvironment environment);
+  ~MailServer() override { CloseMailSockets(); }
+
+  /// Both listeners or neither.
+  bool StartMailListeners();
+  bool CloseMailSockets();
+
+  bool Start() override { return StartMailListeners(); }
+  bool Stop() override { return CloseMailSockets(); }
+  bool IsRunning() const override { return MailSvrSmtpSock_.IsListening(); }
+  bool LoadOptions() override;
+  std::string Domain() const override { return options_.mailDomain; }
+  std::string RootDir() const override { return options_.mailRoot; }
+
+  const MailOptions& Options() const { return options_; }
+
+  /// The ports that are listened on; 0 while stopped.
+  std::uint16_t SmtpPort() const { return MailSvrSmtpSock_.Listener().LocalPort(); }
+  std::uint16_t Pop3Port() const { return MailSvrPop3Sock_.Listener().LocalPort(); }
+
+ private:
+  using Client = std::shared_ptr<core::Connection>;
+
+  // The engine of one of the two arrays.
+  class Engine : public core::SlotEngine {
+   public:
+    using Handler = core::Task<> (MailServer::*)(int slot, Client client);
+    Engine(MailServer& server, core::ConnectionSlots& slots, Handler onArrival)
+        : server_(server), slots_(slots), onArrival_(onArrival) {}
+
+    core::Task<> OnDataArrival(int slot, Client client) override;
+    void OnClose(int slot) override;
+    void OnError(int slot) override;
+
+   private:
+    MailServer& server_;
+    core::ConnectionSlots& slots_;
+    Handler onArrival_;
+  };
+
+  bool ListenOnBothPorts();
+  core::Task<> OnSmtpDataArrival(int slot, Client client);
+  core::Task<> OnPop3DataArrival(int slot, Client client);
+
+  core::ServiceEnvironment environment_;
+  core::DrainingConnections draining_;
+  core::SocketContext sockets_;
+  Engine smtp_;
+  Engine pop3_;
+  core::ConnectionSlots MailSvrSmtpSock_;
+  core::ConnectionSlots MailSvrPop3Sock_;
+  MailOptions options_;
+};
+
+}  // namespace ModMail

@@ -1,0 +1,34 @@
+#pragma once
+
+// What a folder holds and what the system knows of an entry.
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace platform {
+
+struct DirectoryEntry {
+  std::string name;  // UTF-8
+  bool isFolder = false;
+  bool isHidden = false;
+};
+
+struct EntryFacts {
+  bool isFolder = false;
+  std::uint64_t size = 0;                         // bytes; 0 for a folder
+  std::chrono::system_clock::time_point created;  // birth time, else modification time
+};
+
+/// The entries of `folder` without "." and "..", in the order of a name-sorted Windows file system
+/// (by upper-cased name). A link counts as what it points to. Empty with `error` on failure.
+std::vector<DirectoryEntry> ListDirectory(const std::filesystem::path& folder,
+                                          std::error_code& error);
+
+/// What is known of `path`; links are followed.
+EntryFacts InspectEntry(const std::filesystem::path& path, std::error_code& error);
+
+}  // namespace platform

@@ -1,0 +1,58 @@
+#pragma once
+
+// An open file. Owns the system's handle, which no started program inherits. Everything blocks for
+// as long as the disk takes; failures are error codes with the system's message.
+
+#include <cstdint>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+namespace platform {
+
+class File {
+ public:
+  enum class Mode {
+    kRead,     // must exist and be no folder
+    kAppend,   // created if missing, every write goes to the end
+    kUpdate,   // created if missing, not truncated, writing starts at the first byte
+    kReplace,  // created or emptied
+  };
+
+  File() = default;
+  File(File&& other) noexcept : handle_(std::exchange(other.handle_, kNone)) {}
+  File& operator=(File&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+  }
+  ~File() { Close(); }
+
+  /// Opens `path`; on failure the result is not open and `error` says why.
+  static File Open(const std::filesystem::path& path, Mode mode, std::error_code& error);
+
+  bool IsOpen() const { return handle_ != kNone; }
+  void Close();
+
+  std::uint64_t Size(std::error_code& error) const;
+
+  /// Reads up to `size` bytes from the current position; fewer only at the end of the file.
+  std::size_t Read(char* buffer, std::size_t size, std::error_code& error);
+
+  /// Writes all of `bytes` or fails.
+  void Write(std::string_view bytes, std::error_code& error);
+
+  /// Returns once what was written would survive a power cut.
+  void Flush(std::error_code& error);
+
+ private:
+  // A file descriptor or a HANDLE; both systems say "none" by minus one.
+  using Handle = std::intptr_t;
+  static constexpr Handle kNone = -1;
+
+  explicit File(Handle handle) : handle_(handle) {}
+
+  Handle handle_ = kNone;
+};
+
+}  // namespace platform

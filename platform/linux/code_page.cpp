@@ -1,0 +1,99 @@
+#include "platform/code_page.h"
+
+#include <iconv.h>
+#include <langinfo.h>
+#include <locale.h>
+
+#include <array>
+#include <cerrno>
+
+#include "platform/text_case.h"
+
+namespace platform {
+namespace {
+
+// An iconv descriptor; one direction between two character sets.
+class Converter {
+ public:
+  Converter(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
+  ~Converter() {
+    if (IsOpen()) iconv_close(handle_);
+  }
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+
+  // Converts all of `input`. At each sequence that cannot be converted, "?" is put and one
+  // character of `skip` bytes is passed over.
+  template <class Skip>
+  std::string Run(std::string_view input, Skip skip, bool* lossless) {
+    std::string output;
+    bool clean = IsOpen();
+    iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+    while (IsOpen() && !input.empty()) {
+      if (Step(input, output)) continue;
+      clean = false;
+      output += '?';
+      input.remove_prefix(std::min(input.size(), skip(input)));
+    }
+    if (lossless != nullptr) *lossless = clean;
+    return output;
+  }
+
+ private:
+  bool IsOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+
+  // Converts up to the next bad sequence (false) or the end of the buffer or input (true).
+  bool Step(std::string_view& input, std::string& output) {
+    std::array<char, 4096> buffer;
+    char* in = const_cast<char*>(input.data());
+    std::size_t inLeft = input.size();
+    char* out = buffer.data();
+    std::size_t outLeft = buffer.size();
+    const bool failed =
+        iconv(handle_, &in, &inLeft, &out, &outLeft) == static_cast<std::size_t>(-1);
+    const bool bad = failed && errno != E2BIG;
+    output.append(buffer.data(), out);
+    input.remove_prefix(input.size() - inLeft);
+    return !bad;
+  }
+
+  iconv_t handle_;
+};
+
+const char* NameOf(Charset charset) { return charset == Charset::kGbk ? "GBK" : "GB18030"; }
+
+std::size_t Utf8Length(std::string_view text) {
+  std::size_t length = 1;
+  while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
+    ++length;
+  return length;
+}
+
+Charset DetectCharset() {
+  const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
+  if (locale == nullptr) return Charset::kUtf8;
+  const std::string codeset = UpperCase(nl_langinfo_l(CODESET, locale));
+  freelocale(locale);
+  if (codeset == "GB18030") return Charset::kGb18030;
+  if (codeset == "GBK" || codeset == "GB2312" || codeset == "CP936") return Charset::kGbk;
+  return Charset::kUtf8;
+}
+
+}  // namespace
+
+Charset SystemCharset() {
+  static const Charset charset = DetectCharset();
+  return charset;
+}
+
+std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless) {
+  return Converter("UTF-8", NameOf(charset))
+      .Run(
+          bytes, [](std::string_view) { return std::size_t{1}; }, lossless);
+}
+
+std::string FromUtf8(Charset charset, std::string_view text) {
+  return Converter(NameOf(charset), "UTF-8").Run(text, Utf8Length, nullptr);
+}
+
+}  // namespace platform

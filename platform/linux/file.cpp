@@ -1,0 +1,90 @@
+#include "platform/file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace platform {
+namespace {
+
+std::error_code LastError() { return {errno, std::generic_category()}; }
+
+int FlagsOf(File::Mode mode) {
+  switch (mode) {
+    case File::Mode::kRead:
+      return O_RDONLY | O_NONBLOCK;  // a pipe of that name must not hold up the program
+    case File::Mode::kAppend:
+      return O_WRONLY | O_CREAT | O_APPEND;
+    case File::Mode::kUpdate:
+      return O_RDWR | O_CREAT;
+    case File::Mode::kReplace:
+      return O_WRONLY | O_CREAT | O_TRUNC;
+  }
+  return O_RDONLY;
+}
+
+}  // namespace
+
+File File::Open(const std::filesystem::path& path, Mode mode, std::error_code& error) {
+  error.clear();
+  const int descriptor = open(path.c_str(), FlagsOf(mode) | O_CLOEXEC, 0666);
+  if (descriptor < 0) {
+    error = LastError();
+    return {};
+  }
+  File file(descriptor);
+  struct stat facts = {};
+  if (mode == Mode::kRead && fstat(descriptor, &facts) == 0 && S_ISDIR(facts.st_mode)) {
+    error = std::make_error_code(std::errc::is_a_directory);
+    file.Close();
+  }
+  return file;
+}
+
+void File::Close() {
+  if (!IsOpen()) return;
+  close(static_cast<int>(handle_));
+  handle_ = kNone;
+}
+
+std::uint64_t File::Size(std::error_code& error) const {
+  struct stat facts = {};
+  error.clear();
+  if (fstat(static_cast<int>(handle_), &facts) != 0) error = LastError();
+  return static_cast<std::uint64_t>(facts.st_size);
+}
+
+std::size_t File::Read(char* buffer, std::size_t size, std::error_code& error) {
+  error.clear();
+  std::size_t done = 0;
+  while (done < size) {
+    const ssize_t count = read(static_cast<int>(handle_), buffer + done, size - done);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) error = LastError();
+    if (count <= 0) break;
+    done += static_cast<std::size_t>(count);
+  }
+  return done;
+}
+
+void File::Write(std::string_view bytes, std::error_code& error) {
+  error.clear();
+  while (!bytes.empty()) {
+    const ssize_t count = write(static_cast<int>(handle_), bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) {
+      error = LastError();
+      return;
+    }
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+}
+
+void File::Flush(std::error_code& error) {
+  error.clear();
+  if (fsync(static_cast<int>(handle_)) != 0) error = LastError();
+}
+
+}  // namespace platform

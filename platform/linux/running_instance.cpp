@@ -1,0 +1,205 @@
+#include "platform/running_instance.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <asio/local/stream_protocol.hpp>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <utility>
+#include <vector>
+
+// Each instance has two files in the runtime directory, named by a hash of its executable and
+// program directory: a lock that the system releases with the process, and a socket. A connection
+// to the socket is the request to close; its end tells the other side that the process is gone.
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+using Protocol = asio::local::stream_protocol;
+
+class Descriptor {
+ public:
+  Descriptor() = default;
+  explicit Descriptor(int value) : value_(value) {}
+  Descriptor(Descriptor&& other) noexcept : value_(std::exchange(other.value_, -1)) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(value_, other.value_);
+    return *this;
+  }
+  ~Descriptor() {
+    if (value_ >= 0) close(value_);
+  }
+  int Get() const { return value_; }
+  bool IsOpen() const { return value_ >= 0; }
+  int Release() { return std::exchange(value_, -1); }
+
+ private:
+  int value_ = -1;
+};
+
+fs::path RuntimeDirectory() {
+  const char* configured = std::getenv("XDG_RUNTIME_DIR");
+  if (configured != nullptr && *configured == '/') return fs::path(configured) / "Tarnwerk";
+  const std::string user = std::to_string(getuid());
+  const fs::path standard = "/run/user/" + user;
+  std::error_code error;
+  if (fs::is_directory(standard, error)) return standard / "Tarnwerk";
+  return fs::temp_directory_path(error) / ("Tarnwerk-" + user);
+}
+
+// The runtime directory, ours alone: a directory of somebody else in a shared place is not used.
+Descriptor OpenRuntimeDirectory() {
+  const fs::path path = RuntimeDirectory();
+  mkdir(path.c_str(), 0700);
+  Descriptor directory(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  struct stat facts = {};
+  const bool ours = directory.IsOpen() && fstat(directory.Get(), &facts) == 0 &&
+                    facts.st_uid == geteuid() && (facts.st_mode & 022) == 0;
+  return ours ? std::move(directory) : Descriptor();
+}
+
+// A socket's address is limited to 108 bytes; through the open directory every depth is reachable.
+Protocol::endpoint Address(const Descriptor& directory, const std::string& name) {
+  return {"/proc/self/fd/" + std::to_string(directory.Get()) + "/" + name};
+}
+
+std::string InstanceName(const fs::path& executable, const fs::path& programDirectory) {
+  std::uint64_t hash = 14695981039346656037U;
+  for (const char c : executable.string() + '\n' + programDirectory.string()) {
+    hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
+  }
+  return std::to_string(hash);
+}
+
+class UnreachableInstance : public RunningInstance {
+ public:
+  void OnCloseRequest(const asio::any_io_executor&, std::function<void()>) override {}
+};
+
+class SocketInstance : public RunningInstance {
+ public:
+  SocketInstance(Descriptor directory, Descriptor lock, Descriptor listener, std::string socketName)
+      : directory_(std::move(directory)),
+        lock_(std::move(lock)),
+        listener_(std::move(listener)),
+        socketName_(std::move(socketName)) {}
+  ~SocketInstance() override { unlinkat(directory_.Get(), socketName_.c_str(), 0); }
+  SocketInstance(const SocketInstance&) = delete;
+  SocketInstance& operator=(const SocketInstance&) = delete;
+
+  void OnCloseRequest(const asio::any_io_executor& executor,
+                      std::function<void()> onClose) override {
+    onClose_ = std::move(onClose);
+    acceptor_ = std::make_unique<Protocol::acceptor>(executor, Protocol(), listener_.Release());
+    AcceptNext();
+  }
+
+ private:
+  void AcceptNext() {
+    acceptor_->async_accept([this](const asio::error_code& error, Protocol::socket peer) {
+      if (error) return;
+      waiting_.push_back(std::move(peer));
+      if (const auto onClose = std::exchange(onClose_, nullptr)) onClose();
+      AcceptNext();
+    });
+  }
+
+  Descriptor directory_;
+  Descriptor lock_;
+  Descriptor listener_;
+  std::string socketName_;
+  std::function<void()> onClose_;
+  std::vector<Protocol::socket> waiting_;  // open until this process ends: that is the answer
+  std::unique_ptr<Protocol::acceptor> acceptor_;
+};
+
+Descriptor ListenOn(const Descriptor& directory, const std::string& name) {
+  unlinkat(directory.Get(), name.c_str(), 0);
+  Descriptor listener(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  const Protocol::endpoint address = Address(directory, name);
+  const bool listening =
+      listener.IsOpen() &&
+      bind(listener.Get(), address.data(), static_cast<socklen_t>(address.size())) == 0 &&
+      listen(listener.Get(), SOMAXCONN) == 0;
+  return listening ? std::move(listener) : Descriptor();
+}
+
+std::vector<std::string> SocketNames(const Descriptor& directory) {
+  std::vector<std::string> names;
+  DIR* entries = fdopendir(openat(directory.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (entries == nullptr) return names;
+  while (const dirent* entry = readdir(entries)) {
+    const std::string name = entry->d_name;
+    if (name.ends_with(".socket")) names.push_back(name);
+  }
+  closedir(entries);
+  return names;
+}
+
+using Deadline = std::chrono::steady_clock::time_point;
+
+// Connections to every instance that lives; a socket without a process behind it refuses.
+std::vector<Descriptor> ConnectToInstances(const Descriptor& directory) {
+  std::vector<Descriptor> instances;
+  for (const std::string& name : SocketNames(directory)) {
+    // Not blocking: an instance that no longer accepts must not hold us up here.
+    Descriptor instance(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    const Protocol::endpoint address = Address(directory, name);
+    if (connect(instance.Get(), address.data(), static_cast<socklen_t>(address.size())) == 0) {
+      instances.push_back(std::move(instance));
+    }
+  }
+  return instances;
+}
+
+bool WaitUntilGone(const Descriptor& instance, Deadline deadline) {
+  const auto left =
+      std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+  pollfd wait = {instance.Get(), POLLIN, 0};
+  return left.count() > 0 && poll(&wait, 1, static_cast<int>(left.count())) > 0;
+}
+
+}  // namespace
+
+std::unique_ptr<RunningInstance> RunningInstance::Announce(const fs::path& executable,
+                                                           const fs::path& programDirectory) {
+  Descriptor directory = OpenRuntimeDirectory();
+  if (!directory.IsOpen()) return std::make_unique<UnreachableInstance>();
+  const std::string name = InstanceName(executable, programDirectory);
+  Descriptor lock(
+      openat(directory.Get(), (name + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+  if (!lock.IsOpen()) return std::make_unique<UnreachableInstance>();
+  if (flock(lock.Get(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno == EWOULDBLOCK) return nullptr;
+    return std::make_unique<UnreachableInstance>();
+  }
+  Descriptor listener = ListenOn(directory, name + ".socket");
+  if (!listener.IsOpen()) return std::make_unique<UnreachableInstance>();
+  return std::make_unique<SocketInstance>(std::move(directory), std::move(lock),
+                                          std::move(listener), name + ".socket");
+}
+
+bool CloseRunningInstances(std::chrono::seconds patience) {
+  const Deadline deadline = std::chrono::steady_clock::now() + patience;
+  const Descriptor directory = OpenRuntimeDirectory();
+  if (!directory.IsOpen()) return true;
+  // Again until none is found: one may have started while the others were closing.
+  while (true) {
+    const std::vector<Descriptor> instances = ConnectToInstances(directory);
+    if (instances.empty()) return true;
+    for (const Descriptor& instance : instances) {
+      if (!WaitUntilGone(instance, deadline)) return false;
+    }
+  }
+}
+
+}  // namespace platform

@@ -1,0 +1,27 @@
+#include "platform/system_folders.h"
+
+#include <cstdlib>
+
+namespace platform {
+namespace {
+
+std::filesystem::path FromEnvironment(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value == nullptr ? "" : value;
+}
+
+}  // namespace
+
+std::filesystem::path HostsFile() {
+  const std::filesystem::path named = FromEnvironment("TARNWERK_HOSTS");
+  return named.empty() ? "/etc/hosts" : named;
+}
+
+std::filesystem::path StateDirectory() {
+  const std::filesystem::path configured = FromEnvironment("XDG_CONFIG_HOME");
+  const std::filesystem::path base =
+      configured.is_absolute() ? configured : FromEnvironment("HOME") / ".config";
+  return base / "Tarnwerk";
+}
+
+}  // namespace platform

@@ -1,0 +1,23 @@
+#pragma once
+
+// Where this program is, and the words that it was started with.
+
+#include <filesystem>
+#include <string>
+
+namespace platform {
+
+/// The running executable, absolute.
+std::filesystem::path ExecutablePath();
+
+/// The program directory: what the environment variable TARNWERK_HOME names, else the executable's.
+std::filesystem::path ProgramDirectory();
+
+/// The command line behind the program's own name, as UTF-8. Windows: as the system holds it,
+/// quotation marks included; Linux: the arguments joined by blanks.
+std::string CommandLineText(int argumentCount, char** arguments);
+
+/// Whether a window can be shown.
+bool HasDisplay();
+
+}  // namespace platform

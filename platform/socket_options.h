@@ -1,0 +1,24 @@
+#pragma once
+
+// Settings of sockets that have no portable name.
+
+#include <cstddef>
+#include <cstdint>
+
+namespace platform {
+
+/// A SOCKET or a file descriptor.
+using NativeSocket = std::uintptr_t;
+
+/// For a listener, before it is bound. Linux: the address may be used again at once after a stop.
+/// Windows: the address is ours alone, so that a taken port is reported as taken.
+void ClaimAddress(NativeSocket listener);
+
+/// Small sends go out at once, and a peer that vanished is noticed within about two minutes. Set on
+/// a listener, the connections that it accepts have it too.
+void PrepareForTraffic(NativeSocket socket);
+
+/// The bytes sent that the peer's system has not confirmed yet; 0 where the system does not tell.
+std::size_t UnconfirmedBytes(NativeSocket socket);
+
+}  // namespace platform

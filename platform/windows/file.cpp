@@ -1,0 +1,94 @@
+#include "platform/file.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+namespace platform {
+namespace {
+
+constexpr std::size_t kLargestTransfer = 1U << 20;
+
+std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
+
+HANDLE Native(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+
+DWORD AccessOf(File::Mode mode) {
+  switch (mode) {
+    case File::Mode::kRead:
+      return GENERIC_READ;
+    case File::Mode::kAppend:
+      return FILE_APPEND_DATA | SYNCHRONIZE;
+    case File::Mode::kUpdate:
+      return GENERIC_READ | GENERIC_WRITE;
+    case File::Mode::kReplace:
+      return GENERIC_WRITE;
+  }
+  return GENERIC_READ;
+}
+
+DWORD CreationOf(File::Mode mode) {
+  if (mode == File::Mode::kRead) return OPEN_EXISTING;
+  return mode == File::Mode::kReplace ? CREATE_ALWAYS : OPEN_ALWAYS;
+}
+
+}  // namespace
+
+File File::Open(const std::filesystem::path& path, Mode mode, std::error_code& error) {
+  error.clear();
+  const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const HANDLE handle = CreateFileW(path.c_str(), AccessOf(mode), share, nullptr, CreationOf(mode),
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) {
+    error = LastError();
+    return {};
+  }
+  return File(reinterpret_cast<std::intptr_t>(handle));
+}
+
+void File::Close() {
+  if (!IsOpen()) return;
+  CloseHandle(Native(handle_));
+  handle_ = kNone;
+}
+
+std::uint64_t File::Size(std::error_code& error) const {
+  LARGE_INTEGER size = {};
+  error.clear();
+  if (GetFileSizeEx(Native(handle_), &size) == 0) error = LastError();
+  return static_cast<std::uint64_t>(size.QuadPart);
+}
+
+std::size_t File::Read(char* buffer, std::size_t size, std::error_code& error) {
+  error.clear();
+  std::size_t done = 0;
+  while (done < size) {
+    const auto wanted = static_cast<DWORD>(std::min(size - done, kLargestTransfer));
+    DWORD count = 0;
+    const bool read = ReadFile(Native(handle_), buffer + done, wanted, &count, nullptr) != 0;
+    if (!read) error = LastError();
+    if (!read || count == 0) break;
+    done += count;
+  }
+  return done;
+}
+
+void File::Write(std::string_view bytes, std::error_code& error) {
+  error.clear();
+  while (!bytes.empty()) {
+    const auto wanted = static_cast<DWORD>(std::min(bytes.size(), kLargestTransfer));
+    DWORD count = 0;
+    if (WriteFile(Native(handle_), bytes.data(), wanted, &count, nullptr) == 0) {
+      error = LastError();
+      return;
+    }
+    bytes.remove_prefix(count);
+  }
+}
+
+void File::Flush(std::error_code& error) {
+  error.clear();
+  if (FlushFileBuffers(Native(handle_)) == 0) error = LastError();
+}
+
+}  // namespace platform

@@ -1,0 +1,50 @@
+#include "platform/native_path.h"
+
+#include <windows.h>
+
+#include "platform/windows/wide_text.h"
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kLongestPlainPath = 240;  // leaves room for a name that a callee appends
+constexpr std::wstring_view kLongPrefix = L"\\\\?\\";
+
+// "\\?\" switches off the system's own tidying, so that has to be done first.
+std::wstring LongForm(const std::wstring& path) {
+  const DWORD size = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
+  std::wstring full(size, L'\0');
+  full.resize(GetFullPathNameW(path.c_str(), size, full.data(), nullptr));
+  const bool share = full.starts_with(L"\\\\");
+  if (full.empty() || full.starts_with(kLongPrefix)) return full;
+  return share ? std::wstring(L"\\\\?\\UNC") + full.substr(1) : std::wstring(kLongPrefix) + full;
+}
+
+}  // namespace
+
+fs::path NativePath(std::string_view pathText) {
+  const std::wstring wide = WideText(pathText);
+  return wide.size() <= kLongestPlainPath ? fs::path(wide) : fs::path(LongForm(wide));
+}
+
+fs::path ExistingPath(std::string_view pathText) { return NativePath(pathText); }
+
+std::string PathText(const fs::path& native) {
+  std::wstring wide = native.wstring();
+  if (wide.starts_with(L"\\\\?\\UNC\\")) {
+    wide = L"\\\\" + wide.substr(8);
+  } else if (wide.starts_with(kLongPrefix)) {
+    wide = wide.substr(kLongPrefix.size());
+  }
+  return NarrowText(wide);
+}
+
+std::string NameTextOf(const std::wstring& name) { return NarrowText(name); }
+
+std::string PathTextFromUser(std::string_view path) { return std::string(path); }
+
+std::string PathTextForUser(std::string_view pathText) { return std::string(pathText); }
+
+}  // namespace platform

@@ -1,0 +1,117 @@
+#include "platform/running_instance.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <asio/post.hpp>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Other programs find us by these two texts.
+constexpr const wchar_t* kWindowClass = L"ThunderRT6FormDC";
+constexpr const wchar_t* kWindowCaption = L"Tarnwerk";
+
+std::wstring MutexName(const fs::path& executable, const fs::path& programDirectory) {
+  std::wstring both = executable.wstring() + L"\n" + programDirectory.wstring();
+  CharUpperBuffW(both.data(), static_cast<DWORD>(both.size()));
+  std::uint64_t hash = 14695981039346656037U;
+  for (const wchar_t c : both) hash = (hash ^ c) * 1099511628211U;
+  return L"Local\\Tarnwerk-" + std::to_wstring(hash);
+}
+
+class WindowInstance : public RunningInstance {
+ public:
+  explicit WindowInstance(HANDLE mutex) : mutex_(mutex) {}
+  ~WindowInstance() override {
+    if (window_ != nullptr) DestroyWindow(window_);
+    if (mutex_ != nullptr) CloseHandle(mutex_);
+  }
+  WindowInstance(const WindowInstance&) = delete;
+  WindowInstance& operator=(const WindowInstance&) = delete;
+
+  void OnCloseRequest(const asio::any_io_executor& executor,
+                      std::function<void()> onClose) override {
+    executor_ = executor;
+    onClose_ = std::move(onClose);
+    WNDCLASSW windowClass = {};
+    windowClass.lpfnWndProc = &WindowInstance::OnMessage;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.lpszClassName = kWindowClass;
+    RegisterClassW(&windowClass);
+    window_ = CreateWindowW(kWindowClass, kWindowCaption, WS_OVERLAPPED, 0, 0, 0, 0, nullptr,
+                            nullptr, windowClass.hInstance, nullptr);
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  }
+
+ private:
+  static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
+    if (message != WM_CLOSE) return DefWindowProcW(window, message, first, second);
+    auto* instance = reinterpret_cast<WindowInstance*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (instance == nullptr) return 0;
+    if (auto onClose = std::exchange(instance->onClose_, nullptr)) {
+      asio::post(instance->executor_, std::move(onClose));
+    }
+    return 0;
+  }
+
+  HANDLE mutex_;
+  HWND window_ = nullptr;
+  asio::any_io_executor executor_;
+  std::function<void()> onClose_;
+};
+
+std::vector<HWND> FindInstances() {
+  std::vector<HWND> windows;
+  HWND window = nullptr;
+  while ((window = FindWindowExW(nullptr, window, kWindowClass, kWindowCaption)) != nullptr) {
+    windows.push_back(window);
+  }
+  return windows;
+}
+
+void AskToClose(HWND window) {
+  NOTIFYICONDATAW icon = {};
+  icon.cbSize = sizeof(icon);
+  icon.hWnd = window;
+  Shell_NotifyIconW(NIM_DELETE, &icon);
+  PostMessageW(window, WM_CLOSE, 0, 0);
+}
+
+void LetPendingEventsRun() {
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) DispatchMessageW(&message);
+  Sleep(50);
+}
+
+}  // namespace
+
+std::unique_ptr<RunningInstance> RunningInstance::Announce(const fs::path& executable,
+                                                           const fs::path& programDirectory) {
+  const HANDLE mutex =
+      CreateMutexW(nullptr, FALSE, MutexName(executable, programDirectory).c_str());
+  if (mutex != nullptr && GetLastError() == ERROR_ALREADY_EXISTS) {
+    CloseHandle(mutex);
+    return nullptr;
+  }
+  return std::make_unique<WindowInstance>(mutex);
+}
+
+bool CloseRunningInstances(std::chrono::seconds patience) {
+  const auto deadline = std::chrono::steady_clock::now() + patience;
+  for (auto found = FindInstances(); !found.empty(); found = FindInstances()) {
+    if (std::chrono::steady_clock::now() > deadline) return false;
+    for (const HWND window : found) AskToClose(window);
+    LetPendingEventsRun();
+  }
+  return true;
+}
+
+}  // namespace platform

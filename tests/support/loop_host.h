@@ -1,0 +1,25 @@
+#pragma once
+
+// The loop that the servers under test live on. It runs on a thread of its own, so that a test can
+// be a client that blocks; everything that touches a server goes through Call.
+
+#include <functional>
+
+#include "core/event_loop.h"
+
+namespace test {
+
+class LoopHost {
+ public:
+  virtual ~LoopHost() = default;
+  virtual core::EventLoop& Loop() = 0;
+
+  /// Runs `action` on the loop's thread and returns when it has run.
+  void Call(const std::function<void()>& action);
+};
+
+/// The one of this test program, made by its main.
+LoopHost& TheLoopHost();
+void SetLoopHost(LoopHost& host);
+
+}  // namespace test

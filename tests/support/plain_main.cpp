@@ -1,0 +1,33 @@
+// The main of test programs whose servers run without a window.
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "core/plain_loop.h"
+#include "tests/support/loop_host.h"
+
+namespace {
+
+class PlainLoopHost : public test::LoopHost {
+ public:
+  PlainLoopHost() : thread_([this] { loop_.Run(); }) {}
+  ~PlainLoopHost() override {
+    loop_.Stop();
+    thread_.join();
+  }
+  core::EventLoop& Loop() override { return loop_.Events(); }
+
+ private:
+  core::PlainLoop loop_;
+  std::thread thread_;
+};
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  testing::InitGoogleTest(&argumentCount, arguments);
+  PlainLoopHost host;
+  test::SetLoopHost(host);
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+// A program directory in a temporary folder, and a server of it on the test program's loop.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "core/program.h"
+#include "tests/support/client.h"
+#include "tests/support/loop_host.h"
+#include "tests/support/temporary_folder.h"
+
+namespace test {
+
+class ProgramFixture : public testing::Test {
+ protected:
+  const TemporaryFolder& Home() const { return home_; }
+  const core::Program& Program() const { return program_; }
+  core::ServiceEnvironment Environment();
+
+  /// What the program has written to RunErr.Log so far.
+  std::string ErrorLog() const { return home_.Read("RunErr.Log"); }
+
+  static void OnLoop(const std::function<void()>& action) { TheLoopHost().Call(action); }
+
+  /// Waits until `condition`, asked on the loop, holds; false if it does not within some seconds.
+  static bool Eventually(const std::function<bool()>& condition);
+
+ private:
+  TemporaryFolder home_;
+  core::Program program_{home_.Text(), "Tarnwerk"};
+};
+
+/// A started server of type `Server`; on a port that the system chose if Server.ini says 0.
+template <class Server>
+class ServerFixture : public ProgramFixture {
+ protected:
+  ~ServerFixture() override { StopServer(); }
+
+  bool StartServer() {
+    bool started = false;
+    OnLoop([&] {
+      if (!server_) server_.emplace(Environment());
+      started = server_->Start();
+    });
+    return started;
+  }
+
+  void StopServer() {
+    OnLoop([&] { server_.reset(); });
+  }
+
+  /// To be used on the loop only.
+  Server& TheServer() { return *server_; }
+
+ private:
+  std::optional<Server> server_;
+};
+
+}  // namespace test

@@ -1,0 +1,101 @@
+// Sending a file, or the not-found page, and closing the connection.
+
+#include <array>
+#include <chrono>
+#include <optional>
+
+#include "core/code_page.h"
+#include "core/files.h"
+#include "web/not_found_page.h"
+#include "web/web_server.h"
+
+namespace ModWeb {
+namespace {
+
+using core::Task;
+using platform::File;
+using Client = std::shared_ptr<core::Connection>;
+using Failure = std::optional<std::string>;
+
+constexpr std::size_t kPieceBytes = 10240;
+constexpr int kYieldsPerPiece = 4;
+constexpr std::chrono::milliseconds kPause{50};
+
+Failure SendPiece(File& file, std::size_t size, const Client& client) {
+  std::array<char, kPieceBytes> piece;
+  std::error_code error;
+  const std::size_t count = file.Read(piece.data(), size, error);
+  if (error) return error.message();
+  if (count < size) return "the file has become shorter";
+  client->SendData({piece.data(), count});
+  return std::nullopt;
+}
+
+// About 200 KB a second: the pause keeps a large file from taking the line for itself.
+Task<> Pace(Client client) {
+  for (int i = 0; i < kYieldsPerPiece; ++i) co_await core::YieldToEvents();
+  // A slow reader delays the next piece, so that there is never more than one.
+  co_await client->Sent();
+  co_await core::Pause(kPause);
+}
+
+Task<Failure> SendPieces(File file, Client client) {
+  std::error_code error;
+  const std::uint64_t size = file.Size(error);
+  if (error) co_return error.message();
+  const std::uint64_t full = size / kPieceBytes;
+  const auto rest = static_cast<std::size_t>(size % kPieceBytes);
+  co_await core::YieldToEvents();
+  for (std::uint64_t piece = 0; piece < full; ++piece) {
+    if (Failure failure = SendPiece(file, kPieceBytes, client)) co_return failure;
+    co_await Pace(client);
+  }
+  // A buffer of no bytes cannot be made: such a file ends in an error once its pieces are out.
+  if (rest == 0) co_return "the last piece of the file has no bytes";
+  if (Failure failure = SendPiece(file, rest, client)) co_return failure;
+  file.Close();
+  co_await core::YieldToEvents();
+  co_return std::nullopt;
+}
+
+// The file that the existence test found; the test alone overlooks a separator at the end.
+File OpenFound(const std::string& path, Failure& failure) {
+  File file = core::OpenIfExists(path);
+  if (!file.IsOpen() || !path.ends_with('\\')) return file;
+  std::error_code error;
+  file = core::OpenFile(path, File::Mode::kRead, error);
+  if (error) failure = error.message();
+  return file;
+}
+
+}  // namespace
+
+Task<> WebServer::SendWebFile(std::string path, Client client) {
+  return SendFile(std::move(path), std::move(client), false);
+}
+
+Task<> WebServer::SendHtmlFile(std::string path, Client client) {
+  return SendFile(std::move(path), std::move(client), true);
+}
+
+Task<> WebServer::SendFile(std::string path, Client client, bool pageIfMissing) {
+  Failure failure;
+  try {
+    File file = OpenFound(path, failure);
+    if (file.IsOpen()) {
+      failure = co_await SendPieces(std::move(file), client);
+    } else if (!failure && pageIfMissing) {
+      SendNotFoundPage(client);
+    }
+  } catch (const core::HandlerEnded&) {
+    // A client that leaves early is no error, and whoever called goes on as if it had stayed.
+  }
+  if (failure) environment_.program.errors.LogError(*failure + "\r\n");
+  client->Close();
+}
+
+void WebServer::SendNotFoundPage(const Client& client) const {
+  client->SendData(core::ToSystem(BuildNotFoundPage()));
+}
+
+}  // namespace ModWeb

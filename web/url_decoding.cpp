@@ -1,0 +1,91 @@
+#include "web/url_decoding.h"
+
+#include <charconv>
+#include <cstdint>
+
+#include "core/code_page.h"
+#include "core/conversions.h"
+
+namespace ModWeb {
+namespace {
+
+constexpr std::string_view kNeverPaired = ":/().,;%";
+
+std::string ReplacePlus(std::string_view text) {
+  std::string result(text);
+  for (char& c : result) {
+    if (c == '+') c = ' ';
+  }
+  return result;
+}
+
+// The code of the escape whose digits begin at `digits`.
+unsigned char EscapeCode(std::string_view text, std::size_t digits) {
+  std::uint8_t code = 0;
+  if (digits + 2 <= text.size()) {
+    const char* begin = text.data() + digits;
+    const auto [stop, error] = std::from_chars(begin, begin + 2, code, 16);
+    if (error == std::errc() && stop == begin + 2) return code;
+  }
+  throw BadRequest("invalid URL escape at character " + std::to_string(digits));
+}
+
+std::string SingleCharacter(unsigned char code) {
+  constexpr unsigned char kFirstLeadByte = 0x80;  // half a character
+  return code < kFirstLeadByte ? std::string(1, static_cast<char>(code)) : "?";
+}
+
+bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
+// Characters, not bytes: a client that counts bytes of a raw non-ASCII body gets more than those.
+std::string_view LastCharacters(std::string_view text, int count) {
+  std::size_t begin = text.size();
+  while (begin > 0 && count > 0) {
+    --begin;
+    if (!IsContinuation(text[begin])) --count;
+  }
+  return text.substr(begin);
+}
+
+}  // namespace
+
+std::string DecodeUrl(std::string_view encoded) {
+  const std::string text = ReplacePlus(encoded);
+  std::string decoded;
+  std::size_t position = 0;
+  while (true) {
+    const std::size_t escape = text.find('%', position);
+    decoded += std::string_view(text).substr(position, escape - position);
+    if (escape == std::string::npos) return decoded;
+
+    const unsigned char code = EscapeCode(text, escape + 1);
+    const bool listed = kNeverPaired.find(static_cast<char>(code)) != std::string_view::npos;
+    const bool paired = escape + 3 < text.size() && text[escape + 3] == '%' && !listed;
+    if (paired) {
+      decoded += core::GbkCharacter(code, EscapeCode(text, escape + 4)).value_or("?");
+    } else {
+      decoded += SingleCharacter(code);
+    }
+    position = escape + (paired ? 6 : 3);
+  }
+}
+
+std::string ExtractPostBody(std::string_view requestText) {
+  constexpr std::string_view kLengthHeader = "Content-Length: ";
+  const std::size_t header = requestText.find(kLengthHeader);
+  if (header == std::string_view::npos) return std::string(requestText);
+
+  const std::size_t begin = header + kLengthHeader.size();
+  const std::size_t end = requestText.find("\r\n", header);
+  if (end == std::string_view::npos) throw BadRequest("Content-Length without a line end");
+  const std::string_view value = requestText.substr(begin, end - begin);
+  const auto length = core::ToInt16(value);
+  if (!length) throw BadRequest("invalid Content-Length: " + std::string(value));
+  if (*length <= 0) return std::string(requestText);
+
+  std::string_view body = LastCharacters(requestText, *length);
+  if (body.ends_with("\r\n")) body.remove_suffix(2);
+  return DecodeUrl(body);
+}
+
+}  // namespace ModWeb

@@ -1,0 +1,86 @@
+#include "web/web_options.h"
+
+#include <string_view>
+
+#include "core/code_page.h"
+#include "core/conversions.h"
+#include "core/files.h"
+#include "core/settings_section.h"
+
+namespace ModWeb {
+namespace {
+
+constexpr std::string_view kSection = "WebServer Options";
+
+// Takes the next line, without its line end; false when there is none.
+bool NextLine(std::string_view& text, std::string_view& line) {
+  if (text.empty()) return false;
+  const std::size_t end = text.find_first_of("\r\n");
+  line = text.substr(0, end);
+  if (end == std::string_view::npos) {
+    text = {};
+  } else {
+    text.remove_prefix(end + (text.substr(end).starts_with("\r\n") ? 2 : 1));
+  }
+  return true;
+}
+
+}  // namespace
+
+bool WebOptions::LoadWebOptions(const core::Program& program, const std::string& localAddress) {
+  const bool stored = core::SettingsSection(program, kSection).FileExists();
+  stored ? ReadSettings(program, localAddress) : SetDefaults(program);
+  LoadDefaultPages(program);
+  // Whatever the file said: the search for default documents is on after every loading.
+  StartDefaultPage = true;
+  FirstDefaultPage = DefaultPages[0];
+  return true;
+}
+
+bool WebOptions::MayRead() const { return core::ToBoolean(WebRights[0]).value_or(false); }
+
+bool WebOptions::MayRunPrograms() const { return core::ToBoolean(AppOptions[1]).value_or(false); }
+
+void WebOptions::ReadSettings(const core::Program& program, const std::string& localAddress) {
+  const core::SettingsSection settings(program, kSection);
+  WebRootDir = settings.Path("WebRootDir");
+  WebDomain = settings.Text("DNS");
+  settings.Read("TCPPort", WebPort);
+  settings.Read("StartDefaultPage", StartDefaultPage);
+  WebRights = {settings.Text("Read"), settings.Text("Write"), settings.Text("ContralAll")};
+  AppOptions = {settings.Text("optNoApp"), settings.Text("optAppDone")};
+  WebLocalIP = localAddress;
+}
+
+void WebOptions::SetDefaults(const core::Program& program) {
+  WebRootDir = program.File("wwwroot");
+  WebDomain = core::kDefaultDomain;
+  WebLocalIP = "127.0.0.1";
+  WebPort = 80;
+  StartDefaultPage = true;
+  WebRights = {"1", "0", "0"};
+  AppOptions = {"False", "True"};
+}
+
+void WebOptions::LoadDefaultPages(const core::Program& program) {
+  const std::string file = program.File("IndexFN.Log");
+  if (!ModCommon::FileExists(file)) {
+    DefaultPages[0] = "index.htm";
+    DefaultPages[1] = "default.htm";
+    return;
+  }
+  // Entries beyond the last line keep what they held.
+  const std::string content = core::DecodeFile(core::ReadFile(file).value_or(""));
+  std::string_view rest = content;
+  std::string_view line;
+  std::size_t index = 0;
+  while (NextLine(rest, line)) {
+    if (index == DefaultPages.size()) {
+      program.errors.LogError("IndexFN.Log: more than 11 lines");
+      return;
+    }
+    DefaultPages[index++] = line;
+  }
+}
+
+}  // namespace ModWeb

@@ -1,0 +1,40 @@
+#pragma once
+
+// The Web server's settings in memory.
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "core/program.h"
+
+namespace ModWeb {
+
+struct WebOptions {
+  /// `localAddress`: the listening socket's own, taken when Server.ini exists. What cannot be
+  /// converted is told to the error log and keeps its value. Always true.
+  bool LoadWebOptions(const core::Program& program, const std::string& localAddress);
+
+  /// Whether files may be read at all. What is neither yes nor no is no.
+  bool MayRead() const;
+
+  /// Whether CGI programs may run.
+  bool MayRunPrograms() const;
+
+  std::string WebRootDir;  // a path text
+  std::string WebDomain;
+  std::string WebLocalIP;
+  std::int16_t WebPort = 80;
+  bool StartDefaultPage = true;
+  std::array<std::string, 3> WebRights;      // Read, Write, ContralAll
+  std::array<std::string, 2> AppOptions;     // optNoApp, optAppDone
+  std::array<std::string, 11> DefaultPages;  // tried in this order, the last one never
+  std::string FirstDefaultPage;
+
+ private:
+  void ReadSettings(const core::Program& program, const std::string& localAddress);
+  void SetDefaults(const core::Program& program);
+  void LoadDefaultPages(const core::Program& program);
+};
+
+}  // namespace ModWeb

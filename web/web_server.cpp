@@ -1,0 +1,87 @@
+#include "web/web_server.h"
+
+#include "core/code_page.h"
+#include "core/date_time.h"
+#include "core/hosts_file.h"
+#include "web/request_intake.h"
+
+namespace ModWeb {
+
+using core::Task;
+
+WebServer::WebServer(core::ServiceEnvironment environment)
+    : environment_(std::move(environment)),
+      draining_(environment_.loop),
+      sockets_{environment_.loop, draining_,
+               [this](const std::string& error) { environment_.program.errors.LogError(error); }},
+      WebSvrSock_(sockets_, *this, core::ConnectionSlots::BusySlot::kEvict, ""),
+      cgi_(environment_) {}
+
+bool WebServer::LoadOptions() {
+  return options_.LoadWebOptions(environment_.program, WebSvrSock_.Listener().LocalAddress());
+}
+
+bool WebServer::StartWebListener() {
+  if (!LoadOptions()) return false;
+  std::error_code error;
+  WebSvrSock_.Listen(options_.WebPort, error);
+  if (error) {
+    environment_.program.errors.LogError(error.message());
+    return false;
+  }
+  core::AddHostsEntry(environment_.hostsFile, "127.0.0.1", options_.WebDomain);
+  WebSvrSock_.CreateSlots();
+  return true;
+}
+
+bool WebServer::StopWebListener() {
+  WebSvrSock_.Close();
+  cgi_.Stop();
+  draining_.DropAll();
+  return !IsRunning();
+}
+
+Task<> WebServer::OnDataArrival(int, Client client) { return OnWebDataArrival(std::move(client)); }
+
+// One arrival is one request; nothing is kept for a later one.
+Task<> WebServer::OnWebDataArrival(Client client) {
+  const std::string requestText = core::FromSystem(client->GetData());
+  switch (MethodOf(requestText)) {
+    case RequestMethod::kGet:
+      CurrentMethod_ = "GET";
+      CurrentResource_ = CutGetResource(requestText).value_or(CurrentResource_);
+      co_await ServeGetRequest(client);
+      break;
+    case RequestMethod::kPost:
+      CurrentMethod_ = "POST";
+      CurrentResource_ = CutPostResource(requestText).value_or(CurrentResource_);
+      co_await ServePostRequest(requestText, client);
+      break;
+    case RequestMethod::kOther:
+      break;
+  }
+}
+
+// A client may shut its side once it has asked; it still gets its answer.
+void WebServer::OnClose(int slot) { WebSvrSock_[slot].Current()->CloseWhenHandlersEnd(); }
+
+void WebServer::OnError(int slot) { WebSvrSock_[slot].Close(); }
+
+void WebServer::LogAccess(const Client& client, std::string_view result) const {
+  std::string line = "时间：" + core::DateTimeText(std::chrono::system_clock::now());
+  line += "  客户机IP：" + client->RemoteAddress();
+  line += "  请求方法：" + CurrentMethod_;
+  line += "  请求资源：" + CurrentResource_;
+  line += "  " + std::string(result);
+  core::AppendLine(environment_.program.File("Web.log"), line);
+}
+
+std::string WithoutFirstCharacter(const std::string& resource) {
+  std::size_t begin = resource.empty() ? 0 : 1;
+  while (begin < resource.size() && (static_cast<unsigned char>(resource[begin]) & 0xC0) == 0x80) {
+    ++begin;
+  }
+  return resource.substr(begin);
+}
+
+}  // namespace ModWeb

@@ -1,0 +1,86 @@
+#pragma once
+
+// The Web server: answers GET with files of the Web root and POST with the pages of CGI programs,
+// in the manner of HTTP/0.9, without status line or header; the end of the connection ends the
+// answer.
+//
+// CurrentMethod and CurrentResource are one pair for all connections and are never cleared: a
+// request without a resource is served with the one before, and a log line shows the newest.
+
+#include <memory>
+#include <string>
+
+#include "core/connection_slots.h"
+#include "core/draining_connections.h"
+#include "core/program.h"
+#include "core/service.h"
+#include "web/cgi_queue.h"
+#include "web/web_options.h"
+
+namespace ModWeb {
+
+class WebServer : public core::Service, private core::SlotEngine {
+ public:
+  explicit WebServer(core::ServiceEnvironment environment);
+  ~WebServer() override { StopWebListener(); }
+
+  bool StartWebListener();
+  bool StopWebListener();
+
+  bool Start() override { return StartWebListener(); }
+  bool Stop() override { return StopWebListener(); }
+  bool IsRunning() const override { return WebSvrSock_.IsListening(); }
+  bool LoadOptions() override;
+  std::string Domain() const override { return options_.WebDomain; }
+  std::string RootDir() const override { return options_.WebRootDir; }
+
+  const WebOptions& Options() const { return options_; }
+
+  /// The port that is listened on; 0 while stopped.
+  std::uint16_t ListeningPort() const { return WebSvrSock_.Listener().LocalPort(); }
+
+ private:
+  using Client = std::shared_ptr<core::Connection>;
+
+  // Intake
+  core::Task<> OnDataArrival(int slot, Client client) override;
+  core::Task<> OnWebDataArrival(Client client);
+  void OnClose(int slot) override;
+  void OnError(int slot) override;
+
+  // Resolution (resource_resolution.cpp)
+  core::Task<> ServeGetRequest(Client client);
+  core::Task<> RefuseGet(Client client);
+  std::string FindDefaultPage() const;
+  void CopyIntoSearch(const std::string& path, const std::string& resource) const;
+  std::string PathInRoot(std::string_view name) const;
+
+  // Sending (response_sending.cpp)
+  core::Task<> SendWebFile(std::string path, Client client);
+  core::Task<> SendHtmlFile(std::string path, Client client);
+  core::Task<> SendFile(std::string path, Client client, bool pageIfMissing);
+  void SendNotFoundPage(const Client& client) const;
+
+  // CGI (cgi_execution.cpp)
+  core::Task<> ServePostRequest(std::string requestText, Client client);
+  core::Task<> RefusePost(Client client);
+  core::Task<std::string> RunCgiProgram(std::string cgiDir, std::string resource, std::string body);
+
+  // One line of Web.log for the request that came last.
+  void LogAccess(const Client& client, std::string_view result) const;
+
+  core::ServiceEnvironment environment_;
+  core::DrainingConnections draining_;
+  core::SocketContext sockets_;
+  core::ConnectionSlots WebSvrSock_;
+  WebOptions options_;
+  CgiQueue cgi_;
+
+  std::string CurrentMethod_;
+  std::string CurrentResource_;
+};
+
+/// `resource` without its first character, which is assumed to be "/" and is not checked.
+std::string WithoutFirstCharacter(const std::string& resource);
+
+}  // namespace ModWeb
