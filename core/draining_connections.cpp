@@ -12,8 +12,7 @@ void DrainingConnections::Add(std::shared_ptr<Connection> connection) {
     entries_.pop_front();
     oldest->Reset();
   }
-  const std::size_t unsent = connection->UnsentBytes();
-  entries_.push_back({std::move(connection), unsent, false});
+  entries_.push_back({std::move(connection)});
   Watch();
 }
 
@@ -21,8 +20,8 @@ void DrainingConnections::Remove(Connection& connection) {
   const auto entry = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) {
     return e.connection.get() == &connection;
   });
+  // The alarm goes on: setting and stopping it for every connection would cost more than it does.
   if (entry != entries_.end()) entries_.erase(entry);
-  if (entries_.empty()) alarm_.Stop();
 }
 
 void DrainingConnections::DropAll() {
@@ -39,8 +38,7 @@ void DrainingConnections::DropIdle() {
   std::list<Entry> entries = std::exchange(entries_, {});
   for (Entry& entry : entries) {
     const std::size_t unsent = entry.connection->UnsentBytes();
-    const bool fresh = !std::exchange(entry.seen, true);
-    if (fresh || unsent < entry.unsent) {
+    if (unsent < entry.unsent) {
       entry.unsent = unsent;
       entries_.push_back(std::move(entry));
     } else {

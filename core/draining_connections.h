@@ -8,6 +8,7 @@
 // seconds is given up.
 
 #include <cstddef>
+#include <limits>
 #include <list>
 #include <memory>
 
@@ -33,17 +34,17 @@ class DrainingConnections {
   std::size_t Count() const { return entries_.size(); }
 
  private:
+  static constexpr std::size_t kMost = 256;
+  static constexpr std::size_t kNotLookedAt = std::numeric_limits<std::size_t>::max();
+  static constexpr std::chrono::seconds kPatience{5};
+
   struct Entry {
     std::shared_ptr<Connection> connection;
-    std::size_t unsent;  // at the last look
-    bool seen = false;   // there has been a look
+    std::size_t unsent = kNotLookedAt;  // at the last look
   };
 
   void Watch();
   void DropIdle();
-
-  static constexpr std::size_t kMost = 256;
-  static constexpr std::chrono::seconds kPatience{5};
 
   std::list<Entry> entries_;  // oldest first
   Timer alarm_;

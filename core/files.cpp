@@ -49,12 +49,13 @@ File OpenFile(std::string_view path, File::Mode mode, std::error_code& error) {
     error = std::make_error_code(std::errc::no_such_file_or_directory);
     return {};
   }
+  if (mode != File::Mode::kRead) return File::Open(ExistingPath(path), mode, error);
   // Exactly as written first: that is the common case, and one look fewer.
-  if (mode == File::Mode::kRead) {
-    File file = File::Open(NativePath(path), mode, error);
-    if (!IsMissing(error)) return file;
-  }
-  return File::Open(ExistingPath(path), mode, error);
+  const fs::path exact = NativePath(path);
+  File file = File::Open(exact, mode, error);
+  if (!IsMissing(error)) return file;
+  const fs::path found = ExistingPath(path);
+  return found == exact ? File() : File::Open(found, mode, error);
 }
 
 File OpenIfExists(std::string_view path) {

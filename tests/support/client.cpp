@@ -101,8 +101,8 @@ bool Client::ReadSome(std::chrono::milliseconds time) {
     socket_.cancel();
     context_.restart();
     context_.run();
-    return false;
   }
+  if (error == asio::error::operation_aborted) return false;
   ended_ = static_cast<bool>(error);
   reset_ = ended_ && error != asio::error::eof;
   received_.append(buffer.data(), count);

@@ -1,0 +1,35 @@
+#pragma once
+
+// Clients that fetch over and over, each time on a new connection, from one thread.
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+struct Load {
+  std::uint16_t port = 0;
+  std::string request;
+  int clients = 1;
+  std::chrono::milliseconds duration{1000};
+};
+
+struct LoadResult {
+  double fetchesPerSecond = 0;
+  std::uint64_t failures = 0;  // connections that ended in an error or without a byte
+  std::uint64_t bytes = 0;     // received in all
+};
+
+LoadResult Run(const Load& load);
+
+/// One fetch by each of `clients` at once: how long each took from connecting to the last byte, and
+/// how much came.
+struct Fetched {
+  double seconds = 0;
+  std::uint64_t bytes = 0;
+};
+std::vector<Fetched> FetchOnce(const Load& load);
+
+}  // namespace bench
