@@ -1,0 +1,86 @@
+// The main of test programs whose servers run in the window toolkit's loop.
+//
+// The toolkit has the main thread, the tests another. TARNWERK_TEST_OPEN names what is open while
+// they run: "dialog" (a modal one of the toolkit), "message box" (the system's own), "menu" (a
+// pop-up menu) or "nothing". The servers must not notice the difference.
+
+#include <gtest/gtest.h>
+#include <wx/app.h>
+#include <wx/dialog.h>
+#include <wx/frame.h>
+#include <wx/init.h>
+#include <wx/menu.h>
+#include <wx/msgdlg.h>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+#include "core/window_loop.h"
+#include "tests/support/loop_host.h"
+
+namespace {
+
+class WindowLoopHost : public test::LoopHost {
+ public:
+  core::EventLoop& Loop() override { return loop_.Events(); }
+
+ private:
+  core::WindowLoop loop_;
+};
+
+std::string WhatToOpen() {
+  const char* name = std::getenv("TARNWERK_TEST_OPEN");
+  return name == nullptr ? "nothing" : name;
+}
+
+// Returns only when the user, who is not there, has closed it.
+void OpenAndStay(const std::string& what, wxWindow* parent) {
+  if (what == "dialog") {
+    wxDialog(parent, wxID_ANY, "Modal").ShowModal();
+  } else if (what == "message box") {
+    wxMessageBox("A message", "Box", wxOK | wxICON_INFORMATION, parent);
+  } else if (what == "menu") {
+    wxMenu menu;
+    menu.Append(wxID_ABOUT, "An item");
+    parent->PopupMenu(&menu);
+  }
+}
+
+std::atomic<bool> returned = false;
+
+void RunTestsAndExit() {
+  // The loop under test must be inside what is open before the first test.
+  std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  const int result = RUN_ALL_TESTS();
+  const bool closedEarly = returned;
+  if (closedEarly) std::puts("what was to stay open was closed before the tests had ended");
+  std::fflush(nullptr);
+  // Not back through the main thread, which sits in a loop that only a user can end.
+  std::_Exit(result != 0 || closedEarly ? 1 : 0);
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  testing::InitGoogleTest(&argumentCount, arguments);
+  wxApp::SetInstance(new wxApp);
+  int none = 1;
+  if (!wxEntryStart(none, arguments) || !wxTheApp->CallOnInit()) {
+    std::puts("the window toolkit does not start: is there a display?");
+    return 1;
+  }
+  WindowLoopHost host;
+  test::SetLoopHost(host);
+  auto* frame = new wxFrame(nullptr, wxID_ANY, "Under test");
+  frame->Show();
+  const std::string what = WhatToOpen();
+  frame->CallAfter([&] {
+    OpenAndStay(what, frame);
+    returned = what != "nothing";
+  });
+  std::thread(RunTestsAndExit).detach();
+  return wxTheApp->OnRun();
+}

@@ -1,0 +1,124 @@
+#include <filesystem>
+#include <thread>
+
+#include "tests/web/web_fixture.h"
+#include "web/not_found_page.h"
+
+namespace {
+
+using test::Client;
+using testing::HasSubstr;
+
+class Cgi : public test::WebFixture {
+ protected:
+  // The test's program under a name that a CGI program may have.
+  void Program(const std::string& name) {
+    const std::filesystem::path target = Home().Path("wwwroot/cgi-bin/" + name);
+    std::filesystem::create_directories(target.parent_path());
+    std::filesystem::copy_file(CGI_ECHO, target);
+  }
+  std::string Post(const std::string& resource, const std::string& body) {
+    return test::Fetch(port_, Request(resource, body));
+  }
+  static std::string Request(const std::string& resource, const std::string& body) {
+    return "POST " + resource + " HTTP/1.0\r\nContent-Length: " + std::to_string(body.size()) +
+           "\r\n\r\n" + body;
+  }
+};
+
+TEST_F(Cgi, RunsTheProgramAndSendsAndRemovesItsPage) {
+  StartWeb();
+  Program("form.exe");
+  EXPECT_EQ(Post("/form.exe", "x=a+b%21"), "3|x=a b!\r\n|");
+  EXPECT_EQ(Post("/FORM.EXE?q", "%C4%E3"), "3|你\r\n|");
+  EXPECT_TRUE(Eventually([&] { return !Home().Has("wwwroot/form.htm"); }));
+  EXPECT_FALSE(Home().Has("wwwroot/FORM.htm"));
+  EXPECT_EQ(Home().Read("wwwroot/cgi-bin/TempFileIn"), "你\r\n");
+  EXPECT_EQ(WebLog(), "");
+}
+
+TEST_F(Cgi, KeepsSlashesAndPutsThePageUnderTheRoot) {
+  StartWeb();
+  Program("sub/p.cgi");
+  Page("sub/placeholder", "");
+  EXPECT_EQ(Post("/sub/p.cgi", "ab"), "3|ab\r\n|");
+}
+
+TEST_F(Cgi, HandsOverTheWholeRequestWithoutALength) {
+  StartWeb();
+  Program("a.cgi");
+  const std::string request = "POST /a.cgi HTTP/1.0\r\n\r\n%41+";
+  EXPECT_EQ(test::Fetch(port_, request), "3|" + request + "\r\n|");
+}
+
+TEST_F(Cgi, RefusesWhatIsNoProgramOrMayNotRun) {
+  StartWeb();
+  EXPECT_EQ(Post("/a.txt", "x"), ModWeb::BuildNotFoundPage());
+  EXPECT_EQ(Post("/dir/", "%zz"), ModWeb::BuildNotFoundPage());
+  EXPECT_THAT(WebLog(), HasSubstr("请求方法：POST  请求资源：a.txt  Failed!\r\n"));
+  EXPECT_THAT(WebLog(), HasSubstr("请求资源：dir/  Failed!\r\n"));
+  EXPECT_EQ(Post("/missing.cgi", "x"), ModWeb::BuildNotFoundPage());
+  EXPECT_THAT(WebLog(), testing::Not(HasSubstr("missing")));
+}
+
+TEST_F(Cgi, RunsNothingWithoutPermission) {
+  StartWeb("Read=1\noptAppDone=False\n");
+  Program("a.cgi");
+  EXPECT_EQ(Post("/a.cgi", "x"), ModWeb::BuildNotFoundPage());
+  EXPECT_THAT(WebLog(), HasSubstr("请求资源：a.cgi  Failed!\r\n"));
+  EXPECT_FALSE(Home().Has("wwwroot/cgi-bin/TempFileIn"));
+}
+
+TEST_F(Cgi, ABadEscapeEndsTheRequestAndLeavesTheConnectionOpen) {
+  StartWeb();
+  Page("a.txt", "still there");
+  Client client(port_);
+  // Whether the program exists does not matter: the body comes first.
+  client.Send(Request("/missing.cgi", "%4"));
+  EXPECT_EQ(client.ReceiveFor(std::chrono::milliseconds(100)), "");
+  EXPECT_THAT(ErrorLog(), HasSubstr("URL escape"));
+  client.Send("GET /a.txt HTTP/1.0\r\n\r\n");
+  EXPECT_EQ(client.ReceiveAll(), "still there");
+}
+
+TEST_F(Cgi, AProgramWithoutAPageGetsTheNotFoundPage) {
+  StartWeb();
+  Program("silent.exe");
+  EXPECT_EQ(Post("/silent.exe", "x"), ModWeb::BuildNotFoundPage());
+}
+
+TEST_F(Cgi, AProgramThatCannotStartIsToldAndAnsweredWithWhatExists) {
+  StartWeb();
+  Page("cgi-bin/text.exe", "this is no program");
+  EXPECT_EQ(Post("/text.exe", "x"), ModWeb::BuildNotFoundPage());
+  EXPECT_THAT(ErrorLog(), HasSubstr("text.exe: "));
+}
+
+TEST_F(Cgi, ProgramsRunOneAfterAnotherAndHoldUpNobody) {
+  StartWeb();
+  Program("slow1.exe");
+  Program("slow2.exe");
+  Page("a.txt", "meanwhile");
+  Client first(port_);
+  Client second(port_);
+  first.Send(Request("/slow1.exe", "one"));
+  second.Send(Request("/slow2.exe", "two"));
+  EXPECT_EQ(Get("/a.txt"), "meanwhile");
+  EXPECT_EQ(first.ReceiveAll(), "3|one\r\n|");
+  EXPECT_EQ(second.ReceiveAll(), "3|two\r\n|");
+}
+
+TEST_F(Cgi, AClientThatLeavesTakesNothingWithIt) {
+  StartWeb();
+  Program("slow.exe");
+  Program("next.exe");
+  Client leaving(port_);
+  leaving.Send(Request("/slow.exe", "lost"));
+  ASSERT_TRUE(Eventually([&] { return Home().Has("wwwroot/cgi-bin/TempFileIn"); }));
+  leaving.Reset();
+  // The next program waits for the one that runs, and the page that nobody fetches is removed.
+  EXPECT_EQ(Post("/next.exe", "n"), "3|n\r\n|");
+  EXPECT_FALSE(Home().Has("wwwroot/slow.htm"));
+}
+
+}  // namespace
