@@ -33,7 +33,8 @@ Connection::Connection(SocketContext& context, Socket socket, ConnectionOwner& o
     : context_(context),
       socket_(std::move(socket)),
       owner_(&owner),
-      handlers_(std::make_shared<HandlerScope>(context.loop, context.reportError)) {
+      handlers_(std::make_shared<HandlerScope>(context.loop, context.reportError)),
+      peerLook_(context.loop) {
   asio::error_code ignored;
   socket_.non_blocking(true, ignored);
   handlers_->OnHandlerEnd([this] {
@@ -71,11 +72,24 @@ void Connection::HoldReading(bool hold) {
 std::string Connection::GetData() { return std::exchange(arrived_, {}); }
 
 bool Connection::MayRead() const {
-  return reading_ && state_ == SocketState::kConnected && handlers_->HandlerCount() < kMostHandlers;
+  return reading_ && state_ == SocketState::kConnected && !IsFullOfHandlers();
 }
+
+bool Connection::IsFullOfHandlers() const { return handlers_->HandlerCount() >= kMostHandlers; }
 
 void Connection::ContinueReading() {
   if (MayRead() && !awaiting_) AwaitReadable();
+  if (IsFullOfHandlers() && !peerLook_.IsRunning()) WatchPeer();
+}
+
+// A peer that goes away behind bytes that are not read would otherwise keep its slot for good.
+void Connection::WatchPeer() {
+  peerLook_.Start(kPeerLook, [this] {
+    const std::shared_ptr<Connection> self = shared_from_this();
+    if (state_ != SocketState::kConnected || !IsFullOfHandlers()) return;
+    const auto socket = static_cast<platform::NativeSocket>(socket_.native_handle());
+    platform::HasPeerShut(socket) ? OnPeerShut() : WatchPeer();
+  });
 }
 
 void Connection::AwaitReadable() {
@@ -101,6 +115,9 @@ void Connection::OnReadable() {
       return Break();
   }
 }
+
+// A reset may be told here and nowhere else: reading would then find an orderly end.
+void Connection::OnWaitFailure() { draining_ ? Abandon() : Break(); }
 
 void Connection::TakeArrival() {
   const std::shared_ptr<Connection> self = shared_from_this();
@@ -198,6 +215,7 @@ Task<> Connection::Sent() {
 void Connection::EndHandlers(SocketState state) {
   state_ = state;
   arrived_.clear();
+  peerLook_.Stop();
   handlers_->End();
   sentWaiters_.WakeAll();
 }

@@ -84,8 +84,14 @@ class Connection : public std::enable_shared_from_this<Connection> {
   /// a slow peer does not take piles up here. Does nothing on a connection that has ended.
   void SendData(std::string_view bytes);
 
+  /// Whether the system has yet to take something.
+  bool HasUnsentBytes() const { return !outbox_.IsEmpty(); }
+
   /// Waits until the system has taken everything sent so far.
   Task<> Sent();
+
+  /// Starts a handler that belongs to this connection without an arrival.
+  void StartHandler(Task<> handler) { handlers_->Start(std::move(handler)); }
 
   /// Ends the connection. Everything sent reaches the peer, even if it has sent bytes that nobody
   /// read.
@@ -111,9 +117,12 @@ class Connection : public std::enable_shared_from_this<Connection> {
   };
 
   bool MayRead() const;
+  bool IsFullOfHandlers() const;
   void ContinueReading();
+  void WatchPeer();
   void AwaitReadable();
   void OnReadable();
+  void OnWaitFailure();
   void TakeArrival();
   ReadResult ReadPending();
   ReadResult PeekPending();
@@ -131,6 +140,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void Abandon();
 
   static constexpr int kMostHandlers = 64;
+  static constexpr std::chrono::seconds kPeerLook{1};
 
   SocketContext& context_;
   mutable Socket socket_;  // asking it for its handle is no change
@@ -140,6 +150,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   std::string arrived_;
   Outbox outbox_;
   WaitList sentWaiters_;
+  Timer peerLook_;         // runs while so many handlers are suspended that nothing is read
   bool reading_ = false;   // StartReading was called
   bool held_ = false;      // HoldReading
   bool awaiting_ = false;  // the system has been asked for readability

@@ -15,6 +15,15 @@ platform::NativeSocket NativeOf(auto& socket) {
   return static_cast<platform::NativeSocket>(socket.native_handle());
 }
 
+bool IsAddressRefused(const asio::error_code& error) {
+  return error == std::errc::address_in_use || error == std::errc::address_not_available;
+}
+
+bool IsShortage(const asio::error_code& error) {
+  return error == asio::error::no_descriptors || error == asio::error::no_buffer_space ||
+         error == asio::error::no_memory || error == std::errc::too_many_files_open_in_system;
+}
+
 // The address from which this machine would reach others. Nothing is sent: connecting a datagram
 // socket only looks up the route.
 std::string MachineAddress(EventLoop& loop) {
@@ -69,11 +78,13 @@ class EventSocket::Listener : public std::enable_shared_from_this<EventSocket::L
 
   void OnAccepted(const asio::error_code& error, Tcp::socket socket) {
     if (!onRequest_) return;
-    if (error) {
-      // Out of descriptors, most likely: asking again at once would only burn time.
+    if (IsShortage(error)) {
+      // Asking again at once would only burn time.
       retry_.Start(std::chrono::milliseconds(100), [this] { AcceptNext(); });
       return;
     }
+    // A client that was gone before it could be accepted is no matter.
+    if (error) return AcceptNext();
     ConnectionRequest request(std::move(socket));
     const OnRequest onRequest = onRequest_;  // which may close this listener
     onRequest(request);
@@ -93,12 +104,15 @@ class EventSocket::Connector : public std::enable_shared_from_this<EventSocket::
   void Start(std::uint16_t localPort, const Tcp::endpoint& peer) {
     asio::error_code error;
     Bind(localPort, error);
-    if (error) Bind(0, error);
-    socket_.async_connect(peer, [self = shared_from_this()](const asio::error_code& failure) {
-      if (self->owner_ == nullptr) return;
-      if (failure) return self->owner_->OnConnectFailure();
-      self->owner_->OnConnected(std::move(self->socket_));
-    });
+    if (error) Bind(localPort = 0, error);
+    socket_.async_connect(
+        peer, [self = shared_from_this(), localPort, peer](const asio::error_code& failure) {
+          if (self->owner_ == nullptr) return;
+          // The same pair of ports was in use a moment ago, and the system still remembers it.
+          if (localPort != 0 && IsAddressRefused(failure)) return self->Start(0, peer);
+          if (failure) return self->owner_->OnConnectFailure();
+          self->owner_->OnConnected(std::move(self->socket_));
+        });
   }
 
   void Cancel() {
@@ -188,6 +202,7 @@ void EventSocket::Carry(std::shared_ptr<Connection> connection) {
 void EventSocket::OnConnected(Tcp::socket socket) {
   connector_.reset();
   Carry(Connection::Adopt(context_, std::move(socket), *this));
+  events_.OnConnect(index_);
   connection_->StartReading();
 }
 

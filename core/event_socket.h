@@ -28,6 +28,8 @@ class ConnectionRequest {
 class SocketEvents {
  public:
   virtual void OnConnectionRequest(int index, ConnectionRequest& request) = 0;
+  /// An own attempt to connect has succeeded. Nothing has been read yet.
+  virtual void OnConnect(int index) { static_cast<void>(index); }
   virtual Task<> OnDataArrival(int index, std::shared_ptr<Connection> connection) = 0;
   virtual void OnClose(int index) = 0;
   virtual void OnError(int index) = 0;
@@ -36,7 +38,7 @@ class SocketEvents {
   ~SocketEvents() = default;
 };
 
-class EventSocket : private ConnectionOwner {
+class EventSocket final : private ConnectionOwner {
  public:
   EventSocket(SocketContext& context, SocketEvents& events, int index);
   ~EventSocket();

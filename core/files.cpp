@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/entry.h"
 #include "platform/native_path.h"
 
 namespace ModCommon {
@@ -95,7 +96,18 @@ std::error_code WriteFile(std::string_view path, std::string_view bytes) {
   return error;
 }
 
-std::error_code ReplaceFile(std::string_view path, std::string_view bytes) {
+std::error_code FlushFile(std::string_view path) {
+  std::error_code error;
+  const fs::path native = ExistingPath(path);
+  if (!fs::exists(native, error)) return std::make_error_code(std::errc::no_such_file_or_directory);
+  // Windows flushes only what is open for writing.
+  File file = File::Open(native, File::Mode::kUpdate, error);
+  if (file.IsOpen()) file.Flush(error);
+  if (!error) File::FlushFolder(native.parent_path(), error);
+  return error;
+}
+
+std::error_code ReplaceContent(std::string_view path, std::string_view bytes) {
   const fs::path target = Resolved(ExistingPath(path));
   const fs::path temporary = TemporaryBeside(target);
   std::error_code error;
@@ -114,7 +126,7 @@ std::error_code ReplaceFile(std::string_view path, std::string_view bytes) {
   return error;
 }
 
-std::error_code DeleteFile(std::string_view path) {
+std::error_code RemoveFile(std::string_view path) {
   const fs::path native = ExistingPath(path);
   std::error_code error;
   if (fs::is_directory(native, error)) return std::make_error_code(std::errc::is_a_directory);
@@ -132,14 +144,13 @@ std::error_code RenamePath(std::string_view from, std::string_view to) {
     return std::make_error_code(std::errc::file_exists);
   }
   // In the folder that is found, but under the name as written.
-  const fs::path target = occupied.parent_path() / NativePath(to).filename();
-  fs::rename(source, target, error);
+  platform::MoveEntry(source, occupied.parent_path() / NativePath(to).filename(), error);
   return error;
 }
 
-std::error_code CopyFile(std::string_view from, std::string_view to) {
+std::error_code CopyFileOver(std::string_view from, std::string_view to) {
   std::error_code error;
-  fs::copy_file(ExistingPath(from), ExistingPath(to), fs::copy_options::overwrite_existing, error);
+  platform::CopyFileOver(ExistingPath(from), ExistingPath(to), error);
   return error;
 }
 
@@ -170,7 +181,13 @@ std::vector<platform::DirectoryEntry> ListFolder(std::string_view path, std::err
   return platform::ListDirectory(ExistingPath(path), error);
 }
 
+platform::DirectoryReader ReadFolder(std::string_view path, std::error_code& error) {
+  return platform::DirectoryReader(ExistingPath(path), error);
+}
+
 platform::EntryFacts InspectPath(std::string_view path, std::error_code& error) {
+  const platform::EntryFacts facts = platform::InspectEntry(NativePath(path), error);
+  if (!IsMissing(error)) return facts;
   return platform::InspectEntry(ExistingPath(path), error);
 }
 

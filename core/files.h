@@ -40,18 +40,21 @@ std::error_code AppendToFile(std::string_view path, std::string_view bytes);
 /// Writes a new file or replaces all of an old one's content.
 std::error_code WriteFile(std::string_view path, std::string_view bytes);
 
+/// Returns once the file, content and name, would survive a power cut. It must exist.
+std::error_code FlushFile(std::string_view path);
+
 /// Puts `bytes` in the place of the file so that at any moment, a crash included, either the old
 /// content or the new one is there.
-std::error_code ReplaceFile(std::string_view path, std::string_view bytes);
+std::error_code ReplaceContent(std::string_view path, std::string_view bytes);
 
-std::error_code DeleteFile(std::string_view path);
+std::error_code RemoveFile(std::string_view path);
 
 /// Renames or moves a file or folder. That `to` exists already is an error, unless it is the same
 /// thing under another case of its name.
 std::error_code RenamePath(std::string_view from, std::string_view to);
 
 /// Copies over whatever is there.
-std::error_code CopyFile(std::string_view from, std::string_view to);
+std::error_code CopyFileOver(std::string_view from, std::string_view to);
 
 bool FolderExists(std::string_view path);
 
@@ -63,6 +66,9 @@ std::error_code RemoveFolder(std::string_view path);
 
 /// The entries of a folder in the order of their upper-cased names.
 std::vector<platform::DirectoryEntry> ListFolder(std::string_view path, std::error_code& error);
+
+/// The same a few entries at a time and unsorted.
+platform::DirectoryReader ReadFolder(std::string_view path, std::error_code& error);
 
 platform::EntryFacts InspectPath(std::string_view path, std::error_code& error);
 

@@ -49,7 +49,7 @@ std::int16_t WriteIni(std::string_view file, std::string_view section, std::stri
   if (!bytes && !error) return 0;
   core::IniText text(bytes ? std::move(*bytes) : std::string());
   text.Set(section, key, value);
-  return core::ReplaceFile(file, text.Bytes()) ? 0 : 1;
+  return core::ReplaceContent(file, text.Bytes()) ? 0 : 1;
 }
 
 }  // namespace ModINIOP

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -15,6 +16,7 @@ struct DirectoryEntry {
   std::string name;  // UTF-8
   bool isFolder = false;
   bool isHidden = false;
+  bool isLink = false;
 };
 
 struct EntryFacts {
@@ -27,6 +29,24 @@ struct EntryFacts {
 /// (by upper-cased name). A link counts as what it points to. Empty with `error` on failure.
 std::vector<DirectoryEntry> ListDirectory(const std::filesystem::path& folder,
                                           std::error_code& error);
+
+/// Reads a folder a few entries at a time, so that a large one holds up nobody. Owns the system's
+/// handle.
+class DirectoryReader {
+ public:
+  /// Nothing can be read if `error` is set.
+  DirectoryReader(const std::filesystem::path& folder, std::error_code& error);
+  ~DirectoryReader();
+  DirectoryReader(DirectoryReader&&) noexcept;
+
+  /// Appends up to `most` further entries without "." and "..", in no particular order; appends none
+  /// at the end or on failure.
+  void Read(std::size_t most, std::vector<DirectoryEntry>& entries, std::error_code& error);
+
+ private:
+  struct Search;
+  std::unique_ptr<Search> search_;
+};
 
 /// What is known of `path`; links are followed.
 EntryFacts InspectEntry(const std::filesystem::path& path, std::error_code& error);

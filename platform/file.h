@@ -45,6 +45,10 @@ class File {
   /// Returns once what was written would survive a power cut.
   void Flush(std::error_code& error);
 
+  /// Returns once the names in `folder` would survive a power cut: a new file is safe only when it
+  /// and its folder are flushed. On Windows the file's own flush includes its name.
+  static void FlushFolder(const std::filesystem::path& folder, std::error_code& error);
+
  private:
   // A file descriptor or a HANDLE; both systems say "none" by minus one.
   using Handle = std::intptr_t;

@@ -18,6 +18,10 @@ void ClaimAddress(NativeSocket listener);
 /// a listener, the connections that it accepts have it too.
 void PrepareForTraffic(NativeSocket socket);
 
+/// Whether the peer has shut its side or is gone, even if bytes that nobody has read stand in front
+/// of that. Windows may tell it only once these have been read.
+bool HasPeerShut(NativeSocket socket);
+
 /// The bytes sent that the peer's system has not confirmed yet; 0 where the system does not tell.
 std::size_t UnconfirmedBytes(NativeSocket socket);
 

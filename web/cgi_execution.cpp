@@ -32,7 +32,7 @@ Task<> WebServer::ServePostRequest(std::string requestText, Client client) {
   const std::string cgiDir = PathInRoot("cgi-bin\\");
   const std::string outPath = co_await RunCgiProgram(cgiDir, resource, body);
   co_await SendHtmlFile(outPath, client);
-  if (ModCommon::FileExists(outPath)) core::DeleteFile(outPath);
+  if (ModCommon::FileExists(outPath)) core::RemoveFile(outPath);
 }
 
 Task<> WebServer::RefusePost(Client client) {

@@ -33,7 +33,7 @@ struct Exit {
 };
 
 void WriteInput(const CgiJob& job) {
-  if (ModCommon::FileExists(job.inPath)) core::DeleteFile(job.inPath);
+  if (ModCommon::FileExists(job.inPath)) core::RemoveFile(job.inPath);
   const std::error_code error = core::WriteFile(job.inPath, core::ToSystem(job.body) + "\r\n");
   if (error) throw std::runtime_error("TempFileIn: " + error.message());
 }
@@ -95,7 +95,7 @@ core::Task<> CgiQueue::Perform(std::shared_ptr<Ticket> ticket) {
   co_await Execute(ticket);
   ticket->done = true;
   ticket->waiters.WakeAll();
-  if (!ticket->wanted) core::DeleteFile(ticket->job.outPath);
+  if (!ticket->wanted) core::RemoveFile(ticket->job.outPath);
 }
 
 core::Task<> CgiQueue::Execute(std::shared_ptr<Ticket> ticket) {

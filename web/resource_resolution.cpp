@@ -62,7 +62,7 @@ std::string WebServer::FindDefaultPage() const {
 // While a search index is there, every page that was served is collected beside it.
 void WebServer::CopyIntoSearch(const std::string& path, const std::string& resource) const {
   if (!ModCommon::FileExists(PathInRoot("Search\\Search.ifo"))) return;
-  const std::error_code error = core::CopyFile(path, PathInRoot("Search\\" + resource));
+  const std::error_code error = core::CopyFileOver(path, PathInRoot("Search\\" + resource));
   if (error) environment_.program.errors.LogError("Search\\" + resource + ": " + error.message());
 }
 

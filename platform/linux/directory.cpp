@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <limits>
 
 #include "platform/native_path.h"
 #include "platform/text_case.h"
@@ -21,15 +22,10 @@ bool IsFolder(int folder, const dirent& entry) {
   return fstatat(folder, entry.d_name, &facts, 0) == 0 && S_ISDIR(facts.st_mode);
 }
 
-std::vector<DirectoryEntry> ReadEntries(DIR* directory) {
-  std::vector<DirectoryEntry> entries;
-  while (const dirent* entry = readdir(directory)) {
-    const std::string name = entry->d_name;
-    if (name == "." || name == "..") continue;
-    // Only the name: the text of a path would turn a backslash in it into a separator.
-    entries.push_back({NameTextOf(name), IsFolder(dirfd(directory), *entry), name.front() == '.'});
-  }
-  return entries;
+bool IsLink(int folder, const dirent& entry) {
+  if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_LNK;
+  struct stat facts = {};
+  return fstatat(folder, entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(facts.st_mode);
 }
 
 std::chrono::system_clock::time_point TimeOf(const statx_timestamp& time) {
@@ -38,16 +34,55 @@ std::chrono::system_clock::time_point TimeOf(const statx_timestamp& time) {
 
 }  // namespace
 
-std::vector<DirectoryEntry> ListDirectory(const std::filesystem::path& folder,
-                                          std::error_code& error) {
+struct DirectoryReader::Search {
+  explicit Search(DIR* opened) : directory(opened) {}
+  ~Search() { closedir(directory); }
+  Search(const Search&) = delete;
+  Search& operator=(const Search&) = delete;
+
+  DIR* directory;
+};
+
+DirectoryReader::DirectoryReader(const std::filesystem::path& folder, std::error_code& error) {
   error.clear();
   DIR* directory = opendir(folder.c_str());
   if (directory == nullptr) {
     error = LastError();
-    return {};
+  } else {
+    search_ = std::make_unique<Search>(directory);
   }
-  std::vector<DirectoryEntry> entries = ReadEntries(directory);
-  closedir(directory);
+}
+
+DirectoryReader::~DirectoryReader() = default;
+DirectoryReader::DirectoryReader(DirectoryReader&&) noexcept = default;
+
+void DirectoryReader::Read(std::size_t most, std::vector<DirectoryEntry>& entries,
+                           std::error_code& error) {
+  error.clear();
+  if (!search_) return;
+  const int folder = dirfd(search_->directory);
+  while (most > 0) {
+    errno = 0;
+    const dirent* entry = readdir(search_->directory);
+    if (entry == nullptr) {
+      if (errno != 0) error = LastError();
+      return;
+    }
+    const std::string name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    // Only the name: the text of a path would turn a backslash in it into a separator.
+    entries.push_back(
+        {NameTextOf(name), IsFolder(folder, *entry), name.front() == '.', IsLink(folder, *entry)});
+    --most;
+  }
+}
+
+std::vector<DirectoryEntry> ListDirectory(const std::filesystem::path& folder,
+                                          std::error_code& error) {
+  std::vector<DirectoryEntry> entries;
+  DirectoryReader reader(folder, error);
+  if (!error) reader.Read(std::numeric_limits<std::size_t>::max(), entries, error);
+  if (error) return {};
 
   std::vector<std::pair<std::string, std::size_t>> order;
   order.reserve(entries.size());

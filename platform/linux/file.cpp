@@ -87,4 +87,11 @@ void File::Flush(std::error_code& error) {
   if (fsync(static_cast<int>(handle_)) != 0) error = LastError();
 }
 
+void File::FlushFolder(const std::filesystem::path& folder, std::error_code& error) {
+  error.clear();
+  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0 || fsync(descriptor) != 0) error = LastError();
+  if (descriptor >= 0) close(descriptor);
+}
+
 }  // namespace platform

@@ -3,6 +3,7 @@
 #include <linux/sockios.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 
@@ -23,6 +24,11 @@ void PrepareForTraffic(NativeSocket socket) {
   Set(socket, IPPROTO_TCP, TCP_KEEPIDLE, 60);
   Set(socket, IPPROTO_TCP, TCP_KEEPINTVL, 15);
   Set(socket, IPPROTO_TCP, TCP_KEEPCNT, 4);
+}
+
+bool HasPeerShut(NativeSocket socket) {
+  pollfd question = {static_cast<int>(socket), POLLRDHUP, 0};
+  return poll(&question, 1, 0) > 0;
 }
 
 std::size_t UnconfirmedBytes(NativeSocket socket) {

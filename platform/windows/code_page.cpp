@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <optional>
+
 #include "platform/windows/wide_text.h"
 
 namespace platform {
@@ -22,6 +24,25 @@ std::wstring Widen(Charset charset, std::string_view bytes, DWORD flags) {
   std::wstring wide(static_cast<std::size_t>(std::max(wideSize, 0)), L'\0');
   MultiByteToWideChar(NumberOf(charset), flags, bytes.data(), size, wide.data(), wideSize);
   return wide;
+}
+
+std::size_t CharacterUnits(std::wstring_view wide) {
+  return wide.size() > 1 && IS_SURROGATE_PAIR(wide[0], wide[1]) ? 2 : 1;
+}
+
+// None if there is anything in `wide` that the set does not hold.
+std::optional<std::string> Narrow(Charset charset, std::wstring_view wide) {
+  const int wideSize = static_cast<int>(wide.size());
+  const UINT number = NumberOf(charset);
+  BOOL replaced = FALSE;
+  // Code page 54936 holds everything, and does not take the question.
+  BOOL* const asked = charset == Charset::kGbk ? &replaced : nullptr;
+  const int size =
+      WideCharToMultiByte(number, 0, wide.data(), wideSize, nullptr, 0, nullptr, asked);
+  if (size <= 0 || replaced != FALSE) return std::nullopt;
+  std::string bytes(static_cast<std::size_t>(size), '\0');
+  WideCharToMultiByte(number, 0, wide.data(), wideSize, bytes.data(), size, nullptr, nullptr);
+  return bytes;
 }
 
 }  // namespace
@@ -56,16 +77,15 @@ std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless) {
 }
 
 std::string FromUtf8(Charset charset, std::string_view text) {
-  if (text.empty()) return {};
   const std::wstring wide = WideText(text);
-  const UINT number = NumberOf(charset);
-  // Code page 54936 takes no replacement of our own; there is nothing that it does not hold.
-  const char* replacement = number == 936 ? "?" : nullptr;
-  const int wideSize = static_cast<int>(wide.size());
-  const int size =
-      WideCharToMultiByte(number, 0, wide.data(), wideSize, nullptr, 0, replacement, nullptr);
-  std::string bytes(static_cast<std::size_t>(std::max(size, 0)), '\0');
-  WideCharToMultiByte(number, 0, wide.data(), wideSize, bytes.data(), size, replacement, nullptr);
+  if (const auto whole = Narrow(charset, wide)) return *whole;
+  // The system would put two marks for a character of two units: go character by character.
+  std::string bytes;
+  for (std::wstring_view rest = wide; !rest.empty();) {
+    const std::wstring_view character = rest.substr(0, CharacterUnits(rest));
+    bytes += Narrow(charset, character).value_or("?");
+    rest.remove_prefix(character.size());
+  }
   return bytes;
 }
 

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <limits>
 
 #include "platform/text_case.h"
 #include "platform/windows/wide_text.h"
@@ -20,26 +21,61 @@ std::chrono::system_clock::time_point TimeOf(const FILETIME& time) {
   return std::chrono::system_clock::from_time_t(static_cast<std::time_t>(steps / 10000000));
 }
 
+DirectoryEntry EntryOf(const WIN32_FIND_DATAW& found) {
+  const auto has = [&](DWORD attribute) { return (found.dwFileAttributes & attribute) != 0; };
+  return {NarrowText(found.cFileName), has(FILE_ATTRIBUTE_DIRECTORY), has(FILE_ATTRIBUTE_HIDDEN),
+          has(FILE_ATTRIBUTE_REPARSE_POINT)};
+}
+
 }  // namespace
+
+// `found` is the entry that comes next.
+struct DirectoryReader::Search {
+  ~Search() {
+    if (handle != INVALID_HANDLE_VALUE) FindClose(handle);
+  }
+
+  HANDLE handle = INVALID_HANDLE_VALUE;
+  WIN32_FIND_DATAW found = {};
+  bool more = true;
+};
+
+DirectoryReader::DirectoryReader(const std::filesystem::path& folder, std::error_code& error)
+    : search_(std::make_unique<Search>()) {
+  error.clear();
+  search_->handle = FindFirstFileW((folder / L"*").c_str(), &search_->found);
+  if (search_->handle != INVALID_HANDLE_VALUE) return;
+  error = LastError();
+  search_->more = false;
+}
+
+DirectoryReader::~DirectoryReader() = default;
+DirectoryReader::DirectoryReader(DirectoryReader&&) noexcept = default;
+
+void DirectoryReader::Read(std::size_t most, std::vector<DirectoryEntry>& entries,
+                           std::error_code& error) {
+  error.clear();
+  while (most > 0 && search_->more) {
+    DirectoryEntry entry = EntryOf(search_->found);
+    search_->more = FindNextFileW(search_->handle, &search_->found) != 0;
+    if (!search_->more && GetLastError() != ERROR_NO_MORE_FILES) error = LastError();
+    if (entry.name == "." || entry.name == "..") continue;
+    entries.push_back(std::move(entry));
+    --most;
+  }
+}
 
 std::vector<DirectoryEntry> ListDirectory(const std::filesystem::path& folder,
                                           std::error_code& error) {
-  error.clear();
-  WIN32_FIND_DATAW found = {};
-  const HANDLE search = FindFirstFileW((folder / L"*").c_str(), &found);
-  if (search == INVALID_HANDLE_VALUE) {
-    error = LastError();
-    return {};
-  }
+  std::vector<DirectoryEntry> found;
+  DirectoryReader reader(folder, error);
+  if (!error) reader.Read(std::numeric_limits<std::size_t>::max(), found, error);
+  if (error) return {};
   std::vector<std::pair<std::string, DirectoryEntry>> entries;
-  do {
-    const std::string name = NarrowText(found.cFileName);
-    if (name == "." || name == "..") continue;
-    const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    const bool isHidden = (found.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0;
-    entries.push_back({UpperCase(name), {name, isFolder, isHidden}});
-  } while (FindNextFileW(search, &found) != 0);
-  FindClose(search);
+  for (DirectoryEntry& entry : found) {
+    std::string upper = UpperCase(entry.name);
+    entries.emplace_back(std::move(upper), std::move(entry));
+  }
 
   // Not every file system (nor every emulation of one) hands its names out in order.
   std::sort(entries.begin(), entries.end(),

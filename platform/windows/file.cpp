@@ -91,4 +91,6 @@ void File::Flush(std::error_code& error) {
   if (FlushFileBuffers(Native(handle_)) == 0) error = LastError();
 }
 
+void File::FlushFolder(const std::filesystem::path&, std::error_code& error) { error.clear(); }
+
 }  // namespace platform

@@ -25,6 +25,11 @@ void PrepareForTraffic(NativeSocket socket) {
            nullptr);
 }
 
+bool HasPeerShut(NativeSocket socket) {
+  WSAPOLLFD question = {socket, POLLRDNORM, 0};
+  return WSAPoll(&question, 1, 0) > 0 && (question.revents & (POLLHUP | POLLERR)) != 0;
+}
+
 std::size_t UnconfirmedBytes(NativeSocket) { return 0; }
 
 }  // namespace platform

@@ -19,8 +19,10 @@ class TemporaryFolder {
   /// The path text of an entry, "a\\b"; of the folder itself for an empty name.
   std::string Text(std::string_view name = "") const;
 
-  /// The entry's native path; `name` may use "/".
-  std::filesystem::path Path(std::string_view name) const { return path_ / name; }
+  /// The native path of an entry; `name` is UTF-8 and may use "/".
+  std::filesystem::path Path(std::string_view name) const {
+    return path_ / std::filesystem::path(std::u8string(name.begin(), name.end()));
+  }
 
   /// Writes a file, making the folders above it.
   void Write(std::string_view name, std::string_view content) const;

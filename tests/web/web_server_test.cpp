@@ -1,3 +1,5 @@
+#include <regex>
+
 #include "tests/web/web_fixture.h"
 #include "web/not_found_page.h"
 
@@ -5,10 +7,14 @@ namespace {
 
 using test::Client;
 using testing::HasSubstr;
-using testing::MatchesRegex;
 using testing::StartsWith;
 
 using WebServer = test::WebFixture;
+
+// GoogleTest's own patterns know no groups on Windows.
+bool IsMatch(const std::string& text, const char* pattern) {
+  return std::regex_match(text, std::regex(pattern));
+}
 
 std::string NotFound() { return ModWeb::BuildNotFoundPage(); }
 
@@ -66,9 +72,10 @@ TEST_F(WebServer, RefusesToReadWithoutTheRightAndLogsTheSlashedResource) {
   StartWeb("Read=0\n");
   Page("docs/a.txt", "secret");
   EXPECT_EQ(Get("/docs/a.txt"), NotFound());
-  EXPECT_THAT(WebLog(),
-              MatchesRegex("时间：....-..-.. ..:..:..  客户机IP：127\\.0\\.0\\.1  请求方法：GET  "
-                           "请求资源：docs/a\\.txt  Failed!\r\n"));
+  EXPECT_TRUE(IsMatch(WebLog(),
+                      "时间：....-..-.. ..:..:..  客户机IP：127\\.0\\.0\\.1  请求方法：GET  "
+                      "请求资源：docs/a\\.txt  Failed!\r\n"))
+      << WebLog();
 }
 
 TEST_F(WebServer, RewritesTheCurrentResourceInPlace) {
@@ -102,12 +109,13 @@ TEST_F(WebServer, EndsFilesOfFullPiecesInARunErrorLine) {
   Page("full.txt", std::string(10240, 'f'));
   Page("two.txt", std::string(20480, 't'));
   Page("rest.txt", std::string(25000, 'r'));
+  const char* threeLines = "(在 [^\r]*\r\n\r\n){3}";
   EXPECT_EQ(Get("/empty.txt"), "");
   EXPECT_EQ(Get("/full.txt").size(), 10240U);
   EXPECT_EQ(Get("/two.txt").size(), 20480U);
-  EXPECT_THAT(ErrorLog(), MatchesRegex("(在 [^\r]*\r\n\r\n){3}"));
+  EXPECT_TRUE(IsMatch(ErrorLog(), threeLines)) << ErrorLog();
   EXPECT_EQ(Get("/rest.txt"), std::string(25000, 'r'));
-  EXPECT_THAT(ErrorLog(), MatchesRegex("(在 [^\r]*\r\n\r\n){3}"));
+  EXPECT_TRUE(IsMatch(ErrorLog(), threeLines));
 }
 
 TEST_F(WebServer, PacesFullPiecesAndServesOthersMeanwhile) {

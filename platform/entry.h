@@ -1,0 +1,19 @@
+#pragma once
+
+// Moving and copying entries of the file system.
+
+#include <filesystem>
+#include <system_error>
+
+namespace platform {
+
+/// Renames or moves a file or folder. An entry that has the target name already is never replaced:
+/// that is an error.
+void MoveEntry(const std::filesystem::path& from, const std::filesystem::path& to,
+               std::error_code& error);
+
+/// Copies a file's content over whatever file has the target name.
+void CopyFileOver(const std::filesystem::path& from, const std::filesystem::path& to,
+                  std::error_code& error);
+
+}  // namespace platform

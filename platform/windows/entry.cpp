@@ -1,0 +1,26 @@
+#include "platform/entry.h"
+
+#include <windows.h>
+
+namespace platform {
+namespace {
+
+void Report(BOOL succeeded, std::error_code& error) {
+  error.clear();
+  if (succeeded == 0) error.assign(static_cast<int>(GetLastError()), std::system_category());
+}
+
+}  // namespace
+
+void MoveEntry(const std::filesystem::path& from, const std::filesystem::path& to,
+               std::error_code& error) {
+  Report(MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_COPY_ALLOWED), error);
+}
+
+// Not std::filesystem's: with this compiler that does not overwrite.
+void CopyFileOver(const std::filesystem::path& from, const std::filesystem::path& to,
+                  std::error_code& error) {
+  Report(CopyFileW(from.c_str(), to.c_str(), FALSE), error);
+}
+
+}  // namespace platform
