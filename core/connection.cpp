@@ -96,7 +96,8 @@ void Connection::AwaitReadable() {
   awaiting_ = true;
   socket_.async_wait(Socket::wait_read, [self = shared_from_this()](const asio::error_code& error) {
     self->awaiting_ = false;
-    if (error != asio::error::operation_aborted) self->OnReadable();
+    if (error == asio::error::operation_aborted) return;
+    error ? self->OnWaitFailure() : self->OnReadable();
   });
 }
 
