@@ -53,6 +53,9 @@ Tarnwerk::~Tarnwerk() {
 Tarnwerk::Running& Tarnwerk::Made() {
   if (running_) return *running_;
   running_ = std::make_unique<Running>(program_);
+  // An address can be opened before its service has ever run.
+  running_->web.LoadOptions();
+  running_->ftp.LoadOptions();
   const auto close = [this] { Close(); };
   running_->frontend->Attach(running_->control, close);
   running_->signals.async_wait([close](const asio::error_code& error, int) {

@@ -1,0 +1,113 @@
+"""The built program as a process, in a temporary program directory, for tests in Python."""
+
+import os
+import pathlib
+import random
+import shutil
+import signal
+import socket
+import subprocess
+import tempfile
+import time
+
+PATIENCE = 30  # seconds for anything that is waited for
+
+
+def free_port():
+    """One that is free now and fits 16 bits with a sign, as the settings need it."""
+    while True:
+        port = random.randrange(20000, 32000)
+        with socket.socket() as probe:
+            try:
+                probe.bind(("", port))
+                return port
+            except OSError:
+                continue
+
+
+def accepts(port):
+    with socket.socket() as probe:
+        return probe.connect_ex(("127.0.0.1", port)) == 0
+
+
+def wait_until(condition, what):
+    end = time.monotonic() + PATIENCE
+    while not condition():
+        if time.monotonic() > end:
+            raise AssertionError(f"waited in vain for {what}")
+        time.sleep(0.01)
+
+
+def fetch(port, request):
+    """Everything that comes back until the server ends the connection."""
+    with socket.create_connection(("127.0.0.1", port), PATIENCE) as client:
+        client.sendall(request)
+        answer = b""
+        while piece := client.recv(65536):
+            answer += piece
+        return answer
+
+
+class Home:
+    """A program directory, and the user's directories beside it.
+
+    `program`: the words that start the program. Nothing outside the directory is touched.
+    """
+
+    def __init__(self, program, display=""):
+        self.program = list(program)
+        self.path = pathlib.Path(tempfile.mkdtemp(prefix="tarnwerk-home-"))
+        self.runtime = self.path / "runtime"
+        self.runtime.mkdir(mode=0o700)
+        self.ports = {name: free_port() for name in ("web", "ftp", "smtp", "pop3")}
+        self.environment = dict(
+            os.environ, TARNWERK_HOME=str(self.path), TARNWERK_HOSTS=str(self.path / "hosts"),
+            XDG_RUNTIME_DIR=str(self.runtime), XDG_CONFIG_HOME=str(self.path / "config"),
+            DISPLAY=display, WAYLAND_DISPLAY="")
+        self.processes = []
+
+    def write(self, name, content):
+        file = self.path / name
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_bytes(content if isinstance(content, bytes) else content.encode())
+
+    def read(self, name):
+        file = self.path / name
+        return file.read_bytes().decode() if file.exists() else ""
+
+    def write_settings(self, **more):
+        """Server.ini with every service on a port of its own; `more` goes to section System."""
+        system = "".join(f"{key}={value}\r\n" for key, value in more.items())
+        self.write("Server.ini", (
+            f"[System]\r\n{system}"
+            f"[WebServer Options]\r\nWebRootDir={self.path / 'wwwroot'}\r\n"
+            f"TCPPort={self.ports['web']}\r\nDNS=localhost\r\nStartDefaultPage=1\r\nRead=1\r\n"
+            f"optAppDone=True\r\n"
+            f"[FtpServer Options]\r\nFtpServer Root={self.path / 'ftproot'}\r\n"
+            f"FtpPort={self.ports['ftp']}\r\nDNS=localhost\r\n"
+            f"[MailServer Options]\r\nMailServer Root={self.path / 'mailroot'}\r\n"
+            f"SMTP Port={self.ports['smtp']}\r\nPOP3 Port={self.ports['pop3']}\r\n"
+            f"DNS=localhost\r\n"))
+
+    def start(self, *words, output=subprocess.DEVNULL):
+        process = subprocess.Popen([*self.program, *words], env=self.environment, stdout=output,
+                                   stdin=subprocess.DEVNULL)
+        self.processes.append(process)
+        return process
+
+    def run(self, *words):
+        """Runs the program to its end; its exit code and what it wrote."""
+        done = subprocess.run([*self.program, *words], env=self.environment, timeout=PATIENCE * 2,
+                              stdin=subprocess.DEVNULL, capture_output=True)
+        return done.returncode, done.stdout.decode(), done.stderr.decode()
+
+    def wait_for_services(self):
+        for name, port in self.ports.items():
+            wait_until(lambda port=port: accepts(port), f"the port of {name}")
+
+    def close(self):
+        for process in self.processes:
+            if process.poll() is None:
+                process.send_signal(signal.SIGKILL)
+            process.wait()
+        shutil.rmtree(self.path)
