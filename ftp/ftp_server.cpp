@@ -1,16 +1,23 @@
 #include "ftp/ftp_server.h"
 
+#include <chrono>
+
 #include "core/code_page.h"
 #include "core/hosts_file.h"
+#include "ftp/replies.h"
 
 namespace ModFtp {
 namespace {
 
-constexpr std::string_view kGreeting = "220 连接FTP服务器成功 \r\n";
+std::uint32_t ClockSeed() {
+  return static_cast<std::uint32_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+}
 
 }  // namespace
 
 using core::Task;
+
+std::string ReplyLine(std::string_view text) { return core::ToSystem(text) + "\r\n"; }
 
 FtpServer::FtpServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
@@ -18,7 +25,14 @@ FtpServer::FtpServer(core::ServiceEnvironment environment)
       sockets_{environment_.loop, draining_,
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
       FtpSvrSock_(sockets_, *this, core::ConnectionSlots::BusySlot::kRefuse,
-                  core::ToSystem(kGreeting)) {}
+                  ReplyLine(replies::kGreeting)),
+      dataEvents_(*this),
+      random_(ClockSeed()) {
+  for (int index = 0; index <= kLastSlot; ++index) {
+    FtpSvrDataSock_[static_cast<std::size_t>(index)] =
+        std::make_unique<core::EventSocket>(sockets_, dataEvents_, index);
+  }
+}
 
 bool FtpServer::LoadOptions() {
   return options_.LoadFtpOptions(environment_.program, FtpSvrSock_.Listener().LocalAddress());
@@ -39,17 +53,42 @@ bool FtpServer::StartFtpListener() {
 
 bool FtpServer::StopFtpListener() {
   FtpSvrSock_.Close();
+  FtpSvrDataSock(0).Close();
+  for (int slot = 1; slot <= kLastSlot; ++slot) {
+    CloseDataSocket(slot);
+    Session(slot) = {};
+  }
   draining_.DropAll();
   return !IsRunning();
 }
 
-Task<> FtpServer::OnDataArrival(int, Client client) {
-  client->GetData();
-  co_return;
+Task<> FtpServer::OnDataArrival(int slot, Client client) {
+  return OnFtpControlData(slot, std::move(client));
 }
 
-void FtpServer::OnClose(int slot) { FtpSvrSock_[slot].Close(); }
+// One arrival is one command, whatever it holds.
+Task<> FtpServer::OnFtpControlData(int slot, Client client) {
+  const std::string text = core::FromSystem(client->GetData());
+  return HandleFtpCommand(slot, client, text);
+}
 
-void FtpServer::OnError(int slot) { FtpSvrSock_[slot].Close(); }
+void FtpServer::OnFtpControlClose(int slot) {
+  CloseDataSocket(slot);
+  FtpSession& session = Session(slot);
+  session.physicalDir.clear();
+  session.ftpDir.clear();
+  session.renameFrom.clear();
+  FtpSvrSock_[slot].Close();
+}
+
+// The directories stay for the next client of the slot.
+void FtpServer::OnFtpControlError(int slot) {
+  CloseDataSocket(slot);
+  FtpSvrSock_[slot].Close();
+}
+
+void FtpServer::Reply(int slot, std::string_view text) {
+  FtpSvrSock_[slot].SendData(ReplyLine(text));
+}
 
 }  // namespace ModFtp

@@ -1,0 +1,153 @@
+// What each command does, and what it answers. Every one is open to everybody from the first line
+// on.
+
+#include <unordered_map>
+
+#include "core/code_page.h"
+#include "ftp/command_text.h"
+#include "ftp/ftp_server.h"
+#include "ftp/path_mapping.h"
+#include "ftp/replies.h"
+#include "ftp/trapped.h"
+
+namespace ModFtp {
+
+using core::Task;
+
+FtpServer::Handler FtpServer::HandlerOf(const std::string& word) {
+  static const std::unordered_map<std::string_view, Handler> handlers = {
+      {"", &FtpServer::OnEmptyWord}, {"USER", &FtpServer::OnUser}, {"PASS", &FtpServer::OnPass},
+      {"OPTS", &FtpServer::OnOpts},  {"SYST", &FtpServer::OnSyst}, {"SITE", &FtpServer::OnSite},
+      {"PWD", &FtpServer::OnPwd},    {"TYPE", &FtpServer::OnType}, {"CWD", &FtpServer::OnCwd},
+      {"NOOP", &FtpServer::OnNoop},  {"PORT", &FtpServer::OnPort}, {"LIST", &FtpServer::OnList},
+      {"PASV", &FtpServer::OnPasv},  {"REST", &FtpServer::OnRest}, {"FEAT", &FtpServer::OnFeat},
+      {"RETR", &FtpServer::OnRetr},  {"QUIT", &FtpServer::OnQuit}, {"SIZE", &FtpServer::OnSize},
+      {"MKD", &FtpServer::OnMkd},    {"RNFR", &FtpServer::OnRnfr}, {"RNTO", &FtpServer::OnRnto},
+      {"STOR", &FtpServer::OnStor},  {"DELE", &FtpServer::OnDele}, {"RMD", &FtpServer::OnRmd},
+  };
+  const auto handler = handlers.find(word);
+  return handler == handlers.end() ? &FtpServer::OnUnknown : handler->second;
+}
+
+Task<> FtpServer::HandleFtpCommand(int slot, Client client, std::string text) {
+  const Handler handler = HandlerOf(CommandWord(text));
+  Task<std::string> running = (this->*handler)({slot, client, std::move(text)});
+  const std::string reply = co_await running;
+  client->SendData(reply);
+}
+
+// No reply. A RETR that is under way, whoever's, will report itself cut short, and is not.
+Task<std::string> FtpServer::OnEmptyWord(Command) {
+  state_.abortRequested = true;
+  co_return "";
+}
+
+Task<std::string> FtpServer::OnUnknown(Command) { co_return ReplyLine(replies::kUnknown); }
+
+// Session
+
+Task<std::string> FtpServer::OnUser(Command) {
+  state_.lastCommand = "USER";
+  co_return ReplyLine(replies::kUser);
+}
+
+Task<std::string> FtpServer::OnPass(Command) { co_return ReplyLine(replies::kPass); }
+
+Task<std::string> FtpServer::OnOpts(Command) { co_return ReplyLine(replies::kUnknown); }
+
+Task<std::string> FtpServer::OnSyst(Command) { co_return ReplyLine(replies::kSystem); }
+
+Task<std::string> FtpServer::OnSite(Command command) {
+  co_return ReplyLine(AsksForHelp(command.text) ? replies::kSiteHelp : replies::kUnknown);
+}
+
+Task<std::string> FtpServer::OnNoop(Command) {
+  state_.lastCommand = "NOOP";
+  co_return ReplyLine(replies::kDone);
+}
+
+Task<std::string> FtpServer::OnType(Command command) {
+  const bool done = Succeeds([&] {
+    state_.transferType = CutTransferType(command.text);
+    return true;
+  });
+  co_return ReplyLine(done ? replies::kDone : replies::kTypeFailed);
+}
+
+Task<std::string> FtpServer::OnRest(Command command) {
+  const std::string offset = CutRestart(command.text).value_or("0");
+  co_return ReplyLine(std::string(replies::kRestart) + offset);
+}
+
+Task<std::string> FtpServer::OnFeat(Command) { co_return ReplyLine(replies::kUnknown); }
+
+Task<std::string> FtpServer::OnSize(Command) { co_return ReplyLine(replies::kSize); }
+
+// The data connections of all sessions end; the control connection stays, it is the client's to
+// close.
+Task<std::string> FtpServer::OnQuit(Command) {
+  for (int slot = 1; slot <= kLastSlot; ++slot) {
+    if (!FtpSvrDataSock(slot).IsClosed()) CloseDataSocket(slot);
+  }
+  co_return ReplyLine(replies::kQuit);
+}
+
+// Directories
+
+Task<std::string> FtpServer::OnPwd(Command command) {
+  FtpSession& session = Session(command.slot);
+  const bool done = Succeeds([&] {
+    if (session.physicalDir == options_.ftpRoot) session.ftpDir = "/";
+    if (session.physicalDir.empty()) {
+      session.physicalDir = options_.ftpRoot;
+      session.ftpDir = "/";
+    }
+    return true;
+  });
+  if (!done) co_return ReplyLine(replies::kPwdFailed);
+  co_return ReplyLine(std::string(replies::kPwdBegin) + session.ftpDir +
+                      std::string(replies::kPwdEnd));
+}
+
+Task<std::string> FtpServer::OnCwd(Command command) {
+  if (Succeeds([&] { return ChangeFtpDirectory(command.slot, command.text); })) {
+    co_return ReplyLine(replies::kCwd);
+  }
+  co_return ReplyLine(std::string(replies::kCwdFailedBegin) + Session(command.slot).ftpDir +
+                      std::string(replies::kCwdFailedEnd));
+}
+
+// The reply names the current directory, not the new one.
+Task<std::string> FtpServer::OnMkd(Command command) {
+  if (!Succeeds([&] { return MakeFtpDirectory(command.slot, command.text); })) {
+    co_return ReplyLine(replies::kMkdFailed);
+  }
+  co_return ReplyLine(std::string(replies::kMkdBegin) + Session(command.slot).physicalDir +
+                      std::string(replies::kMkdEnd));
+}
+
+Task<std::string> FtpServer::OnRmd(Command command) {
+  const bool done = Succeeds([&] { return RemoveFtpDirectory(command.slot, command.text); });
+  co_return ReplyLine(done ? replies::kRmd : replies::kRmdFailed);
+}
+
+// Files
+
+Task<std::string> FtpServer::OnDele(Command command) {
+  Task<Deletion> deleting = Trapped(DeleteFtpFile(command.slot, command.text));
+  const Deletion deletion = co_await deleting;
+  if (deletion.done) co_return ReplyLine(replies::kDele);
+  co_return ReplyLine(std::string(replies::kDeleFailed) + deletion.reason);
+}
+
+Task<std::string> FtpServer::OnRnfr(Command command) {
+  const bool done = Succeeds([&] { return RenameFrom(command.slot, command.text); });
+  co_return ReplyLine(done ? replies::kRnfr : replies::kRnfrFailed);
+}
+
+Task<std::string> FtpServer::OnRnto(Command command) {
+  const bool done = Succeeds([&] { return RenameTo(command.slot, command.text); });
+  co_return ReplyLine(done ? replies::kRnto : replies::kRntoFailed);
+}
+
+}  // namespace ModFtp

@@ -1,0 +1,20 @@
+#pragma once
+
+// What is known of a file or folder on the disk.
+
+#include <optional>
+#include <string>
+
+#include "core/task.h"
+#include "ftp/listing_lines.h"
+
+namespace ModFtp {
+
+/// None if `path` is no file, cannot be looked at, or is larger than a 32-bit number with a sign
+/// holds.
+std::optional<FileInfo> GetFileInfo(const std::string& path);
+
+/// The same of a folder, which counts with all that is in it; a link to one counts as empty.
+core::Task<std::optional<FileInfo>> GetFolderInfo(std::string path, bool isLink);
+
+}  // namespace ModFtp

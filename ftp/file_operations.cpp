@@ -1,0 +1,118 @@
+// Commands that walk and change the file system.
+
+#include "core/code_page.h"
+#include "core/files.h"
+#include "core/paths.h"
+#include "core/wildcards.h"
+#include "ftp/command_text.h"
+#include "ftp/folder_walk.h"
+#include "ftp/ftp_server.h"
+#include "ftp/path_mapping.h"
+
+namespace ModFtp {
+namespace {
+
+using core::Task;
+
+bool HasWildcard(std::string_view name) { return name.find_first_of("*?") != std::string::npos; }
+
+// Deletes the files of `folder` that match; folders stay. The first failure ends it.
+Task<std::error_code> DeleteMatches(std::string folder, std::string pattern) {
+  Task<std::optional<SortedEntries>> reading = ReadSorted(folder);
+  std::optional<SortedEntries> entries = co_await reading;
+  std::error_code result = std::make_error_code(std::errc::no_such_file_or_directory);
+  if (!entries) co_return result;
+  Turn turn;
+  while (const std::optional<platform::DirectoryEntry> entry = entries->Next()) {
+    if (!entry->isFolder && core::MatchesWildcard(entry->name, pattern)) {
+      result = core::RemoveFile(folder + entry->name);
+      if (result) co_return result;
+    }
+    if (!turn.IsOver()) continue;
+    co_await core::YieldToEvents();
+    turn.Renew();
+  }
+  co_return result;
+}
+
+// `path` may hold wildcards behind its last separator.
+Task<std::error_code> DeleteFiles(std::string path) {
+  const std::size_t separator = path.find_last_of("\\/");
+  const std::size_t nameBegin = separator == std::string::npos ? 0 : separator + 1;
+  const std::string pattern = path.substr(nameBegin);
+  if (!HasWildcard(pattern)) co_return core::RemoveFile(path);
+  Task<std::error_code> deleting = DeleteMatches(path.substr(0, nameBegin), pattern);
+  const std::error_code error = co_await deleting;
+  co_return error;
+}
+
+}  // namespace
+
+bool FtpServer::ChangeFtpDirectory(int slot, const std::string& text) {
+  constexpr std::size_t kBareCommand = 5;
+  options_.ftpRoot = ModCommon::AddSlash(options_.ftpRoot);
+  if (CharacterCount(text) <= kBareCommand) return true;
+  const std::string argument = core::ReplaceAll(FromPosition(text, kAfterThreeLetters), "\r\n", "");
+  FtpSession& session = Session(slot);
+  CurrentDirectory changed = ChangedDirectory(options_.ftpRoot, session.physicalDir, argument);
+  session.physicalDir = std::move(changed.physicalDir);
+  session.ftpDir = std::move(changed.ftpDir);
+  return true;
+}
+
+// A name that begins with "/" counts from the current directory here, too.
+bool FtpServer::MakeFtpDirectory(int slot, const std::string& text) {
+  const std::optional<std::string> name = CutArgument(text, kAfterThreeLetters);
+  if (!name) return false;
+  const std::string path = PathFromDirectory(Session(slot).physicalDir, *name);
+  return MayChange(path) && !core::CreateFolder(path);
+}
+
+// A folder that is not there counts as removed.
+bool FtpServer::RemoveFtpDirectory(int slot, const std::string& text) {
+  const std::optional<std::string> path = PathOf(slot, text, kAfterThreeLetters);
+  if (!path || !MayChange(*path)) return false;
+  return !core::FolderExists(*path) || !core::RemoveFolder(*path);
+}
+
+Task<FtpServer::Deletion> FtpServer::DeleteFtpFile(int slot, std::string text) {
+  Deletion deletion;
+  const std::optional<std::string> path = PathOf(slot, text, kAfterFourLetters);
+  if (!path || !MayChange(*path)) co_return std::move(deletion);
+  Task<std::error_code> deleting = DeleteFiles(*path);
+  const std::error_code error = co_await deleting;
+  deletion.done = !error;
+  if (error) deletion.reason = core::FromSystem(error.message());
+  co_return std::move(deletion);
+}
+
+// The path is kept even if it is refused, and RNTO uses it: that way a file outside can be moved
+// in.
+bool FtpServer::RenameFrom(int slot, const std::string& text) {
+  const std::optional<std::string> path = PathOf(slot, text, kAfterFourLetters);
+  if (!path) return false;
+  Session(slot).renameFrom = *path;
+  return MayChange(*path);
+}
+
+bool FtpServer::RenameTo(int slot, const std::string& text) {
+  const std::optional<std::string> target = PathOf(slot, text, kAfterFourLetters);
+  if (!target || !MayChange(*target)) return false;
+  return !core::RenamePath(Session(slot).renameFrom, *target);
+}
+
+// A NUL in a path would end it for the system, and another file than the one that the rule has seen
+// would be changed.
+bool FtpServer::MayChange(const std::string& path) const {
+  return IsInsideUploadDir(path, options_.uploadDir) && path.find('\0') == std::string::npos;
+}
+
+// None if the text is too short to hold a name and a line end.
+std::optional<std::string> FtpServer::PathOf(int slot, const std::string& text,
+                                             std::size_t position) const {
+  const std::optional<std::string> name = CutArgument(text, position);
+  if (!name) return std::nullopt;
+  return LocalPath(options_.ftpRoot, Session(slot).physicalDir, *name);
+}
+
+}  // namespace ModFtp

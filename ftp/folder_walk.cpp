@@ -1,0 +1,126 @@
+#include "ftp/folder_walk.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "core/files.h"
+#include "core/handler_scope.h"
+#include "core/paths.h"
+#include "platform/text_case.h"
+
+namespace ModFtp {
+namespace {
+
+using core::Task;
+using platform::DirectoryEntry;
+
+constexpr std::size_t kBatch = 500;
+
+// A sum under way: what has been added up, and the folders that are still to be read.
+struct Sum {
+  std::int64_t bytes = 0;
+  std::vector<std::string> folders;
+
+  bool Fits() const { return bytes <= std::numeric_limits<std::int32_t>::max(); }
+  // False if the entry cannot be looked at.
+  bool Add(const std::string& path, const DirectoryEntry& entry) {
+    if (entry.isLink) return true;
+    if (entry.isFolder) {
+      folders.push_back(path);
+      return true;
+    }
+    std::error_code error;
+    bytes += static_cast<std::int64_t>(core::InspectPath(path, error).size);
+    return !error;
+  }
+};
+
+// One batch after the other; false at the end of the folder.
+bool ReadBatch(platform::DirectoryReader& reader, std::vector<DirectoryEntry>& batch,
+               std::error_code& error) {
+  batch.clear();
+  reader.Read(kBatch, batch, error);
+  return !error && !batch.empty();
+}
+
+}  // namespace
+
+void SortedEntries::Add(std::vector<DirectoryEntry> batch) {
+  Run run;
+  run.reserve(batch.size());
+  for (DirectoryEntry& entry : batch) {
+    std::string key = platform::UpperCase(entry.name);
+    run.push_back({std::move(key), std::move(entry)});
+  }
+  std::sort(run.begin(), run.end(), [](const Item& left, const Item& right) {
+    return std::tie(left.key, left.entry.name) > std::tie(right.key, right.entry.name);
+  });
+  if (!run.empty()) heap_.push_back(runs_.size());
+  runs_.push_back(std::move(run));
+}
+
+bool SortedEntries::ComesLater(std::size_t left, std::size_t right) const {
+  const Item& a = runs_[left].back();
+  const Item& b = runs_[right].back();
+  return std::tie(a.key, a.entry.name) > std::tie(b.key, b.entry.name);
+}
+
+std::optional<DirectoryEntry> SortedEntries::Next() {
+  const auto later = [this](std::size_t left, std::size_t right) {
+    return ComesLater(left, right);
+  };
+  if (!std::exchange(ordered_, true)) std::make_heap(heap_.begin(), heap_.end(), later);
+  if (heap_.empty()) return std::nullopt;
+  std::pop_heap(heap_.begin(), heap_.end(), later);
+  Run& run = runs_[heap_.back()];
+  DirectoryEntry entry = std::move(run.back().entry);
+  run.pop_back();
+  if (run.empty()) {
+    heap_.pop_back();
+  } else {
+    std::push_heap(heap_.begin(), heap_.end(), later);
+  }
+  return entry;
+}
+
+Task<std::optional<SortedEntries>> ReadSorted(std::string folder) {
+  std::error_code error;
+  platform::DirectoryReader reader = core::ReadFolder(folder, error);
+  SortedEntries entries;
+  std::vector<DirectoryEntry> batch;
+  Turn turn;
+  while (!error && ReadBatch(reader, batch, error)) {
+    entries.Add(std::move(batch));
+    if (!turn.IsOver()) continue;
+    co_await core::YieldToEvents();
+    turn.Renew();
+  }
+  if (error) co_return std::nullopt;
+  co_return std::move(entries);
+}
+
+Task<std::optional<std::int32_t>> AddUpFolder(std::string folder) {
+  Sum sum;
+  sum.folders.push_back(std::move(folder));
+  Turn turn;
+  while (!sum.folders.empty()) {
+    const std::string parent = ModCommon::AddSlash(sum.folders.back());
+    sum.folders.pop_back();
+    std::error_code error;
+    platform::DirectoryReader reader = core::ReadFolder(parent, error);
+    std::vector<DirectoryEntry> batch;
+    while (!error && ReadBatch(reader, batch, error)) {
+      for (const DirectoryEntry& entry : batch) {
+        if (!sum.Add(parent + entry.name, entry) || !sum.Fits()) co_return std::nullopt;
+        if (!turn.IsOver()) continue;
+        co_await core::YieldToEvents();
+        turn.Renew();
+      }
+    }
+    if (error) co_return std::nullopt;
+  }
+  co_return static_cast<std::int32_t>(sum.bytes);
+}
+
+}  // namespace ModFtp

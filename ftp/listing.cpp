@@ -1,0 +1,64 @@
+// LIST: built whole, then sent in one piece.
+
+#include "core/code_page.h"
+#include "core/paths.h"
+#include "ftp/file_info.h"
+#include "ftp/folder_walk.h"
+#include "ftp/ftp_server.h"
+#include "ftp/replies.h"
+#include "ftp/trapped.h"
+
+namespace ModFtp {
+
+using core::Task;
+
+Task<bool> FtpServer::SendFtpListing(int slot) {
+  Task<> connected = AwaitDataConnection(slot);
+  co_await connected;
+  const Client data = FtpSvrDataSock(slot).Current();
+  Reply(slot, replies::kSending);
+  FtpSession& session = Session(slot);
+  Task<std::optional<std::string>> building =
+      Trapped(BuildListing(ModCommon::AddSlash(session.physicalDir), data));
+  const std::optional<std::string> listing = co_await building;
+  // Others had their turn meanwhile; what the slot carries now may be another's.
+  if (data->IsClosed()) co_return false;
+  if (!listing || listing->empty()) {
+    CloseDataSocket(slot);
+    co_return listing.has_value();
+  }
+  session.closeAfterSend = true;
+  data->SendData(*listing);
+  data->StartHandler(PaceSending(slot, data));
+  co_return true;
+}
+
+// None if something cannot be looked at: one such entry spoils the whole listing. `folder` ends in
+// a separator.
+Task<std::optional<std::string>> FtpServer::BuildListing(std::string folder, Client data) {
+  Task<std::optional<SortedEntries>> reading = ReadSorted(folder);
+  std::optional<SortedEntries> entries = co_await reading;
+  if (!entries) co_return std::nullopt;
+  std::string listing;
+  Turn turn;
+  while (const std::optional<platform::DirectoryEntry> entry = entries->Next()) {
+    if (entry->isHidden || !IsListed(entry->name, state_.lastCommand)) continue;
+    const std::string path = folder + entry->name;
+    std::optional<FileInfo> info;
+    if (entry->isFolder) {
+      Task<std::optional<FileInfo>> inspecting = GetFolderInfo(path, entry->isLink);
+      info = co_await inspecting;
+    } else {
+      info = GetFileInfo(path);
+    }
+    if (!info) co_return std::nullopt;
+    listing += core::ToSystem(ListingLine(entry->name, entry->isFolder, *info));
+    if (!turn.IsOver()) continue;
+    co_await core::YieldToEvents();
+    turn.Renew();
+    if (data->IsClosed()) co_return std::nullopt;
+  }
+  co_return std::move(listing);
+}
+
+}  // namespace ModFtp

@@ -1,0 +1,45 @@
+#include "ftp/path_mapping.h"
+
+#include "core/paths.h"
+#include "platform/text_case.h"
+
+namespace ModFtp {
+
+using core::ReplaceAll;
+using ModCommon::AddSlash;
+
+bool IsRootedName(std::string_view name) { return name.starts_with('/'); }
+
+std::string PathFromRoot(std::string_view ftpRoot, std::string_view name) {
+  return std::string(ftpRoot) + ReplaceAll(name, "/", "\\");
+}
+
+std::string PathFromDirectory(std::string_view physicalDir, std::string_view name) {
+  return AddSlash(physicalDir) + std::string(name);
+}
+
+std::string LocalPath(std::string_view ftpRoot, std::string_view physicalDir,
+                      std::string_view name) {
+  return IsRootedName(name) ? PathFromRoot(ftpRoot, name) : PathFromDirectory(physicalDir, name);
+}
+
+CurrentDirectory ChangedDirectory(std::string_view slashedRoot, std::string_view physicalDir,
+                                  std::string_view argument) {
+  std::string changed(slashedRoot);
+  if (IsRootedName(argument)) {
+    changed += argument.substr(1);
+  } else if (!argument.empty()) {
+    changed = PathFromDirectory(physicalDir, argument);
+  }
+  changed = ReplaceAll(changed, "/", "\\");
+  const std::string seen = AddSlash(ReplaceAll(changed, slashedRoot, "/"));
+  return {changed, ReplaceAll(seen, "\\", "/")};
+}
+
+bool IsInsideUploadDir(std::string_view path, std::string_view uploadDir) {
+  const std::string upperPath = platform::UpperCase(path);
+  const std::string upperDir = platform::UpperCase(uploadDir);
+  return upperPath.find(upperDir) != std::string::npos && upperPath != upperDir;
+}
+
+}  // namespace ModFtp

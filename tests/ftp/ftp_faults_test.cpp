@@ -1,0 +1,213 @@
+// Clients that vanish, disks that fail and files that change under a transfer.
+
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#include "tests/ftp/ftp_fixture.h"
+
+namespace test {
+namespace {
+
+constexpr const char* kSending = "150 Opening ASCII mode data connection for /bin/ls.\r\n";
+constexpr const char* kRefused = "550 无访问权，不能上传文件！ \r\n";
+constexpr std::size_t kBig = 30000000;
+
+class FtpFaultsTest : public FtpServerTest {
+ protected:
+  // Takes the slots that come before slot 1's next turn.
+  void SkipToSlotOne(int lastUsed) {
+    for (int slot = lastUsed + 1; slot <= 19; ++slot) Connect();
+  }
+
+  // The files below the root that this program has open.
+  static int OpenFiles(const std::filesystem::path& root) {
+    int count = 0;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd", error)) {
+      const auto target = std::filesystem::read_symlink(entry.path(), error);
+      if (target.string().starts_with(root.string())) ++count;
+    }
+    return count;
+  }
+  bool ClosesAllFiles() {
+    return Eventually([this] { return OpenFiles(Home().Native()) == 0; });
+  }
+};
+
+TEST_F(FtpFaultsTest, AThousandListsWithoutADataConnectionLeaveTheSlotUsable) {
+  {
+    FtpClient client = Connect();
+    for (int i = 0; i < 1000; ++i) client.Tell("LIST");
+    EXPECT_TRUE(client.HearsNothing());
+  }
+  SkipToSlotOne(1);
+  // The client's end stands behind commands that nobody reads; it is looked for now and then.
+  std::string greeting;
+  for (int i = 0; i < 100 && greeting.empty(); ++i) {
+    FtpClient next(Port());
+    greeting = next.Greeting();
+    if (greeting.empty()) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+      for (int slot = 2; slot <= 19; ++slot) Connect();
+    }
+  }
+  EXPECT_EQ(greeting, "220 连接FTP服务器成功 \r\n");
+}
+
+TEST_F(FtpFaultsTest, SomeListsInARowAreServedOneConnectionEach) {
+  Put("a.txt", "x");
+  FtpClient client = Connect();
+  client.Ask("PWD");
+  for (int i = 0; i < 3; ++i) {
+    client.Tell("LIST");
+    client.HearsNothing();
+  }
+  for (int i = 0; i < 3; ++i) {
+    const auto data = client.OpenPassive();
+    EXPECT_EQ(client.Reply(), kSending);
+    EXPECT_THAT(data->ReceiveAll(), testing::HasSubstr("a.txt"));
+    EXPECT_EQ(client.Reply(), "226 Transfer complete.\r\n");
+  }
+}
+
+TEST_F(FtpFaultsTest, AClientThatVanishesInADownloadLeavesNothingOpen) {
+  Put("big.bin", std::string(kBig, 'x'));
+  FtpClient client = Connect();
+  for (const bool reset : {true, false}) {
+    const auto data = client.OpenPassive();
+    EXPECT_EQ(client.Ask("RETR /big.bin"), kSending);
+    data->Receive(100000);
+    reset ? data->Reset() : data->Close();
+    EXPECT_EQ(client.Reply(), "226 \r\n");
+    EXPECT_TRUE(ClosesAllFiles());
+  }
+  EXPECT_EQ(client.Fetch("RETR /big.bin").bytes.size(), kBig);
+}
+
+TEST_F(FtpFaultsTest, TheEndOfTheControlConnectionEndsItsTransfers) {
+  Put("big.bin", std::string(kBig, 'x'));
+  for (const bool reset : {true, false}) {
+    FtpClient client = Connect();
+    const auto down = client.OpenPassive();
+    EXPECT_EQ(client.Ask("RETR /big.bin"), kSending);
+    FtpClient uploader = Connect();
+    uploader.Ask("CWD /up");
+    const auto up = uploader.OpenPassive();
+    uploader.Ask("STOR a.txt");
+    up->Send("begun");
+    ASSERT_TRUE(Eventually([&] { return File("up/a.txt") == "begun"; }));
+    for (FtpClient* one : {&client, &uploader}) {
+      reset ? one->Control().Reset() : one->Control().Close();
+    }
+    EXPECT_LT(down->ReceiveAll().size(), kBig);
+    up->ReceiveAll();
+    EXPECT_TRUE(ClosesAllFiles());
+  }
+}
+
+TEST_F(FtpFaultsTest, AFileThatShrinksInADownloadEndsIt) {
+  Put("big.bin", std::string(kBig, 'x'));
+  FtpClient client = Connect();
+  const auto data = client.OpenPassive();
+  EXPECT_EQ(client.Ask("RETR /big.bin"), kSending);
+  std::error_code error;
+  std::filesystem::resize_file(Home().Path("ftproot/big.bin"), kBig / 2, error);
+  if (error) GTEST_SKIP() << "an open file keeps its size here: " << error.message();
+  EXPECT_LT(data->ReceiveAll().size(), kBig);
+  EXPECT_EQ(client.Reply(), "426 \r\n");
+  EXPECT_TRUE(ClosesAllFiles());
+  EXPECT_EQ(client.Ask("NOOP"), "200 \r\n");
+}
+
+TEST_F(FtpFaultsTest, AFileThatIsDeletedInADownloadIsSentToItsEnd) {
+  Put("big.bin", std::string(kBig, 'x'));
+  FtpClient client = Connect();
+  const auto data = client.OpenPassive();
+  EXPECT_EQ(client.Ask("RETR /big.bin"), kSending);
+  std::error_code error;
+  if (!std::filesystem::remove(Home().Path("ftproot/big.bin"), error)) {
+    GTEST_SKIP() << "an open file stays here: " << error.message();
+  }
+  EXPECT_EQ(data->ReceiveAll().size(), kBig);
+  EXPECT_EQ(client.Reply(), "226 \r\n");
+}
+
+TEST_F(FtpFaultsTest, AnUploadThatCannotBeWrittenIsReportedAsRefused) {
+  FtpClient client = Connect();
+  client.Ask("CWD /up");
+  std::filesystem::create_directories(Home().Path("ftproot/up/folder"));
+  EXPECT_EQ(client.Store("folder", "bytes").after, kRefused);
+  EXPECT_EQ(client.Store("missing\\a.txt", "bytes").after, kRefused);
+  EXPECT_EQ(client.Store("a.txt", "bytes").after, "226 stor command completed\r\n");
+}
+
+#ifdef __linux__
+TEST_F(FtpFaultsTest, AFullDiskEndsTheUpload) {
+  FtpClient client = Connect();
+  client.Ask("CWD /up");
+  std::filesystem::create_symlink("/dev/full", Home().Path("ftproot/up/full"));
+  EXPECT_EQ(client.Store("full", std::string(1000000, 'x')).after, kRefused);
+  EXPECT_EQ(client.Store("a.txt", "bytes").after, "226 stor command completed\r\n");
+}
+
+// A slow reader's file must not pile up here.
+TEST_F(FtpFaultsTest, AStandingDownloadKeepsOnePieceInMemory) {
+  constexpr std::size_t kHuge = 400000000;
+  Put("huge.bin", "");
+  std::filesystem::resize_file(Home().Path("ftproot/huge.bin"), kHuge);
+  const auto residentPages = [] {
+    std::ifstream statm("/proc/self/statm");
+    long size = 0;
+    long resident = 0;
+    statm >> size >> resident;
+    return resident;
+  };
+  FtpClient client = Connect();
+  const auto data = client.OpenPassive();
+  const long before = residentPages();
+  EXPECT_EQ(client.Ask("RETR /huge.bin"), kSending);
+  EXPECT_EQ(data->Receive(50000000).size(), 50000000U);
+  EXPECT_LT(residentPages() - before, 100000000 / 4096);
+}
+#endif
+
+TEST_F(FtpFaultsTest, AConnectionThatCannotBeMadeFreesTheDataSocket) {
+  Put("a.txt", "hello");
+  FtpClient client = Connect();
+  // Nobody listens there, and that is no address.
+  for (const char* argument : {"127,0,0,1,0,1", "300,1,1,1,4,1"}) {
+    EXPECT_EQ(client.Ask(std::string("PORT ") + argument), "200 \r\n") << argument;
+    client.Ask("NOOP");
+    EXPECT_EQ(client.Fetch("RETR /a.txt").bytes, "hello");
+  }
+}
+
+TEST_F(FtpFaultsTest, BytesOnADownloadsConnectionAreLeftAlone) {
+  Put("a.txt", "hello");
+  FtpClient client = Connect();
+  client.Ask("CWD /up");
+  const auto data = client.OpenPassive();
+  data->Send("nobody asked for this");
+  EXPECT_EQ(client.Ask("RETR /a.txt"), kSending);
+  EXPECT_EQ(data->ReceiveAll(), "hello");
+  EXPECT_FALSE(data->WasReset());
+  EXPECT_EQ(client.Reply(), "226 \r\n");
+}
+
+TEST_F(FtpFaultsTest, AnyBytesInACommandDoNoHarm) {
+  FtpClient client = Connect();
+  std::string bytes(64, '\0');
+  std::uint32_t state = 7;
+  for (int i = 0; i < 500; ++i) {
+    for (char& c : bytes) c = static_cast<char>((state = state * 1664525 + 1013904223) >> 24);
+    const char* words[] = {"CWD ", "DELE ", "RMD ", "MKD ", "RNFR ", "RNTO ", "REST ", "PORT "};
+    client.TellRaw(words[i % 8] + bytes.substr(0, state % 64));
+    client.Control().ReceiveFor(std::chrono::milliseconds(1));
+  }
+  client.Control().ReceiveFor(std::chrono::milliseconds(100));
+  EXPECT_EQ(client.Ask("NOOP"), "200 \r\n");
+}
+
+}  // namespace
+}  // namespace test
