@@ -1,15 +1,11 @@
 #include "mail/mail_server.h"
 
 #include "core/hosts_file.h"
+#include "mail/mail_log.h"
+#include "mail/pop3_replies.h"
+#include "mail/smtp_replies.h"
 
 namespace ModMail {
-namespace {
-
-// The two blanks and the blank at the end are settled.
-constexpr const char* kSmtpGreeting = "220  SMTP server ready \r\n";
-constexpr const char* kPop3Greeting = "+OK  POP3 service ready \r\n";
-
-}  // namespace
 
 using core::ConnectionSlots;
 using core::Task;
@@ -21,8 +17,12 @@ MailServer::MailServer(core::ServiceEnvironment environment)
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
       smtp_(*this, MailSvrSmtpSock_, &MailServer::OnSmtpDataArrival),
       pop3_(*this, MailSvrPop3Sock_, &MailServer::OnPop3DataArrival),
-      MailSvrSmtpSock_(sockets_, smtp_, ConnectionSlots::BusySlot::kEvict, kSmtpGreeting),
-      MailSvrPop3Sock_(sockets_, pop3_, ConnectionSlots::BusySlot::kEvict, kPop3Greeting) {}
+      MailSvrSmtpSock_(sockets_, smtp_, ConnectionSlots::BusySlot::kEvict, Line(smtp::kGreeting)),
+      MailSvrPop3Sock_(sockets_, pop3_, ConnectionSlots::BusySlot::kEvict, Line(pop3::kGreeting)),
+      store_(environment_.program, options_),
+      smtpInterpreter_(store_),
+      pop3Interpreter_(store_),
+      unpacking_(environment_) {}
 
 bool MailServer::LoadOptions() {
   options_.LoadMailOptions(environment_.program, MailSvrSmtpSock_.Listener().LocalAddress());
@@ -52,18 +52,41 @@ bool MailServer::ListenOnBothPorts() {
 bool MailServer::CloseMailSockets() {
   MailSvrSmtpSock_.Close();
   MailSvrPop3Sock_.Close();
+  unpacking_.Stop();
   draining_.DropAll();
   return !MailSvrSmtpSock_.IsListening() && !MailSvrPop3Sock_.IsListening();
 }
 
+// A fault of the interpreter is logged like any handler's, and the client gets no reply.
 Task<> MailServer::OnSmtpDataArrival(int, Client client) {
-  client->GetData();
-  co_return;
+  const SmtpOutcome outcome = smtpInterpreter_.Interpret(client->GetData());
+  if (outcome.quit) LogQuit(client, kReceivedMail);
+  if (outcome.reply) client->SendData(Line(*outcome.reply));
+  if (outcome.quit) unpacking_.Add(outcome.messages, options_.mailRoot);
+  // A client that reads no replies is not read either, after some of them.
+  Task<> sent = client->Sent();
+  co_await sent;
 }
 
 Task<> MailServer::OnPop3DataArrival(int, Client client) {
-  client->GetData();
-  co_return;
+  Pop3Outcome outcome;
+  try {
+    outcome = pop3Interpreter_.Interpret(client->GetData());
+  } catch (const std::exception& fault) {
+    // Clients wait for a reply to every command.
+    environment_.program.errors.LogError(fault.what());
+    outcome = {Line(pop3::kError)};
+  }
+  if (outcome.quit) LogQuit(client, kSentMail);
+  Task<> sending = SendOutcome(client, std::move(outcome));
+  co_await sending;
+  Task<> sent = client->Sent();
+  co_await sent;
+}
+
+void MailServer::LogQuit(const Client& client, std::string_view event) const {
+  store_.WriteMailLog(
+      MailLogLine(std::chrono::system_clock::now(), client->RemoteAddress(), event));
 }
 
 Task<> MailServer::Engine::OnDataArrival(int slot, Client client) {

@@ -1,6 +1,9 @@
 #pragma once
 
-// The mail server: its SMTP and POP3 listeners, slots and greetings.
+// The mail server: takes mail for the local accounts by SMTP, hands it out by POP3, and unpacks
+// each received message into files. It relays nothing and sends no mail of its own.
+//
+// The store with its session variables is one for all connections of both protocols.
 
 #include <memory>
 #include <string>
@@ -10,6 +13,10 @@
 #include "core/program.h"
 #include "core/service.h"
 #include "mail/mail_options.h"
+#include "mail/mailbox_store.h"
+#include "mail/pop3_interpreter.h"
+#include "mail/smtp_interpreter.h"
+#include "mail/unpack_queue.h"
 
 namespace ModMail {
 
@@ -35,6 +42,9 @@ class MailServer : public core::Service {
   std::uint16_t SmtpPort() const { return MailSvrSmtpSock_.Listener().LocalPort(); }
   std::uint16_t Pop3Port() const { return MailSvrPop3Sock_.Listener().LocalPort(); }
 
+  /// Whether no received message is being unpacked or waits for it.
+  bool HasUnpackedAll() const { return unpacking_.IsIdle(); }
+
  private:
   using Client = std::shared_ptr<core::Connection>;
 
@@ -58,6 +68,11 @@ class MailServer : public core::Service {
   bool ListenOnBothPorts();
   core::Task<> OnSmtpDataArrival(int slot, Client client);
   core::Task<> OnPop3DataArrival(int slot, Client client);
+  void LogQuit(const Client& client, std::string_view event) const;
+
+  // Sending (pop3_transfer.cpp)
+  core::Task<> SendOutcome(Client client, Pop3Outcome outcome);
+  core::Task<> SendRest(Client client, StoredMessage message);
 
   core::ServiceEnvironment environment_;
   core::DrainingConnections draining_;
@@ -67,6 +82,10 @@ class MailServer : public core::Service {
   core::ConnectionSlots MailSvrSmtpSock_;
   core::ConnectionSlots MailSvrPop3Sock_;
   MailOptions options_;
+  MailboxStore store_;
+  SmtpInterpreter smtpInterpreter_;
+  Pop3Interpreter pop3Interpreter_;
+  UnpackQueue unpacking_;
 };
 
 }  // namespace ModMail

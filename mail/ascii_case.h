@@ -1,0 +1,31 @@
+#pragma once
+
+// Protocol words and header names, whose case does not count. ASCII letters only, whatever the
+// user's language.
+
+#include <string_view>
+
+namespace ModMail {
+
+constexpr char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+
+constexpr bool EqualAscii(std::string_view left, std::string_view right) {
+  if (left.size() != right.size()) return false;
+  for (std::size_t i = 0; i < left.size(); ++i) {
+    if (UpperAscii(left[i]) != UpperAscii(right[i])) return false;
+  }
+  return true;
+}
+
+constexpr bool StartsWithAscii(std::string_view text, std::string_view prefix) {
+  return EqualAscii(text.substr(0, prefix.size()), prefix);
+}
+
+constexpr std::size_t FindAscii(std::string_view text, std::string_view what) {
+  for (std::size_t i = 0; i + what.size() <= text.size(); ++i) {
+    if (EqualAscii(text.substr(i, what.size()), what)) return i;
+  }
+  return std::string_view::npos;
+}
+
+}  // namespace ModMail

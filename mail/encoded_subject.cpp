@@ -1,0 +1,46 @@
+#include "mail/encoded_subject.h"
+
+#include <algorithm>
+
+#include "core/code_page.h"
+#include "mail/ascii_case.h"
+#include "mail/base64.h"
+
+namespace ModMail {
+namespace {
+
+constexpr std::string_view kWordBegin = "=?gb2312?B?";
+constexpr std::string_view kWordEnd = "?=";
+constexpr std::string_view kBlanks = " \t\r\n";
+
+// Takes the word that `text` begins with, and returns what it encodes.
+std::string_view TakeWord(std::string_view& text) {
+  text.remove_prefix(kWordBegin.size());
+  const std::size_t end = std::min(text.find(kWordEnd), text.find_first_of(kBlanks));
+  const std::string_view word = text.substr(0, end);
+  text.remove_prefix(word.size());
+  if (text.starts_with(kWordEnd)) text.remove_prefix(kWordEnd.size());
+  return word;
+}
+
+std::string_view WithoutLeadingBlanks(std::string_view text) {
+  return text.substr(std::min(text.find_first_not_of(kBlanks), text.size()));
+}
+
+}  // namespace
+
+bool IsEncodedSubject(std::string_view text) { return StartsWithAscii(text, kWordBegin); }
+
+// The bytes of all words are joined before they become a text: some programs cut a character in
+// two.
+std::string DecodeEncodedSubject(std::string_view encoded) {
+  std::string bytes;
+  for (std::string_view next = encoded; IsEncodedSubject(next);
+       next = WithoutLeadingBlanks(encoded)) {
+    encoded = next;
+    bytes += DecodeBase64(TakeWord(encoded));
+  }
+  return core::FromGbk(bytes) + core::FromSystem(encoded);
+}
+
+}  // namespace ModMail

@@ -1,0 +1,112 @@
+#include "mail/mail_accounts.h"
+
+#include <algorithm>
+
+#include "core/files.h"
+#include "core/ini_file.h"
+#include "core/paths.h"
+
+namespace ModMail {
+namespace {
+
+using ModCommon::AddSlash;
+
+constexpr std::string_view kSection = "用户信息";
+constexpr std::string_view kNameKey = "User";
+constexpr std::string_view kPasswordKey = "Password";
+
+// Longer than any file system holds; a client may send megabytes.
+constexpr std::size_t kLongestName = 765;
+
+bool CannotBeInFileNames(char c) {
+  constexpr std::string_view kForbidden = "\\/:*?\"<>|";
+  const auto code = static_cast<unsigned char>(c);
+  return code < 0x20 || code == 0x7F || kForbidden.find(c) != std::string_view::npos;
+}
+
+std::string BoxOf(std::string_view mailRoot, std::string_view name) {
+  return AddSlash(MailUserFolder(mailRoot) + std::string(name));
+}
+
+std::string UserInfo(std::string_view box) { return std::string(box) + "UserInfo.ini"; }
+
+bool Write(std::string_view box, std::string_view key, std::string_view value) {
+  return ModINIOP::WriteIni(UserInfo(box), kSection, key, value) != 0;
+}
+
+bool MakeFolder(std::string_view path) {
+  return core::FolderExists(path) || !core::CreateFolder(path);
+}
+
+void DeleteContents(const std::string& folder, const core::ErrorLog& errors) {
+  std::error_code error;
+  for (const platform::DirectoryEntry& entry : core::ListFolder(folder, error)) {
+    const std::string path = folder + entry.name;
+    // A link to a folder goes like an empty folder; what it points to is not ours.
+    if (entry.isFolder && !core::RemoveFolder(path)) continue;
+    if (entry.isFolder) DeleteContents(AddSlash(path), errors);
+    error = entry.isFolder ? core::RemoveFolder(path) : core::RemoveFile(path);
+    if (error) errors.LogError(path + ": " + error.message());
+  }
+}
+
+}  // namespace
+
+std::string MailUserFolder(std::string_view mailRoot) { return AddSlash(mailRoot) + "User\\"; }
+
+bool IsAccountName(std::string_view name) {
+  if (name.empty()) return true;
+  if (name.size() > kLongestName) return false;
+  if (std::any_of(name.begin(), name.end(), CannotBeInFileNames)) return false;
+  // Windows drops dots and blanks at the end of a name.
+  return name.find_first_not_of(". ") != std::string_view::npos;
+}
+
+std::vector<MailUser> ListMailUsers(std::string_view mailRoot) {
+  std::vector<MailUser> users;
+  std::error_code error;
+  for (const platform::DirectoryEntry& entry : core::ListFolder(MailUserFolder(mailRoot), error)) {
+    if (!entry.isFolder) continue;
+    users.push_back({entry.name, ReadMailPassword(BoxOf(mailRoot, entry.name))});
+  }
+  return users;
+}
+
+bool MailUserExists(std::string_view mailRoot, std::string_view name) {
+  return !name.empty() && IsAccountName(name) && core::FolderExists(BoxOf(mailRoot, name));
+}
+
+std::string ReadMailPassword(std::string_view box) {
+  return ModINIOP::ReadIni(UserInfo(box), kSection, kPasswordKey);
+}
+
+bool ChangeMailPassword(std::string_view mailRoot, const MailUser& user) {
+  return MailUserExists(mailRoot, user.name) &&
+         Write(BoxOf(mailRoot, user.name), kPasswordKey, user.password);
+}
+
+bool SaveMailUser(std::string_view mailRoot, const MailUser& user) {
+  if (user.name.empty() || !IsAccountName(user.name)) return false;
+  const std::string box = BoxOf(mailRoot, user.name);
+  const bool made = MakeFolder(mailRoot) && MakeFolder(MailUserFolder(mailRoot)) && MakeFolder(box);
+  return made && Write(box, kNameKey, user.name) && Write(box, kPasswordKey, user.password);
+}
+
+void RemoveMailUser(std::string_view mailRoot, std::string_view name,
+                    const core::ErrorLog& errors) {
+  if (!MailUserExists(mailRoot, name)) return;
+  const std::string folder = MailUserFolder(mailRoot) + std::string(name);
+  // The mailbox may be a link itself.
+  if (!core::RemoveFolder(folder)) return;
+  DeleteContents(AddSlash(folder), errors);
+  core::RemoveFolder(folder);
+}
+
+std::string CleanText(std::string_view text) {
+  std::string cleaned(text);
+  std::erase_if(cleaned, CannotBeInFileNames);
+  const std::string_view trimmed = core::TrimBlanks(cleaned);
+  return trimmed == "." || trimmed == ".." ? std::string() : std::string(trimmed);
+}
+
+}  // namespace ModMail

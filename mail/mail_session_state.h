@@ -1,0 +1,34 @@
+#pragma once
+
+// The session variables of the mail server. There is one set for all SMTP and POP3 connections
+// together, on purpose: whoever names a user, counts messages or adds a recipient does so for
+// everybody.
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace ModMail {
+
+enum class TransferStage : std::int16_t {
+  kWaiting = 0,  // for the first chunk of a message
+  kReceiving = 1,
+  kComplete = 2,  // until the next DATA
+};
+
+struct MailSessionState {
+  static constexpr int kRecipients = 11;
+  static constexpr int kLargestNumber = 50;
+
+  std::string currentUser;  // as last named by MAIL, RCPT or USER, whether there is one or not
+  std::int16_t messageCount = 0;
+  TransferStage transferStage = TransferStage::kWaiting;
+  std::int16_t cursor = 0;  // of the loops over recipients and listed messages
+  std::string lastChunk;    // the bytes of the SMTP arrival that came last
+  std::array<std::string, kRecipients> MailRecipients;  // in use up to the first empty one
+
+  /// Entry k is the size of the k-th message as last listed, whoever's that was; 0 is never used.
+  std::array<std::int32_t, kLargestNumber + 1> messageSizes = {};
+};
+
+}  // namespace ModMail

@@ -1,0 +1,219 @@
+#include "mail/mailbox_store.h"
+
+#include <limits>
+
+#include "core/code_page.h"
+#include "core/files.h"
+#include "core/ini_file.h"
+#include "core/wildcards.h"
+#include "mail/mail_accounts.h"
+
+namespace ModMail {
+namespace {
+
+using platform::File;
+
+constexpr std::string_view kMessagePattern = "*.eml";
+constexpr std::string_view kLineEnd = "\r\n";
+
+// What stands from `begin` to `end`, either of which may not have been found.
+std::string_view Span(std::string_view text, std::size_t begin, std::size_t end) {
+  if (begin == std::string_view::npos || end == std::string_view::npos || end < begin) return {};
+  return text.substr(begin, end - begin);
+}
+
+// For names, a line end in front of the blank does not count.
+std::string_view NameArgument(std::string_view commandLine) {
+  const std::size_t blank = commandLine.find(' ');
+  if (blank == std::string_view::npos) return {};
+  return Span(commandLine, blank + 1, commandLine.find(kLineEnd, blank));
+}
+
+std::string_view AddressName(std::string_view commandLine) {
+  const std::size_t bracket = commandLine.find('<');
+  const std::size_t begin = bracket == std::string_view::npos ? 0 : bracket + 1;
+  return Span(commandLine, begin, commandLine.find('@', begin));
+}
+
+[[noreturn]] void Fail(const std::string& path, const std::error_code& error) {
+  throw MailFault(path + ": " + error.message());
+}
+
+// The counters have the widths that clients know the numbers in.
+template <class Number>
+Number Narrow(std::uint64_t value, const char* what) {
+  if (value > static_cast<std::uint64_t>(std::numeric_limits<Number>::max())) {
+    throw MailFault(std::string(what) + " is too large: " + std::to_string(value));
+  }
+  return static_cast<Number>(value);
+}
+
+// Whoever names a user can choose a name that no folder has.
+bool IsMissing(const std::error_code& error) {
+  return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory ||
+         error == std::errc::filename_too_long;
+}
+
+std::error_code Append(const std::string& path, std::string_view chunk) {
+  std::error_code error;
+  File file = core::OpenFile(path, File::Mode::kAppend, error);
+  if (file.IsOpen()) file.Write(chunk, error);
+  return error;
+}
+
+}  // namespace
+
+std::string MessageFileName(int number) { return "Message_" + std::to_string(number) + ".eml"; }
+
+std::string_view CommandArgument(std::string_view commandLine) {
+  const std::size_t blank = commandLine.find(' ');
+  if (blank == std::string_view::npos) return {};
+  return Span(commandLine, blank + 1, commandLine.find(kLineEnd));
+}
+
+// Accounts
+
+std::string MailboxStore::UserFolder() const { return MailUserFolder(options_.mailRoot); }
+
+// None for a name that names no account.
+std::optional<std::string> MailboxStore::Box() const {
+  if (!IsAccountName(state_.currentUser)) return std::nullopt;
+  return ModCommon::AddSlash(UserFolder() + state_.currentUser);
+}
+
+bool MailboxStore::CurrentUserExists() const {
+  const std::optional<std::string> box = Box();
+  return box && core::FolderExists(*box);
+}
+
+bool MailboxStore::MailboxExistsFromAddress(std::string_view commandLine) {
+  const std::string_view name = AddressName(commandLine);
+  if (!name.empty()) state_.currentUser = name;
+  return CurrentUserExists();
+}
+
+bool MailboxStore::MailboxExistsFromArgument(std::string_view commandLine) {
+  state_.currentUser = NameArgument(commandLine);
+  return CurrentUserExists();
+}
+
+bool MailboxStore::CheckPassword(std::string_view commandLine) const {
+  if (FilesMatching("*.ini").empty()) return false;
+  return ReadMailPassword(*Box()) == CommandArgument(commandLine);
+}
+
+// Reading
+
+std::vector<std::string> MailboxStore::FilesMatching(std::string_view pattern) const {
+  const std::optional<std::string> box = Box();
+  if (!box) return {};
+  std::error_code error;
+  std::vector<std::string> names;
+  for (const platform::DirectoryEntry& entry : core::ListFolder(*box, error)) {
+    if (entry.isFolder || entry.isHidden || !core::MatchesWildcard(entry.name, pattern)) continue;
+    names.push_back(entry.name);
+  }
+  if (error && !IsMissing(error)) Fail(*box, error);
+  return names;
+}
+
+std::int32_t MailboxStore::SizeOf(const std::string& name) const {
+  const std::string path = *Box() + name;
+  std::error_code error;
+  const File file = core::OpenFile(path, File::Mode::kRead, error);
+  const std::uint64_t size = file.IsOpen() ? file.Size(error) : 0;
+  if (error || !file.IsOpen()) Fail(path, error);
+  return Narrow<std::int32_t>(size, "the size of a message");
+}
+
+std::int16_t MailboxStore::CountMessages(std::int32_t& totalSize) const {
+  const std::vector<std::string> names = FilesMatching(kMessagePattern);
+  auto total = static_cast<std::uint64_t>(totalSize);
+  for (const std::string& name : names) total += static_cast<std::uint64_t>(SizeOf(name));
+  totalSize = Narrow<std::int32_t>(total, "the size of a mailbox");
+  return Narrow<std::int16_t>(names.size(), "the number of messages");
+}
+
+void MailboxStore::ListMessageSizes() {
+  std::size_t entry = 0;
+  for (const std::string& name : FilesMatching(kMessagePattern)) {
+    if (++entry >= state_.messageSizes.size()) {
+      throw MailFault("more messages than can be listed");
+    }
+    state_.messageSizes[entry] = SizeOf(name);
+  }
+}
+
+std::vector<std::string> MailboxStore::ListMessageIds() const {
+  std::vector<std::string> ids = FilesMatching(kMessagePattern);
+  for (std::size_t i = 0; i < ids.size(); ++i) ids[i] = std::to_string(i + 1) + " " + ids[i];
+  return ids;
+}
+
+bool MailboxStore::ReadMessage(int number, std::optional<StoredMessage>& message) const try {
+  const auto names = FilesMatching("Message_" + std::to_string(number) + "*.eml");
+  if (names.empty()) return true;
+  std::error_code error;
+  File file = core::OpenFile(*Box() + names.front(), File::Mode::kRead, error);
+  if (!file.IsOpen()) return false;
+  const std::uint64_t size = file.Size(error);
+  if (error) return false;
+  message = StoredMessage{std::move(file), size};
+  return true;
+} catch (const MailFault&) {
+  return false;
+}
+
+void MailboxStore::DeleteMessage(int number) const {
+  const std::optional<std::string> box = Box();
+  if (!box) return;
+  const std::string path = *box + MessageFileName(number);
+  std::error_code error;
+  const platform::EntryFacts facts = core::InspectPath(path, error);
+  if (error || facts.isFolder) return;
+  error = core::RemoveFile(path);
+  if (error) Fail(path, error);
+}
+
+// Receiving
+
+bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk) {
+  for (const std::string& recipient : state_.MailRecipients) {
+    if (recipient.empty()) break;
+    if (number >= MailSessionState::kLargestNumber) continue;
+    const std::string directory = ModCommon::AddSlash(UserFolder() + recipient);
+    const std::string path = directory + MessageFileName(number);
+    const std::error_code error = Append(path, chunk);
+    unflushed_.insert(path);
+    if (error) {
+      program_.errors.LogError(path + ": " + error.message());
+      return false;
+    }
+  }
+  return true;
+}
+
+void MailboxStore::FlushMailboxes() {
+  for (const std::string& path : unflushed_) {
+    const std::error_code error = core::FlushFile(path);
+    // Whoever deleted a message meanwhile does not miss it.
+    if (error && !IsMissing(error)) program_.errors.LogError(path + ": " + error.message());
+  }
+  unflushed_.clear();
+}
+
+std::vector<std::string> MailboxStore::TakeRecipients(int number) {
+  std::vector<std::string> messages;
+  for (std::string& recipient : state_.MailRecipients) {
+    if (recipient.empty()) break;
+    messages.push_back(ModCommon::AddSlash(UserFolder() + recipient) + MessageFileName(number));
+    recipient.clear();
+  }
+  return messages;
+}
+
+void MailboxStore::WriteMailLog(std::string_view line) const {
+  core::AppendLine(program_.File("Mail.log"), line);
+}
+
+}  // namespace ModMail

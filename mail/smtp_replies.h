@@ -1,0 +1,20 @@
+#pragma once
+
+// What the SMTP server says, without line ends. Clients know these texts: a missing blank or one
+// too many is settled.
+
+#include <string_view>
+
+namespace ModMail::smtp {
+
+inline constexpr std::string_view kGreeting = "220  SMTP server ready ";
+inline constexpr std::string_view kOk = "250 OK";
+inline constexpr std::string_view kNoAccount = "550 Account not exist";
+inline constexpr std::string_view kEnterMail = "354 Enter mail,end with.";
+inline constexpr std::string_view kSaved = "250 OK,message saved";
+inline constexpr std::string_view kCannotVerify = "252";
+inline constexpr std::string_view kHelp = "214";
+inline constexpr std::string_view kGoodbye = "221";
+inline constexpr std::string_view kNothing = "";  // a bare line end
+
+}  // namespace ModMail::smtp

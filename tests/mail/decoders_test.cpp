@@ -1,0 +1,122 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "mail/base64.h"
+#include "mail/encoded_subject.h"
+#include "mail/quoted_printable.h"
+
+namespace {
+
+using ModMail::Base64Decoder;
+using ModMail::DecodeBase64;
+using ModMail::DecodeEncodedSubject;
+using modQPDedode::DecodeQuotedPrintable;
+using modQPDedode::QuotedPrintableDecoder;
+
+struct Case {
+  std::string encoded;
+  std::string decoded;
+};
+
+TEST(Base64, DecodesGroupsAndTheirPadding) {
+  const Case cases[] = {
+      {"", ""},
+      {"Zm9vYmFy", "foobar"},
+      {"Zm9vYmE=", "fooba"},
+      {"Zm9vYg==", "foob"},
+      {"Zm9v\r\nYmFy\nZm9v", "foobarfoo"},
+      {"AP/+", std::string("\0\xFF\xFE", 3)},
+      {"Zg==Zm8=Zm9v", "ffofoo"},  // pieces that were padded each on their own
+      {"Zm 9v-Ym.Fy", "foobar"},   // what is outside the alphabet is skipped
+      {"Zm9vYmE", "fooba"},        // an incomplete group gives its whole bytes
+      {"Zm9vYg", "foob"},
+      {"Zm9vY", "foo"},
+      {"====", ""},
+      {"=", ""},
+  };
+  for (const Case& one : cases) EXPECT_EQ(DecodeBase64(one.encoded), one.decoded) << one.encoded;
+}
+
+TEST(Base64, DecodesLinesOfAnyLengthAndPiecesOfAnySizeAlike) {
+  const std::string group = "VGFybndlcmsg";  // "Tarnwerk "
+  for (std::size_t lineLength = 1; lineLength < 90; ++lineLength) {
+    std::string encoded;
+    for (std::size_t i = 0; i < 600; ++i) {
+      if (i % lineLength == 0) encoded += "\r\n";
+      encoded += group[i % group.size()];
+    }
+    std::string expected;
+    for (std::size_t i = 0; i < 600 / group.size(); ++i) expected += "Tarnwerk ";
+    ASSERT_EQ(DecodeBase64(encoded), expected) << lineLength;
+
+    Base64Decoder decoder(encoded);
+    std::string pieces;
+    while (!decoder.IsDone()) pieces += decoder.Next(lineLength);
+    ASSERT_EQ(pieces, expected) << lineLength;
+  }
+}
+
+// The texts are in UTF-8, the system code page of the tests.
+TEST(QuotedPrintable, DecodesAsItsReadersKnowIt) {
+  const Case cases[] = {
+      {"plain", "plain"},
+      {"=41", "A"},
+      {"1=3D1", "1=1"},
+      {"one=\ntwo", "onetwo"},
+      {"one=\r\ntwo", "onetwo"},  // "=", CR and LF are lost as a pair that is none
+      {"one=\rtwo", "onewo"},
+      {"=C4=E3=BA=C3", "你好"},
+      {"=c4=e3", ""},  // lower-case digits are lost
+      {"a=4ab", "ab"},
+      {"a=G1b", "ab"},
+      {"=7F", ""},      // held
+      {"=7F=C4", "?"},  // no character
+      {"=C4=41=E3=E3",
+       "A"
+       "沣"},              // a value below 127 drops the held byte
+      {"=C4x=E3", "x你"},  // a plain byte does not
+      {"=C4=7E", "~"},
+      {"=", ""},
+      {"=4", ""},
+      {"end=", "end"},
+      {"\xC4\xE3", "\xC4\xE3"},  // bytes that are not escaped are themselves
+  };
+  for (const Case& one : cases) {
+    EXPECT_EQ(DecodeQuotedPrintable(one.encoded), one.decoded) << one.encoded;
+  }
+}
+
+TEST(QuotedPrintable, GivesTheSameInPieces) {
+  const std::string text = "a=C4=E3=\nb=BA=C3=3D=\r\n=7F=C4=E3c=4";
+  for (std::size_t size = 1; size < text.size(); ++size) {
+    QuotedPrintableDecoder decoder(text);
+    std::string pieces;
+    while (!decoder.IsDone()) pieces += decoder.Next(size);
+    EXPECT_EQ(pieces, DecodeQuotedPrintable(text)) << size;
+  }
+}
+
+TEST(EncodedSubject, DecodesWordsOfGb2312) {
+  const Case cases[] = {
+      {"=?gb2312?B?xOO6ww==?=", "你好"},
+      {"=?GB2312?b?xOO6ww==?=", "你好"},
+      {"=?gb2312?B?xOO6ww==", "你好"},
+      {"=?gb2312?B?xOO6ww==?= and more", "你好 and more"},
+      {"=?gb2312?B?xOM=?=\r\n =?gb2312?B?usM=?=", "你好"},
+      {"=?gb2312?B?xOO6?= =?gb2312?B?ww==?= !", "你好 !"},  // a character cut in two
+      {"=?gb2312?B?/w==?=", "?"},
+      {"=?gb2312?B?"
+       "?=",
+       ""},
+      {"=?gb2312?B?", ""},
+      {"=?utf-8?B?5L2g?=", "=?utf-8?B?5L2g?="},
+      {"Hello =?gb2312?B?xOO6ww==?=", "Hello =?gb2312?B?xOO6ww==?="},
+      {"", ""},
+  };
+  for (const Case& one : cases) {
+    EXPECT_EQ(DecodeEncodedSubject(one.encoded), one.decoded) << one.encoded;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,173 @@
+// What no client may achieve: a file outside its mailbox, harm to another client or to the process.
+
+#include <algorithm>
+#include <asio/io_context.hpp>
+#include <asio/ip/tcp.hpp>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/mail/mail_fixture.h"
+
+namespace {
+
+using test::MailClient;
+namespace fs = std::filesystem;
+
+class MailServerUnderAttack : public test::MailFixture {
+ protected:
+  void ExpectHealthy() {
+    MailClient smtp(smtpPort_);
+    EXPECT_EQ(smtp.Ask("NOOP"), "250 OK");
+    MailClient pop(pop3Port_);
+    EXPECT_EQ(pop.Ask("USER bob"), "+OK");
+  }
+  // Names of everything under the program's folder.
+  std::vector<std::string> Everything() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(Home().Native())) {
+      if (entry.path().filename() != "RunErr.Log") names.push_back(entry.path().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+};
+
+TEST_F(MailServerUnderAttack, ReachesNoFileThroughAName) {
+  Put("outside/Message_1.eml", "secret");
+  Put("outside/UserInfo.ini", "[用户信息]\r\nPassword=x\r\n");
+  Put("mailroot/Message_1.eml", "secret");
+  const std::string absolute = Home().Native().string() + "/outside";
+  const std::vector<std::string> before = Everything();
+  for (const std::string& name :
+       {std::string("../../outside"), std::string("..\\..\\outside"), absolute, std::string(".."),
+        std::string("."), std::string("alice/../../../outside"), std::string("alice\\"),
+        std::string(".. "), std::string(" "), std::string("a:b"), std::string("x\0y", 3),
+        std::string(300, 'x'), std::string(20000, '.'), std::string("\xFF\xFE")}) {
+    MailClient smtp(smtpPort_);
+    EXPECT_EQ(smtp.Ask("MAIL FROM:<" + name + "@x>"), "550 Account not exist") << name;
+    EXPECT_EQ(smtp.Ask("RCPT TO:<" + name + "@x>"), "550 Account not exist") << name;
+    EXPECT_EQ(smtp.Ask("DATA"), "354 Enter mail,end with.");
+    EXPECT_EQ(smtp.Ask("x\r\n."), "250 OK,message saved");
+    MailClient pop(pop3Port_);
+    EXPECT_EQ(pop.Ask("USER " + name), "-ERR Account not exist") << name;
+    EXPECT_EQ(pop.Ask("PASS x"), "-ERR") << name;
+    EXPECT_EQ(pop.Ask("STAT"), "+OK 0 0") << name;
+    EXPECT_EQ(pop.Ask("DELE 1"), "+OK") << name;
+    pop.Send("RETR 1\r\n");
+    EXPECT_EQ(pop.Receive(13), "+OK 0\r\n.\r\n.\r\n") << name;
+  }
+  EXPECT_EQ(Everything(), before);
+}
+
+TEST_F(MailServerUnderAttack, TakesAnyBytesInAnySizes) {
+  std::string bytes;
+  for (int i = 0; i < 4096; ++i) bytes += static_cast<char>(i * 7919 >> 3);
+  const std::string words[] = {"MAIL ", "RCPT TO:<", "DATA", "QUIT", "USER ", "PASS ",
+                               "RETR ", "DELE ",     "LIST", "UIDL", "",      "STAT"};
+  for (const std::string& word : words) {
+    for (const std::string& tail : {bytes, std::string(1 << 20, 'x'), std::string("\r\n\0\r\n", 5),
+                                    std::string(" "), std::string("\xE4\xBD")}) {
+      for (const std::uint16_t port : {smtpPort_, pop3Port_}) {
+        MailClient client(port);
+        client.Send(word + tail);
+        client.ReceiveFor(std::chrono::milliseconds(1));
+      }
+    }
+  }
+  ExpectHealthy();
+}
+
+TEST_F(MailServerUnderAttack, StoresAMessageOfManyArrivalsAsItIs) {
+  std::string text;
+  while (text.size() < 20U << 20) text += "line " + std::to_string(text.size()) + "\n";
+  MailClient client(smtpPort_);
+  client.Ask("RCPT TO:<bob@x>");
+  client.Ask("DATA");
+  client.Send(text);
+  EXPECT_TRUE(HasSize(Message("bob", 1), text.size()));
+  EXPECT_EQ(client.Ask("."), "250 OK,message saved");
+  EXPECT_TRUE(Read(Message("bob", 1)) == text + ".\r\n");
+  ExpectHealthy();
+}
+
+TEST_F(MailServerUnderAttack, OutlivesClientsThatVanishInEveryState) {
+  Put(Message("bob", 1), std::string(4 << 20, 'x'));
+  const std::vector<std::string> smtpTalk = {"EHLO x", "MAIL FROM:<alice@x>", "RCPT TO:<bob@x>",
+                                             "DATA",   "half a message",      "QUIT"};
+  const std::vector<std::string> popTalk = {"USER bob", "PASS builder", "STAT",
+                                            "LIST",     "RETR 1",       "QUIT"};
+  const auto leave = [](std::uint16_t port, const std::vector<std::string>& talk, std::size_t end,
+                        bool reset) {
+    MailClient client(port);
+    for (std::size_t i = 0; i < end; ++i) {
+      client.Send(talk[i] + "\r\n");
+      client.ReceiveFor(std::chrono::milliseconds(2));
+    }
+    reset ? client.Reset() : client.Close();
+  };
+  for (std::size_t end = 0; end <= smtpTalk.size(); ++end) {
+    for (const bool reset : {true, false}) {
+      leave(smtpPort_, smtpTalk, end, reset);
+      leave(pop3Port_, popTalk, end, reset);
+    }
+  }
+  ExpectHealthy();
+}
+
+TEST_F(MailServerUnderAttack, OutlivesClientsThatReadNothing) {
+  Put(Message("bob", 1), std::string(4 << 20, 'x'));
+  std::vector<std::unique_ptr<MailClient>> clients;
+  for (int i = 0; i < 30; ++i) {
+    clients.push_back(std::make_unique<MailClient>(pop3Port_));
+    clients.back()->Ask("USER bob");
+    clients.back()->Send("RETR 1\r\n");
+  }
+  MailClient pipelining(smtpPort_);
+  for (int i = 0; i < 3000; ++i) pipelining.Send("NOOP\r\n");
+  ExpectHealthy();
+  StopServer();
+  EXPECT_TRUE(clients.back()->IsConnected());
+}
+
+TEST_F(MailServerUnderAttack, TheTwentiethClientTakesTheFirstOnesSlot) {
+  std::vector<std::unique_ptr<MailClient>> clients;
+  for (int i = 0; i < 20; ++i) clients.push_back(std::make_unique<MailClient>(smtpPort_));
+  EXPECT_TRUE(clients[0]->SeesEnd());
+  EXPECT_EQ(clients[1]->Ask("NOOP"), "250 OK");
+  EXPECT_EQ(clients[19]->Ask("NOOP"), "250 OK");
+}
+
+// A port that a settings file can name and nobody else can have.
+std::uint16_t TakePort(asio::ip::tcp::acceptor& acceptor) {
+  for (std::uint16_t port = 20000; port < 32000; ++port) {
+    asio::error_code error;
+    acceptor.open(asio::ip::tcp::v4());
+    acceptor.bind({asio::ip::address_v4::any(), port}, error);
+    if (!error) acceptor.listen(1, error);
+    if (!error) return port;
+    acceptor.close();
+  }
+  return 0;
+}
+
+TEST_F(MailServerUnderAttack, StartsWithBothPortsOrNeither) {
+  asio::io_context context;
+  asio::ip::tcp::acceptor acceptor(context);
+  const std::string taken = std::to_string(TakePort(acceptor));
+  for (const std::string& ports :
+       {"SMTP Port=0\nPOP3 Port=" + taken + "\n", "SMTP Port=" + taken + "\nPOP3 Port=0\n"}) {
+    Put("Server.ini", "[MailServer Options]\n" + ports);
+    OnLoop([&] {
+      EXPECT_TRUE(TheServer().Stop());
+      EXPECT_FALSE(TheServer().Start());
+      EXPECT_FALSE(TheServer().IsRunning());
+      EXPECT_EQ(TheServer().SmtpPort(), 0);
+      EXPECT_EQ(TheServer().Pop3Port(), 0);
+    });
+  }
+  acceptor.close();
+  OnLoop([&] { EXPECT_TRUE(TheServer().Start()); });
+}
+
+}  // namespace
