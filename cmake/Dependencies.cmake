@@ -8,7 +8,10 @@ file(COPY ${ASIO_INCLUDE_DIR}/asio ${ASIO_INCLUDE_DIR}/asio.hpp
      DESTINATION ${CMAKE_BINARY_DIR}/third_party/asio)
 add_library(asio INTERFACE)
 target_include_directories(asio SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/third_party/asio)
-target_compile_definitions(asio INTERFACE ASIO_STANDALONE ASIO_NO_DEPRECATED)
+# Whether Asio allocates by aligned_alloc depends on which library headers came before its own; one
+# source's memory would be freed the other way by another.
+target_compile_definitions(asio INTERFACE
+  ASIO_STANDALONE ASIO_NO_DEPRECATED ASIO_DISABLE_STD_ALIGNED_ALLOC)
 target_link_libraries(asio INTERFACE Threads::Threads)
 if(WIN32)
   target_link_libraries(asio INTERFACE ws2_32 mswsock)

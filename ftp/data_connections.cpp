@@ -96,8 +96,8 @@ void FtpServer::CloseDataSocket(int slot) {
   FtpSvrDataSock(slot).Close();
 }
 
-// The newest command gets the connection. An older one whose own connection never came would
-// otherwise answer with its file to a client that has gone on to ask for something else.
+// One command at a time, and of those that wait the newest: an older one whose own connection never
+// came does not answer a client that has gone on to ask for something else.
 Task<> FtpServer::AwaitDataConnection(int slot) {
   FtpSession& session = Session(slot);
   core::EventSocket& data = FtpSvrDataSock(slot);

@@ -39,8 +39,8 @@ class DirectoryReader {
   ~DirectoryReader();
   DirectoryReader(DirectoryReader&&) noexcept;
 
-  /// Appends up to `most` further entries without "." and "..", in no particular order; appends none
-  /// at the end or on failure.
+  /// Appends up to `most` further entries without "." and "..", in no particular order; appends
+  /// none at the end or on failure.
   void Read(std::size_t most, std::vector<DirectoryEntry>& entries, std::error_code& error);
 
  private:

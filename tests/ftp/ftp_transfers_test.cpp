@@ -361,18 +361,39 @@ TEST_F(FtpTransfersTest, ANewPasvEndsTheTransferThatStands) {
   EXPECT_EQ(client.Reply(), "226 \r\n");
 }
 
-TEST_F(FtpTransfersTest, TheNewestCommandGetsTheDataConnection) {
+TEST_F(FtpTransfersTest, OfSeveralThatWaitTheNewestCommandGetsTheDataConnection) {
   Put("a.txt", "hello");
   FtpClient client = Connect();
   client.Ask("PWD");
-  client.Tell("RETR a.txt");  // its connection never came
-  client.Ask("NOOP");
-  const Transferred listed = client.Fetch("LIST");
-  EXPECT_THAT(listed.bytes, testing::HasSubstr("a.txt\r\n"));
-  EXPECT_EQ(listed.after, kListed);
-  const auto data = client.OpenPassive();  // now the older one's turn has come
+  for (const char* line : {"RETR a.txt", "LIST"}) {
+    client.Tell(line);
+    EXPECT_TRUE(client.HearsNothing());
+  }
+  const auto first = client.OpenPassive();
   EXPECT_EQ(client.Reply(), kSending);
-  EXPECT_EQ(data->ReceiveAll(), "hello");
+  EXPECT_THAT(first->ReceiveAll(), testing::HasSubstr("a.txt\r\n"));
+  EXPECT_EQ(client.Reply(), kListed);
+  const auto second = client.OpenPassive();
+  EXPECT_EQ(client.Reply(), kSending);
+  EXPECT_EQ(second->ReceiveAll(), "hello");
+  EXPECT_EQ(client.Reply(), "226 \r\n");
+}
+
+TEST_F(FtpTransfersTest, ACommandDuringATransferWaitsForTheNextDataConnection) {
+  const std::string content = Content(30000000);
+  Put("big.bin", content);
+  FtpClient client = Connect();
+  client.Ask("PWD");
+  const auto data = client.OpenPassive();
+  EXPECT_EQ(client.Ask("RETR big.bin"), kSending);
+  client.Tell("LIST");
+  EXPECT_TRUE(client.HearsNothing());
+  EXPECT_TRUE(data->ReceiveAll() == content);
+  EXPECT_EQ(client.Reply(), "226 \r\n");
+  const auto next = client.OpenPassive();
+  EXPECT_EQ(client.Reply(), kSending);
+  EXPECT_THAT(next->ReceiveAll(), testing::HasSubstr("big.bin\r\n"));
+  EXPECT_EQ(client.Reply(), kListed);
 }
 
 }  // namespace
