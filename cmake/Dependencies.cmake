@@ -68,8 +68,4 @@ if(TARNWERK_TESTS)
       set_target_properties(${library} PROPERTIES CXX_CLANG_TIDY "" FOLDER third_party)
     endforeach()
   endif()
-  # The tests are listed when they are run, not when they are built: for the Windows programs that
-  # takes Wine, and some test programs need a display.
-  include(GoogleTest)
-  set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
 endif()

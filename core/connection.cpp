@@ -2,6 +2,7 @@
 
 #include <array>
 #include <asio/buffer.hpp>
+#include <asio/ip/tcp.hpp>
 #include <asio/socket_base.hpp>
 #include <asio/write.hpp>
 #include <utility>
@@ -10,6 +11,9 @@
 #include "platform/socket_options.h"
 
 namespace core {
+
+using platform::SocketResult;
+
 namespace {
 
 // One for all connections: nothing runs between a read and the copy out of it.
@@ -35,8 +39,6 @@ Connection::Connection(SocketContext& context, Socket socket, ConnectionOwner& o
       owner_(&owner),
       handlers_(std::make_shared<HandlerScope>(context.loop, context.reportError)),
       peerLook_(context.loop) {
-  asio::error_code ignored;
-  socket_.non_blocking(true, ignored);
   handlers_->OnHandlerEnd([this] {
     if (closeWhenIdle_ && handlers_->HandlerCount() == 0) {
       Close();
@@ -46,14 +48,14 @@ Connection::Connection(SocketContext& context, Socket socket, ConnectionOwner& o
   });
 }
 
-std::string Connection::LocalAddress() const {
+std::string Connection::LocalAddress() {
   asio::error_code error;
-  return AddressText(socket_.local_endpoint(error), error);
+  return AddressText(socket_.Known().local_endpoint(error), error);
 }
 
-std::string Connection::RemoteAddress() const {
+std::string Connection::RemoteAddress() {
   asio::error_code error;
-  return AddressText(socket_.remote_endpoint(error), error);
+  return AddressText(socket_.Known().remote_endpoint(error), error);
 }
 
 // Reading
@@ -82,37 +84,44 @@ void Connection::ContinueReading() {
   if (IsFullOfHandlers() && !peerLook_.IsRunning()) WatchPeer();
 }
 
+// An answer that is out within a few passes of the loop spares us asking for more in between.
+void Connection::ContinueReadingAfter(int passes) {
+  context_.loop.Post([self = shared_from_this(), passes] {
+    passes > 0 ? self->ContinueReadingAfter(passes - 1) : self->ContinueReading();
+  });
+}
+
 // A peer that goes away behind bytes that are not read would otherwise keep its slot for good.
 void Connection::WatchPeer() {
   peerLook_.Start(kPeerLook, [this] {
     const std::shared_ptr<Connection> self = shared_from_this();
     if (state_ != SocketState::kConnected || !IsFullOfHandlers()) return;
-    const auto socket = static_cast<platform::NativeSocket>(socket_.native_handle());
-    platform::HasPeerShut(socket) ? OnPeerShut() : WatchPeer();
+    platform::HasPeerShut(socket_.Native()) ? OnPeerShut() : WatchPeer();
   });
 }
 
 void Connection::AwaitReadable() {
   awaiting_ = true;
-  socket_.async_wait(Socket::wait_read, [self = shared_from_this()](const asio::error_code& error) {
-    self->awaiting_ = false;
-    if (error == asio::error::operation_aborted) return;
-    error ? self->OnWaitFailure() : self->OnReadable();
-  });
+  socket_.Known().async_wait(asio::socket_base::wait_read,
+                             [self = shared_from_this()](const asio::error_code& error) {
+                               self->awaiting_ = false;
+                               if (error == asio::error::operation_aborted) return;
+                               error ? self->OnWaitFailure() : self->OnReadable();
+                             });
 }
 
 void Connection::OnReadable() {
   if (draining_) return DiscardArrivals();
   if (!MayRead()) return;
-  switch (held_ ? PeekPending() : ReadPending()) {
-    case ReadResult::kData:
+  switch (held_ ? socket_.Peek() : ReadPending()) {
+    case SocketResult::kDone:
       // Held back, the bytes stay where they are, and asking again would only find them again.
       return held_ ? void() : TakeArrival();
-    case ReadResult::kNothingYet:
+    case SocketResult::kWouldWait:
       return ContinueReading();
-    case ReadResult::kPeerClosed:
+    case SocketResult::kPeerShut:
       return OnPeerShut();
-    case ReadResult::kBroken:
+    case SocketResult::kBroken:
       return Break();
   }
 }
@@ -123,40 +132,25 @@ void Connection::OnWaitFailure() { draining_ ? Abandon() : Break(); }
 void Connection::TakeArrival() {
   const std::shared_ptr<Connection> self = shared_from_this();
   handlers_->Start(owner_->OnArrival(self));
-  ContinueReading();
+  ContinueReadingAfter(kPassesBeforeReading);
 }
 
 // Everything that is pending at this moment; more may come in meanwhile, and is the next arrival.
-Connection::ReadResult Connection::ReadPending() {
+SocketResult Connection::ReadPending() {
   std::array<char, 65536>& buffer = ReadBuffer();
-  asio::error_code error;
-  const std::size_t count = socket_.receive(asio::buffer(buffer), 0, error);
-  if (error == asio::error::would_block || error == asio::error::try_again) {
-    return ReadResult::kNothingYet;
-  }
-  if (error == asio::error::eof) return ReadResult::kPeerClosed;
-  if (error) return ReadResult::kBroken;
+  std::size_t count = 0;
+  const SocketResult result = socket_.Receive(buffer.data(), buffer.size(), count);
+  if (result != SocketResult::kDone) return result;
   arrived_.append(buffer.data(), count);
-  if (count < buffer.size()) return ReadResult::kData;
+  if (count < buffer.size()) return result;
 
-  const std::size_t rest = socket_.available(error);
+  const std::size_t rest = socket_.PendingBytes();
   const std::size_t before = arrived_.size();
+  std::size_t more = 0;
   arrived_.resize(before + rest);
-  const std::size_t more =
-      rest == 0 ? 0 : socket_.receive(asio::buffer(arrived_.data() + before, rest), 0, error);
+  if (rest > 0) socket_.Receive(arrived_.data() + before, rest, more);
   arrived_.resize(before + more);
-  return ReadResult::kData;
-}
-
-Connection::ReadResult Connection::PeekPending() {
-  asio::error_code error;
-  char first = 0;
-  socket_.receive(asio::buffer(&first, 1), asio::socket_base::message_peek, error);
-  if (!error) return ReadResult::kData;
-  if (error == asio::error::would_block || error == asio::error::try_again) {
-    return ReadResult::kNothingYet;
-  }
-  return error == asio::error::eof ? ReadResult::kPeerClosed : ReadResult::kBroken;
+  return SocketResult::kDone;
 }
 
 void Connection::OnPeerShut() {
@@ -173,9 +167,9 @@ void Connection::SendData(std::string_view bytes) {
     outbox_.waiting.append(bytes);
     return;
   }
-  asio::error_code error;
-  const std::size_t sent = socket_.send(asio::buffer(bytes), 0, error);
-  if (error && error != asio::error::would_block && error != asio::error::try_again) {
+  std::size_t sent = 0;
+  const SocketResult result = socket_.Send(bytes, sent);
+  if (result != SocketResult::kDone && result != SocketResult::kWouldWait) {
     // An event of its own: whoever is sending goes on undisturbed to his next await.
     context_.loop.Post([self = shared_from_this()] { self->Break(); });
     return;
@@ -185,8 +179,13 @@ void Connection::SendData(std::string_view bytes) {
   SendRest();
 }
 
+void Connection::GatherSends() {
+  asio::error_code ignored;
+  socket_.Known().set_option(asio::ip::tcp::no_delay(false), ignored);
+}
+
 void Connection::SendRest() {
-  asio::async_write(socket_, asio::buffer(outbox_.inFlight),
+  asio::async_write(socket_.Known(), asio::buffer(outbox_.inFlight),
                     [self = shared_from_this()](const asio::error_code& error, std::size_t) {
                       self->OnTaken(error);
                     });
@@ -231,9 +230,11 @@ void Connection::Close() {
   EndHandlers(SocketState::kClosed);
   owner_->OnEnd();
   draining_ = true;
-  context_.draining.Add(self);
+  // The end first: the peer waits for it, and for nothing of what follows.
   ShutWhenSent();
-  if (!peerShut_ && !awaiting_) AwaitReadable();
+  if (!socket_.IsOpen()) return;
+  context_.draining.Add(self);
+  if (socket_.IsKnown()) AwaitEnd();
 }
 
 void Connection::CloseWhenHandlersEnd() {
@@ -248,16 +249,15 @@ void Connection::Reset() {
     owner_->OnEnd();
   }
   asio::error_code ignored;
-  socket_.set_option(asio::socket_base::linger(true, 0), ignored);
-  socket_.close(ignored);
+  socket_.Known().set_option(asio::socket_base::linger(true, 0), ignored);
+  socket_.Close();
 }
 
 void Connection::Break() {
   if (state_ != SocketState::kConnected && state_ != SocketState::kClosing) return;
   const std::shared_ptr<Connection> self = shared_from_this();
   EndHandlers(SocketState::kError);
-  asio::error_code ignored;
-  socket_.close(ignored);
+  socket_.Close();
   owner_->OnBreak();
 }
 
@@ -265,33 +265,41 @@ void Connection::Break() {
 
 std::size_t Connection::UnsentBytes() const {
   return outbox_.inFlight.size() + outbox_.waiting.size() +
-         platform::UnconfirmedBytes(static_cast<platform::NativeSocket>(socket_.native_handle()));
+         platform::UnconfirmedBytes(socket_.Native());
 }
 
 void Connection::ShutWhenSent() {
   if (!outbox_.IsEmpty()) return;
   if (peerShut_) return Abandon();
-  asio::error_code ignored;
-  socket_.shutdown(Socket::shutdown_send, ignored);
+  socket_.ShutSending();
 }
 
 void Connection::DiscardArrivals() {
+  if (!EndIfPeerShut()) AwaitEnd();
+}
+
+// Throws away what has come in. True if the connection is over with it.
+bool Connection::EndIfPeerShut() {
   constexpr int kMostReads = 16;  // then others get their turn
-  asio::error_code error;
-  for (int i = 0; i < kMostReads && !error; ++i) {
-    socket_.receive(asio::buffer(ReadBuffer()), 0, error);
+  SocketResult result = SocketResult::kDone;
+  for (int i = 0; i < kMostReads && result == SocketResult::kDone; ++i) {
+    std::size_t count = 0;
+    result = socket_.Receive(ReadBuffer().data(), ReadBuffer().size(), count);
   }
-  if (!error || error == asio::error::would_block || error == asio::error::try_again) {
-    return AwaitReadable();
-  }
+  if (result == SocketResult::kDone || result == SocketResult::kWouldWait) return false;
   peerShut_ = true;
-  if (error != asio::error::eof || outbox_.IsEmpty()) Abandon();
+  const bool over = result == SocketResult::kBroken || outbox_.IsEmpty();
+  if (over) Abandon();
+  return over;
+}
+
+void Connection::AwaitEnd() {
+  if (draining_ && !peerShut_ && !awaiting_ && socket_.IsOpen()) AwaitReadable();
 }
 
 void Connection::Abandon() {
   const std::shared_ptr<Connection> self = shared_from_this();
-  asio::error_code ignored;
-  socket_.close(ignored);
+  socket_.Close();
   context_.draining.Remove(*this);
 }
 

@@ -9,13 +9,13 @@
 // (core/handler_scope.h) and the connection counts as closed at once, though its last bytes may
 // still be on their way (core/draining_connections.h).
 
-#include <asio/ip/tcp.hpp>
 #include <list>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "core/handler_scope.h"
+#include "platform/stream_socket.h"
 
 namespace core {
 
@@ -57,7 +57,7 @@ class ConnectionOwner {
 
 class Connection : public std::enable_shared_from_this<Connection> {
  public:
-  using Socket = asio::ip::tcp::socket;
+  using Socket = platform::StreamSocket;
 
   /// Takes over a connected socket. `owner` must live until the connection has ended.
   static std::shared_ptr<Connection> Adopt(SocketContext& context, Socket socket,
@@ -67,8 +67,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
   SocketState State() const { return state_; }
   bool IsClosed() const { return state_ == SocketState::kClosed; }
-  std::string LocalAddress() const;
-  std::string RemoteAddress() const;
+  std::string LocalAddress();
+  std::string RemoteAddress();
 
   /// From now on arrivals are read. Not before the owner is ready for them.
   void StartReading();
@@ -83,6 +83,10 @@ class Connection : public std::enable_shared_from_this<Connection> {
   /// Sends `bytes` after those sent before. Never blocks; wait for Sent before making more, or what
   /// a slow peer does not take piles up here. Does nothing on a connection that has ended.
   void SendData(std::string_view bytes);
+
+  /// Lets the system gather many small sends into few large segments: for bulk that goes one way, and
+  /// whose end is a close. Without it every send goes out at once.
+  void GatherSends();
 
   /// Whether the system has yet to take something.
   bool HasUnsentBytes() const { return !outbox_.IsEmpty(); }
@@ -107,8 +111,6 @@ class Connection : public std::enable_shared_from_this<Connection> {
  private:
   friend class DrainingConnections;
 
-  enum class ReadResult { kData, kNothingYet, kPeerClosed, kBroken };
-
   // What is in flight to the peer, and what waits behind it.
   struct Outbox {
     std::string inFlight;
@@ -119,13 +121,13 @@ class Connection : public std::enable_shared_from_this<Connection> {
   bool MayRead() const;
   bool IsFullOfHandlers() const;
   void ContinueReading();
+  void ContinueReadingAfter(int passes);
   void WatchPeer();
   void AwaitReadable();
   void OnReadable();
   void OnWaitFailure();
   void TakeArrival();
-  ReadResult ReadPending();
-  ReadResult PeekPending();
+  platform::SocketResult ReadPending();
   void OnPeerShut();
   void Break();
   void EndHandlers(SocketState state);
@@ -137,13 +139,16 @@ class Connection : public std::enable_shared_from_this<Connection> {
   std::size_t UnsentBytes() const;
   void ShutWhenSent();
   void DiscardArrivals();
+  bool EndIfPeerShut();
+  void AwaitEnd();
   void Abandon();
 
   static constexpr int kMostHandlers = 64;
+  static constexpr int kPassesBeforeReading = 3;
   static constexpr std::chrono::seconds kPeerLook{1};
 
   SocketContext& context_;
-  mutable Socket socket_;  // asking it for its handle is no change
+  Socket socket_;
   ConnectionOwner* owner_;
   SocketState state_ = SocketState::kConnected;
   std::shared_ptr<HandlerScope> handlers_;

@@ -12,8 +12,17 @@ void DrainingConnections::Add(std::shared_ptr<Connection> connection) {
     entries_.pop_front();
     oldest->Reset();
   }
+  GlanceAtOldest();
   entries_.push_back({std::move(connection)});
-  Watch();
+  LookAgain();
+}
+
+void DrainingConnections::GlanceAtOldest() {
+  constexpr int kMostEnded = 2;  // one more than comes, so that none stay behind
+  for (int i = 0; i < kMostEnded && !entries_.empty(); ++i) {
+    const std::shared_ptr<Connection> oldest = entries_.front().connection;
+    if (!oldest->EndIfPeerShut()) return;
+  }
 }
 
 void DrainingConnections::Remove(Connection& connection) {
@@ -25,12 +34,21 @@ void DrainingConnections::Remove(Connection& connection) {
 }
 
 void DrainingConnections::DropAll() {
+  glance_.Stop();
   alarm_.Stop();
   for (const Entry& entry : std::exchange(entries_, {})) entry.connection->Abandon();
 }
 
-void DrainingConnections::Watch() {
+void DrainingConnections::LookAgain() {
+  if (!glance_.IsRunning()) glance_.Start(kGlance, [this] { AwaitTheRest(); });
   if (!alarm_.IsRunning()) alarm_.Start(kPatience, [this] { DropIdle(); });
+}
+
+void DrainingConnections::AwaitTheRest() {
+  const std::list<Entry> entries = entries_;  // those that are over leave the list
+  for (const Entry& entry : entries) {
+    if (!entry.connection->EndIfPeerShut()) entry.connection->AwaitEnd();
+  }
 }
 
 // Whoever has taken nothing since the last look had at least that long to do so.
@@ -45,7 +63,7 @@ void DrainingConnections::DropIdle() {
       entry.connection->Abandon();
     }
   }
-  if (!entries_.empty()) Watch();
+  if (!entries_.empty()) alarm_.Start(kPatience, [this] { DropIdle(); });
 }
 
 }  // namespace core

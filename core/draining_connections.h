@@ -4,6 +4,9 @@
 // sending side is shut, and what the peer goes on sending is read and thrown away: a socket closed
 // over unread bytes is reset by the system, and the peer loses the tail of its answer.
 //
+// Most peers shut their side a moment later. That is seen by looking at the oldest ones whenever
+// another comes, and at all of them soon after; only who takes longer is waited for.
+//
 // Bounded in number, the oldest going first, and in time: a peer that takes nothing for a few
 // seconds is given up.
 
@@ -20,7 +23,7 @@ class Connection;
 
 class DrainingConnections {
  public:
-  explicit DrainingConnections(EventLoop& loop) : alarm_(loop) {}
+  explicit DrainingConnections(EventLoop& loop) : glance_(loop), alarm_(loop) {}
   ~DrainingConnections() { DropAll(); }
 
   void Add(std::shared_ptr<Connection> connection);
@@ -37,16 +40,20 @@ class DrainingConnections {
   static constexpr std::size_t kMost = 256;
   static constexpr std::size_t kNotLookedAt = std::numeric_limits<std::size_t>::max();
   static constexpr std::chrono::seconds kPatience{5};
+  static constexpr std::chrono::milliseconds kGlance{50};
 
   struct Entry {
     std::shared_ptr<Connection> connection;
     std::size_t unsent = kNotLookedAt;  // at the last look
   };
 
-  void Watch();
+  void GlanceAtOldest();
+  void LookAgain();
+  void AwaitTheRest();
   void DropIdle();
 
   std::list<Entry> entries_;  // oldest first
+  Timer glance_;
   Timer alarm_;
 };
 

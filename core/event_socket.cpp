@@ -3,7 +3,9 @@
 #include <asio/ip/udp.hpp>
 #include <functional>
 #include <utility>
+#include <vector>
 
+#include "platform/acceptor.h"
 #include "platform/socket_options.h"
 
 namespace core {
@@ -47,51 +49,44 @@ class EventSocket::Listener : public std::enable_shared_from_this<EventSocket::L
       : acceptor_(loop.Executor()), retry_(loop), onRequest_(std::move(onRequest)) {}
 
   void Open(std::uint16_t port, asio::error_code& error) {
-    acceptor_.open(Tcp::v4(), error);
-    if (error) return;
-    platform::ClaimAddress(NativeOf(acceptor_));
-    platform::PrepareForTraffic(NativeOf(acceptor_));
-    acceptor_.bind({Tcp::v4(), port}, error);
-    if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
+    acceptor_.Open(port, error);
     if (!error) AcceptNext();
   }
 
   void Close() {
-    asio::error_code ignored;
-    acceptor_.close(ignored);
+    acceptor_.Close();
     retry_.Stop();
     onRequest_ = nullptr;
   }
 
-  std::uint16_t Port() const {
-    asio::error_code error;
-    return acceptor_.local_endpoint(error).port();
-  }
+  std::uint16_t Port() const { return acceptor_.Port(); }
 
  private:
   void AcceptNext() {
-    acceptor_.async_accept(
-        [self = shared_from_this()](const asio::error_code& error, Tcp::socket socket) {
-          self->OnAccepted(error, std::move(socket));
-        });
+    acceptor_.AsyncAccept([self = shared_from_this()](const asio::error_code& error,
+                                                      std::vector<platform::StreamSocket> sockets) {
+      self->OnAccepted(error, std::move(sockets));
+    });
   }
 
-  void OnAccepted(const asio::error_code& error, Tcp::socket socket) {
+  void OnAccepted(const asio::error_code& error, std::vector<platform::StreamSocket> sockets) {
+    for (platform::StreamSocket& socket : sockets) {
+      if (!onRequest_) return;
+      ConnectionRequest request(std::move(socket));
+      const OnRequest onRequest = onRequest_;  // which may close this listener
+      onRequest(request);
+    }
     if (!onRequest_) return;
     if (IsShortage(error)) {
       // Asking again at once would only burn time.
       retry_.Start(std::chrono::milliseconds(100), [this] { AcceptNext(); });
-      return;
+    } else {
+      // A client that was gone before it could be accepted is no matter.
+      AcceptNext();
     }
-    // A client that was gone before it could be accepted is no matter.
-    if (error) return AcceptNext();
-    ConnectionRequest request(std::move(socket));
-    const OnRequest onRequest = onRequest_;  // which may close this listener
-    onRequest(request);
-    if (onRequest_) AcceptNext();
   }
 
-  Tcp::acceptor acceptor_;
+  platform::Acceptor acceptor_;
   Timer retry_;
   OnRequest onRequest_;
 };
@@ -111,7 +106,7 @@ class EventSocket::Connector : public std::enable_shared_from_this<EventSocket::
           // The same pair of ports was in use a moment ago, and the system still remembers it.
           if (localPort != 0 && IsAddressRefused(failure)) return self->Start(0, peer);
           if (failure) return self->owner_->OnConnectFailure();
-          self->owner_->OnConnected(std::move(self->socket_));
+          self->owner_->OnConnected(platform::StreamSocket(std::move(self->socket_)));
         });
   }
 
@@ -199,7 +194,7 @@ void EventSocket::Carry(std::shared_ptr<Connection> connection) {
   stateChanges_.WakeAll();
 }
 
-void EventSocket::OnConnected(Tcp::socket socket) {
+void EventSocket::OnConnected(platform::StreamSocket socket) {
   connector_.reset();
   Carry(Connection::Adopt(context_, std::move(socket), *this));
   events_.OnConnect(index_);

@@ -3,7 +3,6 @@
 // One element of a service's socket array, as the protocol engines are written against it: a
 // listener, or the carrier of one connection after another. It hides the socket library.
 
-#include <asio/ip/tcp.hpp>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -17,11 +16,11 @@ namespace core {
 /// his; if nobody has by the time it dies, it is closed without a byte.
 class ConnectionRequest {
  public:
-  explicit ConnectionRequest(asio::ip::tcp::socket socket) : socket_(std::move(socket)) {}
-  asio::ip::tcp::socket Take() { return std::move(socket_); }
+  explicit ConnectionRequest(platform::StreamSocket socket) : socket_(std::move(socket)) {}
+  platform::StreamSocket Take() { return std::move(socket_); }
 
  private:
-  asio::ip::tcp::socket socket_;
+  platform::StreamSocket socket_;
 };
 
 /// Who is told of the events of a socket array; `index` is the element's.
@@ -81,7 +80,7 @@ class EventSocket final : private ConnectionOwner {
   class Connector;
 
   void Carry(std::shared_ptr<Connection> connection);
-  void OnConnected(asio::ip::tcp::socket socket);
+  void OnConnected(platform::StreamSocket socket);
   void OnConnectFailure();
 
   Task<> OnArrival(std::shared_ptr<Connection> connection) override;

@@ -96,6 +96,21 @@ std::error_code WriteFile(std::string_view path, std::string_view bytes) {
   return error;
 }
 
+std::uint64_t ReadableSize(std::string_view path, std::error_code& error) {
+  // Exactly as written first, as for opening.
+  const fs::path exact = NativePath(path);
+  const std::uint64_t size = File::ReadableSize(exact, error);
+  if (!IsMissing(error)) return size;
+  const fs::path found = ExistingPath(path);
+  return found == exact ? 0 : File::ReadableSize(found, error);
+}
+
+std::error_code FlushFolder(std::string_view path) {
+  std::error_code error;
+  File::FlushFolder(ExistingPath(path), error);
+  return error;
+}
+
 std::error_code FlushFile(std::string_view path) {
   std::error_code error;
   const fs::path native = ExistingPath(path);

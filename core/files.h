@@ -40,8 +40,14 @@ std::error_code AppendToFile(std::string_view path, std::string_view bytes);
 /// Writes a new file or replaces all of an old one's content.
 std::error_code WriteFile(std::string_view path, std::string_view bytes);
 
+/// The size of a file that can be opened for reading; an error if it cannot.
+std::uint64_t ReadableSize(std::string_view path, std::error_code& error);
+
 /// Returns once the file, content and name, would survive a power cut. It must exist.
 std::error_code FlushFile(std::string_view path);
+
+/// Returns once the names in a folder would survive a power cut, see platform::File.
+std::error_code FlushFolder(std::string_view path);
 
 /// Puts `bytes` in the place of the file so that at any moment, a crash included, either the old
 /// content or the new one is there.

@@ -89,7 +89,11 @@ void FtpServer::OnFtpDataConnectionRequest(int, core::ConnectionRequest& request
 
 // What comes before its upload has been accepted stays with the sender: nothing sent early is lost,
 // and nothing is written where it may not be.
-void FtpServer::HoldData(int slot) { FtpSvrDataSock(slot).Current()->HoldReading(true); }
+void FtpServer::HoldData(int slot) {
+  const Client data = FtpSvrDataSock(slot).Current();
+  data->HoldReading(true);
+  data->GatherSends();
+}
 
 void FtpServer::CloseDataSocket(int slot) {
   Session(slot).EndTransfer();

@@ -17,14 +17,25 @@ std::string TwoDigits(int number) {
   return std::string(number < 10 ? "0" : "") + std::to_string(number);
 }
 
-// "Mmm dd yyyy", local time.
-std::string DateText(std::chrono::system_clock::time_point time) {
-  const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
+std::string FormatDate(std::time_t seconds) {
   // The program has one thread that asks for the time, so the shared result is ours alone.
   const std::tm* local = std::localtime(&seconds);
   if (local == nullptr) return {};
   const std::string month(kMonths.at(static_cast<std::size_t>(local->tm_mon)));
   return month + " " + TwoDigits(local->tm_mday) + " " + std::to_string(local->tm_year + 1900);
+}
+
+// "Mmm dd yyyy", local time. The system looks at its time zone whenever it is asked for the local
+// time; files that came together are of the same minute, and so of the same date.
+std::string DateText(std::chrono::system_clock::time_point time) {
+  static std::chrono::sys_time<std::chrono::minutes> knownMinute;
+  static std::string knownDate;
+  const auto minute = std::chrono::floor<std::chrono::minutes>(time);
+  if (minute != knownMinute || knownDate.empty()) {
+    knownDate = FormatDate(std::chrono::system_clock::to_time_t(time));
+    knownMinute = minute;
+  }
+  return knownDate;
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "mail/base64.h"
 
-#include <algorithm>
-
 namespace ModMail {
 namespace {
 
@@ -64,9 +62,11 @@ std::string Base64Decoder::Next(std::size_t count) {
   decoded.reserve(piece.size() / 4 * 3 + kRun);
   while (!piece.empty()) {
     if (groupSize_ == 0) piece.remove_prefix(DecodePlainRun(piece.substr(0, kRun), decoded));
-    const std::size_t single = std::min<std::size_t>(piece.size(), 4);
-    for (std::size_t i = 0; i < single; ++i) Take(static_cast<unsigned char>(piece[i]), decoded);
-    piece.remove_prefix(single);
+    // A line end, or a group that one divides: up to where whole groups can begin again.
+    for (bool isBetween = false; !isBetween && !piece.empty(); isBetween = groupSize_ == 0) {
+      Take(static_cast<unsigned char>(piece.front()), decoded);
+      piece.remove_prefix(1);
+    }
   }
   if (rest_.empty()) EndGroup(decoded);
   return decoded;

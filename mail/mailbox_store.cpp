@@ -54,10 +54,12 @@ bool IsMissing(const std::error_code& error) {
          error == std::errc::filename_too_long;
 }
 
-std::error_code Append(const std::string& path, std::string_view chunk) {
+// With `flushed`, returns once the file is on the disk.
+std::error_code Append(const std::string& path, std::string_view chunk, bool flushed) {
   std::error_code error;
   File file = core::OpenFile(path, File::Mode::kAppend, error);
   if (file.IsOpen()) file.Write(chunk, error);
+  if (!error && flushed) file.Flush(error);
   return error;
 }
 
@@ -120,9 +122,8 @@ std::vector<std::string> MailboxStore::FilesMatching(std::string_view pattern) c
 std::int32_t MailboxStore::SizeOf(const std::string& name) const {
   const std::string path = *Box() + name;
   std::error_code error;
-  const File file = core::OpenFile(path, File::Mode::kRead, error);
-  const std::uint64_t size = file.IsOpen() ? file.Size(error) : 0;
-  if (error || !file.IsOpen()) Fail(path, error);
+  const std::uint64_t size = core::ReadableSize(path, error);
+  if (error) Fail(path, error);
   return Narrow<std::int32_t>(size, "the size of a message");
 }
 
@@ -168,23 +169,21 @@ void MailboxStore::DeleteMessage(int number) const {
   const std::optional<std::string> box = Box();
   if (!box) return;
   const std::string path = *box + MessageFileName(number);
-  std::error_code error;
-  const platform::EntryFacts facts = core::InspectPath(path, error);
-  if (error || facts.isFolder) return;
-  error = core::RemoveFile(path);
-  if (error) Fail(path, error);
+  const std::error_code error = core::RemoveFile(path);
+  if (error && !IsMissing(error) && error != std::errc::is_a_directory) Fail(path, error);
 }
 
 // Receiving
 
-bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk) {
+bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk, bool isLast) {
   for (const std::string& recipient : state_.MailRecipients) {
     if (recipient.empty()) break;
     if (number >= MailSessionState::kLargestNumber) continue;
     const std::string directory = ModCommon::AddSlash(UserFolder() + recipient);
     const std::string path = directory + MessageFileName(number);
-    const std::error_code error = Append(path, chunk);
-    unflushed_.insert(path);
+    std::error_code error = Append(path, chunk, isLast);
+    if (!error && isLast) error = core::FlushFolder(directory);
+    isLast && !error ? void(unflushed_.erase(path)) : void(unflushed_.insert(path));
     if (error) {
       program_.errors.LogError(path + ": " + error.message());
       return false;

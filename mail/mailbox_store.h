@@ -74,10 +74,12 @@ class MailboxStore {
 
   /// Appends `chunk` to Message_<number>.eml of every recipient, creating it where it is missing.
   /// From 50 on nothing is written, and that is no failure. False at the first file that cannot be
-  /// written, whose error is logged; the later recipients then do not get the chunk.
-  bool AppendToMailboxes(int number, std::string_view chunk);
+  /// written, whose error is logged; the later recipients then do not get the chunk. The last
+  /// chunk's files are flushed to the disk with all that was appended to them before.
+  bool AppendToMailboxes(int number, std::string_view chunk, bool isLast);
 
-  /// Returns once all that was appended would survive a power cut. A failure is logged.
+  /// Flushes what was appended to other files before: under another number, or for recipients that
+  /// are no longer there. After it, everything appended would survive a power cut.
   void FlushMailboxes();
 
   /// A line of Mail.log.
@@ -96,7 +98,7 @@ class MailboxStore {
   const core::Program& program_;
   const MailOptions& options_;
   MailSessionState state_;
-  std::set<std::string> unflushed_;  // files appended to since the last flush
+  std::set<std::string> unflushed_;  // files appended to since they were flushed
 };
 
 /// The name of a message's file.

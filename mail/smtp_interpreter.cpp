@@ -94,8 +94,9 @@ std::optional<std::string_view> SmtpInterpreter::TakeChunk(std::string_view text
     state.transferStage = TransferStage::kReceiving;
   }
   // A failure makes no difference to the client: only the end of a message is ever answered.
-  store_.AppendToMailboxes(state.messageCount + 1, state.lastChunk);
-  if (!EndsMessage(text)) return std::nullopt;
+  const bool isLast = EndsMessage(text);
+  store_.AppendToMailboxes(state.messageCount + 1, state.lastChunk, isLast);
+  if (!isLast) return std::nullopt;
   store_.FlushMailboxes();
   state.transferStage = TransferStage::kComplete;
   return smtp::kSaved;

@@ -21,9 +21,11 @@ class File {
   };
 
   File() = default;
-  File(File&& other) noexcept : handle_(std::exchange(other.handle_, kNone)) {}
+  File(File&& other) noexcept
+      : handle_(std::exchange(other.handle_, kNone)), sizeWhenOpened_(other.sizeWhenOpened_) {}
   File& operator=(File&& other) noexcept {
     std::swap(handle_, other.handle_);
+    std::swap(sizeWhenOpened_, other.sizeWhenOpened_);
     return *this;
   }
   ~File() { Close(); }
@@ -36,6 +38,9 @@ class File {
 
   std::uint64_t Size(std::error_code& error) const;
 
+  /// The size at the time of opening, for a file opened with kRead; costs nothing.
+  std::uint64_t SizeWhenOpened() const { return sizeWhenOpened_; }
+
   /// Reads up to `size` bytes from the current position; fewer only at the end of the file.
   std::size_t Read(char* buffer, std::size_t size, std::error_code& error);
 
@@ -44,6 +49,9 @@ class File {
 
   /// Returns once what was written would survive a power cut.
   void Flush(std::error_code& error);
+
+  /// The size of a file that can be opened for reading; far cheaper than opening it.
+  static std::uint64_t ReadableSize(const std::filesystem::path& path, std::error_code& error);
 
   /// Returns once the names in `folder` would survive a power cut: a new file is safe only when it
   /// and its folder are flushed. On Windows the file's own flush includes its name.
@@ -57,6 +65,7 @@ class File {
   explicit File(Handle handle) : handle_(handle) {}
 
   Handle handle_ = kNone;
+  std::uint64_t sizeWhenOpened_ = 0;
 };
 
 }  // namespace platform

@@ -40,9 +40,7 @@ Task<> Pace(Client client) {
 }
 
 Task<Failure> SendPieces(File file, Client client) {
-  std::error_code error;
-  const std::uint64_t size = file.Size(error);
-  if (error) co_return error.message();
+  const std::uint64_t size = file.SizeWhenOpened();
   const std::uint64_t full = size / kPieceBytes;
   const auto rest = static_cast<std::size_t>(size % kPieceBytes);
   co_await core::YieldToEvents();

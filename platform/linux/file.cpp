@@ -35,11 +35,16 @@ File File::Open(const std::filesystem::path& path, Mode mode, std::error_code& e
     return {};
   }
   File file(descriptor);
+  if (mode != Mode::kRead) return file;
   struct stat facts = {};
-  if (mode == Mode::kRead && fstat(descriptor, &facts) == 0 && S_ISDIR(facts.st_mode)) {
+  if (fstat(descriptor, &facts) != 0) {
+    error = LastError();
+    file.Close();
+  } else if (S_ISDIR(facts.st_mode)) {
     error = std::make_error_code(std::errc::is_a_directory);
     file.Close();
   }
+  file.sizeWhenOpened_ = static_cast<std::uint64_t>(facts.st_size);
   return file;
 }
 
@@ -85,6 +90,15 @@ void File::Write(std::string_view bytes, std::error_code& error) {
 void File::Flush(std::error_code& error) {
   error.clear();
   if (fsync(static_cast<int>(handle_)) != 0) error = LastError();
+}
+
+std::uint64_t File::ReadableSize(const std::filesystem::path& path, std::error_code& error) {
+  error.clear();
+  struct stat facts = {};
+  const bool readable =
+      stat(path.c_str(), &facts) == 0 && faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0;
+  if (!readable) error = LastError();
+  return static_cast<std::uint64_t>(facts.st_size);
 }
 
 void File::FlushFolder(const std::filesystem::path& folder, std::error_code& error) {

@@ -43,7 +43,9 @@ File File::Open(const std::filesystem::path& path, Mode mode, std::error_code& e
     error = LastError();
     return {};
   }
-  return File(reinterpret_cast<std::intptr_t>(handle));
+  File file(reinterpret_cast<std::intptr_t>(handle));
+  if (mode == Mode::kRead) file.sizeWhenOpened_ = file.Size(error);
+  return file;
 }
 
 void File::Close() {
@@ -89,6 +91,11 @@ void File::Write(std::string_view bytes, std::error_code& error) {
 void File::Flush(std::error_code& error) {
   error.clear();
   if (FlushFileBuffers(Native(handle_)) == 0) error = LastError();
+}
+
+std::uint64_t File::ReadableSize(const std::filesystem::path& path, std::error_code& error) {
+  const File file = Open(path, Mode::kRead, error);
+  return file.IsOpen() ? file.Size(error) : 0;
 }
 
 void File::FlushFolder(const std::filesystem::path&, std::error_code& error) { error.clear(); }

@@ -111,6 +111,7 @@ TEST_F(FtpFaultsTest, AFileThatShrinksInADownloadEndsIt) {
   FtpClient client = Connect();
   const auto data = client.OpenPassive();
   EXPECT_EQ(client.Ask("RETR /big.bin"), kSending);
+  data->Receive(1);  // the reply comes before the file is opened
   std::error_code error;
   std::filesystem::resize_file(Home().Path("ftproot/big.bin"), kBig / 2, error);
   if (error) GTEST_SKIP() << "an open file keeps its size here: " << error.message();
@@ -125,11 +126,12 @@ TEST_F(FtpFaultsTest, AFileThatIsDeletedInADownloadIsSentToItsEnd) {
   FtpClient client = Connect();
   const auto data = client.OpenPassive();
   EXPECT_EQ(client.Ask("RETR /big.bin"), kSending);
+  data->Receive(1);  // the reply comes before the file is opened
   std::error_code error;
   if (!std::filesystem::remove(Home().Path("ftproot/big.bin"), error)) {
     GTEST_SKIP() << "an open file stays here: " << error.message();
   }
-  EXPECT_EQ(data->ReceiveAll().size(), kBig);
+  EXPECT_EQ(data->ReceiveAll().size(), kBig - 1);
   EXPECT_EQ(client.Reply(), "226 \r\n");
 }
 

@@ -1,0 +1,75 @@
+#include "platform/stream_socket.h"
+
+#include <utility>
+
+namespace platform {
+namespace {
+
+SocketResult ResultOf(const asio::error_code& error) {
+  if (!error) return SocketResult::kDone;
+  if (error == asio::error::would_block || error == asio::error::try_again) {
+    return SocketResult::kWouldWait;
+  }
+  return error == asio::error::eof ? SocketResult::kPeerShut : SocketResult::kBroken;
+}
+
+}  // namespace
+
+StreamSocket::StreamSocket(Library socket)
+    : library_(std::move(socket)), native_(static_cast<NativeSocket>(library_.native_handle())) {
+  asio::error_code ignored;
+  library_.non_blocking(true, ignored);
+}
+
+// Here every socket is known from the start: the library accepts them itself.
+StreamSocket::StreamSocket(const asio::any_io_executor& executor, NativeSocket socket)
+    : library_(executor), native_(socket) {
+  asio::error_code ignored;
+  library_.assign(asio::ip::tcp::v4(), socket, ignored);
+  library_.non_blocking(true, ignored);
+}
+
+StreamSocket::StreamSocket(StreamSocket&& other) noexcept
+    : library_(std::move(other.library_)),
+      native_(other.native_),
+      isOpen_(std::exchange(other.isOpen_, false)) {}
+
+StreamSocket::Library& StreamSocket::Known() { return library_; }
+
+SocketResult StreamSocket::Receive(char* buffer, std::size_t size, std::size_t& count) {
+  asio::error_code error;
+  count = library_.receive(asio::buffer(buffer, size), 0, error);
+  return ResultOf(error);
+}
+
+SocketResult StreamSocket::Peek() {
+  asio::error_code error;
+  char first = 0;
+  library_.receive(asio::buffer(&first, 1), asio::socket_base::message_peek, error);
+  return ResultOf(error);
+}
+
+std::size_t StreamSocket::PendingBytes() {
+  asio::error_code error;
+  const std::size_t bytes = library_.available(error);
+  return error ? 0 : bytes;
+}
+
+SocketResult StreamSocket::Send(std::string_view bytes, std::size_t& count) {
+  asio::error_code error;
+  count = library_.send(asio::buffer(bytes), 0, error);
+  return ResultOf(error);
+}
+
+void StreamSocket::ShutSending() {
+  asio::error_code ignored;
+  library_.shutdown(Library::shutdown_send, ignored);
+}
+
+void StreamSocket::Close() {
+  if (!std::exchange(isOpen_, false)) return;
+  asio::error_code ignored;
+  library_.close(ignored);
+}
+
+}  // namespace platform
