@@ -84,8 +84,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   /// a slow peer does not take piles up here. Does nothing on a connection that has ended.
   void SendData(std::string_view bytes);
 
-  /// Lets the system gather many small sends into few large segments: for bulk that goes one way, and
-  /// whose end is a close. Without it every send goes out at once.
+  /// Lets the system gather many small sends into few large segments: for bulk that goes one way,
+  /// and whose end is a close. Without it every send goes out at once.
   void GatherSends();
 
   /// Whether the system has yet to take something.
