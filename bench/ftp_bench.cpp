@@ -1,7 +1,10 @@
 // The FTP server against plain loops in the same run, against vsftpd where it is installed, and
 // against itself at other sizes.
 //
-// ftp_bench <Tarnwerk>
+// ftp_bench <Tarnwerk> [measurement...]
+//
+// With a display the program opens its window, without one it has none. Names of measurements
+// (retr, stor, eight, small, list, answers, memory) leave out the others.
 //
 // Every figure is a ratio within this run, or a size. "want" says what we hold ourselves to.
 
@@ -365,6 +368,11 @@ double SmallRate(std::uint16_t port) {
   return count / SecondsSince(start);
 }
 
+void MeasureSmall(const Tarnwerk& tarnwerk, const Vsftpd& vsftpd) {
+  std::printf("PASV and RETR of 4 KiB: %.0f a second; want 3000\n", SmallRate(tarnwerk.Port()));
+  if (vsftpd.IsRunning()) std::printf("  vsftpd: %.0f\n", SmallRate(vsftpd.Port()));
+}
+
 // The median time of a listing of `folder`.
 double ListSeconds(std::uint16_t port, const std::string& folder, int rounds) {
   Ftp ftp(port);
@@ -421,9 +429,10 @@ void MeasureMemory(const Tarnwerk& tarnwerk) {
                   static_cast<long long>(before));
 }
 
-void Fill(const Folder& folder) {
+void Fill(const Folder& folder, bool withLargeFolders) {
   folder.Write("ftproot/big.bin", std::string(kBigBytes, 'x'));
   folder.Write("ftproot/small.bin", std::string(4096, 'x'));
+  if (!withLargeFolders) return;
   for (int i = 0; i < 100000; ++i) {
     const std::string name = "file" + std::to_string(1000000 + i) + ".txt";
     folder.Write("ftproot/hundred/" + name, "x");
@@ -434,22 +443,26 @@ void Fill(const Folder& folder) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-  if (argumentCount != 2) {
-    std::fputs("usage: ftp_bench <Tarnwerk>\n", stderr);
+  if (argumentCount < 2) {
+    std::fputs("usage: ftp_bench <Tarnwerk> [retr|stor|eight|small|list|answers|memory]...\n",
+               stderr);
     return 2;
   }
+  const std::vector<std::string> wanted(arguments + 2, arguments + argumentCount);
+  const auto isWanted = [&](const char* name) {
+    return wanted.empty() || std::find(wanted.begin(), wanted.end(), name) != wanted.end();
+  };
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   const Folder folder;
-  Fill(folder);
+  Fill(folder, isWanted("list") || isWanted("answers"));
   const Tarnwerk tarnwerk(arguments[1], folder);
   const Vsftpd vsftpd(folder);
-  CompareRetr(tarnwerk, folder);
-  CompareStor(tarnwerk, folder);
-  MeasureEight(tarnwerk);
-  std::printf("PASV and RETR of 4 KiB: %.0f a second; want 3000\n", SmallRate(tarnwerk.Port()));
-  if (vsftpd.IsRunning()) std::printf("  vsftpd: %.0f\n", SmallRate(vsftpd.Port()));
-  CompareListings(tarnwerk, vsftpd);
-  MeasureAnswers(tarnwerk);
-  MeasureMemory(tarnwerk);
+  if (isWanted("retr")) CompareRetr(tarnwerk, folder);
+  if (isWanted("stor")) CompareStor(tarnwerk, folder);
+  if (isWanted("eight")) MeasureEight(tarnwerk);
+  if (isWanted("small")) MeasureSmall(tarnwerk, vsftpd);
+  if (isWanted("list")) CompareListings(tarnwerk, vsftpd);
+  if (isWanted("answers")) MeasureAnswers(tarnwerk);
+  if (isWanted("memory")) MeasureMemory(tarnwerk);
   return 0;
 }

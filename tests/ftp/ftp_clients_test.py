@@ -176,8 +176,8 @@ class CurlTest(ClientTest):
 
 class LftpTest(ClientTest):
     def lftp(self, commands):
-        opening = (f"set cmd:fail-exit true; set net:max-retries 1; set net:timeout 10;"
-                   f" set dns:order inet; set ftp:ssl-allow false; set xfer:log false;"
+        opening = (f"set cmd:fail-exit true; set net:max-retries 4; set net:timeout 10;"
+                   f" set net:reconnect-interval-base 1; set dns:order inet; set ftp:ssl-allow false; set xfer:log false;"
                    # An empty listing makes it ask for NLST, which is not known.
                    f" set ftp:list-empty-ok true;"
                    f" open -u anybody,anything 127.0.0.1:{self.server.port}; ")
