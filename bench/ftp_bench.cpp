@@ -39,7 +39,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t kBigBytes = 256U << 20;
 constexpr std::size_t kChunkBytes = 4096;
-constexpr int kRounds = 5;
+constexpr int kRounds = 7;
 
 double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
@@ -287,27 +287,36 @@ double SecondsOf(const std::function<void()>& action) {
   return SecondsSince(start);
 }
 
+// The fastest of some rounds of each, in turn: what others take of the machine only ever adds.
+struct Fastest {
+  double plain = 1e9;
+  double ours = 1e9;
+
+  void Add(double plainSeconds, double ourSeconds) {
+    plain = std::min(plain, plainSeconds);
+    ours = std::min(ours, ourSeconds);
+  }
+};
+
 void CompareRetr(const Tarnwerk& tarnwerk, const Folder& folder) {
   Ftp ftp(tarnwerk.Port());
-  std::vector<double> ratios;
-  std::vector<double> speeds;
+  Fastest fastest;
+  std::uint64_t fewest = kBigBytes;
   for (int round = 0; round < kRounds; ++round) {
     const double plain = PlainSend(folder.Path("ftproot/big.bin"));
-    std::uint64_t bytes = 0;
-    const double ours = SecondsOf([&] { bytes = ftp.Fetch("RETR /big.bin"); });
-    if (bytes != kBigBytes)
-      std::printf("RETR sent %llu bytes\n", static_cast<unsigned long long>(bytes));
-    ratios.push_back(plain / ours);
-    speeds.push_back(static_cast<double>(kBigBytes) / ours / 1e6);
+    const double ours = SecondsOf([&] { fewest = std::min(fewest, ftp.Fetch("RETR /big.bin")); });
+    fastest.Add(plain, ours);
   }
-  std::printf("RETR: %.2f of the plain loop (%.0f MB/s); want 0.90, with a window 0.33\n",
-              Median(ratios), Median(speeds));
+  std::printf(
+      "RETR: %.2f of the plain loop (%.0f MB/s, %llu bytes); want 0.90, with a window 0.33\n",
+      fastest.plain / fastest.ours, static_cast<double>(kBigBytes) / fastest.ours / 1e6,
+      static_cast<unsigned long long>(fewest));
 }
 
 void CompareStor(const Tarnwerk& tarnwerk, const Folder& folder) {
   Ftp ftp(tarnwerk.Port());
   ftp.Ask("CWD /");
-  std::vector<double> ratios;
+  Fastest fastest;
   for (int round = 0; round < kRounds; ++round) {
     std::filesystem::remove(folder.Path("plain.bin"));
     const double plain = PlainReceive(folder.Path("plain.bin"));
@@ -320,9 +329,10 @@ void CompareStor(const Tarnwerk& tarnwerk, const Folder& folder) {
       }
       ftp.Reply();
     });
-    ratios.push_back(plain / ours);
+    fastest.Add(plain, ours);
   }
-  std::printf("STOR: %.2f of the plain loop (%llu bytes); want 0.90\n", Median(ratios),
+  std::printf("STOR: %.2f of the plain loop (%llu bytes); want 0.90\n",
+              fastest.plain / fastest.ours,
               static_cast<unsigned long long>(
                   std::filesystem::file_size(folder.Path("ftproot/stored.bin"))));
 }

@@ -132,7 +132,8 @@ void Connection::OnWaitFailure() { draining_ ? Abandon() : Break(); }
 void Connection::TakeArrival() {
   const std::shared_ptr<Connection> self = shared_from_this();
   handlers_->Start(owner_->OnArrival(self));
-  ContinueReadingAfter(kPassesBeforeReading);
+  // Nothing is spared where the socket is known already.
+  socket_.IsKnown() ? ContinueReading() : ContinueReadingAfter(kPassesBeforeReading);
 }
 
 // Everything that is pending at this moment; more may come in meanwhile, and is the next arrival.

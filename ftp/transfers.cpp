@@ -21,8 +21,8 @@ using platform::File;
 
 constexpr std::int32_t kChunkBytes = 4096;
 
-// Chunks that the system takes at once are sent in a row, a fraction of a millisecond's worth: a turn
-// of the loop costs as much as one of them.
+// Chunks that the system takes at once are sent in a row, a fraction of a millisecond's worth: a
+// turn of the loop costs as much as one of them.
 constexpr int kChunksPerTurn = 64;
 
 }  // namespace
