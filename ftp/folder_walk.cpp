@@ -15,7 +15,8 @@ namespace {
 using core::Task;
 using platform::DirectoryEntry;
 
-constexpr std::size_t kBatch = 500;
+// Some milliseconds' worth. Fewer and longer runs are kinder to the processor's caches.
+constexpr std::size_t kBatch = 4000;
 
 // A sum under way: what has been added up, and the folders that are still to be read.
 struct Sum {

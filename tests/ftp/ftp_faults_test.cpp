@@ -1,9 +1,11 @@
 // Clients that vanish, disks that fail and files that change under a transfer.
 
+#include <asio/ip/tcp.hpp>
 #include <filesystem>
 #include <fstream>
 #include <thread>
 
+#include "platform/socket_options.h"
 #include "tests/ftp/ftp_fixture.h"
 
 namespace test {
@@ -35,7 +37,21 @@ class FtpFaultsTest : public FtpServerTest {
   }
 };
 
+// Whether the system tells that a peer has gone while bytes of it have not been read.
+bool TellsOfTheEndEarly() {
+  using asio::ip::tcp;
+  asio::io_context context;
+  tcp::acceptor acceptor(context, {asio::ip::address_v4::loopback(), 0});
+  Client client(acceptor.local_endpoint().port());
+  tcp::socket peer = acceptor.accept();
+  client.Send("unread");
+  client.Close();
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  return platform::HasPeerShut(static_cast<platform::NativeSocket>(peer.native_handle()));
+}
+
 TEST_F(FtpFaultsTest, AThousandListsWithoutADataConnectionLeaveTheSlotUsable) {
+  if (!TellsOfTheEndEarly()) GTEST_SKIP() << "not told here";
   {
     FtpClient client = Connect();
     for (int i = 0; i < 1000; ++i) client.Tell("LIST");
