@@ -1,0 +1,79 @@
+// The guest book of the sample site, and an example of a CGI program for this server:
+//
+//   guestbook.cgi <input file> <output file>
+//
+// The input file holds what the form sent, decoded: name=...&message=... and a line end. The program
+// adds it to guestbook.txt beside the input file and writes the page with all entries to the output
+// file, which the server sends and deletes.
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+std::string ReadFile(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// The rest of the text behind "name=": the last field may hold "&" itself, since the server has
+// decoded it already.
+std::string FieldUpTo(std::string_view form, std::string_view name, std::string_view next) {
+  const std::size_t begin = form.find(name);
+  if (begin == form.npos) return {};
+  const std::string_view rest = form.substr(begin + name.size());
+  return std::string(rest.substr(0, rest.find(next)));
+}
+
+std::string Escaped(std::string_view text) {
+  std::string escaped;
+  for (const char c : text) {
+    switch (c) {
+      case '&':
+        escaped += "&amp;";
+        break;
+      case '<':
+        escaped += "&lt;";
+        break;
+      case '>':
+        escaped += "&gt;";
+        break;
+      default:
+        escaped += c;
+    }
+  }
+  return escaped;
+}
+
+void AddEntry(const std::filesystem::path& book, std::string_view form) {
+  const std::string name = FieldUpTo(form, "name=", "&message=");
+  const std::string message = FieldUpTo(form, "&message=", "\r\n");
+  if (name.empty() || message.empty()) return;
+  std::ofstream(book, std::ios::binary | std::ios::app)
+      << "<li><strong>" << Escaped(name) << "</strong>：" << Escaped(message) << "</li>\n";
+}
+
+std::string Page(const std::string& entries) {
+  return "<!DOCTYPE html>\n<html lang=\"zh-CN\">\n<head>\n<meta charset=\"utf-8\">\n"
+         "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+         "<title>留言簿 - 山下人家</title>\n<link rel=\"stylesheet\" href=\"/style.css\">\n"
+         "</head>\n<body>\n<h1>留言簿</h1>\n<ul id=\"entries\">\n" +
+         entries + "</ul>\n<p><a href=\"/index.htm\">回到首页</a></p>\n</body>\n</html>\n";
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  if (argumentCount < 3) return 2;
+  const std::vector<std::string> words(arguments, arguments + argumentCount);
+  const std::filesystem::path input = words[1];
+  const std::filesystem::path book = input.parent_path() / "guestbook.txt";
+  AddEntry(book, ReadFile(input));
+  std::ofstream page(words[2], std::ios::binary);
+  page << Page(ReadFile(book));
+  return page.flush() ? 0 : 1;
+}
