@@ -410,6 +410,8 @@ void CompareListings(const Tarnwerk& tarnwerk, const Vsftpd& vsftpd) {
   if (!vsftpd.IsRunning()) return;
   const double theirs = ListSeconds(vsftpd.Port(), "hundred", 5) / 100000;
   std::printf("LIST of 100,000 files: %.2f of vsftpd's time; want 1.50\n", large / theirs);
+  const double theirSmall = ListSeconds(vsftpd.Port(), "thousand", 15) / 1000;
+  std::printf("  vsftpd: %.2f of its time per entry of 1,000\n", theirs / theirSmall);
 }
 
 // How long another session waits for an answer while large listings are built.

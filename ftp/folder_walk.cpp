@@ -48,6 +48,7 @@ bool ReadBatch(platform::DirectoryReader& reader, std::vector<DirectoryEntry>& b
 }  // namespace
 
 void SortedEntries::Add(std::vector<DirectoryEntry> batch) {
+  count_ += batch.size();
   Run run;
   run.reserve(batch.size());
   for (DirectoryEntry& entry : batch) {

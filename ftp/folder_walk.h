@@ -35,6 +35,8 @@ class SortedEntries {
   /// Takes in a batch. Not after the first Next.
   void Add(std::vector<platform::DirectoryEntry> batch);
 
+  std::size_t Count() const { return count_; }
+
   /// The next entry, none after the last.
   std::optional<platform::DirectoryEntry> Next();
 
@@ -49,6 +51,7 @@ class SortedEntries {
   bool ComesLater(std::size_t left, std::size_t right) const;
 
   std::vector<Run> runs_;
+  std::size_t count_ = 0;  // taken in
   std::vector<std::size_t> heap_;  // runs that are not used up, the one with the first entry on top
   bool ordered_ = false;
 };

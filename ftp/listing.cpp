@@ -39,7 +39,10 @@ Task<std::optional<std::string>> FtpServer::BuildListing(std::string folder, Cli
   Task<std::optional<SortedEntries>> reading = ReadSorted(folder);
   std::optional<SortedEntries> entries = co_await reading;
   if (!entries) co_return std::nullopt;
+  // Of a large folder in one piece of memory: to grow by copying costs as much as many a line.
+  constexpr std::size_t kUsualLine = 72;
   std::string listing;
+  listing.reserve(entries->Count() * kUsualLine);
   Turn turn;
   while (const std::optional<platform::DirectoryEntry> entry = entries->Next()) {
     if (entry->isHidden || !IsListed(entry->name, state_.lastCommand)) continue;

@@ -8,77 +8,34 @@ import io
 import os
 import pathlib
 import random
-import shutil
-import socket
 import subprocess
 import sys
-import tempfile
-import time
 import unittest
 
-PATIENCE = 20  # seconds for anything that a client does
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from program import PATIENCE, Home  # noqa: E402
 
 program = ""
 
 
-def free_port():
-    """A port that fits 16 bits with a sign."""
-    while True:
-        port = random.randrange(20000, 32768)
-        with socket.socket() as probe:
-            try:
-                probe.bind(("", port))
-                return port
-            except OSError:
-                pass
-
-
-class Server:
-    """The program with its FTP root in a temporary folder."""
+class Server(Home):
+    """The program with its FTP root and an upload directory in it."""
 
     def __init__(self):
-        self.home = pathlib.Path(tempfile.mkdtemp(prefix="tarnwerk-ftp-"))
-        self.root = self.home / "ftproot"
+        super().__init__([program])
+        self.port = self.ports["ftp"]
+        self.root = self.path / "ftproot"
         self.upload = self.root / "up"
         self.upload.mkdir(parents=True)
-        self.port = free_port()
-        self._write_settings()
-        environment = dict(os.environ, TARNWERK_HOME=str(self.home),
-                           TARNWERK_HOSTS=str(self.home / "hosts"),
-                           XDG_RUNTIME_DIR=str(self.home), XDG_CONFIG_HOME=str(self.home),
-                           XDG_STATE_HOME=str(self.home), DISPLAY="", WAYLAND_DISPLAY="")
-        self.process = subprocess.Popen([program, "START", "SHOW"], env=environment,
-                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        self._wait()
-
-    def _write_settings(self):
-        lines = ["[WebServer Options]", f"TCPPort={free_port()}", "DNS=localhost",
-                 "[FtpServer Options]", f"FtpPort={self.port}", "DNS=localhost",
-                 f"FtpServer Root={self.root}", f"FtpServer UploadDir={self.upload}",
-                 "[MailServer Options]", f"SMTP Port={free_port()}", f"POP3 Port={free_port()}",
-                 "DNS=localhost"]
-        (self.home / "Server.ini").write_text("\r\n".join(lines) + "\r\n", newline="")
-
-    def _wait(self):
-        end = time.monotonic() + PATIENCE
-        while time.monotonic() < end:
-            try:
-                socket.create_connection(("127.0.0.1", self.port), 1).close()
-                return
-            except OSError:
-                time.sleep(0.05)
-        raise RuntimeError("the program does not listen")
-
-    def stop(self):
-        self.process.terminate()
-        self.process.wait(PATIENCE)
-        shutil.rmtree(self.home)
+        self.write_settings()
+        self.start("START", "SHOW")
+        self.wait_for_services()
 
 
 class ClientTest(unittest.TestCase):
     def setUp(self):
         self.server = Server()
-        self.addCleanup(self.server.stop)
+        self.addCleanup(self.server.close)
         self.big = random.Random(1).randbytes(3000001)
         (self.server.root / "big.bin").write_bytes(self.big)
         (self.server.root / "pub").mkdir()
@@ -157,7 +114,7 @@ class CurlTest(ClientTest):
         self.assertNotEqual(self.curl("missing.bin").returncode, 0)
 
     def test_uploads_makes_folders_and_deletes(self):
-        local = self.server.home / "local.bin"
+        local = self.server.path / "local.bin"
         local.write_bytes(self.big)
         stored = self.curl("up/new.bin", "-T", str(local))
         self.assertEqual(stored.returncode, 0, stored.stderr)
@@ -177,20 +134,21 @@ class CurlTest(ClientTest):
 class LftpTest(ClientTest):
     def lftp(self, commands):
         opening = (f"set cmd:fail-exit true; set net:max-retries 4; set net:timeout 10;"
-                   f" set net:reconnect-interval-base 1; set dns:order inet; set ftp:ssl-allow false; set xfer:log false;"
+                   f" set net:reconnect-interval-base 1; set dns:order inet;"
+                   f" set ftp:ssl-allow false; set xfer:log false;"
                    # An empty listing makes it ask for NLST, which is not known.
                    f" set ftp:list-empty-ok true;"
                    f" open -u anybody,anything 127.0.0.1:{self.server.port}; ")
         return self.run_client("lftp", "--norc", "-c", opening + commands)
 
     def test_lists_and_downloads(self):
-        done = self.lftp(f"cls -1; get big.bin -o {self.server.home}/got.bin; cd pub; cls -1")
+        done = self.lftp(f"cls -1; get big.bin -o {self.server.path}/got.bin; cd pub; cls -1")
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertEqual(done.stdout.decode().split(), ["big.bin", "pub/", "up/", "文件.txt"])
-        self.assertEqual((self.server.home / "got.bin").read_bytes(), self.big)
+        self.assertEqual((self.server.path / "got.bin").read_bytes(), self.big)
 
     def test_mirrors_a_tree_into_the_upload_directory(self):
-        tree = self.server.home / "tree"
+        tree = self.server.path / "tree"
         (tree / "deep").mkdir(parents=True)
         (tree / "deep" / "a.bin").write_bytes(self.big)
         done = self.lftp(f"cd up; mirror -R {tree} copy")

@@ -15,7 +15,7 @@ import sys
 import time
 import unittest
 
-from running_server import Server
+from running_server import Server, wait_until
 
 PROGRAM = sys.argv.pop(1)
 BYTES = bytes(range(256)) * 300
@@ -34,8 +34,8 @@ class MailPrograms(unittest.TestCase):
     def setUp(self):
         self.server = Server(PROGRAM, {"alice": "wonder", "bob": "builder"})
         self.addCleanup(self.server.close)
-        self.server.start()
-        with open(self.server.path("att.bin"), "wb") as file:
+        self.server.serve()
+        with open(self.server.file("att.bin"), "wb") as file:
             file.write(BYTES)
         self.smtp = f"smtp://127.0.0.1:{self.server.smtp_port}"
         self.pop3 = f"pop3://127.0.0.1:{self.server.pop3_port}"
@@ -43,14 +43,14 @@ class MailPrograms(unittest.TestCase):
     def expect_unpacked(self, number, name, content=BYTES):
         """The attachment lies beside the message and in the common folder."""
         for folder in (f"mailroot/User/bob/Message_{number}", "mailroot/Accessary"):
-            path = self.server.path(f"{folder}/{name}")
-            self.server.wait_until(
+            path = self.server.file(f"{folder}/{name}")
+            wait_until(
                 lambda path=path: os.path.exists(path) and os.path.getsize(path) == len(content),
                 path)
-            self.assertEqual(self.server.read(f"{folder}/{name}"), content)
+            self.assertEqual(self.server.read_bytes(f"{folder}/{name}"), content)
 
     def put_message(self, text=b"Subject: put\r\n\r\nbody\r\n.\r\n"):
-        with open(self.server.path(self.server.message("bob", 1)), "wb") as file:
+        with open(self.server.file(self.server.message("bob", 1)), "wb") as file:
             file.write(text)
 
     # Sending
@@ -59,7 +59,7 @@ class MailPrograms(unittest.TestCase):
         # It waits for a blank behind "221", which does not come; hence the time limit.
         output = run("swaks", "--server", f"127.0.0.1:{self.server.smtp_port}", "--timeout", "1",
                      "--from", "alice@localhost", "--to", "bob@localhost",
-                     "--attach-name", "att.bin", "--attach", "@" + self.server.path("att.bin"),
+                     "--attach-name", "att.bin", "--attach", "@" + self.server.file("att.bin"),
                      "--suppress-data", expect=None)
         self.assertIn(b"250 OK,message saved", output)
         self.expect_unpacked(1, "att.bin")
@@ -68,9 +68,9 @@ class MailPrograms(unittest.TestCase):
         run("curl", "-sS", self.smtp, "--mail-from", "alice@localhost", "--mail-rcpt",
             "bob@localhost", "-H", "Subject: curl", "-F",
             "=" + TEXT + ";type=text/plain;encoder=quoted-printable",
-            "-F", f"file=@{self.server.path('att.bin')};encoder=base64")
+            "-F", f"file=@{self.server.file('att.bin')};encoder=base64")
         self.expect_unpacked(1, "att.bin")
-        self.assertIn(b"Subject: curl\r\n", self.server.read(self.server.message("bob", 1)))
+        self.assertIn(b"Subject: curl\r\n", self.server.read_bytes(self.server.message("bob", 1)))
 
     def test_smtplib_sends_a_message_with_attachments(self):
         message = email.message.EmailMessage()
@@ -86,7 +86,7 @@ class MailPrograms(unittest.TestCase):
             self.assertEqual(client.send_message(message), {})
         self.expect_unpacked(1, "one.bin")
         self.expect_unpacked(1, "two.bin")
-        self.assertEqual(self.server.read("mailroot/User/bob/Message_1/Content.txt"),
+        self.assertEqual(self.server.read_bytes("mailroot/User/bob/Message_1/Content.txt"),
                          b"1=1 plain\r\n")
 
     def test_a_stranger_is_refused_as_sender_and_recipient(self):
@@ -116,7 +116,7 @@ class MailPrograms(unittest.TestCase):
         client.user("bob")
         client.dele(1)
         client.quit()
-        self.assertFalse(os.path.exists(self.server.path(self.server.message("bob", 1))))
+        self.assertFalse(os.path.exists(self.server.file(self.server.message("bob", 1))))
 
     def test_poplib_is_told_of_a_wrong_password(self):
         client = poplib.POP3("127.0.0.1", self.server.pop3_port, timeout=20)
@@ -129,21 +129,21 @@ class MailPrograms(unittest.TestCase):
         self.put_message()
         # With a user of its own it asks for capabilities, finds no login and gives up.
         run("curl", "-sS", "-u", "bob:builder", self.pop3 + "/1", expect=67)
-        target = self.server.path("got.eml")
+        target = self.server.file("got.eml")
         run("curl", "-sS", "-I", "-X", "USER bob", self.pop3 + "/", "--next", "-sS",
             self.pop3 + "/1", "-o", target)
-        self.assertTrue(self.server.read("got.eml").startswith(b"Subject: put\r\n\r\nbody\r\n"))
+        self.assertTrue(self.server.read_bytes("got.eml").startswith(b"Subject: put\r\n\r\nbody\r\n"))
 
     def test_mpop_collects_a_message(self):
         self.put_message()
         self.server.write("mpoprc", "\n".join((
             "defaults", "tls off", "auth user", "keep on",
-            f"uidls_file {self.server.path('uidls')}", "account x", "host 127.0.0.1",
+            f"uidls_file {self.server.file('uidls')}", "account x", "host 127.0.0.1",
             f"port {self.server.pop3_port}", "user bob", "password builder",
-            f"delivery mbox {self.server.path('mbox')}", "")))
-        os.chmod(self.server.path("mpoprc"), 0o600)
-        run("mpop", "-C", self.server.path("mpoprc"), "x")
-        self.assertIn(b"Subject: put\n\nbody\n", self.server.read("mbox"))
+            f"delivery mbox {self.server.file('mbox')}", "")))
+        os.chmod(self.server.file("mpoprc"), 0o600)
+        run("mpop", "-C", self.server.file("mpoprc"), "x")
+        self.assertIn(b"Subject: put\n\nbody\n", self.server.read_bytes("mbox"))
 
     # The protocol's own limits
 
@@ -154,7 +154,7 @@ class MailPrograms(unittest.TestCase):
             client.sendall(b"MAIL FROM:<alice@x>\r\nRCPT TO:<bob@x>\r\nDATA\r\nx\r\n.\r\n")
             self.assertEqual(client.recv(100), b"250 OK\r\n")
             time.sleep(0.1)
-        self.assertFalse(os.path.exists(self.server.path(self.server.message("bob", 1))))
+        self.assertFalse(os.path.exists(self.server.file(self.server.message("bob", 1))))
 
 
 if __name__ == "__main__":

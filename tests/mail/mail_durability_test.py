@@ -78,16 +78,16 @@ class Killer(threading.Thread):
         while not self.stopped.wait(random.uniform(0.02, 0.4)):
             self.server.kill()
             self.kills += 1
-            self.server.start()
+            self.server.serve()
 
 
 def stored(server):
     """The content of the mailbox, and an empty mailbox."""
     content = b""
-    box = server.path("mailroot/User/box")
+    box = server.file("mailroot/User/box")
     for name in os.listdir(box):
         if name.endswith(".eml"):
-            content += server.read(f"mailroot/User/box/{name}")
+            content += server.read_bytes(f"mailroot/User/box/{name}")
             os.remove(os.path.join(box, name))
     return content
 
@@ -100,7 +100,7 @@ def main():
     sender = Sender(server)
     acknowledged, missing, in_box = 0, [], []
     try:
-        server.start()
+        server.serve()
         killer.start()
         number = 0
         while acknowledged < wanted:
@@ -113,7 +113,7 @@ def main():
                 sender.drop()
                 time.sleep(0.01)
             # A mailbox takes 49; what a kill has left half done counts as well.
-            names = os.listdir(server.path("mailroot/User/box"))
+            names = os.listdir(server.file("mailroot/User/box"))
             if len(names) > MOST_IN_A_BOX or acknowledged == wanted:
                 content = stored(server)
                 missing += [one for one in in_box if text_of(one) not in content]

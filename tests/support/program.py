@@ -71,6 +71,13 @@ class Home:
         file.parent.mkdir(parents=True, exist_ok=True)
         file.write_bytes(content if isinstance(content, bytes) else content.encode())
 
+    def file(self, name):
+        """The whole path of a file of the program's, as text."""
+        return str(self.path / name)
+
+    def read_bytes(self, name):
+        return (self.path / name).read_bytes()
+
     def read(self, name):
         file = self.path / name
         return file.read_bytes().decode() if file.exists() else ""
@@ -85,6 +92,7 @@ class Home:
             f"optAppDone=True\r\n"
             f"[FtpServer Options]\r\nFtpServer Root={self.path / 'ftproot'}\r\n"
             f"FtpPort={self.ports['ftp']}\r\nDNS=localhost\r\n"
+            f"FtpServer UploadDir={self.path / 'ftproot' / 'up'}\r\n"
             f"[MailServer Options]\r\nMailServer Root={self.path / 'mailroot'}\r\n"
             f"SMTP Port={self.ports['smtp']}\r\nPOP3 Port={self.ports['pop3']}\r\n"
             f"DNS=localhost\r\n"))
@@ -105,9 +113,13 @@ class Home:
         for name, port in self.ports.items():
             wait_until(lambda port=port: accepts(port), f"the port of {name}")
 
-    def close(self):
+    def kill(self):
         for process in self.processes:
             if process.poll() is None:
                 process.send_signal(signal.SIGKILL)
             process.wait()
+        self.processes.clear()
+
+    def close(self):
+        self.kill()
         shutil.rmtree(self.path)
