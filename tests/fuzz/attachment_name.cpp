@@ -1,6 +1,6 @@
 #include "mail/attachment_name.h"
 
-#include "tests/mail/fuzz/fuzz_input.h"
+#include "tests/fuzz/fuzz_input.h"
 
 // Whatever comes in, what comes out is one name in one folder.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

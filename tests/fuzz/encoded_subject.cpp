@@ -1,6 +1,6 @@
 #include "mail/encoded_subject.h"
 
-#include "tests/mail/fuzz/fuzz_input.h"
+#include "tests/fuzz/fuzz_input.h"
 
 // A text without an encoded word at its beginning stays as it is. The decoder is tried on one with
 // such a beginning as well, which a fuzzer is slow to find.

@@ -1,6 +1,6 @@
 #include "mail/base64.h"
 
-#include "tests/mail/fuzz/fuzz_input.h"
+#include "tests/fuzz/fuzz_input.h"
 
 // No more comes out than fits, and pieces of any size give the same.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

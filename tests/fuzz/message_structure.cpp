@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "tests/mail/fuzz/fuzz_input.h"
+#include "tests/fuzz/fuzz_input.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "mail/quoted_printable.h"
 
-#include "tests/mail/fuzz/fuzz_input.h"
+#include "tests/fuzz/fuzz_input.h"
 
 // What is decoded is never longer than its text, and pieces of any size give the same.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
