@@ -51,7 +51,7 @@ class SortedEntries {
   bool ComesLater(std::size_t left, std::size_t right) const;
 
   std::vector<Run> runs_;
-  std::size_t count_ = 0;  // taken in
+  std::size_t count_ = 0;          // taken in
   std::vector<std::size_t> heap_;  // runs that are not used up, the one with the first entry on top
   bool ordered_ = false;
 };

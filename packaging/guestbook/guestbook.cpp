@@ -2,9 +2,9 @@
 //
 //   guestbook.cgi <input file> <output file>
 //
-// The input file holds what the form sent, decoded: name=...&message=... and a line end. The program
-// adds it to guestbook.txt beside the input file and writes the page with all entries to the output
-// file, which the server sends and deletes.
+// The input file holds what the form sent, decoded: name=...&message=... and a line end. The
+// program adds it to guestbook.txt beside the input file and writes the page with all entries to
+// the output file, which the server sends and deletes.
 
 #include <filesystem>
 #include <fstream>
