@@ -30,11 +30,19 @@
 #include <vector>
 
 #include "bench/running_program.h"
+#include "bench/sockets.h"
+#include "bench/tarnwerk.h"
 
 namespace {
 
+using bench::ConnectTo;
+using bench::Descriptor;
 using bench::Folder;
+using bench::Loopback;
+using bench::ReceiveAll;
 using bench::RunningProgram;
+using bench::SendAll;
+using bench::Tarnwerk;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t kBigBytes = 256U << 20;
@@ -45,68 +53,10 @@ double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// A descriptor that closes itself.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  Descriptor& operator=(Descriptor&&) = delete;
-
-  int Number() const { return number_; }
-
- private:
-  int number_;
-};
-
-sockaddr_in Loopback(std::uint16_t port) {
-  sockaddr_in address = {};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  return address;
-}
-
-Descriptor ConnectTo(std::uint16_t port) {
-  Descriptor connection(socket(AF_INET, SOCK_STREAM, 0));
-  const int on = 1;
-  setsockopt(connection.Number(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof(on));
-  const sockaddr_in address = Loopback(port);
-  if (connect(connection.Number(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) !=
-      0) {
-    std::perror("connect");
-    std::exit(1);
-  }
-  return connection;
-}
-
-void SendAll(int connection, const char* bytes, std::size_t count) {
-  while (count > 0) {
-    const ssize_t sent = send(connection, bytes, count, MSG_NOSIGNAL);
-    if (sent <= 0) return;
-    bytes += sent;
-    count -= static_cast<std::size_t>(sent);
-  }
-}
-
-std::uint64_t ReceiveAll(int connection) {
-  std::array<char, 65536> buffer;
-  std::uint64_t received = 0;
-  ssize_t count = 0;
-  while ((count = recv(connection, buffer.data(), buffer.size(), 0)) > 0) {
-    received += static_cast<std::uint64_t>(count);
-  }
-  return received;
-}
-
 void SendMany(int connection, std::size_t bytes) {
   const std::vector<char> piece(65536, 'u');
   for (std::size_t sent = 0; sent < bytes; sent += piece.size()) {
-    SendAll(connection, piece.data(), piece.size());
+    SendAll(connection, {piece.data(), piece.size()});
   }
 }
 
@@ -135,7 +85,7 @@ double PlainSend(const std::string& path) {
     std::array<char, kChunkBytes> chunk;
     ssize_t count = 0;
     while ((count = read(file.Number(), chunk.data(), chunk.size())) > 0) {
-      SendAll(pair.server->Number(), chunk.data(), static_cast<std::size_t>(count));
+      SendAll(pair.server->Number(), {chunk.data(), static_cast<std::size_t>(count)});
     }
     pair.server.reset();
   });
@@ -173,7 +123,7 @@ class Ftp {
   }
   void Tell(const std::string& line) {
     const std::string command = line + "\r\n";
-    SendAll(control_.Number(), command.data(), command.size());
+    SendAll(control_.Number(), command);
   }
   std::string Reply() {
     std::size_t end = 0;
@@ -210,42 +160,6 @@ class Ftp {
  private:
   Descriptor control_;
   std::string received_;
-};
-
-class Tarnwerk {
- public:
-  Tarnwerk(const std::string& program, const Folder& folder)
-      : port_(bench::FreePort()),
-        settings_(WriteSettings(folder)),
-        process_(Start(program, folder)) {
-    if (bench::WaitForPort(port_) < 0) std::exit(1);
-  }
-
-  std::uint16_t Port() const { return port_; }
-  const RunningProgram& Process() const { return process_; }
-
- private:
-  bool WriteSettings(const Folder& folder) const {
-    const auto port = [] { return std::to_string(bench::FreePort()); };
-    folder.Write("Server.ini", "[WebServer Options]\r\nTCPPort=" + port() +
-                                   "\r\nDNS=localhost\r\n[FtpServer Options]\r\nFtpPort=" +
-                                   std::to_string(port_) +
-                                   "\r\nDNS=localhost\r\nFtpServer Root=" + folder.Path("ftproot") +
-                                   "\r\n[MailServer Options]\r\n" + "SMTP Port=" + port() +
-                                   "\r\nPOP3 Port=" + port() + "\r\nDNS=localhost\r\n");
-    return true;
-  }
-  // With a display of its own the window is open; without one there is none.
-  static RunningProgram Start(const std::string& program, const Folder& folder) {
-    return RunningProgram({program, "START", "SHOW"}, {{"TARNWERK_HOME", folder.Path()},
-                                                       {"TARNWERK_HOSTS", folder.Path("hosts")},
-                                                       {"XDG_RUNTIME_DIR", folder.Path()},
-                                                       {"XDG_CONFIG_HOME", folder.Path()}});
-  }
-
-  std::uint16_t port_;
-  bool settings_;
-  RunningProgram process_;
 };
 
 class Vsftpd {
@@ -294,7 +208,7 @@ struct Fastest {
 };
 
 void CompareRetr(const Tarnwerk& tarnwerk, const Folder& folder) {
-  Ftp ftp(tarnwerk.Port());
+  Ftp ftp(tarnwerk.FtpPort());
   Fastest fastest;
   std::uint64_t fewest = kBigBytes;
   for (int round = 0; round < kRounds; ++round) {
@@ -309,7 +223,7 @@ void CompareRetr(const Tarnwerk& tarnwerk, const Folder& folder) {
 }
 
 void CompareStor(const Tarnwerk& tarnwerk, const Folder& folder) {
-  Ftp ftp(tarnwerk.Port());
+  Ftp ftp(tarnwerk.FtpPort());
   ftp.Ask("CWD /");
   Fastest fastest;
   for (int round = 0; round < kRounds; ++round) {
@@ -361,8 +275,8 @@ void MeasureEight(const Tarnwerk& tarnwerk) {
   double all = 1e9;
   double fairness = 1;
   for (int round = 0; round < 3; ++round) {
-    one = std::min(one, FetchTogether(tarnwerk.Port(), 1).front());
-    const std::vector<double> seconds = FetchTogether(tarnwerk.Port(), kClients);
+    one = std::min(one, FetchTogether(tarnwerk.FtpPort(), 1).front());
+    const std::vector<double> seconds = FetchTogether(tarnwerk.FtpPort(), kClients);
     const auto [fastest, slowest] = std::minmax_element(seconds.begin(), seconds.end());
     all = std::min(all, *slowest);
     fairness = std::min(fairness, *fastest / *slowest);
@@ -385,7 +299,7 @@ double SmallRate(std::uint16_t port) {
 }
 
 void MeasureSmall(const Tarnwerk& tarnwerk, const Vsftpd& vsftpd) {
-  std::printf("PASV and RETR of 4 KiB: %.0f a second; want 3000\n", SmallRate(tarnwerk.Port()));
+  std::printf("PASV and RETR of 4 KiB: %.0f a second; want 3000\n", SmallRate(tarnwerk.FtpPort()));
   if (vsftpd.IsRunning()) std::printf("  vsftpd: %.0f\n", SmallRate(vsftpd.Port()));
 }
 
@@ -403,8 +317,8 @@ double ListSeconds(std::uint16_t port, const std::string& folder, int rounds) {
 }
 
 void CompareListings(const Tarnwerk& tarnwerk, const Vsftpd& vsftpd) {
-  const double small = ListSeconds(tarnwerk.Port(), "thousand", 15) / 1000;
-  const double large = ListSeconds(tarnwerk.Port(), "hundred", 5) / 100000;
+  const double small = ListSeconds(tarnwerk.FtpPort(), "thousand", 15) / 1000;
+  const double large = ListSeconds(tarnwerk.FtpPort(), "hundred", 5) / 100000;
   std::printf("LIST of 100,000 files: %.2f of the time per entry of 1,000 (%.1f us); want 1.20\n",
               large / small, large * 1e6);
   if (!vsftpd.IsRunning()) return;
@@ -418,10 +332,10 @@ void CompareListings(const Tarnwerk& tarnwerk, const Vsftpd& vsftpd) {
 void MeasureAnswers(const Tarnwerk& tarnwerk) {
   std::atomic<bool> done = false;
   std::thread listing([&] {
-    ListSeconds(tarnwerk.Port(), "hundred", 3);
+    ListSeconds(tarnwerk.FtpPort(), "hundred", 3);
     done = true;
   });
-  Ftp other(tarnwerk.Port());
+  Ftp other(tarnwerk.FtpPort());
   double worst = 0;
   while (!done) {
     worst = std::max(worst, SecondsOf([&] { other.Ask("NOOP"); }));
@@ -437,7 +351,7 @@ void MeasureMemory(const Tarnwerk& tarnwerk) {
   std::vector<std::unique_ptr<Ftp>> clients;
   std::vector<Descriptor> data;
   for (int i = 0; i < 8; ++i) {
-    clients.push_back(std::make_unique<Ftp>(tarnwerk.Port()));
+    clients.push_back(std::make_unique<Ftp>(tarnwerk.FtpPort()));
     data.push_back(clients.back()->OpenPassive());
     clients.back()->Ask("RETR /big.bin");
   }
@@ -473,7 +387,9 @@ int main(int argumentCount, char** arguments) {
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   const Folder folder;
   Fill(folder, isWanted("list") || isWanted("answers"));
-  const Tarnwerk tarnwerk(arguments[1], folder);
+  using Display = Tarnwerk::Display;
+  const bool isSeen = std::getenv("DISPLAY") != nullptr;
+  const Tarnwerk tarnwerk(arguments[1], folder, isSeen ? Display::kOurs : Display::kNone);
   const Vsftpd vsftpd(folder);
   if (isWanted("retr")) CompareRetr(tarnwerk, folder);
   if (isWanted("stor")) CompareStor(tarnwerk, folder);

@@ -19,6 +19,7 @@
 
 #include "bench/mail_client.h"
 #include "bench/mail_peers.h"
+#include "bench/tarnwerk.h"
 
 namespace {
 

@@ -82,32 +82,6 @@ void ServeClient(int client, const std::string& folder) {
 
 }  // namespace
 
-Tarnwerk::Tarnwerk(const std::string& program, const Folder& folder)
-    : folder_(folder), smtpPort_(FreePort()), pop3Port_(FreePort()) {
-  folder.Write("mailroot/User/box/UserInfo.ini", "[用户信息]\r\nPassword=x\r\n");
-  folder.Write("Server.ini",
-               "[WebServer Options]\r\nTCPPort=0\r\nDNS=localhost\r\n"
-               "[FtpServer Options]\r\nFtpPort=0\r\nDNS=localhost\r\n"
-               "[MailServer Options]\r\nDNS=localhost\r\nSMTP Port=" +
-                   std::to_string(smtpPort_) + "\r\nPOP3 Port=" + std::to_string(pop3Port_) +
-                   "\r\nMailServer Root=" + folder.Path("mailroot") + "\r\n");
-  process_ = std::make_unique<RunningProgram>(
-      std::vector<std::string>{program, "START"},
-      std::map<std::string, std::string>{{"TARNWERK_HOME", folder.Path()},
-                                         {"TARNWERK_HOSTS", folder.Path("hosts")},
-                                         {"XDG_RUNTIME_DIR", folder.Path()},
-                                         {"XDG_CONFIG_HOME", folder.Path()},
-                                         {"XDG_STATE_HOME", folder.Path()},
-                                         {"DISPLAY", ""},
-                                         {"WAYLAND_DISPLAY", ""}});
-  WaitForPort(smtpPort_);
-  WaitForPort(pop3Port_);
-}
-
-std::string Tarnwerk::Message(int number) const {
-  return folder_.Path("mailroot/User/box/Message_" + std::to_string(number) + ".eml");
-}
-
 PlainLoop::PlainLoop(const Folder& folder) : port_(FreePort()) {
   const std::string path = folder.Path("plain");
   fs::create_directories(path);

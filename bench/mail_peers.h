@@ -1,6 +1,6 @@
 #pragma once
 
-// The servers that the mail benchmark compares: ours, a plain loop that does no more than it must,
+// What the mail benchmark compares the program with: a plain loop that does no more than it must,
 // and dovecot. Each has one mailbox, "box".
 
 #include <memory>
@@ -9,22 +9,6 @@
 #include "bench/running_program.h"
 
 namespace bench {
-
-class Tarnwerk {
- public:
-  Tarnwerk(const std::string& program, const Folder& folder);
-
-  std::uint16_t SmtpPort() const { return smtpPort_; }
-  std::uint16_t Pop3Port() const { return pop3Port_; }
-  const RunningProgram& Process() const { return *process_; }
-  std::string Message(int number) const;
-
- private:
-  const Folder& folder_;
-  std::uint16_t smtpPort_;
-  std::uint16_t pop3Port_;
-  std::unique_ptr<RunningProgram> process_;
-};
 
 /// Answers one client at a time. A packet that begins with four capital letters is a command; any
 /// other is appended to a file of its own per message, which is closed after each packet and

@@ -1,6 +1,5 @@
 #include "bench/running_program.h"
 
-#include <arpa/inet.h>
 #include <fcntl.h>
 #include <netinet/in.h>
 #include <signal.h>
@@ -15,18 +14,12 @@
 #include <sstream>
 #include <thread>
 
+#include "bench/sockets.h"
+
 namespace bench {
 namespace {
 
 namespace fs = std::filesystem;
-
-sockaddr_in Loopback(std::uint16_t port) {
-  sockaddr_in address = {};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  return address;
-}
 
 bool Accepts(std::uint16_t port) {
   const sockaddr_in address = Loopback(port);

@@ -14,12 +14,14 @@
 
 #include "bench/load_client.h"
 #include "bench/running_program.h"
+#include "bench/tarnwerk.h"
 
 namespace {
 
 using bench::Folder;
 using bench::Load;
 using bench::RunningProgram;
+using bench::Tarnwerk;
 
 constexpr const char* kSmallFile = "small.txt";
 constexpr const char* kLargeFile = "large.bin";
@@ -34,48 +36,6 @@ std::string Request(const std::string& file, int minor) {
   return "GET /" + file + " HTTP/1." + std::to_string(minor) +
          "\r\nHost: localhost\r\nConnection: close\r\n\r\n";
 }
-
-class Tarnwerk {
- public:
-  Tarnwerk(const std::string& program, const Folder& folder)
-      : port_(bench::FreePort()),
-        settings_(WriteSettings(folder)),
-        process_(Start(program, folder)) {
-    readySeconds_ = bench::WaitForPort(port_);
-  }
-
-  std::uint16_t Port() const { return port_; }
-  double ReadySeconds() const { return readySeconds_; }
-  const RunningProgram& Process() const { return process_; }
-
- private:
-  bool WriteSettings(const Folder& folder) const {
-    const auto port = [] { return std::to_string(bench::FreePort()); };
-    folder.Write("Server.ini",
-                 "[WebServer Options]\r\nWebRootDir=" + folder.Path("wwwroot") +
-                     "\r\nTCPPort=" + std::to_string(port_) +
-                     "\r\nDNS=localhost\r\nStartDefaultPage=1\r\nRead=1\r\noptAppDone=True\r\n"
-                     "[FtpServer Options]\r\nFtpPort=" +
-                     port() +
-                     "\r\nDNS=localhost\r\n"
-                     "[MailServer Options]\r\nSMTP Port=" +
-                     port() + "\r\nPOP3 Port=" + port() + "\r\nDNS=localhost\r\n");
-    return true;
-  }
-  static RunningProgram Start(const std::string& program, const Folder& folder) {
-    return RunningProgram({program, "START", "SHOW"}, {{"TARNWERK_HOME", folder.Path()},
-                                                       {"TARNWERK_HOSTS", folder.Path("hosts")},
-                                                       {"XDG_RUNTIME_DIR", folder.Path()},
-                                                       {"XDG_CONFIG_HOME", folder.Path()},
-                                                       {"DISPLAY", ""},
-                                                       {"WAYLAND_DISPLAY", ""}});
-  }
-
-  std::uint16_t port_;
-  bool settings_;
-  RunningProgram process_;
-  double readySeconds_ = 0;
-};
 
 class Nginx {
  public:
@@ -119,7 +79,7 @@ void CompareSmallFiles(const Tarnwerk& tarnwerk, const Nginx& nginx, int clients
   std::vector<double> ours;
   std::uint64_t failures = 0;
   for (int round = 0; round < kRounds; ++round) {
-    const Load load = {tarnwerk.Port(), Request(kSmallFile, 0), clients,
+    const Load load = {tarnwerk.WebPort(), Request(kSmallFile, 0), clients,
                        std::chrono::milliseconds(700)};
     Load peer = load;
     peer.port = nginx.Port();
@@ -135,7 +95,7 @@ void CompareSmallFiles(const Tarnwerk& tarnwerk, const Nginx& nginx, int clients
 
 void MeasurePacing(const Tarnwerk& tarnwerk, int clients) {
   constexpr double kPaced = 0.050 * static_cast<double>(kLargeBytes / 10240);
-  const auto fetched = bench::FetchOnce({tarnwerk.Port(), Request(kLargeFile, 0), clients, {}});
+  const auto fetched = bench::FetchOnce({tarnwerk.WebPort(), Request(kLargeFile, 0), clients, {}});
   double slowest = 0;
   std::uint64_t fewest = kLargeBytes;
   for (const bench::Fetched& one : fetched) {
@@ -161,7 +121,7 @@ void MeasureRest(const Tarnwerk& tarnwerk) {
 
 void MeasureMemory(const Tarnwerk& tarnwerk) {
   const std::size_t before = tarnwerk.Process().Descriptors();
-  std::thread load([&] { bench::FetchOnce({tarnwerk.Port(), Request(kLargeFile, 0), 19, {}}); });
+  std::thread load([&] { bench::FetchOnce({tarnwerk.WebPort(), Request(kLargeFile, 0), 19, {}}); });
   std::this_thread::sleep_for(std::chrono::seconds(2));
   std::printf("anonymous memory with all slots busy: %.2f MiB; want less than 6\n",
               static_cast<double>(tarnwerk.Process().AnonymousMemory()) / 1024);
