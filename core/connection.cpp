@@ -58,6 +58,20 @@ std::string Connection::RemoteAddress() {
   return AddressText(socket_.Known().remote_endpoint(error), error);
 }
 
+// Watching
+
+void Connection::Doing(std::string what) { activity_ = {std::move(what), 0, {}}; }
+
+void Connection::CountReceived(std::size_t bytes) {
+  activity_.traffic.received += bytes;
+  context_.traffic.received += bytes;
+}
+
+void Connection::CountSent(std::size_t bytes) {
+  activity_.traffic.sent += bytes;
+  context_.traffic.sent += bytes;
+}
+
 // Reading
 
 void Connection::StartReading() {
@@ -143,6 +157,7 @@ SocketResult Connection::ReadPending() {
   const SocketResult result = socket_.Receive(buffer.data(), buffer.size(), count);
   if (result != SocketResult::kDone) return result;
   arrived_.append(buffer.data(), count);
+  CountReceived(count);
   if (count < buffer.size()) return result;
 
   const std::size_t rest = socket_.PendingBytes();
@@ -151,6 +166,7 @@ SocketResult Connection::ReadPending() {
   arrived_.resize(before + rest);
   if (rest > 0) socket_.Receive(arrived_.data() + before, rest, more);
   arrived_.resize(before + more);
+  CountReceived(more);
   return SocketResult::kDone;
 }
 
@@ -164,6 +180,7 @@ void Connection::OnPeerShut() {
 
 void Connection::SendData(std::string_view bytes) {
   if (state_ != SocketState::kConnected && state_ != SocketState::kClosing) return;
+  CountSent(bytes.size());
   if (!outbox_.IsEmpty()) {
     outbox_.waiting.append(bytes);
     return;

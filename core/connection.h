@@ -14,6 +14,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/activity.h"
 #include "core/handler_scope.h"
 #include "platform/stream_socket.h"
 
@@ -37,6 +38,7 @@ struct SocketContext {
   EventLoop& loop;
   DrainingConnections& draining;
   HandlerScope::ErrorReport reportError;
+  Traffic traffic = {};  // of all its connections so far
 };
 
 /// Who is told of a connection's events.
@@ -69,6 +71,13 @@ class Connection : public std::enable_shared_from_this<Connection> {
   bool IsClosed() const { return state_ == SocketState::kClosed; }
   std::string LocalAddress();
   std::string RemoteAddress();
+
+  /// Notes what the connection is doing from now on, for whoever watches.
+  void Doing(std::string what);
+  /// The size of the transfer that it is doing.
+  void Expect(std::uint64_t bytes) { activity_.total = bytes; }
+  const Activity& CurrentActivity() const { return activity_; }
+  std::chrono::system_clock::time_point Since() const { return since_; }
 
   /// From now on arrivals are read. Not before the owner is ready for them.
   void StartReading();
@@ -132,6 +141,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void Break();
   void EndHandlers(SocketState state);
 
+  void CountReceived(std::size_t bytes);
+  void CountSent(std::size_t bytes);
   void SendRest();
   void OnTaken(const asio::error_code& error);
 
@@ -154,6 +165,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   std::shared_ptr<HandlerScope> handlers_;
   std::string arrived_;
   Outbox outbox_;
+  Activity activity_;
+  const std::chrono::system_clock::time_point since_ = std::chrono::system_clock::now();
   WaitList sentWaiters_;
   Timer peerLook_;         // runs while so many handlers are suspended that nothing is read
   bool reading_ = false;   // StartReading was called

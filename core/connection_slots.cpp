@@ -40,6 +40,18 @@ bool ConnectionSlots::Exists(int slot) const {
   return slot >= 1 && slot <= kLastSlot && slots_[static_cast<std::size_t>(slot)] != nullptr;
 }
 
+std::vector<ConnectionReport> ConnectionSlots::Report(std::string_view protocol) const {
+  std::vector<ConnectionReport> report;
+  for (int slot = 1; slot <= kLastSlot; ++slot) {
+    const auto& socket = slots_[static_cast<std::size_t>(slot)];
+    if (!socket || socket->IsClosed() || !socket->Current()) continue;
+    const Connection& connection = *socket->Current();
+    report.push_back({std::string(protocol), slot, socket->RemoteAddress(), connection.Since(),
+                      connection.CurrentActivity()});
+  }
+  return report;
+}
+
 void ConnectionSlots::OnConnectionRequest(int index, ConnectionRequest& request) {
   if (index != 0) return;
   const int candidate = NextSlot + 1;

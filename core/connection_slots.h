@@ -7,8 +7,11 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <system_error>
+#include <vector>
 
+#include "core/activity.h"
 #include "core/event_socket.h"
 
 namespace core {
@@ -59,6 +62,9 @@ class ConnectionSlots : private SocketEvents {
 
   /// Whether `slot` is one of those that exist now.
   bool Exists(int slot) const;
+  /// The open connections, by slot.
+  std::vector<ConnectionReport> Report(std::string_view protocol) const;
+
   EventSocket& operator[](int slot) { return *slots_.at(static_cast<std::size_t>(slot)); }
 
  private:

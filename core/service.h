@@ -2,7 +2,11 @@
 
 // What service control knows of a service, whatever protocol it speaks.
 
+#include <optional>
 #include <string>
+#include <vector>
+
+#include "core/activity.h"
 
 namespace core {
 
@@ -27,6 +31,13 @@ class Service {
 
   /// The domain name as loaded.
   virtual std::string Domain() const = 0;
+
+  /// Its open connections at this moment, and the bytes of all of them, closed ones too.
+  virtual std::vector<ConnectionReport> Connections() const { return {}; }
+  virtual Traffic TotalTraffic() const { return {}; }
+
+  /// Why the last start failed; none if it did not.
+  virtual std::optional<StartFailure> LastFailure() const { return std::nullopt; }
 
   /// The root directory as loaded, a path text.
   virtual std::string RootDir() const = 0;

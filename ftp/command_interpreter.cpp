@@ -1,6 +1,7 @@
 // What each command does, and what it answers. Every one is open to everybody from the first line
 // on.
 
+#include <algorithm>
 #include <unordered_map>
 
 #include "core/code_page.h"
@@ -13,6 +14,16 @@
 namespace ModFtp {
 
 using core::Task;
+
+namespace {
+
+// The first line of a command, of a usual length, and without a password.
+std::string ShownCommand(const std::string& word, const std::string& text) {
+  constexpr std::size_t kMost = 260;
+  return word == "PASS" ? word : text.substr(0, std::min(kMost, text.find_first_of("\r\n")));
+}
+
+}  // namespace
 
 FtpServer::Handler FtpServer::HandlerOf(const std::string& word) {
   static const std::unordered_map<std::string_view, Handler> handlers = {
@@ -30,7 +41,9 @@ FtpServer::Handler FtpServer::HandlerOf(const std::string& word) {
 }
 
 Task<> FtpServer::HandleFtpCommand(int slot, Client client, std::string text) {
-  const Handler handler = HandlerOf(CommandWord(text));
+  const std::string word = CommandWord(text);
+  client->Doing(ShownCommand(word, text));
+  const Handler handler = HandlerOf(word);
   Task<std::string> running = (this->*handler)({slot, client, std::move(text)});
   const std::string reply = co_await running;
   client->SendData(reply);

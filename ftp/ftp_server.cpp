@@ -39,10 +39,15 @@ bool FtpServer::LoadOptions() {
 }
 
 bool FtpServer::StartFtpListener() {
-  if (!LoadOptions()) return false;
+  failure_.reset();
+  if (!LoadOptions()) {
+    failure_ = {std::make_error_code(std::errc::invalid_argument), 0};
+    return false;
+  }
   std::error_code error;
   FtpSvrSock_.Listen(options_.ftpPort, error);
   if (error) {
+    failure_ = {error, options_.ftpPort};
     environment_.program.errors.LogError(error.message());
     return false;
   }
@@ -60,6 +65,17 @@ bool FtpServer::StopFtpListener() {
   }
   draining_.DropAll();
   return !IsRunning();
+}
+
+// A transfer is shown in place of the command that started it.
+std::vector<core::ConnectionReport> FtpServer::Connections() const {
+  std::vector<core::ConnectionReport> report = FtpSvrSock_.Report("FTP");
+  for (core::ConnectionReport& connection : report) {
+    const auto& data = FtpSvrDataSock_.at(static_cast<std::size_t>(connection.slot))->Current();
+    if (!data || data->IsClosed() || data->CurrentActivity().what.empty()) continue;
+    connection.activity = data->CurrentActivity();
+  }
+  return report;
 }
 
 Task<> FtpServer::OnDataArrival(int slot, Client client) {

@@ -42,6 +42,9 @@ class FtpServer : public core::Service, private core::SlotEngine {
   bool LoadOptions() override;
   std::string Domain() const override { return options_.ftpDomain; }
   std::string RootDir() const override { return options_.ftpRoot; }
+  std::vector<core::ConnectionReport> Connections() const override;
+  core::Traffic TotalTraffic() const override { return sockets_.traffic; }
+  std::optional<core::StartFailure> LastFailure() const override { return failure_; }
 
   const FtpOptions& Options() const { return options_; }
   const FtpServerState& State() const { return state_; }
@@ -175,6 +178,7 @@ class FtpServer : public core::Service, private core::SlotEngine {
   core::ConnectionSlots FtpSvrSock_;
   DataSocketEvents dataEvents_;
   std::array<std::unique_ptr<core::EventSocket>, kLastSlot + 1> FtpSvrDataSock_;
+  std::optional<core::StartFailure> failure_;
   FtpOptions options_;
   FtpServerState state_;
   std::array<FtpSession, kLastSlot> sessions_;

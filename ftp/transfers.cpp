@@ -38,6 +38,8 @@ Task<bool> FtpServer::OpenRetrieve(int slot) {
   session.fullChunks = info->size / kChunkBytes;
   session.tailBytes = static_cast<std::int16_t>(info->size % kChunkBytes);
   const Client data = FtpSvrDataSock(slot).Current();
+  data->Doing("RETR " + session.transferPath);
+  data->Expect(static_cast<std::uint64_t>(info->size));
   if (!SendNextChunk(slot)) co_return false;
   data->StartHandler(PaceSending(slot, data));
   co_return true;
@@ -107,6 +109,7 @@ Task<bool> FtpServer::OpenStore(int slot, std::string text) {
   session.uploadPath = PathFromDirectory(session.physicalDir, *name);
   if (!MayChange(session.uploadPath)) co_return false;
   Reply(slot, replies::kReceiving);
+  FtpSvrDataSock(slot).Current()->Doing("STOR " + session.uploadPath);
   FtpSvrDataSock(slot).Current()->HoldReading(false);
   co_return true;
 }

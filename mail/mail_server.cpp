@@ -1,6 +1,10 @@
 #include "mail/mail_server.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "core/hosts_file.h"
+#include "mail/command_word.h"
 #include "mail/mail_log.h"
 #include "mail/pop3_replies.h"
 #include "mail/smtp_replies.h"
@@ -9,6 +13,21 @@ namespace ModMail {
 
 using core::ConnectionSlots;
 using core::Task;
+
+namespace {
+
+// A command's first line, without a password. A piece of a message goes on with what its sender was
+// doing.
+void NoteCommand(core::Connection& client, const std::string& arrival) {
+  constexpr std::size_t kMost = 120;
+  const std::string word = CommandWord(arrival);
+  const auto isLetter = [](char c) { return c >= 'A' && c <= 'Z'; };
+  if (word.size() < 3 || !std::all_of(word.begin(), word.begin() + 3, isLetter)) return;
+  client.Doing(word == "PASS" ? word
+                              : arrival.substr(0, std::min(kMost, arrival.find_first_of("\r\n"))));
+}
+
+}  // namespace
 
 MailServer::MailServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
@@ -42,11 +61,26 @@ bool MailServer::StartMailListeners() {
 }
 
 bool MailServer::ListenOnBothPorts() {
-  std::error_code error;
-  MailSvrSmtpSock_.Listen(options_.smtpPort, error);
-  if (!error) MailSvrPop3Sock_.Listen(options_.pop3Port, error);
-  if (error) environment_.program.errors.LogError(error.message());
-  return !error;
+  const std::pair<core::ConnectionSlots&, std::int16_t> listeners[] = {
+      {MailSvrSmtpSock_, options_.smtpPort}, {MailSvrPop3Sock_, options_.pop3Port}};
+  failure_.reset();
+  for (const auto& [slots, port] : listeners) {
+    std::error_code error;
+    slots.Listen(port, error);
+    if (!error) continue;
+    environment_.program.errors.LogError(error.message());
+    failure_ = {error, port};
+    return false;
+  }
+  return true;
+}
+
+std::vector<core::ConnectionReport> MailServer::Connections() const {
+  std::vector<core::ConnectionReport> report = MailSvrSmtpSock_.Report("SMTP");
+  std::vector<core::ConnectionReport> pop3 = MailSvrPop3Sock_.Report("POP3");
+  report.insert(report.end(), std::make_move_iterator(pop3.begin()),
+                std::make_move_iterator(pop3.end()));
+  return report;
 }
 
 bool MailServer::CloseMailSockets() {
@@ -59,7 +93,9 @@ bool MailServer::CloseMailSockets() {
 
 // A fault of the interpreter is logged like any handler's, and the client gets no reply.
 Task<> MailServer::OnSmtpDataArrival(int, Client client) {
-  const SmtpOutcome outcome = smtpInterpreter_.Interpret(client->GetData());
+  std::string arrival = client->GetData();
+  NoteCommand(*client, arrival);
+  const SmtpOutcome outcome = smtpInterpreter_.Interpret(std::move(arrival));
   if (outcome.quit) LogQuit(client, kReceivedMail);
   if (outcome.reply) client->SendData(Line(*outcome.reply));
   if (outcome.quit) unpacking_.Add(outcome.messages, options_.mailRoot);
@@ -70,8 +106,10 @@ Task<> MailServer::OnSmtpDataArrival(int, Client client) {
 
 Task<> MailServer::OnPop3DataArrival(int, Client client) {
   Pop3Outcome outcome;
+  const std::string arrival = client->GetData();
+  NoteCommand(*client, arrival);
   try {
-    outcome = pop3Interpreter_.Interpret(client->GetData());
+    outcome = pop3Interpreter_.Interpret(arrival);
   } catch (const std::exception& fault) {
     // Clients wait for a reply to every command.
     environment_.program.errors.LogError(fault.what());

@@ -35,6 +35,9 @@ class MailServer : public core::Service {
   bool LoadOptions() override;
   std::string Domain() const override { return options_.mailDomain; }
   std::string RootDir() const override { return options_.mailRoot; }
+  std::vector<core::ConnectionReport> Connections() const override;
+  core::Traffic TotalTraffic() const override { return sockets_.traffic; }
+  std::optional<core::StartFailure> LastFailure() const override { return failure_; }
 
   const MailOptions& Options() const { return options_; }
 
@@ -81,6 +84,7 @@ class MailServer : public core::Service {
   Engine pop3_;
   core::ConnectionSlots MailSvrSmtpSock_;
   core::ConnectionSlots MailSvrPop3Sock_;
+  std::optional<core::StartFailure> failure_;
   MailOptions options_;
   MailboxStore store_;
   SmtpInterpreter smtpInterpreter_;

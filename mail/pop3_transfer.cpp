@@ -28,6 +28,7 @@ using core::Task;
 Task<> MailServer::SendOutcome(Client client, Pop3Outcome outcome) {
   std::string text = std::move(outcome.text);
   if (outcome.message) {
+    client->Expect(outcome.message->size);
     std::error_code error;
     const std::string piece = ReadPiece(*outcome.message, error);
     if (error) {

@@ -41,6 +41,7 @@ Task<> Pace(Client client) {
 
 Task<Failure> SendPieces(File file, Client client) {
   const std::uint64_t size = file.SizeWhenOpened();
+  client->Expect(size);
   const std::uint64_t full = size / kPieceBytes;
   const auto rest = static_cast<std::size_t>(size % kPieceBytes);
   co_await core::YieldToEvents();

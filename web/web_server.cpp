@@ -22,10 +22,12 @@ bool WebServer::LoadOptions() {
 }
 
 bool WebServer::StartWebListener() {
+  failure_.reset();
   if (!LoadOptions()) return false;
   std::error_code error;
   WebSvrSock_.Listen(options_.WebPort, error);
   if (error) {
+    failure_ = {error, options_.WebPort};
     environment_.program.errors.LogError(error.message());
     return false;
   }
@@ -41,6 +43,10 @@ bool WebServer::StopWebListener() {
   return !IsRunning();
 }
 
+std::vector<core::ConnectionReport> WebServer::Connections() const {
+  return WebSvrSock_.Report("HTTP");
+}
+
 Task<> WebServer::OnDataArrival(int, Client client) { return OnWebDataArrival(std::move(client)); }
 
 // One arrival is one request; nothing is kept for a later one.
@@ -50,11 +56,13 @@ Task<> WebServer::OnWebDataArrival(Client client) {
     case RequestMethod::kGet:
       CurrentMethod_ = "GET";
       CurrentResource_ = CutGetResource(requestText).value_or(CurrentResource_);
+      client->Doing("GET " + CurrentResource_);
       co_await ServeGetRequest(client);
       break;
     case RequestMethod::kPost:
       CurrentMethod_ = "POST";
       CurrentResource_ = CutPostResource(requestText).value_or(CurrentResource_);
+      client->Doing("POST " + CurrentResource_);
       co_await ServePostRequest(requestText, client);
       break;
     case RequestMethod::kOther:

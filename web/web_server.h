@@ -33,6 +33,9 @@ class WebServer : public core::Service, private core::SlotEngine {
   bool LoadOptions() override;
   std::string Domain() const override { return options_.WebDomain; }
   std::string RootDir() const override { return options_.WebRootDir; }
+  std::vector<core::ConnectionReport> Connections() const override;
+  core::Traffic TotalTraffic() const override { return sockets_.traffic; }
+  std::optional<core::StartFailure> LastFailure() const override { return failure_; }
 
   const WebOptions& Options() const { return options_; }
 
@@ -73,6 +76,7 @@ class WebServer : public core::Service, private core::SlotEngine {
   core::DrainingConnections draining_;
   core::SocketContext sockets_;
   core::ConnectionSlots WebSvrSock_;
+  std::optional<core::StartFailure> failure_;
   WebOptions options_;
   CgiQueue cgi_;
 
