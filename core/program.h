@@ -21,6 +21,10 @@ struct Program {
     return ModCommon::AddSlash(directory) + std::string(name);
   }
 
+  /// The program as Windows names it: the executable's base name and ".exe" in the program
+  /// directory.
+  std::string ExecutableFile() const { return File(executable + ".exe"); }
+
   const std::string directory;
   const std::string executable;
   const ErrorLog errors;

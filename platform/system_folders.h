@@ -10,8 +10,11 @@ namespace platform {
 /// /etc/hosts.
 std::filesystem::path HostsFile();
 
-/// Per-user state. Linux: $XDG_CONFIG_HOME/Tarnwerk (or ~/.config/Tarnwerk); Windows: the user's
-/// application data. Not created here.
+/// Where the user's programs keep their settings. Linux: $XDG_CONFIG_HOME (or ~/.config); Windows:
+/// the user's application data.
+std::filesystem::path ConfigurationDirectory();
+
+/// Per-user state: Tarnwerk in that directory. Not created here.
 std::filesystem::path StateDirectory();
 
 }  // namespace platform

@@ -17,11 +17,11 @@ std::filesystem::path HostsFile() {
   return named.empty() ? "/etc/hosts" : named;
 }
 
-std::filesystem::path StateDirectory() {
+std::filesystem::path ConfigurationDirectory() {
   const std::filesystem::path configured = FromEnvironment("XDG_CONFIG_HOME");
-  const std::filesystem::path base =
-      configured.is_absolute() ? configured : FromEnvironment("HOME") / ".config";
-  return base / "Tarnwerk";
+  return configured.is_absolute() ? configured : FromEnvironment("HOME") / ".config";
 }
+
+std::filesystem::path StateDirectory() { return ConfigurationDirectory() / "Tarnwerk"; }
 
 }  // namespace platform

@@ -25,8 +25,8 @@ std::filesystem::path HostsFile() {
   return std::filesystem::path(system) / "drivers" / "etc" / "hosts";
 }
 
-std::filesystem::path StateDirectory() {
-  return std::filesystem::path(EnvironmentText(L"APPDATA")) / "Tarnwerk";
-}
+std::filesystem::path ConfigurationDirectory() { return EnvironmentText(L"APPDATA"); }
+
+std::filesystem::path StateDirectory() { return ConfigurationDirectory() / "Tarnwerk"; }
 
 }  // namespace platform

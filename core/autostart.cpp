@@ -1,0 +1,43 @@
+#include "core/autostart.h"
+
+#include "core/registry.h"
+#include "platform/login_entry.h"
+#include "platform/native_path.h"
+
+namespace core {
+namespace {
+
+constexpr const char* kRunKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+
+void WriteRunValue(const Program& program, bool starts) {
+  const std::string value = starts ? platform::PathTextForUser(program.ExecutableFile()) : "";
+  Modreg::Key key = Modreg::CreateKey(Modreg::Root::kLocalMachine, kRunKey);
+  Modreg::SetText(key, program.executable, value);
+}
+
+}  // namespace
+
+bool StartsWithSystem(const Program& program) {
+  try {
+    const Modreg::Key key = Modreg::OpenKey(Modreg::Root::kLocalMachine, kRunKey);
+    return !Modreg::QueryText(key, program.executable).empty() &&
+           platform::HasLoginEntry(program.executable);
+  } catch (const Modreg::Error&) {
+    return false;
+  }
+}
+
+bool SetStartsWithSystem(const Program& program, bool starts) {
+  try {
+    WriteRunValue(program, starts);
+  } catch (const Modreg::Error& error) {
+    program.errors.LogError(error.what());
+    return false;
+  }
+  const std::error_code error = starts ? platform::MakeLoginEntry(program.executable)
+                                       : platform::RemoveLoginEntry(program.executable);
+  if (error) program.errors.LogError(error.message());
+  return !error;
+}
+
+}  // namespace core

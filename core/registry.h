@@ -1,0 +1,51 @@
+#pragma once
+
+// The registry as the program uses it (what it is on each system: platform/registry.h). Every
+// failing call raises Modreg::Error with the system's message; whoever calls traps it.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "platform/registry.h"
+
+namespace Modreg {
+
+class Error : public std::system_error {
+ public:
+  explicit Error(const std::error_code& code);
+  /// The system's message in UTF-8, nothing else.
+  const char* what() const noexcept override { return message_.c_str(); }
+
+ private:
+  std::string message_;
+};
+
+using Root = platform::RegistryRoot;
+using Key = platform::RegistryKey;  // closed with the object
+
+/// Opens a key, making it where it is missing.
+Key CreateKey(Root root, std::string_view subkey);
+Key OpenKey(Root root, std::string_view subkey);
+void CloseKey(Key& key);
+
+/// The text, cut at its first NUL. A value that is missing is an error.
+std::string QueryText(const Key& key, std::string_view name);
+void SetText(Key& key, std::string_view name, std::string_view value);
+std::int32_t QueryNumber(const Key& key, std::string_view name);
+void SetNumber(Key& key, std::string_view name, std::int32_t value);
+
+/// The four roots by name, without regard to case, and back (empty for any other handle).
+std::optional<Root> RootByName(std::string_view name);
+std::string RootName(Root root);
+
+/// The same for a key by its whole path, "HKEY_CURRENT_USER\Software\...". It must exist. What does
+/// not begin with a root's name is no such path: an error.
+std::string ReadText(std::string_view path, std::string_view name);
+void WriteText(std::string_view path, std::string_view name, std::string_view value);
+std::int32_t ReadNumber(std::string_view path, std::string_view name);
+void WriteNumber(std::string_view path, std::string_view name, std::int32_t value);
+
+}  // namespace Modreg

@@ -1,0 +1,7 @@
+#include "platform/system_message.h"
+
+namespace platform {
+
+std::string SystemMessage(const std::error_code& error) { return error.message(); }
+
+}  // namespace platform

@@ -1,0 +1,15 @@
+#include "platform/system_version.h"
+
+#include <windows.h>
+
+namespace platform {
+
+// The answer is that for the newest system that the program's manifest names.
+SystemVersion AskSystemVersion() {
+  OSVERSIONINFOW information = {};
+  information.dwOSVersionInfoSize = sizeof(information);
+  if (GetVersionExW(&information) == 0) return {};
+  return {information.dwPlatformId, information.dwMajorVersion, information.dwMinorVersion};
+}
+
+}  // namespace platform
