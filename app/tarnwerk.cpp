@@ -2,19 +2,22 @@
 
 #include <asio/signal_set.hpp>
 #include <csignal>
-#include <cstdio>
 #include <string>
 #include <utility>
 
+#include "core/firewall.h"
+#include "core/hosts_file.h"
+#include "core/registry.h"
 #include "platform/native_path.h"
 #include "platform/program_location.h"
 #include "platform/shell.h"
-#include "platform/system_folders.h"
+#include "platform/standard_error.h"
 
 namespace app {
 namespace {
 
 constexpr std::chrono::seconds kStopPatience{30};
+constexpr const char* kProgramKey = "Software\\VEQ\\通用系统";
 
 std::unique_ptr<Frontend> MakeFrontend() {
   auto window = MakeWindowFrontend();
@@ -26,7 +29,7 @@ std::unique_ptr<Frontend> MakeFrontend() {
 struct Tarnwerk::Running {
   explicit Running(const core::Program& program)
       : frontend(MakeFrontend()),
-        environment{program, frontend->Loop(), platform::PathText(platform::HostsFile())},
+        environment{program, frontend->Loop(), core::HostsFile()},
         web(environment),
         ftp(environment),
         mail(environment),
@@ -69,14 +72,15 @@ void Tarnwerk::Run() { Made().frontend->Run(); }
 
 void Tarnwerk::Close() {
   running_->control.CloseAll();
+  proxy_.KeepOff();
   running_->frontend->End();
 }
 
-void Tarnwerk::AuthorizeInFirewall() {}
+void Tarnwerk::AuthorizeInFirewall() { modFirewall::AuthorizeInFirewall(program_); }
 
 void Tarnwerk::CloseRunningInstance() {
   succeeded_ = platform::CloseRunningInstances(kStopPatience);
-  if (!succeeded_) std::fputs("Tarnwerk: a running instance does not react\n", stderr);
+  if (!succeeded_) platform::SayOnStandardError("Tarnwerk: a running instance does not react");
 }
 
 bool Tarnwerk::BecomeRunningInstance() {
@@ -85,9 +89,18 @@ bool Tarnwerk::BecomeRunningInstance() {
   return instance_ != nullptr;
 }
 
-void Tarnwerk::RecordProgramPath() {}
+void Tarnwerk::RecordProgramPath() {
+  std::string_view directory = program_.directory;
+  if (directory.ends_with('\\')) directory.remove_suffix(1);  // only that of a root does
+  try {
+    Modreg::Key key = Modreg::CreateKey(Modreg::Root::kLocalMachine, kProgramKey);
+    Modreg::SetText(key, "TARNPath", platform::PathTextForUser(directory));
+  } catch (const Modreg::Error&) {
+    return;  // usual where the user has no right to, and no reason not to serve
+  }
+}
 
-void Tarnwerk::SwitchProxyOff() {}
+void Tarnwerk::SwitchProxyOff() { proxy_.SwitchOff(); }
 
 void Tarnwerk::StartServices() { Made().control.StartAll(); }
 

@@ -9,6 +9,7 @@
 #include "core/program.h"
 #include "core/service_control.h"
 #include "core/startup.h"
+#include "core/system_proxy.h"
 #include "ftp/ftp_server.h"
 #include "mail/mail_server.h"
 #include "platform/running_instance.h"
@@ -48,6 +49,7 @@ class Tarnwerk : public core::StartupSteps {
   void Close();
 
   const core::Program& program_;
+  core::SystemProxy proxy_;
   std::unique_ptr<platform::RunningInstance> instance_;
   std::unique_ptr<Running> running_;
   bool succeeded_ = true;

@@ -1,41 +1,63 @@
 #include "core/hosts_file.h"
 
-#include <string>
-
 #include "core/code_page.h"
 #include "core/files.h"
+#include "core/os_name.h"
+#include "platform/native_path.h"
 #include "platform/text_case.h"
 
 namespace core {
 namespace {
 
-bool Holds(std::string_view upperLine, std::string_view text) {
-  return upperLine.find(platform::UpperCase(text)) != std::string_view::npos;
-}
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // The words may stand anywhere in the line; only a "#" as its very first character disables it.
-bool IsActiveEntry(std::string_view line, std::string_view address, std::string_view domain) {
+bool IsActiveEntry(std::string_view line, std::string_view upperAddress,
+                   std::string_view upperDomain) {
   if (line.starts_with('#')) return false;
   const std::string upper = platform::UpperCase(line);
-  return Holds(upper, domain) && Holds(upper, address);
+  return upper.find(upperDomain) != std::string::npos &&
+         upper.find(upperAddress) != std::string::npos;
 }
 
 bool HasEntry(std::string_view content, std::string_view address, std::string_view domain) {
+  const std::string upperAddress = platform::UpperCase(address);
+  const std::string upperDomain = platform::UpperCase(domain);
+  if (content.starts_with(kByteOrderMark)) content.remove_prefix(kByteOrderMark.size());
   while (!content.empty()) {
     const std::size_t end = content.find('\n');
     std::string_view line = content.substr(0, end);
     if (line.ends_with('\r')) line.remove_suffix(1);
-    if (IsActiveEntry(line, address, domain)) return true;
+    if (IsActiveEntry(line, upperAddress, upperDomain)) return true;
     if (end == std::string_view::npos) break;
     content.remove_prefix(end + 1);
   }
   return false;
 }
 
+bool IsThere(std::string_view file) {
+  std::error_code error;
+  InspectPath(file, error);
+  return !error;
+}
+
 }  // namespace
 
-bool AddHostsEntry(std::string_view hostsFile, std::string_view address, std::string_view domain) {
+platform::HostsPlace HostsPlaceOf(std::string_view osName) {
+  const std::string name = platform::UpperCase(osName);
+  const bool old = name == "WINDOWS 95" || name == "WINDOWS 98" || name == "WINDOWS MELLINNIUM";
+  return old ? platform::HostsPlace::kWindowsDirectory : platform::HostsPlace::kSystemDirectory;
+}
+
+std::string HostsFile() {
+  return platform::PathText(platform::HostsFile(HostsPlaceOf(GetOsName())));
+}
+
+bool UpdateHostsFile(std::string_view hostsFile, std::string_view address,
+                     std::string_view domain) {
   const auto content = ReadFile(hostsFile);
+  // What cannot be read may have the entry already.
+  if (!content && IsThere(hostsFile)) return false;
   const std::string domainBytes = ToSystem(domain);
   if (content && HasEntry(*content, address, domainBytes)) return true;
   const std::string entry = "\r\n" + std::string(address) + "    " + domainBytes + "\r\n";

@@ -3,12 +3,24 @@
 // Makes a domain name resolve to this machine: its entry in the system's hosts file. The file is
 // only ever appended to; what stands in it is never changed.
 
+#include <string>
 #include <string_view>
+
+#include "platform/system_folders.h"
 
 namespace core {
 
+/// Where a system of that name (core/os_name.h) keeps the file; a name that says nothing takes the
+/// system directory.
+platform::HostsPlace HostsPlaceOf(std::string_view osName);
+
+/// This system's file as a path text.
+std::string HostsFile();
+
 /// Makes sure that `hostsFile` (a path text) has an active line with `address` and `domain`. True
-/// if it has one now; a file that cannot be written gives false and stops nothing.
-bool AddHostsEntry(std::string_view hostsFile, std::string_view address, std::string_view domain);
+/// if it has one now; a file that cannot be read or written stays as it is, gives false and stops
+/// nothing. An empty `domain` is looked for like any other: every active line with the address
+/// counts.
+bool UpdateHostsFile(std::string_view hostsFile, std::string_view address, std::string_view domain);
 
 }  // namespace core

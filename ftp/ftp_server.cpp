@@ -51,7 +51,7 @@ bool FtpServer::StartFtpListener() {
     environment_.program.errors.LogError(error.message());
     return false;
   }
-  core::AddHostsEntry(environment_.hostsFile, "127.0.0.1", options_.ftpDomain);
+  core::UpdateHostsFile(environment_.hostsFile, "127.0.0.1", options_.ftpDomain);
   FtpSvrSock_.CreateSlots();
   return true;
 }

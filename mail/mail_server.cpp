@@ -54,7 +54,7 @@ bool MailServer::StartMailListeners() {
     CloseMailSockets();
     return false;
   }
-  core::AddHostsEntry(environment_.hostsFile, "127.0.0.1", options_.mailDomain);
+  core::UpdateHostsFile(environment_.hostsFile, "127.0.0.1", options_.mailDomain);
   MailSvrSmtpSock_.CreateSlots();
   MailSvrPop3Sock_.CreateSlots();
   return true;

@@ -6,9 +6,13 @@
 
 namespace platform {
 
-/// The file in which host names are given addresses. Linux: what TARNWERK_HOSTS names, else
-/// /etc/hosts.
-std::filesystem::path HostsFile();
+/// The directory of a Windows that the hosts file is kept in: drivers\etc below the system
+/// directory, or the Windows directory itself on the oldest ones.
+enum class HostsPlace { kSystemDirectory, kWindowsDirectory };
+
+/// The file in which host names are given addresses: what TARNWERK_HOSTS names; else on Windows the
+/// one in `place`, on Linux /etc/hosts.
+std::filesystem::path HostsFile(HostsPlace place);
 
 /// Where the user's programs keep their settings. Linux: $XDG_CONFIG_HOME (or ~/.config); Windows:
 /// the user's application data.

@@ -31,7 +31,7 @@ bool WebServer::StartWebListener() {
     environment_.program.errors.LogError(error.message());
     return false;
   }
-  core::AddHostsEntry(environment_.hostsFile, "127.0.0.1", options_.WebDomain);
+  core::UpdateHostsFile(environment_.hostsFile, "127.0.0.1", options_.WebDomain);
   WebSvrSock_.CreateSlots();
   return true;
 }

@@ -12,7 +12,7 @@ std::filesystem::path FromEnvironment(const char* variable) {
 
 }  // namespace
 
-std::filesystem::path HostsFile() {
+std::filesystem::path HostsFile(HostsPlace) {
   const std::filesystem::path named = FromEnvironment("TARNWERK_HOSTS");
   return named.empty() ? "/etc/hosts" : named;
 }

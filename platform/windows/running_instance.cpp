@@ -4,6 +4,7 @@
 
 #include <shellapi.h>
 
+#include <algorithm>
 #include <asio/post.hpp>
 #include <cstdint>
 #include <string>
@@ -27,6 +28,22 @@ std::wstring MutexName(const fs::path& executable, const fs::path& programDirect
   return L"Local\\Tarnwerk-" + std::to_wstring(hash);
 }
 
+std::vector<HWND> FindInstances() {
+  std::vector<HWND> windows;
+  HWND window = nullptr;
+  while ((window = FindWindowExW(nullptr, window, kWindowClass, kWindowCaption)) != nullptr) {
+    windows.push_back(window);
+  }
+  return windows;
+}
+
+bool IsOfThisProcess(HWND window) {
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  return process == GetCurrentProcessId();
+}
+
+// Found by a window that nobody sees, where the program has no main window.
 class WindowInstance : public RunningInstance {
  public:
   explicit WindowInstance(HANDLE mutex) : mutex_(mutex) {}
@@ -39,8 +56,16 @@ class WindowInstance : public RunningInstance {
 
   void OnCloseRequest(const asio::any_io_executor& executor,
                       std::function<void()> onClose) override {
+    const std::vector<HWND> windows = FindInstances();
+    // A main window of that class and caption takes the request itself.
+    if (std::any_of(windows.begin(), windows.end(), &IsOfThisProcess)) return;
     executor_ = executor;
     onClose_ = std::move(onClose);
+    MakeWindow();
+  }
+
+ private:
+  void MakeWindow() {
     WNDCLASSW windowClass = {};
     windowClass.lpfnWndProc = &WindowInstance::OnMessage;
     windowClass.hInstance = GetModuleHandleW(nullptr);
@@ -51,7 +76,6 @@ class WindowInstance : public RunningInstance {
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   }
 
- private:
   static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
     if (message != WM_CLOSE) return DefWindowProcW(window, message, first, second);
     auto* instance = reinterpret_cast<WindowInstance*>(GetWindowLongPtrW(window, GWLP_USERDATA));
@@ -67,15 +91,6 @@ class WindowInstance : public RunningInstance {
   asio::any_io_executor executor_;
   std::function<void()> onClose_;
 };
-
-std::vector<HWND> FindInstances() {
-  std::vector<HWND> windows;
-  HWND window = nullptr;
-  while ((window = FindWindowExW(nullptr, window, kWindowClass, kWindowCaption)) != nullptr) {
-    windows.push_back(window);
-  }
-  return windows;
-}
 
 void AskToClose(HWND window) {
   NOTIFYICONDATAW icon = {};

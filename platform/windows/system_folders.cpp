@@ -15,14 +15,19 @@ std::wstring EnvironmentText(const wchar_t* variable) {
   return value;
 }
 
+std::filesystem::path DirectoryFrom(UINT(WINAPI* ask)(LPWSTR, UINT)) {
+  std::wstring path(MAX_PATH, L'\0');
+  path.resize(ask(path.data(), MAX_PATH));
+  return path;
+}
+
 }  // namespace
 
-std::filesystem::path HostsFile() {
+std::filesystem::path HostsFile(HostsPlace place) {
   const std::wstring named = EnvironmentText(L"TARNWERK_HOSTS");
   if (!named.empty()) return named;
-  std::wstring system(MAX_PATH, L'\0');
-  system.resize(GetSystemDirectoryW(system.data(), MAX_PATH));
-  return std::filesystem::path(system) / "drivers" / "etc" / "hosts";
+  if (place == HostsPlace::kWindowsDirectory) return DirectoryFrom(&GetWindowsDirectoryW) / "hosts";
+  return DirectoryFrom(&GetSystemDirectoryW) / "drivers" / "etc" / "hosts";
 }
 
 std::filesystem::path ConfigurationDirectory() { return EnvironmentText(L"APPDATA"); }

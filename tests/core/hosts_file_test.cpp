@@ -10,7 +10,7 @@ constexpr const char* kEntry = "\r\n127.0.0.1    home.example\r\n";
 
 class HostsFile : public testing::Test {
  protected:
-  bool Add() { return core::AddHostsEntry(folder_.Text("hosts"), "127.0.0.1", "home.example"); }
+  bool Add() { return core::UpdateHostsFile(folder_.Text("hosts"), "127.0.0.1", "home.example"); }
   std::string AfterAdding(std::string_view before) {
     folder_.Write("hosts", before);
     Add();

@@ -1,0 +1,11 @@
+#include "core/firewall.h"
+
+#include "platform/firewall.h"
+
+namespace modFirewall {
+
+void AuthorizeInFirewall(const core::Program& program) {
+  platform::AuthorizeProgram(program.ExecutableFile(), "Tarnwerk(TARN)");
+}
+
+}  // namespace modFirewall

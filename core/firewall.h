@@ -1,0 +1,13 @@
+#pragma once
+
+// The program among those that the system's firewall lets through.
+
+#include "core/program.h"
+
+namespace modFirewall {
+
+/// Adds the program to the firewall's list. Where that is impossible (no right to, no such
+/// firewall) the program runs on without it, and nothing is said.
+void AuthorizeInFirewall(const core::Program& program);
+
+}  // namespace modFirewall
