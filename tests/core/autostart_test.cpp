@@ -1,0 +1,33 @@
+#include "core/autostart.h"
+
+#include <gtest/gtest.h>
+
+#include "core/registry.h"
+#include "platform/native_path.h"
+#include "tests/support/user_directories.h"
+
+namespace {
+
+constexpr const char* kRunKey =
+    "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+
+TEST(Autostart, IsAValueNamedAfterTheExecutableAndEmptyWhenTurnedOff) {
+  const test::UserDirectories user;
+  const test::TemporaryFolder folder;
+  const core::Program program(folder.Text(), "自动 启动");
+  EXPECT_FALSE(core::StartsWithSystem(program));
+  // What was never on can be turned off.
+  EXPECT_TRUE(core::SetStartsWithSystem(program, false));
+  EXPECT_FALSE(core::StartsWithSystem(program));
+
+  EXPECT_TRUE(core::SetStartsWithSystem(program, true));
+  EXPECT_TRUE(core::StartsWithSystem(program));
+  EXPECT_EQ(Modreg::ReadText(kRunKey, "自动 启动"),
+            platform::PathTextForUser(folder.Text("自动 启动.exe")));
+
+  EXPECT_TRUE(core::SetStartsWithSystem(program, false));
+  EXPECT_FALSE(core::StartsWithSystem(program));
+  EXPECT_EQ(Modreg::ReadText(kRunKey, "自动 启动"), "");
+}
+
+}  // namespace
