@@ -40,12 +40,14 @@ std::string QuotedWord(std::string_view word) {
   return quoted + "\"";
 }
 
-// A program directory of its own comes from the environment, which is another one at login.
+// Through "env" where the program directory is another one, which the environment tells, and where
+// the path has a "%": some desktops look for the first word before they undo its doubling.
 std::string CommandLine(const fs::path& executable) {
   const fs::path home = ProgramDirectory();
-  const std::string program = QuotedWord(executable.string());
-  if (home == executable.parent_path()) return program;
-  return "env " + QuotedWord("TARNWERK_HOME=" + home.string()) + " " + program;
+  const bool plain = home == executable.parent_path();
+  std::string line = QuotedWord(executable.string());
+  if (!plain) line = QuotedWord("TARNWERK_HOME=" + home.string()) + " " + line;
+  return plain && line.find('%') == std::string::npos ? line : "env " + line;
 }
 
 std::string EntryText() {
