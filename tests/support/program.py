@@ -61,10 +61,15 @@ class Home:
         self.runtime.mkdir(mode=0o700)
         self.ports = {name: free_port() for name in ("web", "ftp", "smtp", "pop3")}
         self.environment = dict(
-            os.environ, TARNWERK_HOME=str(self.path), TARNWERK_HOSTS=str(self.path / "hosts"),
+            os.environ, TARNWERK_HOME=self.native(self.path),
+            TARNWERK_HOSTS=self.native(self.path / "hosts"),
             XDG_RUNTIME_DIR=str(self.runtime), XDG_CONFIG_HOME=str(self.path / "config"),
             DISPLAY=display, WAYLAND_DISPLAY="")
         self.processes = []
+
+    def native(self, path):
+        """A path as the program's system writes it."""
+        return str(path)
 
     def write(self, name, content):
         file = self.path / name
@@ -82,20 +87,20 @@ class Home:
         file = self.path / name
         return file.read_bytes().decode() if file.exists() else ""
 
-    def write_settings(self, **more):
+    def write_settings(self, domain="localhost", encoding="utf-8", **more):
         """Server.ini with every service on a port of its own; `more` goes to section System."""
         system = "".join(f"{key}={value}\r\n" for key, value in more.items())
         self.write("Server.ini", (
             f"[System]\r\n{system}"
-            f"[WebServer Options]\r\nWebRootDir={self.path / 'wwwroot'}\r\n"
-            f"TCPPort={self.ports['web']}\r\nDNS=localhost\r\nStartDefaultPage=1\r\nRead=1\r\n"
+            f"[WebServer Options]\r\nWebRootDir={self.native(self.path / 'wwwroot')}\r\n"
+            f"TCPPort={self.ports['web']}\r\nDNS={domain}\r\nStartDefaultPage=1\r\nRead=1\r\n"
             f"optAppDone=True\r\n"
-            f"[FtpServer Options]\r\nFtpServer Root={self.path / 'ftproot'}\r\n"
-            f"FtpPort={self.ports['ftp']}\r\nDNS=localhost\r\n"
-            f"FtpServer UploadDir={self.path / 'ftproot' / 'up'}\r\n"
-            f"[MailServer Options]\r\nMailServer Root={self.path / 'mailroot'}\r\n"
+            f"[FtpServer Options]\r\nFtpServer Root={self.native(self.path / 'ftproot')}\r\n"
+            f"FtpServer UploadDir={self.native(self.path / 'ftproot' / 'up')}\r\n"
+            f"FtpPort={self.ports['ftp']}\r\nDNS={domain}\r\n"
+            f"[MailServer Options]\r\nMailServer Root={self.native(self.path / 'mailroot')}\r\n"
             f"SMTP Port={self.ports['smtp']}\r\nPOP3 Port={self.ports['pop3']}\r\n"
-            f"DNS=localhost\r\n"))
+            f"DNS={domain}\r\n").encode(encoding))
 
     def start(self, *words, output=subprocess.DEVNULL):
         process = subprocess.Popen([*self.program, *words], env=self.environment, stdout=output,
