@@ -3,6 +3,7 @@
 #include "core/registry.h"
 #include "platform/login_entry.h"
 #include "platform/native_path.h"
+#include "platform/system_message.h"
 
 namespace core {
 namespace {
@@ -36,7 +37,7 @@ bool SetStartsWithSystem(const Program& program, bool starts) {
   }
   const std::error_code error = starts ? platform::MakeLoginEntry(program.executable)
                                        : platform::RemoveLoginEntry(program.executable);
-  if (error) program.errors.LogError(error.message());
+  if (error) program.errors.LogError(platform::SystemMessage(error));
   return !error;
 }
 

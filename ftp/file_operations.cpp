@@ -8,6 +8,7 @@
 #include "ftp/folder_walk.h"
 #include "ftp/ftp_server.h"
 #include "ftp/path_mapping.h"
+#include "platform/system_message.h"
 
 namespace ModFtp {
 namespace {
@@ -82,7 +83,7 @@ Task<FtpServer::Deletion> FtpServer::DeleteFtpFile(int slot, std::string text) {
   Task<std::error_code> deleting = DeleteFiles(*path);
   const std::error_code error = co_await deleting;
   deletion.done = !error;
-  if (error) deletion.reason = core::FromSystem(error.message());
+  if (error) deletion.reason = platform::SystemMessage(error);
   co_return std::move(deletion);
 }
 

@@ -5,6 +5,7 @@
 #include "core/code_page.h"
 #include "core/hosts_file.h"
 #include "ftp/replies.h"
+#include "platform/system_message.h"
 
 namespace ModFtp {
 namespace {
@@ -48,7 +49,7 @@ bool FtpServer::StartFtpListener() {
   FtpSvrSock_.Listen(options_.ftpPort, error);
   if (error) {
     failure_ = {error, options_.ftpPort};
-    environment_.program.errors.LogError(error.message());
+    environment_.program.errors.LogError(platform::SystemMessage(error));
     return false;
   }
   core::UpdateHostsFile(environment_.hostsFile, "127.0.0.1", options_.ftpDomain);

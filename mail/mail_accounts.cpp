@@ -5,6 +5,7 @@
 #include "core/files.h"
 #include "core/ini_file.h"
 #include "core/paths.h"
+#include "platform/system_message.h"
 
 namespace ModMail {
 namespace {
@@ -46,7 +47,7 @@ void DeleteContents(const std::string& folder, const core::ErrorLog& errors) {
     if (entry.isFolder && !core::RemoveFolder(path)) continue;
     if (entry.isFolder) DeleteContents(AddSlash(path), errors);
     error = entry.isFolder ? core::RemoveFolder(path) : core::RemoveFile(path);
-    if (error) errors.LogError(path + ": " + error.message());
+    if (error) errors.LogError(path + ": " + platform::SystemMessage(error));
   }
 }
 

@@ -8,6 +8,7 @@
 #include "mail/mail_log.h"
 #include "mail/pop3_replies.h"
 #include "mail/smtp_replies.h"
+#include "platform/system_message.h"
 
 namespace ModMail {
 
@@ -68,7 +69,7 @@ bool MailServer::ListenOnBothPorts() {
     std::error_code error;
     slots.Listen(port, error);
     if (!error) continue;
-    environment_.program.errors.LogError(error.message());
+    environment_.program.errors.LogError(platform::SystemMessage(error));
     failure_ = {error, port};
     return false;
   }

@@ -7,6 +7,7 @@
 #include "core/ini_file.h"
 #include "core/wildcards.h"
 #include "mail/mail_accounts.h"
+#include "platform/system_message.h"
 
 namespace ModMail {
 namespace {
@@ -36,7 +37,7 @@ std::string_view AddressName(std::string_view commandLine) {
 }
 
 [[noreturn]] void Fail(const std::string& path, const std::error_code& error) {
-  throw MailFault(path + ": " + error.message());
+  throw MailFault(path + ": " + platform::SystemMessage(error));
 }
 
 // The counters have the widths that clients know the numbers in.
@@ -185,7 +186,7 @@ bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk, bool is
     if (!error && isLast) error = core::FlushFolder(directory);
     isLast && !error ? void(unflushed_.erase(path)) : void(unflushed_.insert(path));
     if (error) {
-      program_.errors.LogError(path + ": " + error.message());
+      program_.errors.LogError(path + ": " + platform::SystemMessage(error));
       return false;
     }
   }
@@ -196,7 +197,8 @@ void MailboxStore::FlushMailboxes() {
   for (const std::string& path : unflushed_) {
     const std::error_code error = core::FlushFile(path);
     // Whoever deleted a message meanwhile does not miss it.
-    if (error && !IsMissing(error)) program_.errors.LogError(path + ": " + error.message());
+    if (error && !IsMissing(error))
+      program_.errors.LogError(path + ": " + platform::SystemMessage(error));
   }
   unflushed_.clear();
 }

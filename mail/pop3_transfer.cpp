@@ -5,6 +5,8 @@
 #include "mail/mail_server.h"
 #include "mail/pop3_replies.h"
 
+#include "platform/system_message.h"
+
 namespace ModMail {
 namespace {
 
@@ -57,7 +59,7 @@ Task<> MailServer::SendRest(Client client, StoredMessage message) {
     const std::string piece = ReadPiece(message, error);
     if (error) {
       // Whatever came now would be taken for the message.
-      environment_.program.errors.LogError(error.message());
+      environment_.program.errors.LogError(platform::SystemMessage(error));
       client->Close();
       throw core::HandlerEnded();
     }

@@ -8,6 +8,7 @@
 #include "core/files.h"
 #include "platform/native_path.h"
 #include "platform/process.h"
+#include "platform/system_message.h"
 
 namespace ModWeb {
 namespace {
@@ -35,7 +36,7 @@ struct Exit {
 void WriteInput(const CgiJob& job) {
   if (ModCommon::FileExists(job.inPath)) core::RemoveFile(job.inPath);
   const std::error_code error = core::WriteFile(job.inPath, core::ToSystem(job.body) + "\r\n");
-  if (error) throw std::runtime_error("TempFileIn: " + error.message());
+  if (error) throw std::runtime_error("TempFileIn: " + platform::SystemMessage(error));
 }
 
 }  // namespace
@@ -118,7 +119,7 @@ core::Task<> CgiQueue::RunProgram(std::shared_ptr<Ticket> ticket) {
       {AbsolutePath(job.inPath), AbsolutePath(job.outPath)}, "  ", [exit] { exit->Happen(); },
       error);
   if (error) {
-    program_.errors.LogError(job.program + ": " + error.message());
+    program_.errors.LogError(job.program + ": " + platform::SystemMessage(error));
     co_return;
   }
   core::Timer patience(loop_);

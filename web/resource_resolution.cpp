@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "core/paths.h"
+#include "platform/system_message.h"
 #include "platform/text_case.h"
 #include "web/web_server.h"
 
@@ -63,7 +64,9 @@ std::string WebServer::FindDefaultPage() const {
 void WebServer::CopyIntoSearch(const std::string& path, const std::string& resource) const {
   if (!ModCommon::FileExists(PathInRoot("Search\\Search.ifo"))) return;
   const std::error_code error = core::CopyFileOver(path, PathInRoot("Search\\" + resource));
-  if (error) environment_.program.errors.LogError("Search\\" + resource + ": " + error.message());
+  if (error)
+    environment_.program.errors.LogError("Search\\" + resource + ": " +
+                                         platform::SystemMessage(error));
 }
 
 std::string WebServer::PathInRoot(std::string_view name) const {

@@ -6,6 +6,7 @@
 
 #include "core/code_page.h"
 #include "core/files.h"
+#include "platform/system_message.h"
 #include "web/not_found_page.h"
 #include "web/web_server.h"
 
@@ -25,7 +26,7 @@ Failure SendPiece(File& file, std::size_t size, const Client& client) {
   std::array<char, kPieceBytes> piece;
   std::error_code error;
   const std::size_t count = file.Read(piece.data(), size, error);
-  if (error) return error.message();
+  if (error) return platform::SystemMessage(error);
   if (count < size) return "the file has become shorter";
   client->SendData({piece.data(), count});
   return std::nullopt;
@@ -63,7 +64,7 @@ File OpenFound(const std::string& path, Failure& failure) {
   if (!file.IsOpen() || !path.ends_with('\\')) return file;
   std::error_code error;
   file = core::OpenFile(path, File::Mode::kRead, error);
-  if (error) failure = error.message();
+  if (error) failure = platform::SystemMessage(error);
   return file;
 }
 

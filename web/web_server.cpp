@@ -3,6 +3,7 @@
 #include "core/code_page.h"
 #include "core/date_time.h"
 #include "core/hosts_file.h"
+#include "platform/system_message.h"
 #include "web/request_intake.h"
 
 namespace ModWeb {
@@ -28,7 +29,7 @@ bool WebServer::StartWebListener() {
   WebSvrSock_.Listen(options_.WebPort, error);
   if (error) {
     failure_ = {error, options_.WebPort};
-    environment_.program.errors.LogError(error.message());
+    environment_.program.errors.LogError(platform::SystemMessage(error));
     return false;
   }
   core::UpdateHostsFile(environment_.hostsFile, "127.0.0.1", options_.WebDomain);

@@ -72,7 +72,7 @@ TEST_F(Registry, IsReadAndWrittenByWholePathsToo) {
 
 TEST_F(Registry, TakesNoPathWithoutARootOrOfAMissingKey) {
   for (const std::string& path : {std::string(kSubkey), "HKEY_NOBODY\\" + std::string(kSubkey),
-                                 " " + kPath, std::string(), kPath + "\\none"}) {
+                                  " " + kPath, std::string(), kPath + "\\none"}) {
     EXPECT_TRUE(CodeOf([&] { Modreg::WriteText(path, "Text", "x"); })) << path;
     EXPECT_TRUE(CodeOf([&] { Modreg::ReadText(path, "Text"); })) << path;
   }

@@ -3,6 +3,8 @@
 import re
 import socket
 
+from program import free_port
+
 PATIENCE = 10  # seconds for an answer
 
 
@@ -53,13 +55,11 @@ class FtpConversation(Conversation):
             return self._run(request, connection, data)
 
     def transfer_active(self, request, data=None):
-        with socket.create_server(("127.0.0.1", 0)) as listener:
+        port = free_port()
+        with socket.create_server(("127.0.0.1", port)) as listener:
             listener.settimeout(PATIENCE)
-            # The server takes no port above 16 bits with a sign.
-            port = listener.getsockname()[1]
-            if port > 32767:
-                return self.transfer_active(request, data)
-            self.ask(f"PORT 127,0,0,1,{port // 256},{port % 256}")
+            reply = self.ask(f"PORT 127,0,0,1,{port // 256},{port % 256}")
+            self.transcript[-1] = ("PORT", reply)
             connection = listener.accept()[0]
         with connection:
             self.socket.sendall(request.encode() + b"\r\n")

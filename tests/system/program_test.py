@@ -81,6 +81,26 @@ class ProgramTest(unittest.TestCase):
         self.assertRaises(subprocess.TimeoutExpired, process.wait, 0.5)
         self.assertFalse(accepts(self.home.ports["web"]))
 
+    def test_it_records_its_directory_and_keeps_the_proxy_off(self):
+        internet = ("[HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion"
+                    "\\Internet Settings]\nProxyEnable=%d\n")
+        registry = "config/Tarnwerk/registry.ini"
+        self.home.write(registry, internet % 1)
+        process = self.start_all()
+        program_key = f"[HKEY_LOCAL_MACHINE\\Software\\VEQ\\通用系统]\nTARNPath={self.home.path}\n"
+        self.assertEqual(self.home.read(registry), internet % 0 + program_key)
+        # Switched on meanwhile, it is off again at the end.
+        self.home.write(registry, internet % 1)
+        process.terminate()
+        self.expect_end(process)
+        self.assertEqual(self.home.read(registry), internet % 0)
+        # What was off stays as the user has it.
+        process = self.start_all()
+        self.home.write(registry, internet % 1)
+        self.assertEqual(self.home.run("STOP"), (0, "", ""))
+        self.expect_end(process)
+        self.assertEqual(self.home.read(registry), internet % 1)
+
     def test_signals_close_it_with_clients_in_the_middle(self):
         self.home.write("wwwroot/large.bin", b"x" * 2_000_001)
         for number in (signal.SIGTERM, signal.SIGINT):
