@@ -3,6 +3,7 @@
 windows_program_test.py TARNWERK.EXE FIND_WINDOW.EXE
 """
 
+import os
 import pathlib
 import re
 import shutil
@@ -11,7 +12,8 @@ import sys
 import tempfile
 import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
+REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(REPOSITORY / "tests/support"))
 from conversation import Conversation, FtpConversation, send_mail  # noqa: E402
 from program import PATIENCE, accepts, fetch, wait_until  # noqa: E402
 from windows_program import WindowsHome  # noqa: E402
@@ -21,6 +23,7 @@ window_finder = ""
 
 PROXY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings"
 PROGRAM_KEY = r"HKLM\Software\VEQ\通用系统"
+PREFIX = pathlib.Path(os.environ.get("TARNWERK_WINEPREFIX") or REPOSITORY / "build/wine-prefix")
 WINDOW = ("ThunderRT6FormDC", "Tarnwerk")
 USER_INFO = "[用户信息]\r\nUser=amy\r\nPassword=秘密\r\n"
 
@@ -103,6 +106,13 @@ class WindowsProgramTest(unittest.TestCase):
         self.assertTrue((folder / "startflg.dat").exists())
         self.stop(home, process)
 
+    def keep_system_hosts(self):
+        """The hosts file of the Wine prefix, put back as it was afterwards."""
+        hosts = PREFIX / "drive_c/windows/system32/drivers/etc/hosts"
+        before = hosts.read_bytes()
+        self.addCleanup(hosts.write_bytes, before)
+        return hosts, before
+
     def check_code_page(self, home, code_page, encoding):
         """Replies, INI sections, logs and names, all in one character set."""
         self.assertEqual(home.wine(window_finder, *WINDOW).split()[:1], [code_page])
@@ -111,8 +121,12 @@ class WindowsProgramTest(unittest.TestCase):
         home.write("wwwroot/首页.htm", "page")
         home.write("ftproot/文件.txt", "hello")
         home.write("mailroot/User/amy/UserInfo.ini", USER_INFO.encode(encoding))
+        hosts, before = self.keep_system_hosts()
+        del home.environment["TARNWERK_HOSTS"]
         process = home.start("START", "SHOW")
         home.wait_for_services()
+        self.assertEqual(hosts.read_bytes(),
+                         before + f"\r\n127.0.0.1    {domain}\r\n".encode(encoding))
 
         self.assertEqual(
             fetch(home.ports["web"], "GET /首页.htm HTTP/1.0\r\n\r\n".encode(encoding)), b"page")
@@ -136,7 +150,6 @@ class WindowsProgramTest(unittest.TestCase):
         def logged(name, text):
             file = home.path / name
             return file.exists() and text.encode(encoding) in file.read_bytes()
-        self.assertTrue(logged("hosts", f"127.0.0.1    {domain}\r\n"))
         wait_until(lambda: logged("Web.log", "请求资源：表格.txt  Failed!"), "the line in Web.log")
         wait_until(lambda: logged("Mail.log", "收到邮件(SMTP)"), "the line in Mail.log")
         wait_until(lambda: logged("RunErr.Log", "捕获错误: "), "the line in RunErr.Log")
