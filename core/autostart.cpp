@@ -8,7 +8,7 @@
 namespace core {
 namespace {
 
-constexpr const char* kRunKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+constexpr const char* kRunKey = R"(Software\Microsoft\Windows\CurrentVersion\Run)";
 
 void WriteRunValue(const Program& program, bool starts) {
   const std::string value = starts ? platform::PathTextForUser(program.ExecutableFile()) : "";

@@ -6,7 +6,7 @@ namespace core {
 namespace {
 
 constexpr const char* kInternetSettings =
-    "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Internet Settings";
+    R"(HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Internet Settings)";
 constexpr const char* kValue = "ProxyEnable";
 
 }  // namespace

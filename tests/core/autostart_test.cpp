@@ -9,7 +9,7 @@
 namespace {
 
 constexpr const char* kRunKey =
-    "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+    R"(HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Run)";
 
 TEST(Autostart, IsAValueNamedAfterTheExecutableAndEmptyWhenTurnedOff) {
   const test::UserDirectories user;

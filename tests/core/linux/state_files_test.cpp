@@ -70,6 +70,7 @@ TEST_F(StateFiles, LoseNothingWhenSeveralWriteAtOnce) {
   constexpr int kWriters = 4;
   constexpr int kValues = 20;
   std::vector<std::thread> writers;
+  writers.reserve(kWriters);
   for (int writer = 0; writer < kWriters; ++writer) {
     writers.emplace_back([writer] {
       for (int i = 0; i < kValues; ++i) {
