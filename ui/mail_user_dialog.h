@@ -1,0 +1,23 @@
+#pragma once
+
+// Adds a mail user or changes a password. For editing, whoever opens it sets its title and fills
+// txtUser and txtPass; after wxID_OK the list of users has to be shown anew.
+
+#include <wx/dialog.h>
+
+#include "core/program.h"
+#include "mail/mail_server.h"
+
+class wxTextCtrl;
+
+namespace ui {
+
+class frmEmailUsers : public wxDialog {
+ public:
+  frmEmailUsers(wxWindow* parent, const core::Program& program, ModMail::MailServer& server);
+
+  wxTextCtrl* txtUser;
+  wxTextCtrl* txtPass;
+};
+
+}  // namespace ui
