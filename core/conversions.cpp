@@ -42,4 +42,6 @@ std::optional<bool> ToBoolean(std::string_view text) {
 
 std::string BooleanText(bool value) { return value ? "True" : "False"; }
 
+std::string CheckText(bool ticked) { return ticked ? "1" : "0"; }
+
 }  // namespace core

@@ -20,4 +20,7 @@ std::optional<bool> ToBoolean(std::string_view text);
 /// "True" or "False".
 std::string BooleanText(bool value);
 
+/// "1" or "0", as the state of a check box is kept.
+std::string CheckText(bool ticked);
+
 }  // namespace core

@@ -2,11 +2,13 @@
 
 // The running program as its parts know it: its directory, its name and its error log.
 
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "core/logs.h"
 #include "core/paths.h"
+#include "core/settings_holders.h"
 
 namespace core {
 
@@ -25,9 +27,14 @@ struct Program {
   /// directory.
   std::string ExecutableFile() const { return File(executable + ".exe"); }
 
+  SettingsHolders& Holders() const { return *holders_; }
+
   const std::string directory;
   const std::string executable;
   const ErrorLog errors;
+
+ private:
+  const std::unique_ptr<SettingsHolders> holders_ = std::make_unique<SettingsHolders>();
 };
 
 class EventLoop;

@@ -36,6 +36,11 @@ bool SettingsSection::Read(std::string_view key, bool& value) const {
   return true;
 }
 
+void SettingsSection::Write(std::string_view key, std::string_view value) const {
+  if (!FileExists()) program_.Holders().WriteAll();
+  ModINIOP::WriteIni(file_, section_, key, value);
+}
+
 bool SettingsSection::Refuse(std::string_view key, std::string_view text) const {
   program_.errors.LogError("Server.ini [" + section_ + "] " + std::string(key) +
                            ": cannot convert \"" + std::string(text) + "\"");

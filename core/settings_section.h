@@ -1,7 +1,7 @@
 #pragma once
 
-// One section of Server.ini as a service's loader reads it. A number or Boolean that cannot be
-// converted keeps its previous value and is told to the error log.
+// One section of Server.ini as a service's loader reads it and a dialog writes it. A number or
+// Boolean that cannot be converted keeps its previous value and is told to the error log.
 
 #include <cstdint>
 #include <string>
@@ -26,6 +26,10 @@ class SettingsSection {
   /// False if the value could not be converted.
   bool Read(std::string_view key, std::int16_t& value) const;
   bool Read(std::string_view key, bool& value) const;
+
+  /// A value that cannot be written is lost without a word. Where this brings Server.ini into
+  /// being, everything that is held in memory is written first (core/settings_holders.h).
+  void Write(std::string_view key, std::string_view value) const;
 
  private:
   bool Refuse(std::string_view key, std::string_view text) const;

@@ -15,6 +15,9 @@ struct FtpOptions {
   /// cannot be converted: the settings behind it keep their values.
   bool LoadFtpOptions(const core::Program& program, const std::string& localAddress);
 
+  /// What holds while there is no Server.ini; the upload directory is left alone.
+  void SetDefaults(const core::Program& program);
+
   std::string ftpRoot;    // a path text
   std::string uploadDir;  // a path text; empty until a file has set it
   std::string ftpDomain;
@@ -24,7 +27,6 @@ struct FtpOptions {
 
  private:
   bool ReadSettings(const core::Program& program, const std::string& localAddress);
-  void SetDefaults(const core::Program& program);
 };
 
 }  // namespace ModFtp

@@ -4,6 +4,7 @@
 
 #include "core/code_page.h"
 #include "core/hosts_file.h"
+#include "ftp/ftp_options_entry.h"
 #include "ftp/replies.h"
 #include "platform/system_message.h"
 
@@ -28,7 +29,10 @@ FtpServer::FtpServer(core::ServiceEnvironment environment)
       FtpSvrSock_(sockets_, *this, core::ConnectionSlots::BusySlot::kRefuse,
                   ReplyLine(replies::kGreeting)),
       dataEvents_(*this),
+      heldOptions_(environment_.program.Holders(),
+                   [this] { SaveSettings(environment_.program, EntryOf(options_)); }),
       random_(ClockSeed()) {
+  options_.SetDefaults(environment_.program);
   for (int index = 0; index <= kLastSlot; ++index) {
     FtpSvrDataSock_[static_cast<std::size_t>(index)] =
         std::make_unique<core::EventSocket>(sockets_, dataEvents_, index);

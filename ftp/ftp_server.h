@@ -180,6 +180,7 @@ class FtpServer : public core::Service, private core::SlotEngine {
   std::array<std::unique_ptr<core::EventSocket>, kLastSlot + 1> FtpSvrDataSock_;
   std::optional<core::StartFailure> failure_;
   FtpOptions options_;
+  core::SettingsHolders::Holder heldOptions_;
   FtpServerState state_;
   std::array<FtpSession, kLastSlot> sessions_;
   std::minstd_rand random_;

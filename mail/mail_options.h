@@ -14,6 +14,9 @@ struct MailOptions {
   /// is told to the error log and keeps its value.
   void LoadMailOptions(const core::Program& program, const std::string& machineAddress);
 
+  /// What holds while there is no Server.ini.
+  void SetDefaults(const core::Program& program);
+
   std::string mailRoot;  // a path text
   std::string mailDomain;
   std::string localAddress;
@@ -22,7 +25,6 @@ struct MailOptions {
 
  private:
   void ReadSettings(const core::Program& program, const std::string& machineAddress);
-  void SetDefaults(const core::Program& program);
 };
 
 }  // namespace ModMail

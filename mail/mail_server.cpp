@@ -4,10 +4,13 @@
 #include <iterator>
 
 #include "core/hosts_file.h"
+#include "core/settings_section.h"
 #include "mail/command_word.h"
 #include "mail/mail_log.h"
+#include "mail/mail_options_entry.h"
 #include "mail/pop3_replies.h"
 #include "mail/smtp_replies.h"
+#include "platform/native_path.h"
 #include "platform/system_message.h"
 
 namespace ModMail {
@@ -39,14 +42,28 @@ MailServer::MailServer(core::ServiceEnvironment environment)
       pop3_(*this, MailSvrPop3Sock_, &MailServer::OnPop3DataArrival),
       MailSvrSmtpSock_(sockets_, smtp_, ConnectionSlots::BusySlot::kEvict, Line(smtp::kGreeting)),
       MailSvrPop3Sock_(sockets_, pop3_, ConnectionSlots::BusySlot::kEvict, Line(pop3::kGreeting)),
+      heldOptions_(environment_.program.Holders(),
+                   [this] { SaveSettings(environment_.program, EntryOf(options_)); }),
       store_(environment_.program, options_),
       smtpInterpreter_(store_),
       pop3Interpreter_(store_),
-      unpacking_(environment_) {}
+      unpacking_(environment_) {
+  options_.SetDefaults(environment_.program);
+}
 
 bool MailServer::LoadOptions() {
   options_.LoadMailOptions(environment_.program, MailSvrSmtpSock_.Listener().LocalAddress());
   return true;
+}
+
+void MailServer::SetMailRoot(std::string_view root) {
+  options_.mailRoot = platform::PathTextFromUser(root);
+}
+
+void MailServer::EnsureMailRoot() {
+  if (!options_.mailRoot.empty()) return;
+  const core::SettingsSection settings(environment_.program, "MailServer Options");
+  options_.mailRoot = settings.Path("MailServer Root");
 }
 
 bool MailServer::StartMailListeners() {

@@ -41,6 +41,12 @@ class MailServer : public core::Service {
 
   const MailOptions& Options() const { return options_; }
 
+  /// Takes another mail root at once, also while the server runs. `root`: in the user's own form.
+  void SetMailRoot(std::string_view root);
+
+  /// Reads the mail root again if the one in memory is empty.
+  void EnsureMailRoot();
+
   /// The ports that are listened on; 0 while stopped.
   std::uint16_t SmtpPort() const { return MailSvrSmtpSock_.Listener().LocalPort(); }
   std::uint16_t Pop3Port() const { return MailSvrPop3Sock_.Listener().LocalPort(); }
@@ -86,6 +92,7 @@ class MailServer : public core::Service {
   core::ConnectionSlots MailSvrPop3Sock_;
   std::optional<core::StartFailure> failure_;
   MailOptions options_;
+  core::SettingsHolders::Holder heldOptions_;
   MailboxStore store_;
   SmtpInterpreter smtpInterpreter_;
   Pop3Interpreter pop3Interpreter_;

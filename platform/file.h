@@ -41,6 +41,9 @@ class File {
   /// The size at the time of opening, for a file opened with kRead; costs nothing.
   std::uint64_t SizeWhenOpened() const { return sizeWhenOpened_; }
 
+  /// Moves the current position of a file opened for reading forward.
+  void Skip(std::uint64_t bytes, std::error_code& error);
+
   /// Reads up to `size` bytes from the current position; fewer only at the end of the file.
   std::size_t Read(char* buffer, std::size_t size, std::error_code& error);
 

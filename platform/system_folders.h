@@ -21,4 +21,7 @@ std::filesystem::path ConfigurationDirectory();
 /// Per-user state: Tarnwerk in that directory. Not created here.
 std::filesystem::path StateDirectory();
 
+/// Where choosing a folder begins. Linux: the user's home; Windows: C:\.
+std::filesystem::path FirstFolderToChooseFrom();
+
 }  // namespace platform

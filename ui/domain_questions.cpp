@@ -1,9 +1,41 @@
 #include "ui/domain_questions.h"
 
-namespace ui {
+#include "core/settings_section.h"
+#include "ui/questions.h"
 
-std::optional<std::string> AskDomain(wxWindow*, const core::Program&, core::ServiceKind) {
-  return std::nullopt;
+namespace ui {
+namespace {
+
+struct Question {
+  const char* section;
+  const char* prompt;
+  const char* title;
+};
+
+const Question& QuestionOf(core::ServiceKind service) {
+  static constexpr Question kWeb{"WebServer Options", "请输入Web域名：", "Web域名设置"};
+  static constexpr Question kFtp{"FtpServer Options", "请输入FTP域名：", "FTP域名设置"};
+  static constexpr Question kMail{"MailServer Options", "请输入Email域名：", "Email域名设置"};
+  switch (service) {
+    case core::ServiceKind::kWeb:
+      return kWeb;
+    case core::ServiceKind::kFtp:
+      return kFtp;
+    case core::ServiceKind::kMail:
+      break;
+  }
+  return kMail;
+}
+
+}  // namespace
+
+std::optional<std::string> AskDomain(wxWindow* parent, const core::Program& program,
+                                     core::ServiceKind service) {
+  const Question& question = QuestionOf(service);
+  const core::SettingsSection settings(program, question.section);
+  auto domain = AskText(parent, question.prompt, question.title, settings.Text("DNS"));
+  if (domain) settings.Write("DNS", *domain);
+  return domain;
 }
 
 }  // namespace ui

@@ -6,13 +6,41 @@
 #include <wx/dialog.h>
 
 #include "core/program.h"
+#include "ftp/ftp_options_entry.h"
 #include "ftp/ftp_server.h"
+
+class wxButton;
+class wxCheckBox;
+class wxTextCtrl;
 
 namespace ui {
 
 class frmFtpOptions : public wxDialog {
  public:
   frmFtpOptions(wxWindow* parent, const core::Program& program, ModFtp::FtpServer& server);
+
+  wxTextCtrl* txtFtpAddress;
+  wxTextCtrl* txtFtpIP;
+  wxTextCtrl* txtFtpPort;
+  wxTextCtrl* txtFtpDir;
+  wxTextCtrl* txtFtpUploadDir;
+  wxButton* cmdBrowser;
+  wxButton* cmdBrower2;
+  wxCheckBox* chkRead;
+  wxCheckBox* chkWrite;
+  wxCheckBox* chkContralAll;
+  wxButton* cmdOK;
+  wxButton* cmdCancel;
+
+ private:
+  wxSizer* MakeContent();
+  void Load(const ModFtp::FtpOptionsEntry& entry);
+  ModFtp::FtpOptionsEntry Entry() const;
+  void OnBrowse(wxTextCtrl* field, const char* title);
+  void OnConfirm();
+  void Refuse(ModFtp::FtpOptionsFault fault);
+
+  const core::Program& program_;
 };
 
 }  // namespace ui

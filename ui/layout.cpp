@@ -3,6 +3,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/dialog.h>
+#include <wx/panel.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -14,8 +15,17 @@ namespace {
 
 constexpr int kFieldWidth = 280;
 
-wxSizerFlags Below(wxWindow* window, int proportion) {
-  return wxSizerFlags(proportion).Expand().Border(wxBOTTOM, window->FromDIP(kGap));
+template <class Content>
+void FillWith(wxDialog& dialog, Content* content, const DialogButtons& buttons) {
+  const int edge = dialog.FromDIP(kEdge);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->AddStretchSpacer();
+  row->Add(buttons.ok, wxSizerFlags().Border(wxRIGHT, dialog.FromDIP(kGap)));
+  row->Add(buttons.cancel);
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(content, wxSizerFlags(1).Expand().Border(wxALL, edge));
+  column->Add(row, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
+  dialog.SetSizerAndFit(column);
 }
 
 }  // namespace
@@ -28,6 +38,24 @@ wxCheckBox* MakeCheckBox(wxWindow* parent, const char* name, const char* text) {
   return Named(new wxCheckBox(parent, wxID_ANY, Shown(text)), name);
 }
 
+Column::Column(wxWindow* window, int gap)
+    : sizer_(new wxBoxSizer(wxVERTICAL)), gap_(window->FromDIP(gap)) {}
+
+void Column::Add(wxWindow* part, int proportion) { sizer_->Add(part, Next(proportion)); }
+
+void Column::Add(wxSizer* part, int proportion) { sizer_->Add(part, Next(proportion)); }
+
+wxSizerFlags Column::Next(int proportion) {
+  return wxSizerFlags(proportion).Expand().Border(wxTOP, sizer_->IsEmpty() ? 0 : gap_);
+}
+
+Group::Group(wxWindow* parent, const char* heading)
+    : box_(new wxStaticBoxSizer(wxVERTICAL, parent, Shown(heading))), content_(parent) {
+  box_->Add(content_.Sizer(), wxSizerFlags(1).Expand().Border(wxALL, parent->FromDIP(kGap)));
+}
+
+wxWindow* Group::Parent() const { return box_->GetStaticBox(); }
+
 FieldRows::FieldRows(wxWindow* parent)
     : parent_(parent), grid_(new wxFlexGridSizer(3, parent->FromDIP(wxSize(kGap, kGap)))) {
   grid_->AddGrowableCol(1);
@@ -39,13 +67,15 @@ wxTextCtrl* FieldRows::Add(const char* name, const char* label, long style) {
   return field;
 }
 
-wxTextCtrl* FieldRows::AddWithButton(const char* name, const char* label, wxButton* button) {
+wxTextCtrl* FieldRows::AddWithButton(const char* name, const char* label, const char* buttonName,
+                                     const char* buttonText, wxButton*& button) {
   wxTextCtrl* field = AddField(name, label, 0);
-  button->MoveAfterInTabOrder(field);
+  button = MakeButton(parent_, buttonName, buttonText);
   grid_->Add(button, wxSizerFlags().CentreVertical());
   return field;
 }
 
+// The label is made first: its mnemonic leads to the control that was made after it.
 wxTextCtrl* FieldRows::AddField(const char* name, const char* label, long style) {
   grid_->Add(new wxStaticText(parent_, wxID_ANY, Shown(label)), wxSizerFlags().CentreVertical());
   auto* field = new wxTextCtrl(parent_, wxID_ANY, "", wxDefaultPosition,
@@ -54,30 +84,44 @@ wxTextCtrl* FieldRows::AddField(const char* name, const char* label, long style)
   return Named(field, name);
 }
 
-wxStaticBoxSizer* MakeGroup(wxWindow* parent, const char* heading) {
-  return new wxStaticBoxSizer(wxVERTICAL, parent, Shown(heading));
+wxSizer* MakeRow(wxWindow* window, std::initializer_list<wxWindow*> controls) {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  for (wxWindow* control : controls) {
+    const int gap = row->IsEmpty() ? 0 : window->FromDIP(kEdge);
+    row->Add(control, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
+  }
+  return row;
 }
 
-void AddBelow(wxSizer* column, wxWindow* control) {
-  column->Add(control, Below(control->GetParent(), 0));
+wxWindow* WithMargin(wxWindow* page, wxSizer* content) {
+  auto* frame = new wxBoxSizer(wxVERTICAL);
+  frame->Add(content, wxSizerFlags(1).Expand().Border(wxALL, page->FromDIP(kEdge)));
+  page->SetSizer(frame);
+  return page;
 }
 
-void AddBelow(wxSizer* column, wxSizer* part, int proportion) {
-  column->Add(part, Below(column->GetContainingWindow(), proportion));
-}
-
-void Finish(wxDialog& dialog, wxSizer* content, wxButton* ok, wxButton* cancel) {
-  const int edge = dialog.FromDIP(kEdge);
-  auto* buttons = new wxStdDialogButtonSizer;
-  buttons->SetAffirmativeButton(ok);
-  buttons->SetCancelButton(cancel);
-  buttons->Realize();
+wxWindow* PageAround(wxWindow* book, wxWindow* content) {
+  auto* page = new wxPanel(book);
+  content->Reparent(page);
   auto* column = new wxBoxSizer(wxVERTICAL);
-  column->Add(content, wxSizerFlags(1).Expand().Border(wxALL, edge));
-  column->Add(buttons, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
-  ok->SetDefault();
+  column->Add(content, wxSizerFlags(1).Expand());
+  return WithMargin(page, column);
+}
+
+DialogButtons MakeDialogButtons(wxDialog& dialog, const char* okName, const char* cancelName) {
+  const DialogButtons buttons{MakeButton(&dialog, okName, "确定", wxID_OK),
+                              MakeButton(&dialog, cancelName, "取消", wxID_CANCEL)};
+  buttons.ok->SetDefault();
   dialog.SetEscapeId(wxID_CANCEL);
-  dialog.SetSizerAndFit(column);
+  return buttons;
+}
+
+void Fill(wxDialog& dialog, wxSizer* content, const DialogButtons& buttons) {
+  FillWith(dialog, content, buttons);
+}
+
+void Fill(wxDialog& dialog, wxWindow* content, const DialogButtons& buttons) {
+  FillWith(dialog, content, buttons);
 }
 
 }  // namespace ui

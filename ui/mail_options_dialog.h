@@ -6,13 +6,43 @@
 #include <wx/dialog.h>
 
 #include "core/program.h"
+#include "mail/mail_options_entry.h"
 #include "mail/mail_server.h"
+#include "ui/log_panel.h"
+
+class wxBookCtrlBase;
+class wxButton;
+class wxTextCtrl;
 
 namespace ui {
 
 class frmMailOptions : public wxDialog {
  public:
   frmMailOptions(wxWindow* parent, const core::Program& program, ModMail::MailServer& server);
+
+  wxTextCtrl* txtMailIP;
+  wxTextCtrl* txtSMTPPort;
+  wxTextCtrl* txtPop3Port;
+  wxTextCtrl* txtMailAddress;
+  wxTextCtrl* txtMailRootDir;
+  wxButton* cmdBrowser;
+  LogList* lstLog;
+  wxButton* cmdClearLog;
+  wxButton* cmdExportLog;
+  wxButton* cmdOK;
+  wxButton* cmdCancel;
+
+ private:
+  wxWindow* MakeServerPage();
+  void Load(const ModMail::MailOptionsEntry& entry);
+  ModMail::MailOptionsEntry Entry() const;
+  void OnBrowse();
+  void OnConfirm();
+  void Refuse(ModMail::MailOptionsFault fault);
+
+  const core::Program& program_;
+  ModMail::MailServer& server_;
+  wxBookCtrlBase* pages_;
 };
 
 }  // namespace ui

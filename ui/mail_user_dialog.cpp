@@ -1,15 +1,71 @@
 #include "ui/mail_user_dialog.h"
 
+#include <wx/button.h>
 #include <wx/textctrl.h>
 
+#include "mail/mail_accounts.h"
+#include "ui/layout.h"
+#include "ui/message_box.h"
 #include "ui/toolkit_text.h"
 
 namespace ui {
+namespace {
 
-frmEmailUsers::frmEmailUsers(wxWindow* parent, const core::Program&, ModMail::MailServer&)
-    : wxDialog(parent, wxID_ANY, Shown("添加用户")) {
-  txtUser = new wxTextCtrl(this, wxID_ANY);
-  txtPass = new wxTextCtrl(this, wxID_ANY);
+// Of the boxes, also when a user is edited and the dialog is titled otherwise.
+constexpr const char* kTitle = "添加用户";
+
+}  // namespace
+
+frmEmailUsers::frmEmailUsers(wxWindow* parent, const core::Program& program,
+                             ModMail::MailServer& server)
+    : wxDialog(parent, wxID_ANY, Shown(kTitle), wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+      program_(program),
+      server_(server) {
+  SetName("frmEmailUsers");
+  FieldRows rows(this);
+  txtUser = rows.Add("txtUser", "用户名(&U)：", wxTE_PROCESS_ENTER);
+  txtPass = rows.Add("txtPass", "密码(&P)：", wxTE_PROCESS_ENTER);
+  const DialogButtons buttons = MakeDialogButtons(*this, "OKButton", "CancelButton");
+  OKButton = buttons.ok;
+  CancelButton = buttons.cancel;
+  txtUser->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { OnEnterInUser(); });
+  txtPass->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { OnEnterInPass(); });
+  OKButton->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
+  Fill(*this, rows.Sizer(), buttons);
+  server.EnsureMailRoot();
+  txtUser->SetFocus();
+  CentreOnParent();
+}
+
+void frmEmailUsers::OnEnterInUser() {
+  if (!txtUser->IsEmpty()) txtPass->SetFocus();
+}
+
+void frmEmailUsers::OnEnterInPass() {
+  if (!txtPass->IsEmpty()) OnConfirm();
+}
+
+void frmEmailUsers::OnConfirm() {
+  const ModMail::MailUser user{ModMail::CleanText(Typed(txtUser->GetValue())),
+                               ModMail::CleanText(Typed(txtPass->GetValue()))};
+  if (user.name.empty()) return Refuse("请输入用户名！", txtUser);
+  if (user.password.empty()) return Refuse("请输入密码！", txtPass);
+  const std::string& root = server_.Options().mailRoot;
+  if (ModMail::MailUserExists(root, user.name)) {
+    if (!Confirm(this, "该用户账号已存在，是否要更改密码？", kTitle)) return;
+    ModMail::ChangeMailPassword(root, user);
+    ShowMessage(this, "您已成功更改密码！", kTitle, wxOK | wxICON_INFORMATION);
+  }
+  if (!ModMail::SaveMailUser(root, user)) {
+    program_.errors.LogError(ModMail::MailUserFolder(root) + user.name + ": cannot be written");
+  }
+  EndModal(wxID_OK);
+}
+
+void frmEmailUsers::Refuse(const char* text, wxTextCtrl* field) {
+  Warn(this, text, kTitle);
+  field->SetFocus();
 }
 
 }  // namespace ui

@@ -1,13 +1,15 @@
 #pragma once
 
 // Adds a mail user or changes a password. For editing, whoever opens it sets its title and fills
-// txtUser and txtPass; after wxID_OK the list of users has to be shown anew.
+// txtUser and txtPass; after wxID_OK the list of users has to be shown anew. Passwords are shown in
+// plain text, as in that list.
 
 #include <wx/dialog.h>
 
 #include "core/program.h"
 #include "mail/mail_server.h"
 
+class wxButton;
 class wxTextCtrl;
 
 namespace ui {
@@ -18,6 +20,17 @@ class frmEmailUsers : public wxDialog {
 
   wxTextCtrl* txtUser;
   wxTextCtrl* txtPass;
+  wxButton* OKButton;
+  wxButton* CancelButton;
+
+ private:
+  void OnEnterInUser();
+  void OnEnterInPass();
+  void OnConfirm();
+  void Refuse(const char* text, wxTextCtrl* field);
+
+  const core::Program& program_;
+  ModMail::MailServer& server_;
 };
 
 }  // namespace ui

@@ -1,10 +1,113 @@
 #include "ui/options_dialog.h"
 
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/textctrl.h>
+
+#include "core/autostart.h"
+#include "core/manager_options.h"
+#include "core/manager_password.h"
+#include "core/paths.h"
+#include "ui/layout.h"
+#include "ui/message_box.h"
 #include "ui/toolkit_text.h"
 
 namespace ui {
+namespace {
 
-frmOptions::frmOptions(wxWindow* parent, const core::Program&)
-    : wxDialog(parent, wxID_ANY, Shown("系统选项")) {}
+constexpr int kPasswordWidth = 160;
+
+}  // namespace
+
+frmOptions::frmOptions(wxWindow* parent, const core::Program& program)
+    : wxDialog(parent, wxID_ANY, Shown("系统选项")), program_(program) {
+  SetName("frmOptions");
+  wxSizer* content = MakeContent();
+  const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
+  cmdOK = buttons.ok;
+  cmdCancel = buttons.cancel;
+  chkManagerPwd->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent&) { EnablePassword(); });
+  txtPwd->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { KeepPasswordFitting(); });
+  cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
+  Fill(*this, content, buttons);
+  Load();
+  CentreOnParent();
+}
+
+wxSizer* frmOptions::MakeContent() {
+  Group start(this, "启动");
+  chkSysAutoStart = MakeCheckBox(start.Parent(), "chkSysAutoStart", "随系统启动本程序(&S)");
+  chkShowInBar = MakeCheckBox(start.Parent(), "chkShowInBar", "启动后只显示任务栏图标(&T)");
+  chkAutoStartService =
+      MakeCheckBox(start.Parent(), "chkAutoStartService", "启动后自动开始各项服务(&A)");
+  for (wxCheckBox* box : {chkSysAutoStart, chkShowInBar, chkAutoStartService}) {
+    start.Content().Add(box);
+  }
+
+  Group manager(this, "管理密码");
+  chkManagerPwd = MakeCheckBox(manager.Parent(), "chkManagerPwd", "打开管理窗口时要求密码(&P)：");
+  txtPwd = Named(new wxTextCtrl(manager.Parent(), wxID_ANY, "", wxDefaultPosition,
+                                FromDIP(wxSize(kPasswordWidth, -1)), wxTE_PASSWORD),
+                 "txtPwd");
+  manager.Content().Add(MakeRow(this, {chkManagerPwd, txtPwd}));
+
+  Column column(this, kEdge);
+  column.Add(start.Sizer());
+  column.Add(manager.Sizer());
+  return column.Sizer();
+}
+
+void frmOptions::Load() {
+  const core::StartOptions options = core::ReadStartOptions(program_);
+  chkAutoStartService->SetValue(options.autoStartService);
+  chkShowInBar->SetValue(options.startInTaskBar);
+  chkSysAutoStart->SetValue(core::StartsWithSystem(program_));
+  const std::string password = core::ManagerPassword(program_);
+  chkManagerPwd->SetValue(!password.empty());
+  txtPwd->ChangeValue(Shown(password));
+  EnablePassword();
+}
+
+void frmOptions::EnablePassword() { txtPwd->Enable(chkManagerPwd->GetValue()); }
+
+// The user sees where it ends rather than being locked out by a password that was cut.
+void frmOptions::KeepPasswordFitting() {
+  const std::string typed = Typed(txtPwd->GetValue());
+  const std::string fitting = core::FittingManagerPassword(typed);
+  if (fitting == typed) return;
+  txtPwd->ChangeValue(Shown(fitting));
+  txtPwd->SetInsertionPointEnd();
+  wxBell();
+}
+
+void frmOptions::OnConfirm() {
+  if (!SavePassword()) return;
+  core::WriteStartOptions(program_, {.autoStartService = chkAutoStartService->GetValue(),
+                                     .startInTaskBar = chkShowInBar->GetValue()});
+  SaveStartWithSystem();
+  EndModal(wxID_OK);
+}
+
+bool frmOptions::SavePassword() {
+  const std::string password = Typed(txtPwd->GetValue());
+  const bool wanted = chkManagerPwd->GetValue();
+  if (wanted && core::TrimBlanks(password).empty()) {
+    Warn(this, "请输入管理密码！");
+    txtPwd->SetFocus();
+    return false;
+  }
+  core::SetManagerPassword(program_, wanted ? password : "");
+  return true;
+}
+
+void frmOptions::SaveStartWithSystem() {
+  const bool wanted = chkSysAutoStart->GetValue();
+  const std::string version = wanted ? core::SystemVersionText() : "";
+  // A hint only: the value is written all the same.
+  if (core::NeedsRegistrationAsService(version)) {
+    Warn(this, "您使用的操作系统是" + version + "本程序须注册服务后才能使用！");
+  }
+  core::SetStartsWithSystem(program_, wanted);
+}
 
 }  // namespace ui

@@ -6,11 +6,34 @@
 
 #include "core/program.h"
 
+class wxButton;
+class wxCheckBox;
+class wxTextCtrl;
+
 namespace ui {
 
 class frmOptions : public wxDialog {
  public:
   frmOptions(wxWindow* parent, const core::Program& program);
+
+  wxCheckBox* chkSysAutoStart;
+  wxCheckBox* chkShowInBar;
+  wxCheckBox* chkAutoStartService;
+  wxCheckBox* chkManagerPwd;
+  wxTextCtrl* txtPwd;
+  wxButton* cmdOK;
+  wxButton* cmdCancel;
+
+ private:
+  wxSizer* MakeContent();
+  void Load();
+  void EnablePassword();
+  void KeepPasswordFitting();
+  void OnConfirm();
+  bool SavePassword();
+  void SaveStartWithSystem();
+
+  const core::Program& program_;
 };
 
 }  // namespace ui

@@ -1,18 +1,58 @@
 #pragma once
 
-// The Web server's options. Opening it loads the settings anew; confirming it writes Server.ini and
-// IndexFN.Log, which a running server takes over when it loads its settings next.
+// The Web server's options. Opening it loads the settings anew; confirming it writes IndexFN.Log
+// and Server.ini, which a running server takes over when it loads its settings next.
 
 #include <wx/dialog.h>
 
 #include "core/program.h"
+#include "ui/document_list.h"
+#include "ui/log_panel.h"
+#include "ui/option_pair.h"
+#include "web/web_options_entry.h"
 #include "web/web_server.h"
+
+class wxBookCtrlBase;
+class wxCheckBox;
+class wxRadioButton;
+class wxTextCtrl;
 
 namespace ui {
 
 class frmWebOptions : public wxDialog {
  public:
   frmWebOptions(wxWindow* parent, const core::Program& program, ModWeb::WebServer& server);
+
+  wxTextCtrl* txtWebRoot;
+  wxTextCtrl* txtWebIP;
+  wxTextCtrl* txtWebPort;
+  wxTextCtrl* txtWebAddress;
+  wxButton* cmdBrowser;
+  wxCheckBox* chkDefaultFile;
+  wxListBox* lstDocument;
+  wxCheckBox* chkRead;
+  wxCheckBox* chkWrite;
+  wxCheckBox* chkContralAll;
+  wxRadioButton* optAppNone;
+  wxRadioButton* OptAppDone;
+  LogList* lstLog;
+  wxButton* cmdOK;
+  wxButton* cmdCancel;
+
+ private:
+  wxWindow* MakeSitePage();
+  wxWindow* MakeDocumentPage();
+  wxWindow* MakeRightsPage();
+  void Load(const ModWeb::WebOptionsEntry& entry);
+  ModWeb::WebOptionsEntry Entry() const;
+  void OnBrowse();
+  void OnConfirm();
+  void Refuse(ModWeb::WebOptionsFault fault);
+
+  const core::Program& program_;
+  wxBookCtrlBase* pages_;
+  DocumentList* documents_;
+  OptionPair programs_;
 };
 
 }  // namespace ui

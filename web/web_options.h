@@ -15,6 +15,9 @@ struct WebOptions {
   /// converted is told to the error log and keeps its value. Always true.
   bool LoadWebOptions(const core::Program& program, const std::string& localAddress);
 
+  /// What holds while there is no Server.ini; the default documents are left alone.
+  void SetDefaults(const core::Program& program);
+
   /// Whether files may be read at all. What is neither yes nor no is no.
   bool MayRead() const;
 
@@ -33,7 +36,6 @@ struct WebOptions {
 
  private:
   void ReadSettings(const core::Program& program, const std::string& localAddress);
-  void SetDefaults(const core::Program& program);
   void LoadDefaultPages(const core::Program& program);
 };
 

@@ -5,6 +5,7 @@
 #include "core/hosts_file.h"
 #include "platform/system_message.h"
 #include "web/request_intake.h"
+#include "web/web_options_entry.h"
 
 namespace ModWeb {
 
@@ -16,7 +17,11 @@ WebServer::WebServer(core::ServiceEnvironment environment)
       sockets_{environment_.loop, draining_,
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
       WebSvrSock_(sockets_, *this, core::ConnectionSlots::BusySlot::kEvict, ""),
-      cgi_(environment_) {}
+      cgi_(environment_),
+      heldOptions_(environment_.program.Holders(),
+                   [this] { SaveSettings(environment_.program, EntryOf(options_)); }) {
+  options_.SetDefaults(environment_.program);
+}
 
 bool WebServer::LoadOptions() {
   return options_.LoadWebOptions(environment_.program, WebSvrSock_.Listener().LocalAddress());

@@ -80,6 +80,8 @@ class WebServer : public core::Service, private core::SlotEngine {
   WebOptions options_;
   CgiQueue cgi_;
 
+  core::SettingsHolders::Holder heldOptions_;
+
   std::string CurrentMethod_;
   std::string CurrentResource_;
 };

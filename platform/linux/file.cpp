@@ -61,6 +61,12 @@ std::uint64_t File::Size(std::error_code& error) const {
   return static_cast<std::uint64_t>(facts.st_size);
 }
 
+void File::Skip(std::uint64_t bytes, std::error_code& error) {
+  error.clear();
+  if (lseek(static_cast<int>(handle_), static_cast<off_t>(bytes), SEEK_CUR) < 0)
+    error = LastError();
+}
+
 std::size_t File::Read(char* buffer, std::size_t size, std::error_code& error) {
   error.clear();
   std::size_t done = 0;

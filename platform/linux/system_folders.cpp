@@ -24,4 +24,9 @@ std::filesystem::path ConfigurationDirectory() {
 
 std::filesystem::path StateDirectory() { return ConfigurationDirectory() / "Tarnwerk"; }
 
+std::filesystem::path FirstFolderToChooseFrom() {
+  const std::filesystem::path home = FromEnvironment("HOME");
+  return home.empty() ? "/" : home;
+}
+
 }  // namespace platform

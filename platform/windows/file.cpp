@@ -67,6 +67,13 @@ std::uint64_t File::Size(std::error_code& error) const {
   return static_cast<std::uint64_t>(size.QuadPart);
 }
 
+void File::Skip(std::uint64_t bytes, std::error_code& error) {
+  LARGE_INTEGER distance = {};
+  distance.QuadPart = static_cast<LONGLONG>(bytes);
+  error.clear();
+  if (SetFilePointerEx(Native(handle_), distance, nullptr, FILE_CURRENT) == 0) error = LastError();
+}
+
 std::size_t File::Read(char* buffer, std::size_t size, std::error_code& error) {
   error.clear();
   std::size_t done = 0;

@@ -34,4 +34,6 @@ std::filesystem::path ConfigurationDirectory() { return EnvironmentText(L"APPDAT
 
 std::filesystem::path StateDirectory() { return ConfigurationDirectory() / "Tarnwerk"; }
 
+std::filesystem::path FirstFolderToChooseFrom() { return L"C:\\"; }
+
 }  // namespace platform

@@ -1,0 +1,70 @@
+#include "core/manager_password.h"
+
+#include "core/code_page.h"
+#include "core/files.h"
+#include "platform/application_settings.h"
+
+namespace core {
+namespace {
+
+constexpr std::string_view kSection = "ManagerPwd";
+constexpr std::string_view kKey = "PWD";
+constexpr std::string_view kBuiltInPassword = "739205";
+
+constexpr std::size_t kNameWidth = 20;
+constexpr std::size_t kPasswordWidth = 30;
+constexpr std::size_t kRecordSize = kNameWidth + kPasswordWidth;
+
+std::string UserFile(const Program& program) { return program.File("ETUser.dzt"); }
+
+std::string Field(std::string_view text, std::size_t width) {
+  std::string field = ToSystem(text);
+  field.resize(width, ' ');
+  return field;
+}
+
+std::string FieldText(std::string_view field) { return FromSystem(TrimBlanks(field)); }
+
+std::size_t CharacterEnd(std::string_view text, std::size_t begin) {
+  std::size_t end = begin + 1;
+  while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) ++end;
+  return end;
+}
+
+}  // namespace
+
+std::string ManagerPassword(const Program& program) {
+  return platform::GetSetting(program.executable, kSection, kKey, "");
+}
+
+void SetManagerPassword(const Program& program, std::string_view password) {
+  platform::SaveSetting(program.executable, kSection, kKey, password);
+  if (password.empty()) {
+    RemoveFile(UserFile(program));
+  } else {
+    ReplaceContent(UserFile(program),
+                   Field(kManagerName, kNameWidth) + Field(password, kPasswordWidth));
+  }
+}
+
+std::string FittingManagerPassword(std::string_view password) {
+  std::size_t end = 0;
+  while (end < password.size()) {
+    const std::size_t next = CharacterEnd(password, end);
+    if (ToSystem(password.substr(0, next)).size() > kPasswordWidth) break;
+    end = next;
+  }
+  return std::string(password.substr(0, end));
+}
+
+bool CheckUser(const Program& program, std::string_view userName, std::string_view password) {
+  const std::string file = UserFile(program);
+  if (!ModCommon::FileExists(file)) return password == kBuiltInPassword;
+  const std::string content = ReadFile(file).value_or("");
+  if (content.size() < kRecordSize) return false;
+  const std::string_view record = std::string_view(content).substr(0, kRecordSize);
+  return FieldText(record.substr(0, kNameWidth)) == userName &&
+         FieldText(record.substr(kNameWidth)) == password;
+}
+
+}  // namespace core

@@ -1,0 +1,47 @@
+#include "ftp/ftp_options_entry.h"
+
+#include "core/conversions.h"
+#include "core/paths.h"
+#include "core/settings_section.h"
+#include "platform/native_path.h"
+
+namespace ModFtp {
+namespace {
+
+bool IsSet(const std::string& text) { return core::ToBoolean(text).value_or(false); }
+
+bool IsBlank(const std::string& text) { return core::TrimBlanks(text).empty(); }
+
+}  // namespace
+
+FtpOptionsEntry EntryOf(const FtpOptions& options) {
+  return {.localIP = options.ftpLocalAddress,
+          .port = std::to_string(options.ftpPort),
+          .domain = options.ftpDomain,
+          .root = platform::PathTextForUser(options.ftpRoot),
+          .uploadDir = platform::PathTextForUser(options.uploadDir),
+          .read = IsSet(options.FtpRights[0]),
+          .write = IsSet(options.FtpRights[1]),
+          .controlAll = IsSet(options.FtpRights[2])};
+}
+
+std::optional<FtpOptionsFault> FindFault(const FtpOptionsEntry& entry) {
+  if (IsBlank(entry.domain)) return FtpOptionsFault::kNoDomain;
+  if (IsBlank(entry.root)) return FtpOptionsFault::kNoRoot;
+  if (IsBlank(entry.uploadDir)) return FtpOptionsFault::kNoUploadDir;
+  return std::nullopt;
+}
+
+void SaveSettings(const core::Program& program, const FtpOptionsEntry& entry) {
+  const core::SettingsSection settings(program, "FtpServer Options");
+  settings.Write("IP", entry.localIP);
+  settings.Write("FtpPort", entry.port);
+  settings.Write("DNS", entry.domain);
+  settings.Write("FtpServer Root", entry.root);
+  settings.Write("FtpServer UploadDir", entry.uploadDir);
+  settings.Write("Read", core::CheckText(entry.read));
+  settings.Write("Write", core::CheckText(entry.write));
+  settings.Write("ContralAll", core::CheckText(entry.controlAll));
+}
+
+}  // namespace ModFtp

@@ -1,0 +1,36 @@
+#pragma once
+
+// The FTP server's options as a user enters them: texts as typed, to be checked and written. What
+// is written takes effect when the options are loaded next (ftp/ftp_options.h).
+
+#include <optional>
+#include <string>
+
+#include "core/program.h"
+#include "ftp/ftp_options.h"
+
+namespace ModFtp {
+
+struct FtpOptionsEntry {
+  std::string localIP;
+  std::string port;  // not checked: what is no port is found when it is loaded
+  std::string domain;
+  std::string root;       // in the user's own form
+  std::string uploadDir;  // in the user's own form
+  bool read = false;
+  bool write = false;
+  bool controlAll = false;
+};
+
+enum class FtpOptionsFault { kNoDomain, kNoRoot, kNoUploadDir };
+
+/// What is held in memory.
+FtpOptionsEntry EntryOf(const FtpOptions& options);
+
+/// The first thing that keeps `entry` from being saved. Blanks are nothing.
+std::optional<FtpOptionsFault> FindFault(const FtpOptionsEntry& entry);
+
+/// Writes Server.ini.
+void SaveSettings(const core::Program& program, const FtpOptionsEntry& entry);
+
+}  // namespace ModFtp

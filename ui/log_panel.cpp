@@ -1,0 +1,105 @@
+#include "ui/log_panel.h"
+
+#include <wx/button.h>
+#include <wx/filedlg.h>
+#include <wx/stattext.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "core/files.h"
+#include "platform/native_path.h"
+#include "ui/layout.h"
+#include "ui/message_box.h"
+#include "ui/toolkit_text.h"
+
+namespace ui {
+namespace {
+
+constexpr const char* kExportTitle = "导出日志";
+constexpr const char* kExportFilter =
+    "LOG文件(*.log)|*.log|文本文件(*.txt)|*.txt|所有文件(*.*)|*.*";
+
+constexpr int kListWidth = 440;
+constexpr int kListHeight = 200;
+// Beyond this a line is looked at elsewhere.
+constexpr int kWidestColumn = 8000;
+
+std::string PartText(const core::LogTail& tail) {
+  return "日志较大，这里只显示最后 " + std::to_string(tail.lines.size()) +
+         " 行；导出时写出全部内容。";
+}
+
+}  // namespace
+
+LogList::LogList(wxWindow* parent)
+    : wxListCtrl(parent, wxID_ANY, wxDefaultPosition,
+                 parent->FromDIP(wxSize(kListWidth, kListHeight)),
+                 wxLC_REPORT | wxLC_VIRTUAL | wxLC_NO_HEADER | wxLC_SINGLE_SEL) {
+  AppendColumn("");
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    FitColumn();
+  });
+}
+
+void LogList::SetTail(core::LogTail tail) {
+  tail_ = std::move(tail);
+  SetItemCount(static_cast<long>(tail_.lines.size()));
+  FitColumn();
+  Refresh();
+}
+
+wxString LogList::OnGetItemText(long item, long) const {
+  return Shown(tail_.lines[static_cast<std::size_t>(item)]);
+}
+
+// As wide as the longest line, which is the widest but for a few pixels.
+void LogList::FitColumn() {
+  int width = GetClientSize().x;
+  const auto longest = std::max_element(
+      tail_.lines.begin(), tail_.lines.end(),
+      [](const auto& left, const auto& right) { return left.size() < right.size(); });
+  if (longest != tail_.lines.end()) {
+    width = std::max(width, GetTextExtent(Shown(*longest)).x + FromDIP(2 * kEdge));
+  }
+  SetColumnWidth(0, std::min(width, FromDIP(kWidestColumn)));
+}
+
+LogPanel::LogPanel(wxWindow* parent, std::string log) : wxPanel(parent), log_(std::move(log)) {
+  lstLog = Named(new LogList(this), "lstLog");
+  lblLogPart = Named(new wxStaticText(this, wxID_ANY, ""), "lblLogPart");
+  cmdClearLog = MakeButton(this, "cmdClearLog", "清空日志(&C)");
+  cmdExportLog = MakeButton(this, "cmdExportLog", "导出日志(&E)...");
+  cmdClearLog->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnClear(); });
+  cmdExportLog->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnExport(); });
+  Column column(this);
+  column.Add(lblLogPart);
+  column.Add(lstLog, 1);
+  column.Add(MakeRow(this, {cmdClearLog, cmdExportLog}));
+  SetSizer(column.Sizer());
+  Load(core::ReadLogTail(log_));
+}
+
+void LogPanel::Load(core::LogTail tail) {
+  lblLogPart->SetLabel(Shown(PartText(tail)));
+  lblLogPart->Show(!tail.IsWhole());
+  lstLog->SetTail(std::move(tail));
+  Layout();
+}
+
+void LogPanel::OnClear() {
+  Load({});
+  core::RemoveFile(log_);
+}
+
+void LogPanel::OnExport() {
+  if (lstLog->IsEmpty()) return;
+  wxFileDialog dialog(this, Shown(kExportTitle), "", "", Shown(kExportFilter),
+                      wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  if (dialog.ShowModal() != wxID_OK) return;
+  const std::string target = platform::PathTextFromUser(Typed(dialog.GetPath()));
+  if (core::ExportLog(log_, lstLog->Tail(), target)) Warn(this, "日志未能导出！", kExportTitle);
+}
+
+}  // namespace ui

@@ -1,0 +1,38 @@
+#include "ui/questions.h"
+
+#include <wx/dirdlg.h>
+#include <wx/textdlg.h>
+
+#include "core/paths.h"
+#include "platform/native_path.h"
+#include "platform/system_folders.h"
+#include "ui/toolkit_text.h"
+
+namespace ui {
+namespace {
+
+void SetButtonText(wxDialog& dialog, int id, const char* text) {
+  if (wxWindow* button = dialog.FindWindow(id)) button->SetLabel(Shown(text));
+}
+
+}  // namespace
+
+std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title) {
+  const std::string start =
+      platform::PathTextForUser(platform::PathText(platform::FirstFolderToChooseFrom()));
+  wxDirDialog dialog(parent, Shown(title), Shown(start));
+  if (dialog.ShowModal() != wxID_OK) return std::nullopt;
+  const std::string path = Typed(dialog.GetPath());
+  return std::string(core::TrimBlanks(std::string_view(path).substr(0, path.find('\0'))));
+}
+
+std::optional<std::string> AskText(wxWindow* parent, const char* prompt, const char* title,
+                                   const std::string& proposed) {
+  wxTextEntryDialog dialog(parent, Shown(prompt), Shown(title), Shown(proposed));
+  SetButtonText(dialog, wxID_OK, "确定");
+  SetButtonText(dialog, wxID_CANCEL, "取消");
+  if (dialog.ShowModal() != wxID_OK || dialog.GetValue().empty()) return std::nullopt;
+  return Typed(dialog.GetValue());
+}
+
+}  // namespace ui

@@ -1,0 +1,19 @@
+#pragma once
+
+// Questions that several windows ask: for a folder, and for a line of text.
+
+#include <optional>
+#include <string>
+
+class wxWindow;
+
+namespace ui {
+
+/// A folder in the user's own form, without blanks at its ends; none if the user cancelled.
+std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title);
+
+/// What the user typed, as typed; none if he cancelled or left nothing in the field.
+std::optional<std::string> AskText(wxWindow* parent, const char* prompt, const char* title,
+                                   const std::string& proposed);
+
+}  // namespace ui

@@ -1,0 +1,26 @@
+#pragma once
+
+// The one virtual directory that can be set up. It is kept in Server.ini; no request asks for it.
+
+#include <string>
+
+#include "core/program.h"
+
+namespace ModWeb {
+
+struct VirtualDirectory {
+  std::string path;  // in the user's own form
+  bool noPrograms = true;
+  bool programs = false;
+  bool read = true;
+  bool write = false;
+  bool controlAll = false;
+};
+
+/// The one in Server.ini; a fresh one if there is none.
+VirtualDirectory ReadVirtualDirectory(const core::Program& program);
+
+/// Replaces the one in Server.ini. The path is trimmed.
+void SaveVirtualDirectory(const core::Program& program, const VirtualDirectory& directory);
+
+}  // namespace ModWeb

@@ -1,0 +1,79 @@
+#include "web/web_options_entry.h"
+
+#include "core/conversions.h"
+#include "core/files.h"
+#include "core/ini_file.h"
+#include "core/logs.h"
+#include "core/paths.h"
+#include "core/settings_section.h"
+#include "platform/native_path.h"
+
+namespace ModWeb {
+namespace {
+
+bool IsSet(const std::string& text) { return core::ToBoolean(text).value_or(false); }
+
+bool IsBlank(const std::string& text) { return core::TrimBlanks(text).empty(); }
+
+bool ProgramsAreSwitchedOff(const core::Program& program) {
+  const std::string file = program.File("EnabalExecute.txt");
+  if (!ModCommon::FileExists(file)) return true;
+  return IsSet(ModINIOP::ReadIni(file, "应用程序许可", "EnabalExecute"));
+}
+
+std::vector<std::string> NamesIn(const std::array<std::string, 11>& pages) {
+  std::vector<std::string> names(pages.begin(), pages.end());
+  std::erase(names, "");
+  return names;
+}
+
+}  // namespace
+
+WebOptionsEntry EntryOf(const WebOptions& options) {
+  return {.rootDir = platform::PathTextForUser(options.WebRootDir),
+          .localIP = options.WebLocalIP,
+          .port = std::to_string(options.WebPort),
+          .domain = options.WebDomain,
+          .startDefaultPage = options.StartDefaultPage,
+          .read = IsSet(options.WebRights[0]),
+          .write = IsSet(options.WebRights[1]),
+          .controlAll = IsSet(options.WebRights[2]),
+          .noPrograms = IsSet(options.AppOptions[0]),
+          .programs = IsSet(options.AppOptions[1]),
+          .documents = NamesIn(options.DefaultPages)};
+}
+
+WebOptionsEntry EntryToShow(const core::Program& program, const WebOptions& options) {
+  WebOptionsEntry entry = EntryOf(options);
+  entry.noPrograms = !entry.programs && ProgramsAreSwitchedOff(program);
+  return entry;
+}
+
+std::optional<WebOptionsFault> FindFault(const WebOptionsEntry& entry) {
+  if (IsBlank(entry.port)) return WebOptionsFault::kNoPort;
+  if (entry.domain.empty()) return WebOptionsFault::kNoDomain;
+  if (IsBlank(entry.rootDir)) return WebOptionsFault::kNoRoot;
+  return std::nullopt;
+}
+
+void SaveSettings(const core::Program& program, const WebOptionsEntry& entry) {
+  const core::SettingsSection settings(program, "WebServer Options");
+  settings.Write("WebRootDir", entry.rootDir);
+  settings.Write("WebServerIP", entry.localIP);
+  settings.Write("TCPPort", entry.port);
+  settings.Write("DNS", entry.domain);
+  settings.Write("StartDefaultPage", core::CheckText(entry.startDefaultPage));
+  settings.Write("Read", core::CheckText(entry.read));
+  settings.Write("Write", core::CheckText(entry.write));
+  settings.Write("ContralAll", core::CheckText(entry.controlAll));
+  settings.Write("optNoApp", core::BooleanText(entry.noPrograms));
+  settings.Write("optAppDone", core::BooleanText(entry.programs));
+}
+
+void SaveDefaultPages(const core::Program& program, const std::vector<std::string>& documents) {
+  const std::string file = program.File("IndexFN.Log");
+  core::RemoveFile(file);
+  for (const std::string& document : documents) core::AppendLine(file, document);
+}
+
+}  // namespace ModWeb

@@ -1,0 +1,48 @@
+#pragma once
+
+// The Web server's options as a user enters them: texts as typed, to be checked and written. What
+// is written takes effect when the options are loaded next (web/web_options.h).
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/program.h"
+#include "web/web_options.h"
+
+namespace ModWeb {
+
+struct WebOptionsEntry {
+  std::string rootDir;  // in the user's own form
+  std::string localIP;
+  std::string port;
+  std::string domain;
+  bool startDefaultPage = true;
+  bool read = false;
+  bool write = false;
+  bool controlAll = false;
+  bool noPrograms = false;
+  bool programs = false;
+  std::vector<std::string> documents;
+};
+
+enum class WebOptionsFault { kNoPort, kNoDomain, kNoRoot };
+
+/// What is held in memory.
+WebOptionsEntry EntryOf(const WebOptions& options);
+
+/// What a user is shown. As EntryOf, but that programs are not to run is asked of EnabalExecute.txt
+/// and holds where there is no such file; that they are to run overrules it.
+WebOptionsEntry EntryToShow(const core::Program& program, const WebOptions& options);
+
+/// The first thing that keeps `entry` from being saved. Blanks are no port and no root, but may be
+/// a domain.
+std::optional<WebOptionsFault> FindFault(const WebOptionsEntry& entry);
+
+/// Writes Server.ini.
+void SaveSettings(const core::Program& program, const WebOptionsEntry& entry);
+
+/// Writes IndexFN.Log anew, one document per line. Without documents there is no such file.
+void SaveDefaultPages(const core::Program& program, const std::vector<std::string>& documents);
+
+}  // namespace ModWeb
