@@ -3,7 +3,6 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/dialog.h>
-#include <wx/panel.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -100,9 +99,7 @@ wxWindow* WithMargin(wxWindow* page, wxSizer* content) {
   return page;
 }
 
-wxWindow* PageAround(wxWindow* book, wxWindow* content) {
-  auto* page = new wxPanel(book);
-  content->Reparent(page);
+wxWindow* WithMargin(wxWindow* page, wxWindow* content) {
   auto* column = new wxBoxSizer(wxVERTICAL);
   column->Add(content, wxSizerFlags(1).Expand());
   return WithMargin(page, column);

@@ -91,8 +91,8 @@ wxSizer* MakeRow(wxWindow* window, std::initializer_list<wxWindow*> controls);
 /// A page of a notebook: `content` with the usual distance to its border. Returns `page`.
 wxWindow* WithMargin(wxWindow* page, wxSizer* content);
 
-/// The same around one window, which becomes a child of the page.
-wxWindow* PageAround(wxWindow* book, wxWindow* content);
+/// The same around one window, a child of the page.
+wxWindow* WithMargin(wxWindow* page, wxWindow* content);
 
 /// The buttons that confirm and cancel. Enter presses the one, Escape the other.
 struct DialogButtons {

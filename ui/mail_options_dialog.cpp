@@ -30,11 +30,12 @@ frmMailOptions::frmMailOptions(wxWindow* parent, const core::Program& program,
       pages_(new wxNotebook(this, wxID_ANY)) {
   SetName("frmMailOptions");
   pages_->AddPage(MakeServerPage(), Shown("服务器"));
-  auto* log = new LogPanel(pages_, program.File("Mail.log"));
+  auto* logPage = new wxPanel(pages_);
+  auto* log = new LogPanel(logPage, program.File("Mail.log"));
   lstLog = log->lstLog;
   cmdClearLog = log->cmdClearLog;
   cmdExportLog = log->cmdExportLog;
-  pages_->AddPage(PageAround(pages_, log), Shown("邮件日志"));
+  pages_->AddPage(WithMargin(logPage, log), Shown("邮件日志"));
 
   const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
   cmdOK = buttons.ok;

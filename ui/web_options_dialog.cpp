@@ -31,9 +31,10 @@ frmWebOptions::frmWebOptions(wxWindow* parent, const core::Program& program,
   pages_->AddPage(MakeSitePage(), Shown("站点"));
   pages_->AddPage(MakeDocumentPage(), Shown("默认文档"));
   pages_->AddPage(MakeRightsPage(), Shown("权限"));
-  auto* log = new LogPanel(pages_, program.File("Web.log"));
+  auto* logPage = new wxPanel(pages_);
+  auto* log = new LogPanel(logPage, program.File("Web.log"));
   lstLog = log->lstLog;
-  pages_->AddPage(PageAround(pages_, log), Shown("访问日志"));
+  pages_->AddPage(WithMargin(logPage, log), Shown("访问日志"));
 
   const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
   cmdOK = buttons.ok;

@@ -1,0 +1,122 @@
+// Opens each dialog as a user would find it and keeps a picture of it: dialog_screenshots FOLDER.
+// Not a test: the pictures are to be looked at.
+
+#include <wx/app.h>
+#include <wx/bookctrl.h>
+#include <wx/dcmemory.h>
+#include <wx/dcscreen.h>
+#include <wx/image.h>
+#include <wx/init.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+#include <cstdio>
+#include <functional>
+#include <string>
+
+#include "core/window_loop.h"
+#include "tests/support/temporary_folder.h"
+#include "ui/ftp_options_dialog.h"
+#include "ui/login_dialog.h"
+#include "ui/mail_options_dialog.h"
+#include "ui/mail_user_dialog.h"
+#include "ui/options_dialog.h"
+#include "ui/toolkit_text.h"
+#include "ui/virtual_directory_dialog.h"
+#include "ui/web_options_dialog.h"
+
+namespace {
+
+constexpr int kSettling = 400;  // milliseconds until everything is drawn
+
+class Photographer {
+ public:
+  explicit Photographer(wxString folder) : folder_(std::move(folder)) {}
+
+  void Take(wxDialog& dialog, const std::string& name) {
+    dialog.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
+      Save(dialog, name);
+      dialog.EndModal(wxID_CANCEL);
+    });
+    wxTimer timer(&dialog);
+    timer.StartOnce(kSettling);
+    dialog.ShowModal();
+  }
+
+  /// A picture of each page.
+  void TakePages(wxDialog& dialog, const std::string& name) {
+    auto* book = dynamic_cast<wxBookCtrlBase*>(dialog.GetChildren().front());
+    for (std::size_t page = 0; page < book->GetPageCount(); ++page) {
+      book->SetSelection(page);
+      Take(dialog, name + "-" + std::to_string(page + 1));
+    }
+  }
+
+ private:
+  void Save(wxDialog& dialog, const std::string& name) {
+    const wxRect area = dialog.GetScreenRect();
+    wxBitmap picture(area.GetSize());
+    wxScreenDC screen;
+    wxMemoryDC memory(picture);
+    memory.Blit(wxPoint(), area.GetSize(), &screen, area.GetPosition());
+    memory.SelectObject(wxNullBitmap);
+    picture.SaveFile(folder_ + "/" + name + ".png", wxBITMAP_TYPE_PNG);
+  }
+
+  wxString folder_;
+};
+
+void TakeAll(Photographer photographer, const test::TemporaryFolder& home) {
+  const core::Program program(home.Text(), "Tarnwerk");
+  core::WindowLoop loop;
+  const core::ServiceEnvironment environment{program, loop.Events(), home.Text("hosts")};
+  ModWeb::WebServer web(environment);
+  ModFtp::FtpServer ftp(environment);
+  ModMail::MailServer mail(environment);
+
+  ui::frmWebOptions webOptions(nullptr, program, web);
+  photographer.TakePages(webOptions, "web-options");
+  ui::frmMailOptions mailOptions(nullptr, program, mail);
+  photographer.TakePages(mailOptions, "mail-options");
+  ui::frmFtpOptions ftpOptions(nullptr, program, ftp);
+  photographer.Take(ftpOptions, "ftp-options");
+  ui::frmEditDir directory(nullptr, program);
+  photographer.Take(directory, "virtual-directory");
+  ui::frmEmailUsers user(nullptr, program, mail);
+  user.txtUser->ChangeValue(ui::Shown("张三"));
+  user.txtPass->ChangeValue("secret");
+  photographer.Take(user, "mail-user");
+  ui::frmOptions options(nullptr, program);
+  photographer.Take(options, "options");
+  ui::frmPassWord login(nullptr, program);
+  login.lblMsg->Show();
+  photographer.Take(login, "login");
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  if (argumentCount != 2) {
+    std::puts("usage: dialog_screenshots FOLDER");
+    return 2;
+  }
+  wxApp::SetInstance(new wxApp);
+  int none = 1;
+  if (!wxEntryStart(none, arguments) || !wxTheApp->CallOnInit()) return 1;
+  wxImage::AddHandler(new wxPNGHandler);
+  {
+    const test::TemporaryFolder home;
+    std::string lines;
+    for (int i = 10; i < 40; ++i) {
+      lines += "时间：2026-11-15 14:30:" + std::to_string(i) +
+               "  客户机IP：127.0.0.1  请求方法：GET  请求资源：/index.htm  Success!\r\n";
+    }
+    home.Write("Web.log", lines);
+    for (int i = 0; i < 20000; ++i)
+      lines += "时间：2026-11-15 14:31:00  客户机IP：127.0.0.1  收到邮件(SMTP)  Success!\r\n";
+    home.Write("Mail.log", lines);
+    TakeAll(Photographer(arguments[1]), home);
+  }
+  wxEntryCleanup();
+  return 0;
+}
