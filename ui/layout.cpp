@@ -17,13 +17,14 @@ constexpr int kFieldWidth = 280;
 template <class Content>
 void FillWith(wxDialog& dialog, Content* content, const DialogButtons& buttons) {
   const int edge = dialog.FromDIP(kEdge);
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  row->AddStretchSpacer();
-  row->Add(buttons.ok, wxSizerFlags().Border(wxRIGHT, dialog.FromDIP(kGap)));
-  row->Add(buttons.cancel);
+  // In the order that the system's own dialogs have.
+  auto* row = new wxStdDialogButtonSizer;
+  row->SetAffirmativeButton(buttons.ok);
+  row->SetCancelButton(buttons.cancel);
+  row->Realize();
   auto* column = new wxBoxSizer(wxVERTICAL);
   column->Add(content, wxSizerFlags(1).Expand().Border(wxALL, edge));
-  column->Add(row, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
+  column->Add(row, wxSizerFlags().Expand().Border(wxBOTTOM, edge));
   dialog.SetSizerAndFit(column);
 }
 
@@ -56,30 +57,29 @@ Group::Group(wxWindow* parent, const char* heading)
 wxWindow* Group::Parent() const { return box_->GetStaticBox(); }
 
 FieldRows::FieldRows(wxWindow* parent)
-    : parent_(parent), grid_(new wxFlexGridSizer(3, parent->FromDIP(wxSize(kGap, kGap)))) {
-  grid_->AddGrowableCol(1);
-}
+    : parent_(parent), grid_(new wxGridBagSizer(parent->FromDIP(kGap), parent->FromDIP(kGap))) {}
 
 wxTextCtrl* FieldRows::Add(const char* name, const char* label, long style) {
-  wxTextCtrl* field = AddField(name, label, style);
-  grid_->AddSpacer(0);
-  return field;
+  return AddField(name, label, style, 2);
 }
 
 wxTextCtrl* FieldRows::AddWithButton(const char* name, const char* label, const char* buttonName,
                                      const char* buttonText, wxButton*& button) {
-  wxTextCtrl* field = AddField(name, label, 0);
+  wxTextCtrl* field = AddField(name, label, 0, 1);
   button = MakeButton(parent_, buttonName, buttonText);
-  grid_->Add(button, wxSizerFlags().CentreVertical());
+  grid_->Add(button, {row_, 2}, {1, 1}, wxEXPAND);
   return field;
 }
 
 // The label is made first: its mnemonic leads to the control that was made after it.
-wxTextCtrl* FieldRows::AddField(const char* name, const char* label, long style) {
-  grid_->Add(new wxStaticText(parent_, wxID_ANY, Shown(label)), wxSizerFlags().CentreVertical());
+wxTextCtrl* FieldRows::AddField(const char* name, const char* label, long style, int columns) {
+  ++row_;
+  auto* text = new wxStaticText(parent_, wxID_ANY, Shown(label));
   auto* field = new wxTextCtrl(parent_, wxID_ANY, "", wxDefaultPosition,
                                parent_->FromDIP(wxSize(kFieldWidth, -1)), style);
-  grid_->Add(field, wxSizerFlags(1).Expand().CentreVertical());
+  grid_->Add(text, {row_, 0}, {1, 1}, wxALIGN_CENTRE_VERTICAL);
+  grid_->Add(field, {row_, 1}, {1, columns}, wxEXPAND | wxALIGN_CENTRE_VERTICAL);
+  if (row_ == 0) grid_->AddGrowableCol(1);
   return Named(field, name);
 }
 

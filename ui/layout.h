@@ -5,6 +5,7 @@
 //
 // Texts of controls mark their mnemonic with "&".
 
+#include <wx/gbsizer.h>
 #include <wx/sizer.h>
 #include <wx/window.h>
 
@@ -79,10 +80,11 @@ class FieldRows {
   wxSizer* Sizer() const { return grid_; }
 
  private:
-  wxTextCtrl* AddField(const char* name, const char* label, long style);
+  wxTextCtrl* AddField(const char* name, const char* label, long style, int columns);
 
   wxWindow* parent_;
-  wxFlexGridSizer* grid_;
+  wxGridBagSizer* grid_;
+  int row_ = -1;
 };
 
 /// Controls side by side.

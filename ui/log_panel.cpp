@@ -2,6 +2,7 @@
 
 #include <wx/button.h>
 #include <wx/filedlg.h>
+#include <wx/settings.h>
 #include <wx/stattext.h>
 
 #include <algorithm>
@@ -25,6 +26,14 @@ constexpr int kListHeight = 200;
 // Beyond this a line is looked at elsewhere.
 constexpr int kWidestColumn = 8000;
 
+// A line around the list: not every system draws one itself.
+wxPanel* MakeFrame(wxWindow* parent) {
+  auto* frame = new wxPanel(parent);
+  frame->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_3DSHADOW));
+  frame->SetSizer(new wxBoxSizer(wxVERTICAL));
+  return frame;
+}
+
 std::string PartText(const core::LogTail& tail) {
   return "日志较大，这里只显示最后 " + std::to_string(tail.lines.size()) +
          " 行；导出时写出全部内容。";
@@ -35,7 +44,7 @@ std::string PartText(const core::LogTail& tail) {
 LogList::LogList(wxWindow* parent)
     : wxListCtrl(parent, wxID_ANY, wxDefaultPosition,
                  parent->FromDIP(wxSize(kListWidth, kListHeight)),
-                 wxLC_REPORT | wxLC_VIRTUAL | wxLC_NO_HEADER | wxLC_SINGLE_SEL) {
+                 wxLC_REPORT | wxLC_VIRTUAL | wxLC_NO_HEADER | wxLC_SINGLE_SEL | wxBORDER_NONE) {
   AppendColumn("");
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     event.Skip();
@@ -67,15 +76,17 @@ void LogList::FitColumn() {
 }
 
 LogPanel::LogPanel(wxWindow* parent, std::string log) : wxPanel(parent), log_(std::move(log)) {
-  lstLog = Named(new LogList(this), "lstLog");
+  auto* frame = MakeFrame(this);
+  lstLog = Named(new LogList(frame), "lstLog");
+  frame->GetSizer()->Add(lstLog, wxSizerFlags(1).Expand().Border(wxALL, 1));
   lblLogPart = Named(new wxStaticText(this, wxID_ANY, ""), "lblLogPart");
   cmdClearLog = MakeButton(this, "cmdClearLog", "清空日志(&C)");
   cmdExportLog = MakeButton(this, "cmdExportLog", "导出日志(&E)...");
   cmdClearLog->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnClear(); });
   cmdExportLog->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnExport(); });
   Column column(this);
+  column.Add(frame, 1);
   column.Add(lblLogPart);
-  column.Add(lstLog, 1);
   column.Add(MakeRow(this, {cmdClearLog, cmdExportLog}));
   SetSizer(column.Sizer());
   Load(core::ReadLogTail(log_));

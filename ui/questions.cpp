@@ -11,12 +11,12 @@
 namespace ui {
 namespace {
 
+// The toolkit's own dialogs name their buttons in the language of the system.
 void SetButtonText(wxDialog& dialog, int id, const char* text) {
   if (wxWindow* button = dialog.FindWindow(id)) button->SetLabel(Shown(text));
 }
 
 }  // namespace
-
 std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title) {
   const std::string start =
       platform::PathTextForUser(platform::PathText(platform::FirstFolderToChooseFrom()));

@@ -1,14 +1,12 @@
 // Opens each dialog as a user would find it and keeps a picture of it: dialog_screenshots FOLDER.
-// Not a test: the pictures are to be looked at.
+// Not a test: the pictures are to be looked at. Takes them with ImageMagick's "import".
 
 #include <wx/app.h>
 #include <wx/bookctrl.h>
-#include <wx/dcmemory.h>
-#include <wx/dcscreen.h>
-#include <wx/image.h>
 #include <wx/init.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/utils.h>
 
 #include <cstdio>
 #include <functional>
@@ -16,18 +14,20 @@
 
 #include "core/window_loop.h"
 #include "tests/support/temporary_folder.h"
+#include "ui/domain_questions.h"
 #include "ui/ftp_options_dialog.h"
 #include "ui/login_dialog.h"
 #include "ui/mail_options_dialog.h"
 #include "ui/mail_user_dialog.h"
 #include "ui/options_dialog.h"
+#include "ui/questions.h"
 #include "ui/toolkit_text.h"
 #include "ui/virtual_directory_dialog.h"
 #include "ui/web_options_dialog.h"
 
 namespace {
 
-constexpr int kSettling = 400;  // milliseconds until everything is drawn
+constexpr int kSettling = 700;  // milliseconds until everything is drawn
 
 class Photographer {
  public:
@@ -43,6 +43,20 @@ class Photographer {
     dialog.ShowModal();
   }
 
+  /// The same of what `open` opens and waits for.
+  void TakeWhatOpens(const std::function<void()>& open, const std::string& name) {
+    wxTimer timer;
+    timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
+      wxShell("import -window root " + folder_ + "/" + name + ".png");
+      for (wxWindow* window : wxTopLevelWindows) {
+        auto* dialog = dynamic_cast<wxDialog*>(window);
+        if (dialog != nullptr && dialog->IsModal()) dialog->EndModal(wxID_CANCEL);
+      }
+    });
+    timer.StartOnce(2 * kSettling);
+    open();
+  }
+
   /// A picture of each page.
   void TakePages(wxDialog& dialog, const std::string& name) {
     auto* book = dynamic_cast<wxBookCtrlBase*>(dialog.GetChildren().front());
@@ -55,12 +69,11 @@ class Photographer {
  private:
   void Save(wxDialog& dialog, const std::string& name) {
     const wxRect area = dialog.GetScreenRect();
-    wxBitmap picture(area.GetSize());
-    wxScreenDC screen;
-    wxMemoryDC memory(picture);
-    memory.Blit(wxPoint(), area.GetSize(), &screen, area.GetPosition());
-    memory.SelectObject(wxNullBitmap);
-    picture.SaveFile(folder_ + "/" + name + ".png", wxBITMAP_TYPE_PNG);
+    const double scale = dialog.GetContentScaleFactor();  // the system's pixels are smaller ones
+    const auto pixels = [scale](int value) { return static_cast<int>(scale * value); };
+    const wxString part = wxString::Format("%dx%d+%d+%d", pixels(area.width), pixels(area.height),
+                                           pixels(area.x), pixels(area.y));
+    wxShell("import -window root -crop " + part + " +repage " + folder_ + "/" + name + ".png");
   }
 
   wxString folder_;
@@ -91,6 +104,9 @@ void TakeAll(Photographer photographer, const test::TemporaryFolder& home) {
   ui::frmPassWord login(nullptr, program);
   login.lblMsg->Show();
   photographer.Take(login, "login");
+  photographer.TakeWhatOpens([&] { ui::AskDomain(nullptr, program, core::ServiceKind::kWeb); },
+                             "question");
+  photographer.TakeWhatOpens([&] { ui::ChooseFolder(nullptr, "选择Web服务器的主目录"); }, "folder");
 }
 
 }  // namespace
@@ -103,7 +119,6 @@ int main(int argumentCount, char** arguments) {
   wxApp::SetInstance(new wxApp);
   int none = 1;
   if (!wxEntryStart(none, arguments) || !wxTheApp->CallOnInit()) return 1;
-  wxImage::AddHandler(new wxPNGHandler);
   {
     const test::TemporaryFolder home;
     std::string lines;
