@@ -13,6 +13,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/native_path.h"
 #include "ui/toolkit_text.h"
 
 namespace test {
@@ -86,7 +87,7 @@ std::vector<Box> Boxes::Take() { return std::exchange(shown_, {}); }
 
 DialogFixture::DialogFixture() {
   // Where the user's settings and, on Linux, the registry are kept.
-  wxSetEnv("XDG_CONFIG_HOME", ui::Shown(userState_.Native().string()));
+  wxSetEnv("XDG_CONFIG_HOME", ui::Shown(platform::PathTextForUser(userState_.Text())));
 }
 
 int DialogFixture::Run(wxDialog& form, const std::function<void()>& script) {
@@ -144,6 +145,10 @@ bool DialogFixture::IsSet(wxWindow& form, const std::string& name) {
   wxWindow& control = Find(form, name);
   if (auto* box = dynamic_cast<wxCheckBox*>(&control)) return box->GetValue();
   return dynamic_cast<wxRadioButton&>(control).GetValue();
+}
+
+std::string DialogFixture::UserPath(std::string_view name) const {
+  return platform::PathTextForUser(Home().Text(name));
 }
 
 std::string DialogFixture::FocusedName() {

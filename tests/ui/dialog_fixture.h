@@ -79,6 +79,9 @@ class DialogFixture : public ProgramFixture {
   static bool IsSet(wxWindow& form, const std::string& name);
   static std::string FocusedName();
 
+  /// The path of an entry of the program directory as a user writes it.
+  std::string UserPath(std::string_view name = "") const;
+
   Boxes boxes;
 
  private:

@@ -76,14 +76,14 @@ TEST_F(FtpOptionsDialog, WritesItsKeysInOrderAndAsTypedAndChangesNothingInMemory
 TEST_F(FtpOptionsDialog, ChoosesBothFolders) {
   ui::frmFtpOptions form(nullptr, Program(), server_);
   Home().Write("up/a", "");
-  boxes.Plan(wxID_OK, Home().Native().string());
+  boxes.Plan(wxID_OK, UserPath());
   Press(form, "cmdBrowser");
   EXPECT_EQ(boxes.TakeOnly().title, "请选择FTP的站点位置");
-  EXPECT_EQ(TextIn(form, "txtFtpDir"), Home().Native().string());
-  boxes.Plan(wxID_OK, Home().Path("up").string());
+  EXPECT_EQ(TextIn(form, "txtFtpDir"), UserPath());
+  boxes.Plan(wxID_OK, UserPath("up"));
   Press(form, "cmdBrower2");
   EXPECT_EQ(boxes.TakeOnly().title, "请选择FTP站点文件上传的位置");
-  EXPECT_EQ(TextIn(form, "txtFtpUploadDir"), Home().Path("up").string());
+  EXPECT_EQ(TextIn(form, "txtFtpUploadDir"), UserPath("up"));
 }
 
 }  // namespace

@@ -78,17 +78,17 @@ TEST_F(MailOptionsDialog, TakesOverTheRootAtOnceAndWritesEverythingTrimmed) {
 
 TEST_F(MailOptionsDialog, ChoosesTheRoot) {
   ui::frmMailOptions form(nullptr, Program(), server_);
-  boxes.Plan(wxID_OK, Home().Native().string());
+  boxes.Plan(wxID_OK, UserPath());
   Press(form, "cmdBrowser");
   EXPECT_EQ(boxes.TakeOnly().title, "选择Email服务器内容的存放目录");
-  EXPECT_EQ(TextIn(form, "txtMailRootDir"), Home().Native().string());
+  EXPECT_EQ(TextIn(form, "txtMailRootDir"), UserPath());
 }
 
 TEST_F(MailOptionsDialog, ExportsItsLogAndAsksBeforeOverwriting) {
   Home().Write("Mail.log", "收到一\r\n收到二");
   Home().Write("old.txt", "much longer than what is written over it");
   ui::frmMailOptions form(nullptr, Program(), server_);
-  boxes.Plan(wxID_CANCEL, Home().Path("new.txt").string());
+  boxes.Plan(wxID_CANCEL, UserPath("new.txt"));
   Press(form, "cmdExportLog");
   EXPECT_FALSE(Home().Has("new.txt"));
   const test::Box box = boxes.TakeOnly();
@@ -98,7 +98,7 @@ TEST_F(MailOptionsDialog, ExportsItsLogAndAsksBeforeOverwriting) {
   EXPECT_EQ(box.proposed, "");
   EXPECT_TRUE(box.HasStyle(wxFD_SAVE | wxFD_OVERWRITE_PROMPT));
 
-  boxes.Plan(wxID_OK, Home().Path("old.txt").string());
+  boxes.Plan(wxID_OK, UserPath("old.txt"));
   Press(form, "cmdExportLog");
   EXPECT_EQ(Home().Read("old.txt"), "收到一\r\n收到二\r\n");
 
@@ -122,11 +122,11 @@ TEST_F(MailOptionsDialog, ShowsTheLastPartOfALargeLogAndExportsAllOfIt) {
               testing::HasSubstr("最后 " + std::to_string(count) + " 行"));
   EXPECT_TRUE(Find(form, "lblLogPart").IsShown());
 
-  boxes.Plan(wxID_OK, Home().Path("all.log").string());
+  boxes.Plan(wxID_OK, UserPath("all.log"));
   Press(form, "cmdExportLog");
   EXPECT_TRUE(Home().Read("all.log") == log);
 
-  boxes.Plan(wxID_OK, Home().Path("Mail.log").string());
+  boxes.Plan(wxID_OK, UserPath("Mail.log"));
   Press(form, "cmdExportLog");
   EXPECT_TRUE(Home().Read("Mail.log") == log) << "exported onto itself";
 }

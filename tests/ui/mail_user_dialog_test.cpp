@@ -105,8 +105,7 @@ TEST_F(MailUserDialog, EnterGoesOnToThePasswordAndThenConfirmsOnlyWithTextInTheF
 
 TEST_F(MailUserDialog, ReadsTheRootAgainWhereThereIsNoneInMemory) {
   server_.SetMailRoot("");
-  Home().Write("Server.ini",
-               "[MailServer Options]\nMailServer Root=" + Home().Path("post").string() + "\n");
+  Home().Write("Server.ini", "[MailServer Options]\nMailServer Root=" + UserPath("post") + "\n");
   ui::frmEmailUsers(nullptr, Program(), server_);
   EXPECT_EQ(server_.Options().mailRoot, Home().Text("post"));
 }

@@ -225,16 +225,16 @@ TEST_F(WebOptionsDialog, AnEmptyDocumentListLeavesNoFile) {
 TEST_F(WebOptionsDialog, TakesTheRootFromAFolderChooser) {
   auto& form = Form();
   const std::string before = TextIn(form, "txtWebRoot");
-  boxes.Plan(wxID_CANCEL, Home().Native().string());
+  boxes.Plan(wxID_CANCEL, UserPath());
   Press(form, "cmdBrowser");
   EXPECT_EQ(TextIn(form, "txtWebRoot"), before);
   test::Box box = boxes.TakeOnly();
   EXPECT_EQ(box.kind, "folder");
   EXPECT_EQ(box.title, "选择Web服务器的主目录");
   EXPECT_EQ(box.proposed, (wxGetOsVersion() & wxOS_WINDOWS) != 0 ? "C:\\" : "");
-  boxes.Plan(wxID_OK, Home().Native().string());
+  boxes.Plan(wxID_OK, UserPath());
   Press(form, "cmdBrowser");
-  EXPECT_EQ(TextIn(form, "txtWebRoot"), Home().Native().string());
+  EXPECT_EQ(TextIn(form, "txtWebRoot"), UserPath());
 }
 
 TEST_F(WebOptionsDialog, ShowsClearsAndExportsItsLog) {
@@ -244,7 +244,7 @@ TEST_F(WebOptionsDialog, ShowsClearsAndExportsItsLog) {
   EXPECT_EQ(form.lstLog->GetItemText(1), ui::Shown("时间：二"));
   EXPECT_FALSE(Find(form, "lblLogPart").IsShown());
 
-  boxes.Plan(wxID_OK, Home().Path("导出.log").string());
+  boxes.Plan(wxID_OK, UserPath("导出.log"));
   Press(form, "cmdExportLog");
   EXPECT_EQ(Home().Read("导出.log"), "时间：一\r\n时间：二\r\n");
 
