@@ -11,7 +11,7 @@ class ConsoleFrontend : public Frontend {
  public:
   core::EventLoop& Loop() override { return loop_.Events(); }
   core::ManagerView& View() override { return view_; }
-  void Attach(core::ServiceControl&, std::function<void()>) override {}
+  void Attach(const ui::Manager&, std::function<void()>) override {}
   void ShowMainWindow() override {}
   void GoToTray() override {}
   void Run() override { loop_.Run(); }

@@ -8,7 +8,7 @@
 
 #include "core/event_loop.h"
 #include "core/manager_view.h"
-#include "core/service_control.h"
+#include "ui/manager.h"
 
 namespace app {
 
@@ -19,14 +19,14 @@ class Frontend {
   virtual core::EventLoop& Loop() = 0;
   virtual core::ManagerView& View() = 0;
 
-  /// Tells the front end what its start and stop buttons act on, before anything is shown, and what
-  /// is to happen when the user closes it.
-  virtual void Attach(core::ServiceControl& control, std::function<void()> onClose) = 0;
+  /// Tells the front end what its buttons act on, before anything is shown, and what is to happen
+  /// when the user closes it.
+  virtual void Attach(const ui::Manager& manager, std::function<void()> onClose) = 0;
 
   virtual void ShowMainWindow() = 0;
   virtual void GoToTray() = 0;
 
-  /// Serves events until End is called.
+  /// Serves events until End is called. A dialog that is open then is dismissed first.
   virtual void Run() = 0;
   virtual void End() = 0;
 };

@@ -59,8 +59,10 @@ Tarnwerk::Running& Tarnwerk::Made() {
   // An address can be opened before its service has ever run.
   running_->web.LoadOptions();
   running_->ftp.LoadOptions();
+  running_->mail.LoadOptions();
   const auto close = [this] { Close(); };
-  running_->frontend->Attach(running_->control, close);
+  running_->frontend->Attach(
+      {program_, running_->control, running_->web, running_->ftp, running_->mail}, close);
   running_->signals.async_wait([close](const asio::error_code& error, int) {
     if (!error) close();
   });

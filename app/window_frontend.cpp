@@ -8,6 +8,7 @@
 
 #include "core/window_loop.h"
 #include "ui/main_window.h"
+#include "ui/splash_screen.h"
 
 namespace app {
 namespace {
@@ -56,13 +57,17 @@ class WindowFrontend : public Frontend {
 
   core::EventLoop& Loop() override { return loop_.Events(); }
   core::ManagerView& View() override { return *window_; }
-  void Attach(core::ServiceControl& control, std::function<void()> onClose) override {
-    window_->Attach(control, std::move(onClose));
+  void Attach(const ui::Manager& manager, std::function<void()> onClose) override {
+    window_->Attach(manager, std::move(onClose));
   }
-  void ShowMainWindow() override { window_->Show(); }
-  void GoToTray() override { window_->Iconize(); }
+  void ShowMainWindow() override {
+    ui::ShowSplashScreen([this] { window_->Open(); });
+  }
+  void GoToTray() override { window_->GoToTray(); }
   void Run() override { wxTheApp->OnRun(); }
-  void End() override { wxTheApp->ExitMainLoop(); }
+  void End() override {
+    window_->CloseEverything([] { wxTheApp->ExitMainLoop(); });
+  }
 
  private:
   std::unique_ptr<Toolkit> toolkit_;

@@ -1,123 +1,253 @@
 #include "ui/main_window.h"
 
 #include <wx/button.h>
+#include <wx/display.h>
 #include <wx/sizer.h>
-#include <wx/statbox.h>
 #include <wx/stattext.h>
-#include <wx/statusbr.h>
+
+#include <utility>
 
 #include "core/service_texts.h"
+#include "ui/art.h"
+#include "ui/colours.h"
+#include "ui/folder_tree.h"
+#include "ui/layout.h"
+#include "ui/mail_user_list.h"
+#include "ui/selector.h"
+#include "ui/service_looks.h"
+#include "ui/status_bar.h"
+#include "ui/toolkit_text.h"
+#include "ui/user_state.h"
 
 namespace ui {
 namespace {
 
 using core::ServiceKind;
 
-constexpr int kGap = 8;
-
-wxString Shown(const std::string& text) { return wxString::FromUTF8(text.c_str()); }
+constexpr int kIconSize = 32;
+const wxSize kFirstSize(860, 580);
+constexpr const char* kPlace = "Window";  // the section in which the window's place is remembered
 
 }  // namespace
 
-frmMain::frmMain() : wxFrame(nullptr, wxID_ANY, "Tarnwerk") {
-  auto* column = new wxBoxSizer(wxVERTICAL);
-  column->Add(MakeFrame(ServiceKind::kWeb, "Web"), wxSizerFlags().Expand().Border(wxALL, kGap));
-  column->Add(MakeFrame(ServiceKind::kFtp, "FTP"), wxSizerFlags().Expand().Border(wxALL, kGap));
-  column->Add(MakeFrame(ServiceKind::kMail, "E-Mail"), wxSizerFlags().Expand().Border(wxALL, kGap));
-  CreateStatusBar(3);
-  SetSizerAndFit(column);
-  Centre();
-  for (const ServiceKind service : {ServiceKind::kWeb, ServiceKind::kFtp, ServiceKind::kMail}) {
-    const core::ServiceTexts& texts = core::TextsOf(service);
-    ShowButtons(service, false);
-    SetHint(service, texts.startHint);
-    SetStatusPanel(service, false, texts.statusOff);
+frmMain::frmMain() : MainFrame("Tarnwerk") {
+  SetName("frmMain");
+  SetIcons(ProgramIcons());
+  stbInfo = new StatusBar(this);
+  SetStatusBar(stbInfo);
+  SetMenuBar(MakeMenuBar(running_));
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(MakeSideBar(), wxSizerFlags().Expand());
+  row->Add(MakePages(), wxSizerFlags(1).Expand());
+  SetSizer(row);
+  for (const ServiceKind service : kServices) {
+    SetStatusPanel(service, false, core::TextsOf(service).statusOff);
   }
+  tray_ = MakeTray(*this, Art("tarnwerk", kIconSize), *this);
+  BindMenu();
+  TakeRememberedPlace();
+  SelectWelcome();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::Attach(const Manager& manager, std::function<void()> onClose) {
+  manager_ = std::make_unique<Manager>(manager);
+  onClose_ = std::move(onClose);
+  for (const ServiceKind service : kServices) ShowRootDir(service);
+}
+
+wxWindow* frmMain::MakeSideBar() {
+  auto* bar = new wxPanel(this);
+  bar->SetBackgroundColour(SideBarColour());
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->AddSpacer(FromDIP(kTightGap));
+  const auto add = [&](Selector* selector) {
+    column->Add(selector, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, FromDIP(kTightGap)));
+    return selector;
+  };
+  selectors_[0] = add(new Selector(bar, {"fraOverview", "picSelect", "lblOverviewIcon"}, "tarnwerk",
+                                   "概览", [this] { SelectWelcome(); }));
+  for (const ServiceKind service : kServices) {
+    const ServiceLooks& looks = LooksOf(service);
+    selectors_[1 + IndexOf(service)] =
+        add(new Selector(bar, {looks.selector, looks.selectorPicture, looks.selectorLabel},
+                         looks.picture, looks.title, [this, service] { SelectService(service); }));
+  }
+  bar->SetSizer(column);
+  return bar;
+}
+
+wxSizer* frmMain::MakePages() {
+  fraWelcome = new WelcomeFrame(
+      this, {
+                .start = [this](ServiceKind service) { Start(service); },
+                .stop = [this](ServiceKind service) { Stop(service); },
+                .showPage = [this](ServiceKind service) { SelectService(service); },
+                .openAddress = [this](ServiceKind service) { OpenAddress(service); },
+                .openRoot = [this](ServiceKind service) { OpenRoot(service); },
+                .startAll = [this] { StartAll(); },
+                .stopAll = [this] { StopAll(); },
+            });
+  for (const ServiceKind service : kServices) {
+    frames_[IndexOf(service)] = MakeServiceFrame(service);
+  }
+  fraWeb = frames_[IndexOf(ServiceKind::kWeb)];
+  fraFtp = frames_[IndexOf(ServiceKind::kFtp)];
+  fraMail = frames_[IndexOf(ServiceKind::kMail)];
+  FillWebFrame();
+  FillFtpFrame();
+  FillMailFrame();
+  auto* pages = new wxBoxSizer(wxVERTICAL);
+  for (wxWindow* page : {static_cast<wxWindow*>(fraWelcome), static_cast<wxWindow*>(fraWeb),
+                         static_cast<wxWindow*>(fraFtp), static_cast<wxWindow*>(fraMail)}) {
+    pages->Add(page, wxSizerFlags(1).Expand());
+  }
+  return pages;
+}
+
+ServiceFrame* frmMain::MakeServiceFrame(ServiceKind service) {
+  return new ServiceFrame(this, service,
+                          {
+                              .start = [this, service] { Start(service); },
+                              .stop = [this, service] { Stop(service); },
+                              .askDomain = [this, service] { AskForDomain(service); },
+                              .showOptions = [this, service] { ShowOptions(service); },
+                              .openAddress = [this, service] { OpenAddress(service); },
+                              .openRoot = [this, service] { OpenRoot(service); },
+                          });
+}
+
+void frmMain::FillWebFrame() {
+  wxBoxSizer* heading = fraWeb->AddBodyHeading("网站内容");
+  fraWeb->AddBodyButton(heading, "cmdRefresh", "刷新(&R)", [this] { RefreshTree(); });
+  fraWeb->AddBodyButton(heading, "cmdAddVirtualDir", "虚拟目录(&V)…",
+                        [this] { AddVirtualDirectory(); });
+  tvWebDir = new FolderTree(fraWeb);
+  fraWeb->Body()->Add(tvWebDir, wxSizerFlags(1).Expand());
+}
+
+void frmMain::FillFtpFrame() {
+  wxBoxSizer* heading = fraFtp->AddBodyHeading("虚拟目录");
+  const std::pair<const char*, const char*> buttons[] = {
+      {"cmdAddFtpVirtualDir", "添加(&A)…"},
+      {"cmdEditFtpVirtualDir", "编辑(&E)…"},
+      {"cmdDelFtpVirtualDir", "删除(&L)"},
+  };
+  for (const auto& [name, text] : buttons) {
+    wxButton* button = fraFtp->AddBodyButton(heading, name, text, [] {});
+    button->Disable();
+    button->SetToolTip(Shown("FTP 服务只有一个主目录，没有虚拟目录。"));
+  }
+  auto* note = new wxStaticText(
+      fraFtp, wxID_ANY,
+      Shown("FTP 服务只有一个主目录：客户端看到的“/”就是它。\n"
+            "任何用户名和密码都可以登录并下载；上传、改名和删除只限于选项中的上传目录。"));
+  note->SetForegroundColour(QuietText());
+  fraFtp->Body()->Add(note, wxSizerFlags().Expand());
+}
+
+void frmMain::FillMailFrame() {
+  wxBoxSizer* heading = fraMail->AddBodyHeading("邮件用户");
+  fraMail->AddBodyButton(heading, "cmdAddMailUser", "添加(&A)…", [this] { AddMailUser(); });
+  fraMail->AddBodyButton(heading, "cmdEditMailUser", "编辑(&E)…", [this] { EditMailUser(); });
+  fraMail->AddBodyButton(heading, "cmdDelMailUser", "删除(&L)", [this] { DeleteMailUser(); });
+  lvMailUser = new MailUserList(fraMail);
+  lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { EditMailUser(); });
+  fraMail->Body()->Add(lvMailUser, wxSizerFlags(1).Expand());
+}
+
+void frmMain::BindMenu() {
+  Bind(wxEVT_MENU, &frmMain::OnMenu, this);
+  Bind(wxEVT_ICONIZE, &frmMain::OnIconize, this);
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) {
     if (onClose_) onClose_();
   });
 }
 
-void frmMain::Attach(core::ServiceControl& control, std::function<void()> onClose) {
-  control_ = &control;
-  onClose_ = std::move(onClose);
-}
-
-wxSizer* frmMain::MakeFrame(ServiceKind service, const wxString& title) {
-  auto* box = new wxStaticBoxSizer(wxVERTICAL, this, title);
-  wxWindow* parent = box->GetStaticBox();
-  const auto addText = [&] {
-    auto* text =
-        new wxStaticText(parent, wxID_ANY, "", wxDefaultPosition, FromDIP(wxSize(480, -1)));
-    box->Add(text, wxSizerFlags().Expand().Border(wxALL, kGap / 2));
-    return text;
-  };
-  Frame& frame = Of(service);
-  frame.result = addText();
-  frame.address = addText();
-  frame.rootDir = addText();
-  frame.hint = addText();
-  frame.start = new wxButton(parent, wxID_ANY, Shown("启动"));
-  frame.stop = new wxButton(parent, wxID_ANY, Shown("停止"));
-  frame.start->Bind(wxEVT_BUTTON, [this, service](wxCommandEvent&) { OnStart(service); });
-  frame.stop->Bind(wxEVT_BUTTON, [this, service](wxCommandEvent&) { OnStop(service); });
-  box->Add(frame.start, wxSizerFlags().Border(wxALL, kGap / 2));
-  box->Add(frame.stop, wxSizerFlags().Border(wxALL, kGap / 2));
-  return box;
-}
-
-void frmMain::OnStart(ServiceKind service) {
-  switch (service) {
-    case ServiceKind::kWeb:
-      return control_->cmdStartWebService();
-    case ServiceKind::kFtp:
-      return control_->cmdStartFtpService();
-    case ServiceKind::kMail:
-      return control_->cmdStartMailService();
+// In the middle of the screen until the user has put it elsewhere; never where no screen is.
+void frmMain::TakeRememberedPlace() {
+  const wxSize first = FromDIP(kFirstSize);
+  SetMinSize(GetSizer()->ComputeFittingWindowSize(this));
+  wxSize size(Remembered(kPlace, "Width").value_or(first.x),
+              Remembered(kPlace, "Height").value_or(first.y));
+  size.IncTo(GetMinSize());
+  SetSize(size);
+  const auto left = Remembered(kPlace, "Left");
+  const auto top = Remembered(kPlace, "Top");
+  const wxPoint grip = wxPoint(left.value_or(0) + size.x / 2, top.value_or(0) + kGap);
+  if (left && top && wxDisplay::GetFromPoint(grip) != wxNOT_FOUND) {
+    Move(*left, *top);
+  } else {
+    Centre(wxBOTH);
   }
+  if (Remembered(kPlace, "Maximized").value_or(0) != 0) Maximize();
 }
 
-void frmMain::OnStop(ServiceKind service) {
-  switch (service) {
-    case ServiceKind::kWeb:
-      return control_->cmdStopWebService();
-    case ServiceKind::kFtp:
-      return control_->cmdStopFtpService();
-    case ServiceKind::kMail:
-      return control_->cmdStopMailService();
-  }
+void frmMain::RememberPlace() const {
+  if (!opened_ || IsIconized()) return;
+  Remember(kPlace, "Maximized", IsMaximized() ? 1 : 0);
+  if (IsMaximized()) return;
+  const wxRect place = GetRect();
+  Remember(kPlace, "Left", place.x);
+  Remember(kPlace, "Top", place.y);
+  Remember(kPlace, "Width", place.width);
+  Remember(kPlace, "Height", place.height);
 }
+
+void frmMain::ShowPage(wxWindow* page) {
+  const std::array<wxWindow*, 4> pages = {fraWelcome, fraWeb, fraFtp, fraMail};
+  Freeze();
+  for (std::size_t i = 0; i < pages.size(); ++i) {
+    pages[i]->Show(pages[i] == page);
+    selectors_[i]->Select(pages[i] == page);
+  }
+  Layout();
+  Thaw();
+}
+
+void frmMain::SelectWelcome() { ShowPage(fraWelcome); }
+
+ServiceFrame& frmMain::FrameOf(ServiceKind service) { return *frames_[IndexOf(service)]; }
 
 void frmMain::SetResult(ServiceKind service, const std::string& text) {
-  Of(service).result->SetLabel(Shown(text));
+  failed_[IndexOf(service)] = text == core::TextsOf(service).startFailed;
+  FrameOf(service).SetResult(text);
 }
 
 void frmMain::SetAddress(ServiceKind service, const std::string& text) {
-  Of(service).address->SetLabel(Shown(text));
+  FrameOf(service).SetAddress(text);
+  fraWelcome->SetAddress(service, text);
 }
 
 void frmMain::EnableAddress(ServiceKind service, bool enabled) {
-  Of(service).address->Enable(enabled);
+  FrameOf(service).EnableAddress(enabled);
+  fraWelcome->EnableAddress(service, enabled);
 }
 
 void frmMain::SetHint(ServiceKind service, const std::string& text) {
-  Of(service).hint->SetLabel(Shown(text));
+  FrameOf(service).SetHint(text);
 }
 
 void frmMain::SetRootDir(ServiceKind service, const std::string& path) {
-  Of(service).rootDir->SetLabel(Shown(path));
+  FrameOf(service).SetRootDir(path);
 }
 
 void frmMain::ShowButtons(ServiceKind service, bool running) {
-  Of(service).start->Show(!running);
-  Of(service).stop->Show(running);
-  Layout();
+  FrameOf(service).ShowButtons(running);
+  fraWelcome->SetRunning(service, running);
+  if (failed_[IndexOf(service)]) fraWelcome->SetFailed(service);
 }
 
-void frmMain::SwitchMenuItems(ServiceKind, bool) {}
+void frmMain::SwitchMenuItems(ServiceKind service, bool running) {
+  running_[IndexOf(service)] = running;
+  UpdateMenuBar(*GetMenuBar(), running_);
+  tray_->UpdateMenu();
+}
 
-void frmMain::SetStatusPanel(ServiceKind service, bool, const std::string& text) {
-  SetStatusText(Shown(text), static_cast<int>(service));
+void frmMain::SetStatusPanel(ServiceKind service, bool on, const std::string& text) {
+  FrameOf(service).SetState(on);
+  stbInfo->SetPanel(service, on, text);
 }
 
 }  // namespace ui

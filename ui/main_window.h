@@ -1,27 +1,57 @@
 #pragma once
 
-// The main window: per service what service control has to say of it, and a button.
-
-#include <wx/frame.h>
+// The main window: a side bar that selects one of four pages (the overview and one per service), a
+// menu, a status bar, and the tray icon that the window can hide behind. It shows what service
+// control tells it and passes on what the user presses.
+//
+// It has two modes. In window mode it is visible and has no icon; in tray mode it is the other way
+// round. Where the desktop has no tray it is minimised instead, so that it can always be found.
 
 #include <array>
 #include <functional>
+#include <memory>
 
 #include "core/manager_view.h"
-#include "core/service_control.h"
-
-class wxButton;
-class wxSizer;
-class wxStaticText;
+#include "ui/main_frame.h"
+#include "ui/main_menu.h"
+#include "ui/manager.h"
+#include "ui/open_dialogs.h"
+#include "ui/service_frame.h"
+#include "ui/tray.h"
+#include "ui/welcome_frame.h"
 
 namespace ui {
 
-class frmMain : public wxFrame, public core::ManagerView {
+class FolderTree;
+class MailUserList;
+class Selector;
+class StatusBar;
+
+class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
  public:
   frmMain();
+  ~frmMain() override;
 
-  void Attach(core::ServiceControl& control, std::function<void()> onClose);
+  /// What the window acts on, and what is to happen when the user ends the program. Before anything
+  /// is shown.
+  void Attach(const Manager& manager, std::function<void()> onClose);
 
+  /// Shows the window, once the user has given the manager password if there is one. Without it
+  /// the program stays in the tray, or ends where there is none.
+  void Open();
+
+  /// mnuShowSystemTray
+  void GoToTray();
+  bool IsInTray() const { return inTray_; }
+
+  /// Takes the tray icon away, dismisses every dialog, and calls `done` once nothing is open.
+  void CloseEverything(std::function<void()> done);
+
+  /// Shows a service's page with its settings loaded anew; a click on its selector.
+  void SelectService(core::ServiceKind service);
+  void SelectWelcome();  // picSelect
+
+  // core::ManagerView
   void SetResult(core::ServiceKind service, const std::string& text) override;
   void SetAddress(core::ServiceKind service, const std::string& text) override;
   void EnableAddress(core::ServiceKind service, bool enabled) override;
@@ -31,24 +61,70 @@ class frmMain : public wxFrame, public core::ManagerView {
   void SwitchMenuItems(core::ServiceKind service, bool running) override;
   void SetStatusPanel(core::ServiceKind service, bool on, const std::string& text) override;
 
+  WelcomeFrame* fraWelcome;
+  ServiceFrame* fraWeb;
+  ServiceFrame* fraFtp;
+  ServiceFrame* fraMail;
+  StatusBar* stbInfo;
+  FolderTree* tvWebDir;
+  MailUserList* lvMailUser;
+
  private:
-  struct Frame {
-    wxStaticText* result;
-    wxStaticText* address;
-    wxStaticText* hint;
-    wxStaticText* rootDir;
-    wxButton* start;
-    wxButton* stop;
-  };
+  // Making (main_window.cpp)
+  wxWindow* MakeSideBar();
+  wxSizer* MakePages();
+  ServiceFrame* MakeServiceFrame(core::ServiceKind service);
+  void FillWebFrame();
+  void FillFtpFrame();
+  void FillMailFrame();
+  void BindMenu();
+  void TakeRememberedPlace();
+  void RememberPlace() const;
 
-  wxSizer* MakeFrame(core::ServiceKind service, const wxString& title);
-  Frame& Of(core::ServiceKind service) { return frames_[static_cast<std::size_t>(service)]; }
-  void OnStart(core::ServiceKind service);
-  void OnStop(core::ServiceKind service);
+  // What the user does (main_window_commands.cpp)
+  void Start(core::ServiceKind service);
+  void Stop(core::ServiceKind service);
+  void StartAll();
+  void StopAll();
+  void OpenAddress(core::ServiceKind service);
+  void OpenRoot(core::ServiceKind service);
+  void AskForDomain(core::ServiceKind service);
+  void ShowOptions(core::ServiceKind service);
+  void ShowGeneralOptions();
+  void AddVirtualDirectory();
+  void AddMailUser();
+  void EditMailUser();
+  void DeleteMailUser();
+  void ShowHelp();
+  void ShowAbout();
+  void ShowTips();
+  void LoadMailUsers();
+  void RefreshTree();
+  void ShowRootDir(core::ServiceKind service);
 
-  std::array<Frame, 3> frames_;
-  core::ServiceControl* control_ = nullptr;
+  // The two modes
+  bool MayOpen();
+  void GoToTrayOrEnd();
+  void LeaveTray();
+  void OnIconize(wxIconizeEvent& event);
+  std::unique_ptr<wxMenu> MakeMenuForTray() override;
+  void OnTrayRestore() override { Open(); }
+  void OnMenu(wxCommandEvent& event);
+
+  void ShowPage(wxWindow* page);
+  ServiceFrame& FrameOf(core::ServiceKind service);
+
+  std::unique_ptr<Manager> manager_;
   std::function<void()> onClose_;
+  OpenDialogs dialogs_;
+  std::unique_ptr<Tray> tray_;
+  std::array<Selector*, 4> selectors_;  // the overview's, then the services'
+  std::array<ServiceFrame*, 3> frames_;
+  ServiceStates running_ = {};       // as the menu shows them
+  std::array<bool, 3> failed_ = {};  // the last start
+  bool inTray_ = false;
+  bool opened_ = false;  // has been shown at least once
+  bool asking_ = false;  // for the password
 };
 
 }  // namespace ui

@@ -1,0 +1,23 @@
+# Writes the C++ source OUTPUT with the text of every SVG file in FOLDER under its base name:
+#
+#   cmake -D FOLDER=ui/art -D OUTPUT=pictures.cpp -P EmbedPictures.cmake
+file(GLOB pictures ${FOLDER}/*.svg)
+set(entries "")
+foreach(picture ${pictures})
+  get_filename_component(name ${picture} NAME_WE)
+  file(READ ${picture} text)
+  string(APPEND entries "    {\"${name}\", R\"svg(${text})svg\"},\n")
+endforeach()
+file(WRITE ${OUTPUT} "// Made from ui/art by cmake/EmbedPictures.cmake.
+#include \"ui/art.h\"
+
+namespace ui {
+
+const std::map<std::string_view, const char*>& Pictures() {
+  static const std::map<std::string_view, const char*> pictures = {
+${entries}  };
+  return pictures;
+}
+
+}  // namespace ui
+")

@@ -1,0 +1,73 @@
+#include "platform/status_notifier.h"
+
+#include <gio/gio.h>
+#include <libayatana-appindicator/app-indicator.h>
+
+#include <cstdlib>
+
+namespace platform {
+namespace {
+
+// Where there is no session bus the library would start one, which nobody would ever end.
+bool HasSessionBus() {
+  if (std::getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr) return true;
+  const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+  std::error_code error;
+  return runtime != nullptr &&
+         std::filesystem::exists(std::filesystem::path(runtime) / "bus", error);
+}
+
+bool HasOwner(GDBusConnection* bus, const char* name) {
+  GVariant* answer = g_dbus_connection_call_sync(
+      bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner",
+      g_variant_new("(s)", name), G_VARIANT_TYPE("(b)"), G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
+      nullptr);
+  if (answer == nullptr) return false;
+  gboolean owned = FALSE;
+  g_variant_get(answer, "(b)", &owned);
+  g_variant_unref(answer);
+  return owned != FALSE;
+}
+
+}  // namespace
+
+class StatusNotifier::System {
+ public:
+  System(const std::string& iconName, const std::filesystem::path& iconFolder,
+         const std::string& title)
+      : indicator_(app_indicator_new_with_path("tarnwerk", iconName.c_str(),
+                                               APP_INDICATOR_CATEGORY_APPLICATION_STATUS,
+                                               iconFolder.c_str())) {
+    app_indicator_set_title(indicator_, title.c_str());
+  }
+  ~System() { g_object_unref(indicator_); }
+  System(const System&) = delete;
+  System& operator=(const System&) = delete;
+
+  void SetMenu(void* menu) { app_indicator_set_menu(indicator_, static_cast<GtkMenu*>(menu)); }
+  void SetStatus(AppIndicatorStatus status) { app_indicator_set_status(indicator_, status); }
+
+ private:
+  AppIndicator* indicator_;
+};
+
+bool StatusNotifier::IsAvailable() {
+  if (!HasSessionBus()) return false;
+  GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
+  if (bus == nullptr) return false;
+  const bool available = HasOwner(bus, "org.kde.StatusNotifierWatcher");
+  g_object_unref(bus);
+  return available;
+}
+
+StatusNotifier::StatusNotifier(const std::string& iconName, const std::filesystem::path& iconFolder,
+                               const std::string& title)
+    : system_(std::make_unique<System>(iconName, iconFolder, title)) {}
+
+StatusNotifier::~StatusNotifier() = default;
+
+void StatusNotifier::SetMenu(void* menu) { system_->SetMenu(menu); }
+void StatusNotifier::Show() { system_->SetStatus(APP_INDICATOR_STATUS_ACTIVE); }
+void StatusNotifier::Hide() { system_->SetStatus(APP_INDICATOR_STATUS_PASSIVE); }
+
+}  // namespace platform

@@ -1,0 +1,8 @@
+#include "ui/main_frame.h"
+
+namespace ui {
+
+// Running instances are found by other means here, see platform/running_instance.h.
+MainFrame::MainFrame(const wxString& caption) : wxFrame(nullptr, wxID_ANY, caption) {}
+
+}  // namespace ui

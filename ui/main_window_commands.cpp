@@ -1,0 +1,221 @@
+// What the main window does when the user asks for it.
+
+#include <wx/clipbrd.h>
+#include <wx/textctrl.h>
+
+#include <string>
+#include <utility>
+
+#include "core/files.h"
+#include "mail/mail_accounts.h"
+#include "platform/native_path.h"
+#include "platform/shell.h"
+#include "ui/about_box.h"
+#include "ui/domain_questions.h"
+#include "ui/folder_tree.h"
+#include "ui/ftp_options_dialog.h"
+#include "ui/help_box.h"
+#include "ui/login_dialog.h"
+#include "ui/mail_options_dialog.h"
+#include "ui/mail_user_dialog.h"
+#include "ui/mail_user_list.h"
+#include "ui/main_window.h"
+#include "ui/message_box.h"
+#include "ui/options_dialog.h"
+#include "ui/service_looks.h"
+#include "ui/status_bar.h"
+#include "ui/tip_of_the_day.h"
+#include "ui/toolkit_text.h"
+#include "ui/virtual_directory_dialog.h"
+#include "ui/web_options_dialog.h"
+
+namespace ui {
+namespace {
+
+using core::ServiceKind;
+
+// The order in which services are started together.
+constexpr ServiceKind kStartOrder[] = {ServiceKind::kWeb, ServiceKind::kMail, ServiceKind::kFtp};
+
+std::string LabelOfDomain(ServiceKind service, const std::string& domain) {
+  switch (service) {
+    case ServiceKind::kWeb:
+      return "Http://" + domain;
+    case ServiceKind::kFtp:
+      return "ftp://" + domain;
+    case ServiceKind::kMail:
+      return "SMTP:" + domain + "  POP3:" + domain;
+  }
+  return {};
+}
+
+bool Copy(const std::string& text) {
+  wxClipboardLocker clipboard;
+  return !!clipboard && wxTheClipboard->SetData(new wxTextDataObject(Shown(text)));
+}
+
+}  // namespace
+
+void frmMain::SelectService(ServiceKind service) {
+  manager_->control.Of(service).LoadOptions();
+  ShowRootDir(service);
+  if (service == ServiceKind::kWeb) RefreshTree();
+  if (service == ServiceKind::kMail) LoadMailUsers();
+  ShowPage(&FrameOf(service));
+}
+
+void frmMain::ShowRootDir(ServiceKind service) {
+  SetRootDir(service, platform::PathTextForUser(manager_->control.Of(service).RootDir()));
+}
+
+void frmMain::Start(ServiceKind service) {
+  StartService(*manager_, service);
+  if (service == ServiceKind::kWeb && fraWeb->IsShown()) RefreshTree();
+}
+
+void frmMain::Stop(ServiceKind service) { StopService(*manager_, service); }
+
+void frmMain::StartAll() {
+  for (const ServiceKind service : kStartOrder) {
+    if (!running_[IndexOf(service)]) Start(service);
+  }
+}
+
+void frmMain::StopAll() {
+  for (const ServiceKind service : kStartOrder) {
+    if (running_[IndexOf(service)]) Stop(service);
+  }
+}
+
+// The labels show no port; what is opened has one.
+void frmMain::OpenAddress(ServiceKind service) {
+  if (!FrameOf(service).ShowsRunning()) return;
+  const std::string domain = manager_->control.Of(service).Domain();
+  switch (service) {
+    case ServiceKind::kWeb:
+      platform::OpenWithShell("http://" + domain + ":" +
+                              std::to_string(manager_->web.Options().WebPort));
+      return;
+    case ServiceKind::kFtp:
+      platform::OpenWithShell("ftp://" + domain + ":" +
+                              std::to_string(manager_->ftp.Options().ftpPort));
+      return;
+    case ServiceKind::kMail:
+      // Nothing opens a mail server; its address is for the settings of a mail program.
+      if (Copy(LabelOfDomain(service, domain))) stbInfo->Remark("邮件服务器地址已复制。");
+      return;
+  }
+}
+
+void frmMain::OpenRoot(ServiceKind service) {
+  const std::string root = manager_->control.Of(service).RootDir();
+  if (!core::FolderExists(root)) return stbInfo->Remark("主目录不存在。");
+  platform::OpenWithShell(platform::PathTextForUser(root));
+}
+
+void frmMain::AskForDomain(ServiceKind service) {
+  const auto domain = AskDomain(this, manager_->program, service);
+  if (domain) SetAddress(service, LabelOfDomain(service, *domain));
+}
+
+void frmMain::ShowOptions(ServiceKind service) {
+  manager_->control.Of(service).LoadOptions();
+  switch (service) {
+    case ServiceKind::kWeb:
+      frmWebOptions(this, manager_->program, manager_->web).ShowModal();
+      break;
+    case ServiceKind::kFtp:
+      frmFtpOptions(this, manager_->program, manager_->ftp).ShowModal();
+      break;
+    case ServiceKind::kMail:
+      frmMailOptions(this, manager_->program, manager_->mail).ShowModal();
+      break;
+  }
+  ShowRootDir(service);
+}
+
+void frmMain::ShowGeneralOptions() { frmOptions(this, manager_->program).ShowModal(); }
+
+void frmMain::AddVirtualDirectory() {
+  frmEditDir dialog(this, manager_->program);
+  dialog.SetTitle(Shown("添加虚拟目录"));
+  dialog.ShowModal();
+}
+
+void frmMain::RefreshTree() { tvWebDir->ShowFolder(manager_->web.RootDir()); }
+
+void frmMain::LoadMailUsers() { lvMailUser->LoadMailUsers(manager_->mail.RootDir()); }
+
+void frmMain::AddMailUser() {
+  frmEmailUsers(this, manager_->program, manager_->mail).ShowModal();
+  LoadMailUsers();
+}
+
+void frmMain::EditMailUser() {
+  if (lvMailUser->GetItemCount() == 0) return;
+  const ModMail::MailUser user = lvMailUser->UserAt(std::max(lvMailUser->SelectedRow(), 0L));
+  frmEmailUsers dialog(this, manager_->program, manager_->mail);
+  dialog.SetTitle(Shown("编辑用户"));
+  dialog.txtUser->SetValue(Shown(user.name));
+  dialog.txtPass->SetValue(Shown(user.password));
+  dialog.ShowModal();
+  LoadMailUsers();
+}
+
+void frmMain::DeleteMailUser() {
+  const long row = lvMailUser->SelectedRow();
+  if (row < 0) return Warn(this, "请选择要删除的用户！");
+  if (!Confirm(this, "确实要删除该用户吗？")) return;
+  ModMail::RemoveMailUser(manager_->mail.RootDir(), lvMailUser->UserAt(row).name,
+                          manager_->program.errors);
+  lvMailUser->DeleteItem(row);
+}
+
+void frmMain::ShowHelp() { ui::ShowHelp(this, manager_->program); }
+
+void frmMain::ShowAbout() { frmAbout(this).ShowModal(); }
+
+void frmMain::ShowTips() { frmTip::ShowNext(this, manager_->program); }
+
+void frmMain::OnMenu(wxCommandEvent& event) {
+  switch (event.GetId()) {
+    case mnuStartWeb:
+      return Start(ServiceKind::kWeb);
+    case mnuStopWeb:
+      return Stop(ServiceKind::kWeb);
+    case mnuStartFtp:
+      return Start(ServiceKind::kFtp);
+    case mnuStopFtp:
+      return Stop(ServiceKind::kFtp);
+    case mnuStartMail:
+      return Start(ServiceKind::kMail);
+    case mnuStopMail:
+      return Stop(ServiceKind::kMail);
+    case mnuViewWelcome:
+      return SelectWelcome();
+    case mnuViewWeb:
+      return SelectService(ServiceKind::kWeb);
+    case mnuViewFtp:
+      return SelectService(ServiceKind::kFtp);
+    case mnuViewEmail:
+      return SelectService(ServiceKind::kMail);
+    case mnuShowFrmMain:
+      return Open();
+    case mnuShowSystemTray:
+      return GoToTray();
+    case mnuOptions:
+      return ShowGeneralOptions();
+    case mnuHelpTopic:
+      return ShowHelp();
+    case mnuTips:
+      return ShowTips();
+    case mnuAbout:
+      return ShowAbout();
+    case mnuExit:
+      return onClose_();
+    default:
+      event.Skip();
+  }
+}
+
+}  // namespace ui

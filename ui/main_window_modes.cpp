@@ -1,0 +1,88 @@
+// The main window and its tray icon: which of the two is there, and what leads from one to the
+// other.
+
+#include <wx/menu.h>
+
+#include <utility>
+
+#include "platform/application_settings.h"
+#include "ui/login_dialog.h"
+#include "ui/main_window.h"
+#include "ui/tip_of_the_day.h"
+
+namespace ui {
+namespace {
+
+bool PasswordIsSet(const core::Program& program) {
+  return !platform::GetSetting(program.executable, "ManagerPwd", "PWD").empty();
+}
+
+}  // namespace
+
+void frmMain::Open() {
+  if (IsShown() && !IsIconized()) return Raise();
+  if (asking_) return;
+  if (!MayOpen()) return inTray_ ? void() : GoToTrayOrEnd();
+  LeaveTray();
+  Show();
+  if (IsIconized()) Iconize(false);
+  Raise();
+  if (!std::exchange(opened_, true)) frmTip::ShowUnlessTurnedOff(this, manager_->program);
+}
+
+// Nobody gets the window without the password, if there is one.
+bool frmMain::MayOpen() {
+  if (!PasswordIsSet(manager_->program)) return true;
+  asking_ = true;
+  frmPassWord login(nullptr, manager_->program);
+  login.ShowModal();
+  asking_ = false;
+  return login.LoginOK();
+}
+
+void frmMain::GoToTrayOrEnd() {
+  if (tray_->Add()) {
+    inTray_ = true;
+  } else {
+    onClose_();
+  }
+}
+
+void frmMain::GoToTray() {
+  if (inTray_) return;
+  RememberPlace();
+  if (!tray_->Add()) {
+    // No tray here: the task bar is where it can be found.
+    Show();
+    if (!IsIconized()) Iconize();
+    return;
+  }
+  inTray_ = true;
+  Hide();
+}
+
+void frmMain::LeaveTray() {
+  if (!std::exchange(inTray_, false)) return;
+  tray_->Remove();
+}
+
+void frmMain::OnIconize(wxIconizeEvent& event) {
+  event.Skip();
+  if (!event.IsIconized() || inTray_ || !tray_->Add()) return;
+  inTray_ = true;
+  Hide();
+}
+
+std::unique_ptr<wxMenu> frmMain::MakeMenuForTray() {
+  auto menu = MakeTrayMenu(running_);
+  menu->Bind(wxEVT_MENU, &frmMain::OnMenu, this);
+  return menu;
+}
+
+void frmMain::CloseEverything(std::function<void()> done) {
+  RememberPlace();
+  LeaveTray();
+  dialogs_.DismissAll(std::move(done));
+}
+
+}  // namespace ui

@@ -1,0 +1,116 @@
+#include "ui/selector.h"
+
+#include <wx/dcbuffer.h>
+#include <wx/dcgraph.h>
+#include <wx/sizer.h>
+#include <wx/statbmp.h>
+#include <wx/stattext.h>
+
+#include <utility>
+
+#include "ui/art.h"
+#include "ui/colours.h"
+#include "ui/layout.h"
+#include "ui/toolkit_text.h"
+
+namespace ui {
+namespace {
+
+constexpr int kPictureSize = 40;
+constexpr int kWidth = 108;
+constexpr double kRadius = 6;
+
+}  // namespace
+
+Selector::Selector(wxWindow* parent, Names names, const char* art, const char* caption,
+                   std::function<void()> onChoose)
+    : wxWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS),
+      onChoose_(std::move(onChoose)) {
+  Named(this, names.self);
+  SetLabel(Shown(caption));
+  SetBackgroundStyle(wxBG_STYLE_PAINT);
+  SetBackgroundColour(parent->GetBackgroundColour());
+  auto* picture = Named(new wxStaticBitmap(this, wxID_ANY, Art(art, kPictureSize)), names.picture);
+  label_ = Named(new wxStaticText(this, wxID_ANY, Shown(caption)), names.label);
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(picture, wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kEdge)));
+  column->Add(label_, wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kTightGap)));
+  column->AddSpacer(FromDIP(kEdge - kTightGap));
+  column->SetMinSize(FromDIP(wxSize(kWidth, -1)));
+  SetSizer(column);
+  for (wxWindow* window : {static_cast<wxWindow*>(this), static_cast<wxWindow*>(picture),
+                           static_cast<wxWindow*>(label_)}) {
+    BindMouse(window);
+  }
+  Bind(wxEVT_KEY_DOWN, &Selector::OnKey, this);
+  Bind(wxEVT_PAINT, [this](wxPaintEvent&) { OnPaint(); });
+  const auto repaint = [this](wxFocusEvent& event) {
+    Refresh();
+    event.Skip();
+  };
+  Bind(wxEVT_SET_FOCUS, repaint);
+  Bind(wxEVT_KILL_FOCUS, repaint);
+}
+
+void Selector::BindMouse(wxWindow* window) {
+  const auto choose = [this](wxMouseEvent&) {
+    SetFocus();
+    onChoose_();
+  };
+  window->Bind(wxEVT_LEFT_DOWN, choose);
+  window->Bind(wxEVT_LEFT_DCLICK, choose);
+  window->Bind(wxEVT_ENTER_WINDOW, [this](wxMouseEvent&) { SetHovered(true); });
+  window->Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent&) { SetHovered(false); });
+  window->SetCursor(wxCursor(wxCURSOR_HAND));
+}
+
+void Selector::Select(bool selected) {
+  selected_ = selected;
+  wxFont font = GetFont();
+  if (selected) font.MakeBold();
+  label_->SetFont(font);
+  Layout();
+  Refresh();
+}
+
+void Selector::SetHovered(bool hovered) {
+  hovered_ = hovered;
+  Refresh();
+}
+
+void Selector::OnKey(wxKeyEvent& event) {
+  switch (event.GetKeyCode()) {
+    case WXK_RETURN:
+    case WXK_NUMPAD_ENTER:
+    case WXK_SPACE:
+      return onChoose_();
+    case WXK_DOWN:
+    case WXK_UP: {
+      wxWindow* next = event.GetKeyCode() == WXK_DOWN ? GetNextSibling() : GetPrevSibling();
+      if (next != nullptr) next->SetFocus();
+      return;
+    }
+    case WXK_TAB:
+      Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward
+                                 : wxNavigationKeyEvent::IsForward);
+      return;
+    default:
+      event.Skip();
+  }
+}
+
+void Selector::OnPaint() {
+  wxAutoBufferedPaintDC screen(this);
+  const wxColour ground = GetParent()->GetBackgroundColour();
+  screen.SetBackground(wxBrush(ground));
+  screen.Clear();
+  wxGCDC dc(screen);
+  const wxColour accent = AccentColour();
+  const double strength = selected_ ? 0.28 : hovered_ ? 0.12 : 0;
+  dc.SetBrush(strength == 0 ? *wxTRANSPARENT_BRUSH : wxBrush(Mixed(accent, ground, strength)));
+  dc.SetPen(HasFocus() ? wxPen(accent, FromDIP(2)) : *wxTRANSPARENT_PEN);
+  const int inset = FromDIP(3);
+  dc.DrawRoundedRectangle(GetClientRect().Deflate(inset), FromDIP(kRadius));
+}
+
+}  // namespace ui

@@ -1,0 +1,42 @@
+#pragma once
+
+// An entry of the window's side bar: a picture with a label under it, one of several of which one
+// is selected. It is chosen by a click anywhere on it, or with the keyboard: Tab and the arrow keys
+// move between the entries, Enter and the space bar choose.
+
+#include <wx/window.h>
+
+#include <functional>
+
+class wxStaticBitmap;
+class wxStaticText;
+
+namespace ui {
+
+class Selector : public wxWindow {
+ public:
+  struct Names {
+    const char* self;
+    const char* picture;
+    const char* label;
+  };
+
+  Selector(wxWindow* parent, Names names, const char* art, const char* caption,
+           std::function<void()> onChoose);
+
+  void Select(bool selected);
+  bool IsSelected() const { return selected_; }
+
+ private:
+  void BindMouse(wxWindow* window);
+  void OnKey(wxKeyEvent& event);
+  void OnPaint();
+  void SetHovered(bool hovered);
+
+  std::function<void()> onChoose_;
+  wxStaticText* label_;
+  bool selected_ = false;
+  bool hovered_ = false;
+};
+
+}  // namespace ui

@@ -1,0 +1,67 @@
+#include "ui/status_bar.h"
+
+#include <wx/statbmp.h>
+
+#include "ui/art.h"
+#include "ui/layout.h"
+#include "ui/service_looks.h"
+#include "ui/toolkit_text.h"
+
+namespace ui {
+namespace {
+
+constexpr int kPictureSize = 16;
+constexpr int kPictureWidth = 26;
+constexpr int kTextWidth = 110;
+
+// Each panel is two fields of the toolkit's, since a field shows either text or a picture well.
+int PictureField(core::ServiceKind service) { return 2 * static_cast<int>(service); }
+int TextField(core::ServiceKind service) { return PictureField(service) + 1; }
+constexpr int kRemarkField = 6;
+
+}  // namespace
+
+StatusBar::StatusBar(wxWindow* parent)
+    : wxStatusBar(parent, wxID_ANY, wxSTB_SIZEGRIP | wxSTB_ELLIPSIZE_END) {
+  Named(this, "stbInfo");
+  const int picture = FromDIP(kPictureWidth);
+  const int text = FromDIP(kTextWidth);
+  const int widths[] = {picture, text, picture, text, picture, text, -1};
+  const int styles[] = {wxSB_FLAT, wxSB_FLAT, wxSB_FLAT, wxSB_FLAT,
+                        wxSB_FLAT, wxSB_FLAT, wxSB_FLAT};
+  SetFieldsCount(std::size(widths), widths);
+  SetStatusStyles(std::size(styles), styles);
+  SetMinHeight(FromDIP(kPictureSize) + FromDIP(kTightGap));
+  for (wxStaticBitmap*& each : pictures_) {
+    each = new wxStaticBitmap(this, wxID_ANY, Art("off", kPictureSize));
+  }
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    PlacePictures();
+    event.Skip();
+  });
+}
+
+void StatusBar::SetPanel(core::ServiceKind service, bool on, const std::string& text) {
+  on_[IndexOf(service)] = on;
+  pictures_[IndexOf(service)]->SetBitmap(Art(on ? "on" : "off", kPictureSize));
+  SetStatusText(Shown(text), TextField(service));
+}
+
+std::string StatusBar::PanelText(core::ServiceKind service) const {
+  return Typed(GetStatusText(TextField(service)));
+}
+
+void StatusBar::Remark(const std::string& text) { SetStatusText(Shown(text), kRemarkField); }
+
+void StatusBar::PlacePictures() {
+  for (const core::ServiceKind service : kServices) {
+    wxRect field;
+    GetFieldRect(PictureField(service), field);
+    wxStaticBitmap* picture = pictures_[IndexOf(service)];
+    const wxSize size = picture->GetSize();
+    picture->Move(field.GetRight() - size.GetWidth() + 1,
+                  field.y + (field.height - size.GetHeight()) / 2);
+  }
+}
+
+}  // namespace ui

@@ -1,0 +1,107 @@
+#include "ui/tip_of_the_day.h"
+
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/sizer.h>
+#include <wx/statbmp.h>
+#include <wx/stattext.h>
+
+#include <sstream>
+#include <utility>
+
+#include "core/code_page.h"
+#include "core/files.h"
+#include "core/paths.h"
+#include "ui/art.h"
+#include "ui/layout.h"
+#include "ui/service_frame.h"
+#include "ui/toolkit_text.h"
+#include "ui/user_state.h"
+
+namespace ui {
+namespace {
+
+constexpr int kPictureSize = 48;
+const wxSize kTipSize(360, 84);
+constexpr double kHeadingFactor = 1.2;
+
+constexpr const char* kSection = "Tips";
+constexpr const char* kShow = "Show";
+constexpr const char* kNext = "Next";
+
+}  // namespace
+
+std::vector<std::string> frmTip::ReadTips(const core::Program& program) {
+  std::vector<std::string> tips;
+  const auto bytes = core::ReadFile(program.File("TIPOFDAY.TXT"));
+  std::istringstream lines(core::DecodeFile(bytes.value_or("")));
+  for (std::string line; std::getline(lines, line);) {
+    if (line.ends_with('\r')) line.pop_back();
+    const std::string_view tip = core::TrimBlanks(line);
+    if (!tip.empty() && !tip.starts_with('#')) tips.emplace_back(tip);
+  }
+  return tips;
+}
+
+void frmTip::ShowUnlessTurnedOff(wxWindow* parent, const core::Program& program) {
+  if (Remembered(kSection, kShow).value_or(1) != 0) ShowNext(parent, program);
+}
+
+void frmTip::ShowNext(wxWindow* parent, const core::Program& program) {
+  if (wxWindow* open = wxWindow::FindWindowByName("frmTip", parent)) return open->Raise();
+  std::vector<std::string> tips = ReadTips(program);
+  if (tips.empty()) return;
+  (new frmTip(parent, std::move(tips)))->Show();
+}
+
+frmTip::frmTip(wxWindow* parent, std::vector<std::string> tips)
+    : wxDialog(parent, wxID_ANY, Shown("每日提示")), tips_(std::move(tips)) {
+  Named(this, "frmTip");
+  lblTip_ = Named(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, FromDIP(kTipSize),
+                                   wxST_NO_AUTORESIZE),
+                  "lblTip");
+  chkShowTips_ = MakeCheckBox(this, "chkShowTips", "启动时显示提示(&S)");
+  chkShowTips_->SetValue(Remembered(kSection, kShow).value_or(1) != 0);
+  chkShowTips_->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent&) {
+    Remember(kSection, kShow, chkShowTips_->IsChecked() ? 1 : 0);
+  });
+  wxButton* next = MakeActionButton(this, "cmdNextTip", "下一条(&N)", [this] { ShowTip(); });
+  wxButton* close = MakeButton(this, "cmdCloseTip", "关闭(&C)", wxID_CANCEL);
+  close->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { End(); });
+  Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { End(); });
+
+  const int edge = FromDIP(kEdge);
+  auto* texts = new wxBoxSizer(wxVERTICAL);
+  texts->Add(MakeHeading(this, "您知道吗？", kHeadingFactor));
+  texts->Add(lblTip_, wxSizerFlags(1).Expand().Border(wxTOP, FromDIP(kGap)));
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(new wxStaticBitmap(this, wxID_ANY, Art("tip", kPictureSize)),
+           wxSizerFlags().Border(wxRIGHT, edge));
+  row->Add(texts, wxSizerFlags(1).Expand());
+  auto* buttons = new wxBoxSizer(wxHORIZONTAL);
+  buttons->Add(chkShowTips_, wxSizerFlags(1).CentreVertical());
+  buttons->Add(next, wxSizerFlags().Border(wxRIGHT, FromDIP(kGap)));
+  buttons->Add(close);
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(row, wxSizerFlags(1).Expand().Border(wxALL, edge));
+  column->Add(buttons, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
+  SetSizerAndFit(column);
+  SetEscapeId(wxID_CANCEL);
+  close->SetDefault();
+  close->SetFocus();
+  CentreOnParent();
+  ShowTip();
+}
+
+void frmTip::ShowTip() {
+  const int count = static_cast<int>(tips_.size());
+  const int next = Remembered(kSection, kNext).value_or(0);
+  const int index = next >= 0 && next < count ? next : 0;
+  Remember(kSection, kNext, (index + 1) % count);
+  lblTip_->SetLabelText(Shown(tips_[static_cast<std::size_t>(index)]));
+  lblTip_->Wrap(FromDIP(kTipSize.x));
+}
+
+void frmTip::End() { Destroy(); }
+
+}  // namespace ui

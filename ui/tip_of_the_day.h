@@ -1,0 +1,40 @@
+#pragma once
+
+// The tip of the day, from TIPOFDAY.TXT in the program directory: a tip per line, empty lines and
+// those that begin with "#" left out. Each start shows the next one, until the user turns it off;
+// without that file there are no tips. The box stands beside the window and waits for nobody.
+
+#include <wx/dialog.h>
+
+#include <string>
+#include <vector>
+
+#include "core/program.h"
+
+class wxCheckBox;
+class wxStaticText;
+
+namespace ui {
+
+class frmTip : public wxDialog {
+ public:
+  /// For the start of the program.
+  static void ShowUnlessTurnedOff(wxWindow* parent, const core::Program& program);
+
+  /// For who asks for it.
+  static void ShowNext(wxWindow* parent, const core::Program& program);
+
+  static std::vector<std::string> ReadTips(const core::Program& program);
+
+ private:
+  frmTip(wxWindow* parent, std::vector<std::string> tips);
+
+  void ShowTip();
+  void End();
+
+  std::vector<std::string> tips_;
+  wxStaticText* lblTip_;
+  wxCheckBox* chkShowTips_;
+};
+
+}  // namespace ui

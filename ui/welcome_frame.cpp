@@ -1,0 +1,176 @@
+#include "ui/welcome_frame.h"
+
+#include <wx/button.h>
+#include <wx/hyperlink.h>
+#include <wx/sizer.h>
+#include <wx/statbmp.h>
+#include <wx/stattext.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "ui/art.h"
+#include "ui/card.h"
+#include "ui/colours.h"
+#include "ui/layout.h"
+#include "ui/service_frame.h"
+#include "ui/service_looks.h"
+#include "ui/toolkit_text.h"
+
+namespace ui {
+namespace {
+
+constexpr int kLogoSize = 64;
+constexpr int kPictureSize = 56;
+constexpr int kStateSize = 16;
+constexpr int kCardWidth = 196;
+constexpr double kNameFactor = 1.8;
+constexpr double kTitleFactor = 1.2;
+
+// Each card has a control of a kind; a screen reader and a test tell them apart by the service.
+struct CardNames {
+  const char* state;
+  const char* address;
+  const char* start;
+  const char* stop;
+  const char* page;
+  const char* root;
+};
+
+constexpr std::array<CardNames, 3> kNames = {{
+    {"lblCardWebState", "lblCardWebAddress", "cmdCardStartWeb", "cmdCardStopWeb", "cmdCardWebPage",
+     "cmdCardWebRoot"},
+    {"lblCardFtpState", "lblCardFtpAddress", "cmdCardStartFtp", "cmdCardStopFtp", "cmdCardFtpPage",
+     "cmdCardFtpRoot"},
+    {"lblCardMailState", "lblCardMailAddress", "cmdCardStartMail", "cmdCardStopMail",
+     "cmdCardMailPage", "cmdCardMailRoot"},
+}};
+
+}  // namespace
+
+WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
+    : wxPanel(parent), actions_(std::move(actions)) {
+  Named(this, "fraWelcome");
+  auto* cards = new wxBoxSizer(wxHORIZONTAL);
+  for (const core::ServiceKind service : kServices) {
+    if (service != kServices.front()) cards->AddSpacer(FromDIP(kEdge));
+    cards->Add(MakeCard(service), wxSizerFlags(1).Expand());
+  }
+  const int edge = FromDIP(kEdge);
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(MakeHeader(), wxSizerFlags().Expand().Border(wxALL, edge));
+  column->Add(cards, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge));
+  column->Add(MakeFooter(), wxSizerFlags().Expand().Border(wxALL, edge));
+  SetSizer(column);
+  for (const core::ServiceKind service : kServices) SetRunning(service, false);
+}
+
+wxSizer* WelcomeFrame::MakeHeader() {
+  picIcon = Named(new wxStaticBitmap(this, wxID_ANY, Art("tarnwerk", kLogoSize)), "picIcon");
+  auto* purpose = new wxStaticText(this, wxID_ANY, Shown("让您的电脑成为网站、文件与邮件服务器"));
+  purpose->SetForegroundColour(QuietText());
+  auto* texts = new wxBoxSizer(wxVERTICAL);
+  texts->Add(MakeHeading(this, "Tarnwerk", kNameFactor));
+  texts->Add(purpose, wxSizerFlags().Border(wxTOP, FromDIP(kTightGap)));
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(picIcon, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kEdge)));
+  row->Add(texts, wxSizerFlags(1).CentreVertical());
+  return row;
+}
+
+wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
+  const ServiceLooks& looks = LooksOf(service);
+  const CardNames& names = kNames[IndexOf(service)];
+  const auto call = [this, service](std::function<void(core::ServiceKind)> Actions::*action) {
+    return [this, service, action] { (actions_.*action)(service); };
+  };
+  ServiceCard& card = CardOf(service);
+  auto* panel = new Card(this);
+  card.panel = panel;
+  card.stateIcon = new wxStaticBitmap(panel, wxID_ANY, Art("off", kStateSize));
+  card.state = Named(new wxStaticText(panel, wxID_ANY, ""), names.state);
+  card.address = MakeAddress(panel, names.address, call(&Actions::openAddress));
+  card.start = MakeActionButton(panel, names.start, "启动", call(&Actions::start));
+  card.stop = MakeActionButton(panel, names.stop, "停止", call(&Actions::stop));
+  auto* state = new wxBoxSizer(wxHORIZONTAL);
+  state->Add(card.stateIcon, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kTightGap)));
+  state->Add(card.state, wxSizerFlags().CentreVertical());
+  // As high as the address wherever it is not shown, so that the cards do not jump.
+  auto* address = new wxBoxSizer(wxHORIZONTAL);
+  address->Add(card.address, wxSizerFlags().CentreVertical());
+  address->SetMinSize(wxSize(-1, card.start->GetBestSize().GetHeight()));
+
+  const wxSizerFlags centred = wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kGap));
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(new wxStaticBitmap(panel, wxID_ANY, Art(looks.picture, kPictureSize)),
+              wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kEdge)));
+  column->Add(MakeHeading(panel, looks.title, kTitleFactor), centred);
+  column->Add(state, centred);
+  column->Add(address, wxSizerFlags().CentreHorizontal());
+  const wxSizerFlags wide = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, FromDIP(kEdge));
+  column->Add(card.start, wide);
+  column->Add(card.stop, wide);
+  column->AddSpacer(FromDIP(kGap));
+  column->Add(MakeActionButton(panel, names.page, "查看与设置…", call(&Actions::showPage)), wide);
+  column->AddSpacer(FromDIP(kGap));
+  column->Add(MakeActionButton(panel, names.root, "打开文件夹", call(&Actions::openRoot)), wide);
+  column->AddSpacer(FromDIP(kEdge));
+  column->SetMinSize(FromDIP(wxSize(kCardWidth, -1)));
+  panel->SetSizer(column);
+  return panel;
+}
+
+wxSizer* WelcomeFrame::MakeFooter() {
+  startAll_ =
+      MakeActionButton(this, "cmdStartAll", "全部启动(&A)", [this] { actions_.startAll(); });
+  stopAll_ = MakeActionButton(this, "cmdStopAll", "全部停止(&L)", [this] { actions_.stopAll(); });
+  const wxSize large = FromDIP(wxSize(160, 36));
+  for (wxButton* button : {startAll_, stopAll_}) button->SetMinSize(large);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->AddStretchSpacer();
+  row->Add(startAll_);
+  row->AddSpacer(FromDIP(kGap));
+  row->Add(stopAll_);
+  row->AddStretchSpacer();
+  return row;
+}
+
+void WelcomeFrame::SetAddress(core::ServiceKind service, const std::string& text) {
+  ServiceCard& card = CardOf(service);
+  ShowAddress(*card.address, text);
+  card.panel->Layout();
+}
+
+void WelcomeFrame::EnableAddress(core::ServiceKind service, bool enabled) {
+  CardOf(service).address->Enable(enabled);
+}
+
+void WelcomeFrame::SetRunning(core::ServiceKind service, bool running) {
+  ServiceCard& card = CardOf(service);
+  card.running = running;
+  card.start->Show(!running);
+  card.stop->Show(running);
+  running ? ShowState(card, "on", "正在运行", RunningText())
+          : ShowState(card, "off", "已停止", QuietText());
+  const auto runs = [](const ServiceCard& each) { return each.running; };
+  startAll_->Enable(!std::all_of(cards_.begin(), cards_.end(), runs));
+  stopAll_->Enable(std::any_of(cards_.begin(), cards_.end(), runs));
+}
+
+void WelcomeFrame::SetFailed(core::ServiceKind service) {
+  ShowState(CardOf(service), "failed", "启动失败", FailedText());
+}
+
+void WelcomeFrame::ShowState(ServiceCard& card, const char* icon, const char* text,
+                             const wxColour& colour) {
+  card.stateIcon->SetBitmap(Art(icon, kStateSize));
+  card.state->SetForegroundColour(colour);
+  card.state->SetLabel(Shown(text));
+  card.panel->Layout();
+}
+
+WelcomeFrame::ServiceCard& WelcomeFrame::CardOf(core::ServiceKind service) {
+  return cards_[IndexOf(service)];
+}
+
+}  // namespace ui
