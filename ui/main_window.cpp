@@ -168,7 +168,7 @@ void frmMain::BindMenu() {
 // In the middle of the screen until the user has put it elsewhere; never where no screen is.
 void frmMain::TakeRememberedPlace() {
   const wxSize first = FromDIP(kFirstSize);
-  SetMinSize(GetSizer()->ComputeFittingWindowSize(this));
+  SetMinSize(SizeForEveryPage());
   wxSize size(Remembered(kPlace, "Width").value_or(first.x),
               Remembered(kPlace, "Height").value_or(first.y));
   size.IncTo(GetMinSize());
@@ -197,13 +197,27 @@ void frmMain::RememberPlace() const {
 
 void frmMain::ShowPage(wxWindow* page) {
   const std::array<wxWindow*, 4> pages = {fraWelcome, fraWeb, fraFtp, fraMail};
+  const wxWindow* focused = FindFocus();
+  const bool focusFollows = focused != nullptr && focused->GetParent() == selectors_[0]->GetParent();
   Freeze();
   for (std::size_t i = 0; i < pages.size(); ++i) {
     pages[i]->Show(pages[i] == page);
     selectors_[i]->Select(pages[i] == page);
+    if (focusFollows && pages[i] == page) selectors_[i]->SetFocus();
   }
   Layout();
   Thaw();
+}
+
+// The least size in which nothing of any page is cut off.
+wxSize frmMain::SizeForEveryPage() {
+  wxSize size;
+  for (wxWindow* page : {static_cast<wxWindow*>(fraWelcome), static_cast<wxWindow*>(fraWeb),
+                         static_cast<wxWindow*>(fraFtp), static_cast<wxWindow*>(fraMail)}) {
+    ShowPage(page);
+    size.IncTo(GetSizer()->ComputeFittingWindowSize(this));
+  }
+  return size;
 }
 
 void frmMain::SelectWelcome() { ShowPage(fraWelcome); }

@@ -79,6 +79,7 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   void FillMailFrame();
   void BindMenu();
   void TakeRememberedPlace();
+  wxSize SizeForEveryPage();
   void RememberPlace() const;
 
   // What the user does (main_window_commands.cpp)

@@ -60,7 +60,7 @@ void StatusBar::PlacePictures() {
     wxStaticBitmap* picture = pictures_[IndexOf(service)];
     const wxSize size = picture->GetSize();
     picture->Move(field.GetRight() - size.GetWidth() + 1,
-                  field.y + (field.height - size.GetHeight()) / 2);
+                  field.y + (field.height - size.GetHeight()) / 2 + FromDIP(1));
   }
 }
 

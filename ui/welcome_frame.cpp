@@ -98,7 +98,7 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   // As high as the address wherever it is not shown, so that the cards do not jump.
   auto* address = new wxBoxSizer(wxHORIZONTAL);
   address->Add(card.address, wxSizerFlags().CentreVertical());
-  address->SetMinSize(wxSize(-1, card.start->GetBestSize().GetHeight()));
+  address->Add(0, card.start->GetBestSize().GetHeight());
 
   const wxSizerFlags centred = wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kGap));
   auto* column = new wxBoxSizer(wxVERTICAL);
