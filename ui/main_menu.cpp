@@ -54,16 +54,16 @@ wxMenu* MakeViewMenu() {
 
 wxMenu* MakeToolsMenu() {
   auto* menu = new wxMenu;
-  Add(*menu, mnuOptions, "选项(&O)…\tCtrl+P");
+  Add(*menu, mnuOptions, "选项(&O)...\tCtrl+P");
   return menu;
 }
 
 wxMenu* MakeHelpMenu() {
   auto* menu = new wxMenu;
   Add(*menu, mnuHelpTopic, "帮助主题(&H)\tF1");
-  Add(*menu, mnuTips, "每日提示(&T)…");
+  Add(*menu, mnuTips, "每日提示(&T)...");
   menu->AppendSeparator();
-  Add(*menu, mnuAbout, "关于 Tarnwerk(&A)…");
+  Add(*menu, mnuAbout, "关于 Tarnwerk(&A)...");
   return menu;
 }
 
@@ -92,9 +92,9 @@ std::unique_ptr<wxMenu> MakeTrayMenu(const ServiceStates& running) {
   AddBar(*menu, mnubar4);
   AddServices(*menu, running);
   AddBar(*menu, mnuServiceBar1);
-  Add(*menu, mnuOptions, "选项(&O)…");
+  Add(*menu, mnuOptions, "选项(&O)...");
   Add(*menu, mnuHelpTopic, "帮助主题(&H)");
-  Add(*menu, mnuAbout, "关于 Tarnwerk(&A)…");
+  Add(*menu, mnuAbout, "关于 Tarnwerk(&A)...");
   menu->AppendSeparator();
   Add(*menu, mnuExit, "退出(&X)");
   return menu;

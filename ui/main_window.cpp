@@ -121,7 +121,7 @@ ServiceFrame* frmMain::MakeServiceFrame(ServiceKind service) {
 void frmMain::FillWebFrame() {
   wxBoxSizer* heading = fraWeb->AddBodyHeading("网站内容");
   fraWeb->AddBodyButton(heading, "cmdRefresh", "刷新(&R)", [this] { RefreshTree(); });
-  fraWeb->AddBodyButton(heading, "cmdAddVirtualDir", "虚拟目录(&V)…",
+  fraWeb->AddBodyButton(heading, "cmdAddVirtualDir", "虚拟目录(&N)...",
                         [this] { AddVirtualDirectory(); });
   tvWebDir = new FolderTree(fraWeb);
   fraWeb->Body()->Add(tvWebDir, wxSizerFlags(1).Expand());
@@ -130,8 +130,8 @@ void frmMain::FillWebFrame() {
 void frmMain::FillFtpFrame() {
   wxBoxSizer* heading = fraFtp->AddBodyHeading("虚拟目录");
   const std::pair<const char*, const char*> buttons[] = {
-      {"cmdAddFtpVirtualDir", "添加(&A)…"},
-      {"cmdEditFtpVirtualDir", "编辑(&E)…"},
+      {"cmdAddFtpVirtualDir", "添加(&A)..."},
+      {"cmdEditFtpVirtualDir", "编辑(&E)..."},
       {"cmdDelFtpVirtualDir", "删除(&L)"},
   };
   for (const auto& [name, text] : buttons) {
@@ -149,8 +149,8 @@ void frmMain::FillFtpFrame() {
 
 void frmMain::FillMailFrame() {
   wxBoxSizer* heading = fraMail->AddBodyHeading("邮件用户");
-  fraMail->AddBodyButton(heading, "cmdAddMailUser", "添加(&A)…", [this] { AddMailUser(); });
-  fraMail->AddBodyButton(heading, "cmdEditMailUser", "编辑(&E)…", [this] { EditMailUser(); });
+  fraMail->AddBodyButton(heading, "cmdAddMailUser", "添加(&A)...", [this] { AddMailUser(); });
+  fraMail->AddBodyButton(heading, "cmdEditMailUser", "编辑(&E)...", [this] { EditMailUser(); });
   fraMail->AddBodyButton(heading, "cmdDelMailUser", "删除(&L)", [this] { DeleteMailUser(); });
   lvMailUser = new MailUserList(fraMail);
   lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { EditMailUser(); });
@@ -198,7 +198,8 @@ void frmMain::RememberPlace() const {
 void frmMain::ShowPage(wxWindow* page) {
   const std::array<wxWindow*, 4> pages = {fraWelcome, fraWeb, fraFtp, fraMail};
   const wxWindow* focused = FindFocus();
-  const bool focusFollows = focused != nullptr && focused->GetParent() == selectors_[0]->GetParent();
+  const bool focusFollows =
+      focused != nullptr && focused->GetParent() == selectors_[0]->GetParent();
   Freeze();
   for (std::size_t i = 0; i < pages.size(); ++i) {
     pages[i]->Show(pages[i] == page);

@@ -124,13 +124,13 @@ wxSizer* ServiceFrame::MakeFacts(core::ServiceKind service, const Actions& actio
 
 wxSizer* ServiceFrame::MakeButtons(core::ServiceKind service, const Actions& actions) {
   const ServiceLooks& looks = LooksOf(service);
-  start_ = MakeActionButton(this, looks.start, "启动(&S)", actions.start);
-  stop_ = MakeActionButton(this, looks.stop, "停止(&T)", actions.stop);
+  start_ = MakeActionButton(this, looks.start, "启动(&G)", actions.start);
+  stop_ = MakeActionButton(this, looks.stop, "停止(&P)", actions.stop);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(start_, InRow(this));
   row->Add(stop_, InRow(this));
-  row->Add(MakeActionButton(this, looks.dns, "域名(&D)…", actions.askDomain), InRow(this));
-  row->Add(MakeActionButton(this, looks.options, "选项(&O)…", actions.showOptions), InRow(this));
+  row->Add(MakeActionButton(this, looks.dns, "域名(&D)...", actions.askDomain), InRow(this));
+  row->Add(MakeActionButton(this, looks.options, "选项(&O)...", actions.showOptions), InRow(this));
   return row;
 }
 

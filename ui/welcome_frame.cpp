@@ -111,7 +111,7 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   column->Add(card.start, wide);
   column->Add(card.stop, wide);
   column->AddSpacer(FromDIP(kGap));
-  column->Add(MakeActionButton(panel, names.page, "查看与设置…", call(&Actions::showPage)), wide);
+  column->Add(MakeActionButton(panel, names.page, "查看与设置...", call(&Actions::showPage)), wide);
   column->AddSpacer(FromDIP(kGap));
   column->Add(MakeActionButton(panel, names.root, "打开文件夹", call(&Actions::openRoot)), wide);
   column->AddSpacer(FromDIP(kEdge));

@@ -1,0 +1,130 @@
+"""The built program with its window, used from the keyboard and from the tray.
+
+window_test.py PROGRAM...
+
+Needs a display, and Debian's openbox, xdotool and python3-gi.
+"""
+
+import os
+import pathlib
+import subprocess
+import sys
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
+from program import PATIENCE, Home, accepts, fetch, wait_until  # noqa: E402
+from tray_host import TrayHost  # noqa: E402
+
+program = []
+
+
+def xdotool(*words):
+    return subprocess.run(["xdotool", *words], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                          timeout=PATIENCE, text=True).stdout.split()
+
+
+def visible(title):
+    """The windows of that title that can be seen."""
+    return xdotool("search", "--onlyvisible", "--name", f"^{title}$")
+
+
+class WindowTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        # Windows get the keyboard from a window manager.
+        cls.manager = subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL)
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.manager.kill()
+        cls.manager.wait()
+
+    def setUp(self):
+        self.tray = TrayHost()
+        self.addCleanup(self.tray.close)
+        self.home = Home(program, os.environ["DISPLAY"])
+        self.addCleanup(self.home.close)
+        self.home.write_settings()
+        self.home.write("wwwroot/index.htm", "<p>home</p>")
+
+    def start(self, *words):
+        self.process = self.home.start(*words)
+
+    def start_with_window(self):
+        self.start()
+        wait_until(lambda: visible("Tarnwerk"), "the window")
+        xdotool("windowactivate", "--sync", visible("Tarnwerk")[-1])
+
+    def press(self, *keys):
+        for key in keys:
+            xdotool("key", "--delay", "50", key)
+
+    def serves_the_page(self):
+        port = self.home.ports["web"]
+        wait_until(lambda: accepts(port), "the Web server")
+        self.assertEqual(fetch(port, b"GET / HTTP/1.0\r\n\r\n"), b"<p>home</p>")
+
+    def start_web_from_the_keyboard(self):
+        self.press("ctrl+2", "alt+g")
+        self.serves_the_page()
+
+    def stop_from_outside(self):
+        self.assertEqual(self.home.run("STOP"), (0, "", ""))
+        self.assertEqual(self.process.wait(PATIENCE), 0)
+
+    def test_serves_goes_to_the_tray_and_comes_back(self):
+        self.start_with_window()
+        self.start_web_from_the_keyboard()
+        self.press("ctrl+h")
+        wait_until(self.tray.shows_icon, "the icon")
+        wait_until(lambda: not visible("Tarnwerk"), "the window to hide")
+        self.serves_the_page()
+        self.assertIn("停止 Web 服务", self.tray.labels())
+        self.assertNotIn("启动 Web 服务", self.tray.labels())
+        self.tray.choose("停止 Web 服务")
+        wait_until(lambda: not accepts(self.home.ports["web"]), "the end of the Web server")
+        wait_until(lambda: "启动 Web 服务" in self.tray.labels(), "the menu to follow")
+        self.tray.choose("显示主窗口")
+        wait_until(lambda: visible("Tarnwerk"), "the window")
+        wait_until(lambda: not self.tray.shows_icon(), "the icon to go")
+        xdotool("windowactivate", "--sync", visible("Tarnwerk")[-1])
+        self.press("ctrl+q")
+        self.assertEqual(self.process.wait(PATIENCE), 0)
+
+    def test_minimising_goes_to_the_tray(self):
+        self.start_with_window()
+        xdotool("windowminimize", visible("Tarnwerk")[-1])
+        wait_until(self.tray.shows_icon, "the icon")
+        self.tray.choose("退出")
+        self.assertEqual(self.process.wait(PATIENCE), 0)
+
+    def test_show_starts_in_the_tray_without_a_window(self):
+        self.start("START", "SHOW")
+        self.home.wait_for_services()
+        wait_until(self.tray.shows_icon, "the icon")
+        self.assertEqual(visible("Tarnwerk"), [])
+        self.stop_from_outside()
+
+    def test_stop_ends_it_with_a_dialog_open(self):
+        self.start_with_window()
+        self.start_web_from_the_keyboard()
+        self.press("alt+o")
+        wait_until(lambda: len(visible(".+")) > 1, "the dialog")
+        self.serves_the_page()
+        self.stop_from_outside()
+
+    def test_stop_ends_it_with_a_message_box_open(self):
+        self.start_with_window()
+        self.press("ctrl+4", "alt+l")
+        wait_until(lambda: len(visible(".+")) > 1 or len(visible("Tarnwerk")) > 1, "the box")
+        self.stop_from_outside()
+
+    def test_stop_ends_it_in_the_middle_of_a_menu(self):
+        self.start_with_window()
+        self.press("alt+s")
+        self.stop_from_outside()
+
+
+if __name__ == "__main__":
+    program = sys.argv[1:]
+    unittest.main(argv=sys.argv[:1], verbosity=2)

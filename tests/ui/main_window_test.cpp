@@ -1,0 +1,388 @@
+#include <wx/evtloop.h>
+#include <wx/hyperlink.h>
+#include <wx/msgdlg.h>
+#include <wx/textctrl.h>
+#include <wx/utils.h>
+
+#include <tuple>
+
+#include "core/manager_password.h"
+#include "core/service_texts.h"
+#include "tests/support/client.h"
+#include "tests/ui/main_window_fixture.h"
+#include "ui/folder_tree.h"
+#include "ui/mail_user_list.h"
+#include "ui/service_looks.h"
+#include "ui/status_bar.h"
+#include "ui/tip_of_the_day.h"
+#include "ui/toolkit_text.h"
+
+namespace test {
+namespace {
+
+using core::ServiceKind;
+using core::TextsOf;
+
+class MainWindow : public MainWindowFixture {
+ protected:
+  // What the user's desktop is asked to open goes into a file. Linux only: elsewhere it is no
+  // program.
+  bool CatchWhatIsOpened() {
+    if (wxGetOsVersion() != wxOS_UNIX_LINUX) return false;
+    Home().Write("bin/xdg-open",
+                 "#!/bin/sh\nprintf '%s' \"$1\" >'" + Home().Path("opened").string() + "'\n");
+    std::filesystem::permissions(Home().Path("bin/xdg-open"), std::filesystem::perms::all);
+    wxString path;
+    wxGetEnv("PATH", &path);
+    return wxSetEnv("PATH", ui::Shown(Home().Path("bin").string()) + ":" + path);
+  }
+  bool WasOpened(const std::string& target) {
+    return Until([&] { return Home().Read("opened") == target; });
+  }
+  void ClickAddress(const std::string& name) {
+    wxWindow& link = Find(Window(), name);
+    wxHyperlinkEvent event(&link, link.GetId(), "");
+    link.ProcessWindowEvent(event);
+  }
+};
+
+TEST_F(MainWindow, ComesUpOnTheOverviewWithEverythingOff) {
+  MakeWindow();
+  EXPECT_EQ(Window().GetTitle(), "Tarnwerk");
+  EXPECT_EQ(Page(), "fraWelcome");
+  for (const ServiceKind service : ui::kServices) {
+    const ui::ServiceLooks& looks = ui::LooksOf(service);
+    EXPECT_EQ(Window().stbInfo->PanelText(service), TextsOf(service).statusOff);
+    EXPECT_FALSE(Window().stbInfo->PanelIsOn(service));
+    EXPECT_EQ(Label(looks.hint), TextsOf(service).startHint);
+    EXPECT_TRUE(IsVisible(looks.start) && !IsVisible(looks.stop));
+  }
+  EXPECT_TRUE(HasItem(ui::mnuShowSystemTray) && !HasItem(ui::mnuShowFrmMain));
+  EXPECT_TRUE(HasItem(ui::mnuStartWeb) && !HasItem(ui::mnuStopWeb));
+}
+
+TEST_F(MainWindow, StartsAndStopsAServiceByItsButtonItsMenuItemAndItsCard) {
+  MakeWindow();
+  const auto isShownRunning = [&](bool running) {
+    EXPECT_EQ(web->IsRunning(), running);
+    EXPECT_EQ(IsVisible("cmdStopWebService"), running);
+    EXPECT_EQ(IsVisible("cmdStartWebService"), !running);
+    EXPECT_EQ(IsVisible("cmdCardStopWeb"), running);
+    EXPECT_EQ(HasItem(ui::mnuStopWeb), running);
+    EXPECT_EQ(HasItem(ui::mnuStartWeb), !running);
+    EXPECT_EQ(Window().stbInfo->PanelIsOn(ServiceKind::kWeb), running);
+    EXPECT_EQ(Label("lblWebAddress"), "Http://home.test");
+    EXPECT_EQ(Find(Window(), "lblWebAddress").IsThisEnabled(), running);
+  };
+  Push("cmdStartWebService");
+  isShownRunning(true);
+  EXPECT_EQ(Label("lblWebStart"), TextsOf(ServiceKind::kWeb).started);
+  Push("cmdStopWebService");
+  isShownRunning(false);
+  ChooseItem(ui::mnuStartWeb);
+  isShownRunning(true);
+  ChooseItem(ui::mnuStopWeb);
+  isShownRunning(false);
+  Push("cmdCardStartWeb");
+  isShownRunning(true);
+  Push("cmdCardStopWeb");
+  isShownRunning(false);
+}
+
+TEST_F(MainWindow, StartsAndStopsAllWithOneButton) {
+  MakeWindow();
+  Push("cmdStartAll");
+  EXPECT_TRUE(web->IsRunning() && ftp->IsRunning() && mail->IsRunning());
+  EXPECT_EQ(Label("lblFtpAddress"), "ftp://home.test");
+  EXPECT_EQ(Label("lblMailAddress"), "SMTP:home.test  POP3:home.test");
+  EXPECT_FALSE(Find(Window(), "cmdStartAll").IsEnabled());
+  Push("cmdStopAll");
+  EXPECT_FALSE(web->IsRunning() || ftp->IsRunning() || mail->IsRunning());
+  EXPECT_EQ(Label("lblFtpAddress"), "home.test");
+  EXPECT_FALSE(Find(Window(), "cmdStopAll").IsEnabled());
+}
+
+TEST_F(MainWindow, SaysThatAStartFailed) {
+  Home().Write("Server.ini", "[FtpServer Options]\nFtpPort=no number\n");
+  MakeWindow();
+  Push("cmdCardStartFtp");
+  EXPECT_EQ(Label("lblFtpStart"), TextsOf(ServiceKind::kFtp).startFailed);
+  EXPECT_EQ(Label("lblCardFtpState"), "启动失败");
+  EXPECT_TRUE(IsVisible("cmdStartFtpService"));
+}
+
+TEST_F(MainWindow, EverySelectorShowsItsPage) {
+  MakeWindow();
+  const std::pair<const char*, const char*> pages[] = {
+      {"ImgWeb", "fraWeb"},         {"imgFtp", "fraFtp"},        {"ImgMail", "fraMail"},
+      {"picSelect", "fraWelcome"},  {"lblWebIcon", "fraWeb"},    {"lblFtpIcon", "fraFtp"},
+      {"lblMailIcon", "fraMail"},   {"fraWebService", "fraWeb"}, {"fraFtpService", "fraFtp"},
+      {"fraMailService", "fraMail"}};
+  for (const auto& [selector, page] : pages) {
+    Click(selector);
+    EXPECT_EQ(Page(), page) << selector;
+  }
+  ChooseItem(ui::mnuViewWeb);
+  EXPECT_EQ(Page(), "fraWeb");
+  ChooseItem(ui::mnuViewFtp);
+  EXPECT_EQ(Page(), "fraFtp");
+  ChooseItem(ui::mnuViewEmail);
+  EXPECT_EQ(Page(), "fraMail");
+  Push("cmdCardWebPage");
+  EXPECT_EQ(Page(), "fraWeb");
+}
+
+TEST_F(MainWindow, ASelectorLoadsTheSettingsAnewAndLeavesTheRunningServiceItsPort) {
+  MakeWindow();
+  Push("cmdStartWebService");
+  const auto port = web->ListeningPort();
+  Home().Write("moved/page.htm", "");
+  Home().Write("Server.ini", "[WebServer Options]\nTCPPort=81\nDNS=x\nWebRootDir=" +
+                                 Home().Path("moved").string() + "\n");
+  Click("ImgWeb");
+  EXPECT_EQ(Label("lblWebRootDir"), Home().Path("moved").string());
+  EXPECT_EQ(web->Options().WebPort, 81);
+  EXPECT_EQ(web->ListeningPort(), port);
+  EXPECT_THAT(Fetch(port, "GET /page.htm HTTP/1.0\r\n\r\n"), testing::IsEmpty());
+}
+
+TEST_F(MainWindow, AddressesOpenWithTheirPortsAndOnlyWhileTheServiceRuns) {
+  if (!CatchWhatIsOpened()) GTEST_SKIP() << "only Linux opens by a program";
+  MakeWindow();
+  ClickAddress("lblWebAddress");
+  ClickAddress("lblFtpAddress");
+  Push("cmdStartAll");
+  ClickAddress("lblWebAddress");
+  EXPECT_TRUE(WasOpened("http://home.test:0"));
+  ClickAddress("lblFtpAddress");
+  EXPECT_TRUE(WasOpened("ftp://home.test:0"));
+  Push("cmdStopAll");
+  Home().Write("opened", "");
+  ClickAddress("lblWebAddress");
+  ClickAddress("lblFtpAddress");
+  wxMilliSleep(300);
+  EXPECT_EQ(Home().Read("opened"), "");
+}
+
+TEST_F(MainWindow, ADomainIsAskedForAndShownButNotTakenOver) {
+  MakeWindow();
+  const std::tuple<const char*, const char*, const char*> questions[] = {
+      {"cmdWebDns", "lblWebAddress", "Http://new.test"},
+      {"cmdFtpDns", "lblFtpAddress", "ftp://new.test"},
+      {"cmdEmailDns", "lblMailAddress", "SMTP:new.test  POP3:new.test"}};
+  for (const auto& [button, label, shown] : questions) {
+    boxes.Plan(wxID_OK, "new.test");
+    Push(button);
+    EXPECT_EQ(boxes.TakeOnly().proposed, "home.test");
+    EXPECT_EQ(Label(label), shown);
+    boxes.Plan(wxID_CANCEL, "other.test");
+    Push(button);
+    EXPECT_EQ(Label(label), shown);
+  }
+  EXPECT_EQ(web->Domain(), "home.test");
+  EXPECT_FALSE(Home().Has("hosts"));
+}
+
+TEST_F(MainWindow, ShowsTheWebFolderWithSubfoldersFirst) {
+  Home().Write("www/zoo/inner.htm", "");
+  Home().Write("www/Art/picture.png", "");
+  Home().Write("www/B.htm", "");
+  Home().Write("www/a.htm", "");
+  MakeWindow();
+  Click("ImgWeb");
+  ui::FolderTree& tree = *Window().tvWebDir;
+  ASSERT_TRUE(Until([&] { return tree.IsComplete(); }));
+  const auto children = [&](wxTreeItemId parent) {
+    std::string names;
+    wxTreeItemIdValue position;
+    for (auto child = tree.GetFirstChild(parent, position); child.IsOk();
+         child = tree.GetNextChild(parent, position)) {
+      names += ui::Typed(tree.GetItemText(child)) + " ";
+    }
+    return names;
+  };
+  const wxTreeItemId top = tree.GetRootItem();
+  EXPECT_EQ(children(top), "Art zoo a.htm B.htm index.htm ");
+  EXPECT_TRUE(tree.IsExpanded(top));
+  wxTreeItemIdValue position;
+  const wxTreeItemId art = tree.GetFirstChild(top, position);
+  EXPECT_NE(tree.GetItemImage(art), tree.GetItemImage(art, wxTreeItemIcon_Expanded));
+  tree.Expand(art);
+  ASSERT_TRUE(Until([&] { return tree.IsComplete(); }));
+  EXPECT_EQ(children(art), "picture.png ");
+  tree.SelectItem(art);
+  EXPECT_EQ(tree.SelectedPath(), Home().Text("www") + "\\Art");
+}
+
+// Nothing waits for the whole: each event does a piece, and other events come in between.
+TEST_F(MainWindow, AHugeFolderIsShownPieceByPiece) {
+  constexpr int kFiles = 5000;
+  for (int i = 0; i < kFiles; ++i) Home().Write("www/many/" + std::to_string(i) + ".htm", "");
+  Home().Write("Server.ini",
+               "[WebServer Options]\nWebRootDir=" + Home().Path("www/many").string() + "\n");
+  MakeWindow();
+  Click("ImgWeb");
+  ui::FolderTree& tree = *Window().tvWebDir;
+  const auto shown = [&] { return tree.GetChildrenCount(tree.GetRootItem()); };
+  std::size_t steps = 0;
+  std::size_t last = 0;
+  ASSERT_TRUE(Until([&] {
+    if (shown() != last) ++steps;
+    last = shown();
+    return tree.IsComplete();
+  }));
+  EXPECT_EQ(shown(), static_cast<std::size_t>(kFiles));
+  EXPECT_GE(steps, 5U);
+}
+
+class MailPage : public MainWindow {
+ protected:
+  void MakeUser(const std::string& name, const std::string& password) {
+    ASSERT_TRUE(ModMail::SaveMailUser(mail->RootDir(), {name, password}));
+  }
+  int Rows() { return Window().lvMailUser->GetItemCount(); }
+};
+
+TEST_F(MailPage, ListsTheUsersEachTimeItIsShown) {
+  MakeWindow();
+  Click("ImgMail");
+  EXPECT_EQ(Rows(), 0);
+  EXPECT_EQ(Window().lvMailUser->GetColumnCount(), 2);
+  MakeUser("wang", "secret");
+  MakeUser("li", "1234");
+  Click("picSelect");
+  Click("ImgMail");
+  ASSERT_EQ(Rows(), 2);
+  EXPECT_EQ(Window().lvMailUser->GetColumnCount(), 2);
+  EXPECT_EQ(Window().lvMailUser->UserAt(0).name, "li");
+  EXPECT_EQ(Window().lvMailUser->UserAt(1).password, "secret");
+}
+
+TEST_F(MailPage, DeletesAUserOnlyAfterAYes) {
+  MakeWindow();
+  MakeUser("li", "1234");
+  Click("ImgMail");
+  Push("cmdDelMailUser");
+  EXPECT_EQ(boxes.TakeOnly().text, "请选择要删除的用户！");
+  Window().lvMailUser->SetItemState(0, wxLIST_STATE_SELECTED, wxLIST_STATE_SELECTED);
+  boxes.Plan(wxID_NO);
+  Push("cmdDelMailUser");
+  const Box question = boxes.TakeOnly();
+  EXPECT_EQ(question.text, "确实要删除该用户吗？");
+  EXPECT_TRUE(question.HasStyle(wxYES_NO));
+  EXPECT_EQ(Rows(), 1);
+  boxes.Plan(wxID_YES);
+  Push("cmdDelMailUser");
+  EXPECT_EQ(Rows(), 0);
+  EXPECT_FALSE(Home().Has("mail/User/li"));
+}
+
+TEST_F(MailPage, AddsAUserAndFillsTheDialogForEditing) {
+  MakeWindow();
+  Click("ImgMail");
+  Push("cmdEditMailUser");  // nobody there to edit
+  Later([&] {
+    wxWindow& form = *wxWindow::FindWindowByName("frmEmailUsers");
+    EXPECT_EQ(TextIn(form, "txtUser"), "");
+    Type(form, "txtUser", "li");
+    Type(form, "txtPass", "1234");
+    Press(form, "OKButton");
+  });
+  Push("cmdAddMailUser");
+  ASSERT_EQ(Rows(), 1);
+  Later([&] {
+    wxWindow& form = *wxWindow::FindWindowByName("frmEmailUsers");
+    EXPECT_EQ(ui::Typed(form.GetLabel()), "编辑用户");
+    EXPECT_EQ(TextIn(form, "txtUser") + "/" + TextIn(form, "txtPass"), "li/1234");
+    Press(form, "CancelButton");
+  });
+  Push("cmdEditMailUser");
+}
+
+TEST_F(MainWindow, IsMinimisedWhereThereIsNoTray) {
+  MakeWindow();
+  Window().Open();
+  ChooseItem(ui::mnuShowSystemTray);
+  // A window that is neither on the screen nor in a tray could never be found again.
+  EXPECT_TRUE(Window().IsShown() || Window().IsInTray());
+}
+
+TEST_F(MainWindow, ClosesWhateverIsOpenWhenItIsToEnd) {
+  MakeWindow();
+  bool done = false;
+  bool returned = false;
+  Later([&] {
+    EXPECT_NE(wxWindow::FindWindowByName("frmMailOptions"), nullptr);
+    Window().CloseEverything([&] {
+      EXPECT_TRUE(returned);
+      done = true;
+    });
+  });
+  Push("cmdMailOptions");
+  returned = true;
+  EXPECT_TRUE(Until([&] { return done; }));
+  Push("cmdFtpOptions");  // no dialog opens any more
+}
+
+TEST_F(MainWindow, EndsOnlyWhenTheUserEndsIt) {
+  MakeWindow();
+  Window().Close();
+  EXPECT_EQ(closed, 1);
+  ChooseItem(ui::mnuExit);
+  EXPECT_EQ(closed, 2);
+}
+
+TEST_F(MainWindow, ComesBackWhereItWas) {
+  MakeWindow();
+  Window().Open();
+  Window().SetSize(40, 50, 900, 700);
+  Until([&] { return Window().GetSize() == wxSize(900, 700); });
+  const wxRect place = Window().GetRect();
+  bool done = false;
+  Window().CloseEverything([&] { done = true; });
+  EXPECT_TRUE(Until([&] { return done; }));
+  auto* next = new ui::frmMain;
+  EXPECT_EQ(next->GetSize(), place.GetSize());
+  EXPECT_EQ(next->GetPosition(), place.GetPosition());
+  next->Destroy();
+}
+
+TEST_F(MainWindow, IsShownOnlyToWhoKnowsTheManagerPassword) {
+  MakeWindow();
+  core::SetManagerPassword(Program(), "sesame");
+  const auto answer = [&](const std::string& password, const char* button) {
+    Later([=] {
+      wxWindow& form = *wxWindow::FindWindowByName("frmPassWord");
+      Type(form, "txtPwd", password);
+      Press(form, button);
+    });
+    Window().Open();
+  };
+  answer("sesame", "cmdCancel");
+  EXPECT_FALSE(Window().IsShown());
+  EXPECT_TRUE(Window().IsInTray() || closed == 1);
+  answer("sesame", "cmdOK");
+  EXPECT_TRUE(Window().IsShown());
+}
+
+TEST_F(MainWindow, ShowsATipAtAStartUntilTheUserHasHadEnough) {
+  Home().Write("TIPOFDAY.TXT", "# a comment\r\n\r\nfirst\r\nsecond\r\n");
+  MakeWindow();
+  Window().Open();
+  wxWindow* tip = wxWindow::FindWindowByName("frmTip");
+  ASSERT_NE(tip, nullptr);
+  const auto text = [&] { return ui::Typed(Find(*tip, "lblTip").GetLabel()); };
+  EXPECT_EQ(text(), "first");
+  Press(*tip, "cmdNextTip");
+  EXPECT_EQ(text(), "second");
+  Press(*tip, "cmdNextTip");
+  EXPECT_EQ(text(), "first");
+  Set(*tip, "chkShowTips", false);
+  Press(*tip, "cmdCloseTip");
+  Until([] { return wxWindow::FindWindowByName("frmTip") == nullptr; });
+  ui::frmTip::ShowUnlessTurnedOff(&Window(), Program());
+  EXPECT_EQ(wxWindow::FindWindowByName("frmTip"), nullptr);
+}
+
+}  // namespace
+}  // namespace test
