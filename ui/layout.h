@@ -18,8 +18,9 @@ class wxTextCtrl;
 
 namespace ui {
 
-inline constexpr int kEdge = 12;  // between a window's border and what is in it, between groups
-inline constexpr int kGap = 8;    // between a control and the next one
+inline constexpr int kEdge = 12;     // between a window's border and what is in it, between groups
+inline constexpr int kGap = 8;       // between a control and the next one
+inline constexpr int kTightGap = 4;  // between the lines of one thing
 
 /// Gives a control the name by which it is known, and returns it.
 template <class Control>
