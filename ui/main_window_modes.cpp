@@ -35,6 +35,7 @@ bool frmMain::MayOpen() {
   if (!PasswordIsSet(manager_->program)) return true;
   asking_ = true;
   frmPassWord login(nullptr, manager_->program);
+  login.SetIcons(GetIcons());  // it has no parent to take them from
   login.ShowModal();
   asking_ = false;
   return login.LoginOK();

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/paths.h"
 #include "ui/art.h"
 #include "ui/card.h"
 #include "ui/colours.h"
@@ -51,10 +52,9 @@ constexpr std::array<CardNames, 3> kNames = {{
 WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
     : wxPanel(parent), actions_(std::move(actions)) {
   Named(this, "fraWelcome");
-  auto* cards = new wxBoxSizer(wxHORIZONTAL);
+  auto* cards = new wxGridSizer(1, static_cast<int>(kServices.size()), 0, FromDIP(kEdge));
   for (const core::ServiceKind service : kServices) {
-    if (service != kServices.front()) cards->AddSpacer(FromDIP(kEdge));
-    cards->Add(MakeCard(service), wxSizerFlags(1).Expand());
+    cards->Add(MakeCard(service), wxSizerFlags().Expand());
   }
   const int edge = FromDIP(kEdge);
   auto* column = new wxBoxSizer(wxVERTICAL);
@@ -106,7 +106,7 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
               wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kEdge)));
   column->Add(MakeHeading(panel, looks.title, kTitleFactor), centred);
   column->Add(state, centred);
-  column->Add(address, wxSizerFlags().CentreHorizontal());
+  column->Add(address, wxSizerFlags().CentreHorizontal().Border(wxLEFT | wxRIGHT, FromDIP(kGap)));
   const wxSizerFlags wide = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, FromDIP(kEdge));
   column->Add(card.start, wide);
   column->Add(card.stop, wide);
@@ -137,7 +137,8 @@ wxSizer* WelcomeFrame::MakeFooter() {
 
 void WelcomeFrame::SetAddress(core::ServiceKind service, const std::string& text) {
   ServiceCard& card = CardOf(service);
-  ShowAddress(*card.address, text);
+  // Two addresses, the mail server's, are one below the other.
+  ShowAddress(*card.address, core::ReplaceAll(text, "  ", "\n"));
   card.panel->Layout();
 }
 

@@ -3,6 +3,7 @@
 Needs Debian's python3-gi.
 """
 
+import os
 import threading
 
 from gi.repository import Gio, GLib
@@ -26,6 +27,9 @@ class TrayHost:
     def __init__(self):
         self.daemon = Gio.TestDBus.new(Gio.TestDBusFlags.NONE)
         self.daemon.up()
+        # It takes the display away from this process, and tells only the C library of the bus.
+        os.environ.update(DISPLAY=os.environ["DISPLAY"],
+                          DBUS_SESSION_BUS_ADDRESS=self.daemon.get_bus_address())
         self.item = None
         self.bus = Gio.DBusConnection.new_for_address_sync(
             self.daemon.get_bus_address(),

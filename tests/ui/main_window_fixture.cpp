@@ -51,7 +51,7 @@ bool MainWindowFixture::Until(const std::function<bool()>& condition) {
   wxEventLoop loop;
   const wxEventLoopActivator active(&loop);
   for (int i = 0; i < kTries && !condition(); ++i) {
-    while (loop.Pending()) loop.Dispatch();
+    while (!condition() && loop.Pending()) loop.Dispatch();
     wxTheApp->ProcessPendingEvents();
     wxTheApp->ProcessIdle();
     wxMilliSleep(10);
