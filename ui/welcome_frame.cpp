@@ -25,6 +25,7 @@ constexpr int kLogoSize = 64;
 constexpr int kPictureSize = 56;
 constexpr int kStateSize = 16;
 constexpr int kCardWidth = 196;
+constexpr int kAddressHeight = 46;  // room for two lines
 constexpr double kNameFactor = 1.8;
 constexpr double kTitleFactor = 1.2;
 
@@ -95,10 +96,10 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   auto* state = new wxBoxSizer(wxHORIZONTAL);
   state->Add(card.stateIcon, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kTightGap)));
   state->Add(card.state, wxSizerFlags().CentreVertical());
-  // As high as the address wherever it is not shown, so that the cards do not jump.
+  // As high as the longest address wherever none is shown, so that the cards do not jump.
   auto* address = new wxBoxSizer(wxHORIZONTAL);
   address->Add(card.address, wxSizerFlags().CentreVertical());
-  address->Add(0, card.start->GetBestSize().GetHeight());
+  address->Add(0, FromDIP(kAddressHeight));
 
   const wxSizerFlags centred = wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kGap));
   auto* column = new wxBoxSizer(wxVERTICAL);

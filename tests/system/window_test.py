@@ -53,7 +53,11 @@ class WindowTest(unittest.TestCase):
     def start_with_window(self):
         self.start()
         wait_until(lambda: visible("Tarnwerk"), "the window")
-        xdotool("windowactivate", "--sync", visible("Tarnwerk")[-1])
+        self.window = visible("Tarnwerk")[-1]
+        xdotool("windowactivate", "--sync", self.window)
+
+    def wait_for_another_window(self):
+        wait_until(lambda: xdotool("getactivewindow") not in ([], [self.window]), "a dialog")
 
     def press(self, *keys):
         for key in keys:
@@ -109,14 +113,14 @@ class WindowTest(unittest.TestCase):
         self.start_with_window()
         self.start_web_from_the_keyboard()
         self.press("alt+o")
-        wait_until(lambda: len(visible(".+")) > 1, "the dialog")
+        self.wait_for_another_window()
         self.serves_the_page()
         self.stop_from_outside()
 
     def test_stop_ends_it_with_a_message_box_open(self):
         self.start_with_window()
         self.press("ctrl+4", "alt+l")
-        wait_until(lambda: len(visible(".+")) > 1 or len(visible("Tarnwerk")) > 1, "the box")
+        self.wait_for_another_window()
         self.stop_from_outside()
 
     def test_stop_ends_it_in_the_middle_of_a_menu(self):
