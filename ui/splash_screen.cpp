@@ -14,7 +14,7 @@
 namespace ui {
 namespace {
 
-constexpr int kShownFor = 500;  // milliseconds
+constexpr int kShownFor = 400;  // milliseconds
 const wxSize kSize(360, 168);
 constexpr int kLogoSize = 96;
 constexpr float kNameFactor = 2.4F;

@@ -7,7 +7,7 @@
 
 namespace ui {
 
-/// Shows it for half a second and then calls `then`, from the event loop.
+/// Shows it for less than half a second and then calls `then`, from the event loop.
 void ShowSplashScreen(std::function<void()> then);
 
 }  // namespace ui
