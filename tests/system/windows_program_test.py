@@ -45,6 +45,12 @@ class WindowsProgramTest(unittest.TestCase):
     def set_proxy(self, home, value):
         home.wine("reg", "add", PROXY, "/v", "ProxyEnable", "/t", "REG_DWORD", "/d", value, "/f")
 
+    def test_its_file_tells_what_it_is(self):
+        content = pathlib.Path(program).read_bytes()
+        for text in ("Tarnwerk 个人网络服务器管理".encode("utf-16-le"), b'level="asInvoker"',
+                     b"PerMonitorV2", b">true</longPathAware>", b"Microsoft.Windows.Common-Controls"):
+            self.assertTrue(text in content, text)
+
     def test_it_lives_with_its_system_from_start_to_stop(self):
         home = self.make_home()
         home.write_settings()
