@@ -106,6 +106,7 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   // The two modes
   bool MayOpen();
   void GoToTrayOrEnd();
+  void HideBehindIcon();
   void LeaveTray();
   void OnIconize(wxIconizeEvent& event);
   std::unique_ptr<wxMenu> MakeMenuForTray() override;
@@ -125,6 +126,7 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   std::array<bool, 3> failed_ = {};  // the last start
   bool inTray_ = false;
   bool opened_ = false;  // has been shown at least once
+  bool closing_ = false;
   bool asking_ = false;  // for the password
 };
 

@@ -58,7 +58,12 @@ void frmMain::GoToTray() {
     if (!IsIconized()) Iconize();
     return;
   }
+  HideBehindIcon();
+}
+
+void frmMain::HideBehindIcon() {
   inTray_ = true;
+  frmTip::Leave(this);
   Hide();
 }
 
@@ -70,8 +75,7 @@ void frmMain::LeaveTray() {
 void frmMain::OnIconize(wxIconizeEvent& event) {
   event.Skip();
   if (!event.IsIconized() || inTray_ || !tray_->Add()) return;
-  inTray_ = true;
-  Hide();
+  HideBehindIcon();
 }
 
 std::unique_ptr<wxMenu> frmMain::MakeMenuForTray() {
@@ -81,6 +85,8 @@ std::unique_ptr<wxMenu> frmMain::MakeMenuForTray() {
 }
 
 void frmMain::CloseEverything(std::function<void()> done) {
+  // Who wants it closed may ask again and again, and the loop first serves all that is asked.
+  if (std::exchange(closing_, true)) return;
   RememberPlace();
   LeaveTray();
   dialogs_.DismissAll(std::move(done));

@@ -30,15 +30,15 @@ Selector::Selector(wxWindow* parent, Names names, const char* art, const char* c
   SetLabel(Shown(caption));
   SetBackgroundStyle(wxBG_STYLE_PAINT);
   SetBackgroundColour(parent->GetBackgroundColour());
-  auto* picture = Named(new wxStaticBitmap(this, wxID_ANY, Art(art, kPictureSize)), names.picture);
+  picture_ = Named(new wxStaticBitmap(this, wxID_ANY, Art(art, kPictureSize)), names.picture);
   label_ = Named(new wxStaticText(this, wxID_ANY, Shown(caption)), names.label);
   auto* column = new wxBoxSizer(wxVERTICAL);
-  column->Add(picture, wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kEdge)));
+  column->Add(picture_, wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kEdge)));
   column->Add(label_, wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kTightGap)));
   column->AddSpacer(FromDIP(kEdge - kTightGap));
   column->SetMinSize(FromDIP(wxSize(kWidth, -1)));
   SetSizer(column);
-  for (wxWindow* window : {static_cast<wxWindow*>(this), static_cast<wxWindow*>(picture),
+  for (wxWindow* window : {static_cast<wxWindow*>(this), static_cast<wxWindow*>(picture_),
                            static_cast<wxWindow*>(label_)}) {
     BindMouse(window);
   }
@@ -70,11 +70,23 @@ void Selector::Select(bool selected) {
   if (selected) font.MakeBold();
   label_->SetFont(font);
   Layout();
-  Refresh();
+  ShowGround();
 }
 
 void Selector::SetHovered(bool hovered) {
   hovered_ = hovered;
+  ShowGround();
+}
+
+wxColour Selector::Ground() const {
+  const double strength = selected_ ? 0.28 : hovered_ ? 0.12 : 0;
+  return Mixed(AccentColour(), GetParent()->GetBackgroundColour(), strength);
+}
+
+// Not every system draws texts and pictures on what is behind them.
+void Selector::ShowGround() {
+  picture_->SetBackgroundColour(Ground());
+  label_->SetBackgroundColour(Ground());
   Refresh();
 }
 
@@ -101,14 +113,11 @@ void Selector::OnKey(wxKeyEvent& event) {
 
 void Selector::OnPaint() {
   wxAutoBufferedPaintDC screen(this);
-  const wxColour ground = GetParent()->GetBackgroundColour();
-  screen.SetBackground(wxBrush(ground));
+  screen.SetBackground(wxBrush(GetParent()->GetBackgroundColour()));
   screen.Clear();
   wxGCDC dc(screen);
-  const wxColour accent = AccentColour();
-  const double strength = selected_ ? 0.28 : hovered_ ? 0.12 : 0;
-  dc.SetBrush(strength == 0 ? *wxTRANSPARENT_BRUSH : wxBrush(Mixed(accent, ground, strength)));
-  dc.SetPen(HasFocus() ? wxPen(accent, FromDIP(2)) : *wxTRANSPARENT_PEN);
+  dc.SetBrush(wxBrush(Ground()));
+  dc.SetPen(HasFocus() ? wxPen(AccentColour(), FromDIP(2)) : *wxTRANSPARENT_PEN);
   const int inset = FromDIP(3);
   dc.DrawRoundedRectangle(GetClientRect().Deflate(inset), FromDIP(kRadius));
 }

@@ -32,8 +32,11 @@ class Selector : public wxWindow {
   void OnKey(wxKeyEvent& event);
   void OnPaint();
   void SetHovered(bool hovered);
+  wxColour Ground() const;
+  void ShowGround();
 
   std::function<void()> onChoose_;
+  wxStaticBitmap* picture_;
   wxStaticText* label_;
   bool selected_ = false;
   bool hovered_ = false;

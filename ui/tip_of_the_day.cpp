@@ -54,6 +54,10 @@ void frmTip::ShowNext(wxWindow* parent, const core::Program& program) {
   (new frmTip(parent, std::move(tips)))->Show();
 }
 
+void frmTip::Leave(wxWindow* parent) {
+  if (wxWindow* open = wxWindow::FindWindowByName("frmTip", parent)) open->Destroy();
+}
+
 frmTip::frmTip(wxWindow* parent, std::vector<std::string> tips)
     : wxDialog(parent, wxID_ANY, Shown("每日提示")), tips_(std::move(tips)) {
   Named(this, "frmTip");

@@ -24,6 +24,9 @@ class frmTip : public wxDialog {
   /// For who asks for it.
   static void ShowNext(wxWindow* parent, const core::Program& program);
 
+  /// Closes it if it is open.
+  static void Leave(wxWindow* parent);
+
   static std::vector<std::string> ReadTips(const core::Program& program);
 
  private:

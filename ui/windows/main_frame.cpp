@@ -16,8 +16,8 @@ MainFrame::MainFrame(const wxString& caption) {
   const wchar_t* windowClass = wxApp::GetRegisteredClassName(
       kWindowClass, kDefaultBackground, kNoExtraStyles, wxApp::RegClass_OnlyNR);
   wxTopLevelWindows.Append(this);
-  CreateBase(nullptr, wxID_ANY, wxDefaultPosition, GetDefaultSize(), wxDEFAULT_FRAME_STYLE,
-             wxDefaultValidator, "frmMain");
+  CreateBase(nullptr, wxID_ANY, wxDefaultPosition, GetDefaultSize(),
+             wxDEFAULT_FRAME_STYLE | wxTAB_TRAVERSAL, wxDefaultValidator, "frmMain");
   WXDWORD extendedStyle = 0;
   const WXDWORD style = MSWGetCreateWindowFlags(&extendedStyle);
   MSWCreate(windowClass, caption.t_str(), wxDefaultPosition, GetDefaultSize(), style,
