@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "app/first_start.h"
 #include "core/firewall.h"
 #include "core/hosts_file.h"
 #include "core/registry.h"
@@ -88,7 +89,9 @@ void Tarnwerk::CloseRunningInstance() {
 bool Tarnwerk::BecomeRunningInstance() {
   instance_ =
       platform::RunningInstance::Announce(platform::ExecutablePath(), platform::ProgramDirectory());
-  return instance_ != nullptr;
+  if (!instance_) return false;
+  FillNewProgramDirectory();
+  return true;
 }
 
 void Tarnwerk::RecordProgramPath() {

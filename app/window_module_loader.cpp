@@ -11,7 +11,8 @@ namespace app {
 std::unique_ptr<Frontend> MakeWindowFrontend() {
   if (!platform::HasDisplay()) return nullptr;
   using Maker = Frontend* (*)();
-  void* maker = platform::FindInModule("tarnwerk-window.so", "MakeTarnwerkWindow");
+  void* maker = platform::FindInModule(
+      platform::ExecutablePath().parent_path() / "tarnwerk-window.so", "MakeTarnwerkWindow");
   return std::unique_ptr<Frontend>(maker == nullptr ? nullptr : reinterpret_cast<Maker>(maker)());
 }
 

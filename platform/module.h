@@ -2,10 +2,13 @@
 
 // Parts of the program that are loaded only when they are needed.
 
+#include <filesystem>
+
 namespace platform {
 
-/// The address of `symbol` in the shared library `file`, which is looked for beside the program and
-/// then where the system looks. Null if there is none. The library stays loaded.
-void* FindInModule(const char* file, const char* symbol);
+/// The address of `symbol` in the shared library `file`, a whole path: to a program that has been
+/// given a right, the system's own search closes the folder that the program is in. Null if there
+/// is none. The library stays loaded.
+void* FindInModule(const std::filesystem::path& file, const char* symbol);
 
 }  // namespace platform

@@ -10,7 +10,15 @@ namespace platform {
 /// The running executable, absolute.
 std::filesystem::path ExecutablePath();
 
-/// The program directory: what the environment variable TARNWERK_HOME names, else the executable's.
+/// The sample site that an installed program has beside it, which a new program directory begins
+/// with.
+std::filesystem::path SampleDirectory();
+
+/// The user's data directory, if the program is an installed one, beside which users cannot write;
+/// else the executable's.
+std::filesystem::path UsualProgramDirectory();
+
+/// The program directory: what the environment variable TARNWERK_HOME names, else the usual one.
 std::filesystem::path ProgramDirectory();
 
 /// The command line behind the program's own name, as UTF-8. Windows: as the system holds it,

@@ -24,4 +24,9 @@ std::filesystem::path StateDirectory();
 /// Where choosing a folder begins. Linux: the user's home; Windows: C:\.
 std::filesystem::path FirstFolderToChooseFrom();
 
+/// The user's own files of this program. Linux: $XDG_DATA_HOME/tarnwerk (or
+/// ~/.local/share/tarnwerk); Windows: Tarnwerk in the user's local application data. Not created
+/// here; empty if the environment tells of none.
+std::filesystem::path DataDirectory();
+
 }  // namespace platform

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-void* FindInModule(const char* file, const char* symbol) {
-  void* module = dlopen(file, RTLD_NOW | RTLD_GLOBAL);
+void* FindInModule(const std::filesystem::path& file, const char* symbol) {
+  void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_GLOBAL);
   return module == nullptr ? nullptr : dlsym(module, symbol);
 }
 

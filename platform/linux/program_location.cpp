@@ -18,7 +18,7 @@ std::filesystem::path ExecutablePath() {
 }
 
 std::filesystem::path ProgramDirectory() {
-  if (!IsSet("TARNWERK_HOME")) return ExecutablePath().parent_path();
+  if (!IsSet("TARNWERK_HOME")) return UsualProgramDirectory();
   std::error_code error;
   const std::filesystem::path home = std::getenv("TARNWERK_HOME");
   const std::filesystem::path absolute = std::filesystem::absolute(home, error).lexically_normal();

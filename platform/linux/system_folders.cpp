@@ -29,4 +29,11 @@ std::filesystem::path FirstFolderToChooseFrom() {
   return home.empty() ? "/" : home;
 }
 
+std::filesystem::path DataDirectory() {
+  const std::filesystem::path configured = FromEnvironment("XDG_DATA_HOME");
+  if (configured.is_absolute()) return configured / "tarnwerk";
+  const std::filesystem::path home = FromEnvironment("HOME");
+  return home.is_absolute() ? home / ".local" / "share" / "tarnwerk" : "";
+}
+
 }  // namespace platform

@@ -33,7 +33,7 @@ std::filesystem::path ExecutablePath() {
 
 std::filesystem::path ProgramDirectory() {
   const std::wstring home = EnvironmentText(L"TARNWERK_HOME");
-  if (home.empty()) return ExecutablePath().parent_path();
+  if (home.empty()) return UsualProgramDirectory();
   std::error_code error;
   const std::filesystem::path absolute = std::filesystem::absolute(home, error).lexically_normal();
   return absolute.has_filename() ? absolute : absolute.parent_path();

@@ -36,4 +36,9 @@ std::filesystem::path StateDirectory() { return ConfigurationDirectory() / "Tarn
 
 std::filesystem::path FirstFolderToChooseFrom() { return L"C:\\"; }
 
+std::filesystem::path DataDirectory() {
+  const std::filesystem::path local = EnvironmentText(L"LOCALAPPDATA");
+  return local.is_absolute() ? local / "Tarnwerk" : "";
+}
+
 }  // namespace platform

@@ -1,0 +1,182 @@
+; The Windows installer. packaging/windows/make defines VERSION, ICON, OUTPUT and INSTALL_COMMANDS (a
+; file with a command for each file and folder).
+;
+; The program goes to the user's programs, or to those of all users; pages, files and messages are
+; in each user's own local application data, and are nothing of the installer's: only the
+; uninstaller touches them, if it is asked to.
+
+Unicode true
+Target amd64-unicode
+SetCompressor /SOLID lzma
+ManifestDPIAware true
+
+!define KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Tarnwerk"
+!define RUN "Software\Microsoft\Windows\CurrentVersion\Run"
+
+!define MULTIUSER_EXECUTIONLEVEL Highest
+!define MULTIUSER_INSTALLMODE_DEFAULT_CURRENTUSER
+!define MULTIUSER_INSTALLMODE_COMMANDLINE
+!define MULTIUSER_INSTALLMODE_INSTDIR "Tarnwerk"
+!define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_KEY "${KEY}"
+!define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_VALUENAME "InstallLocation"
+!define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_KEY "${KEY}"
+!define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_VALUENAME "InstallLocation"
+!define MULTIUSER_USE_PROGRAMFILES64
+!define MULTIUSER_MUI
+!include MultiUser.nsh
+!include MUI2.nsh
+!include FileFunc.nsh
+
+Name "Tarnwerk"
+OutFile "${OUTPUT}"
+BrandingText "Tarnwerk ${VERSION}"
+ShowInstDetails nevershow
+ShowUninstDetails nevershow
+
+VIProductVersion "${VERSION}.0"
+VIFileVersion "${VERSION}.0"
+VIAddVersionKey /LANG=0 "ProductName" "Tarnwerk"
+VIAddVersionKey /LANG=0 "ProductVersion" "${VERSION}"
+VIAddVersionKey /LANG=0 "FileVersion" "${VERSION}"
+VIAddVersionKey /LANG=0 "FileDescription" "Tarnwerk 安装程序"
+VIAddVersionKey /LANG=0 "CompanyName" "The Tarnwerk developers"
+VIAddVersionKey /LANG=0 "LegalCopyright" "© 2026 The Tarnwerk developers"
+
+!define MUI_ICON "${ICON}"
+!define MUI_UNICON "${ICON}"
+!define MUI_ABORTWARNING
+!define MUI_COMPONENTSPAGE_SMALLDESC
+!define MUI_FINISHPAGE_RUN
+!define MUI_FINISHPAGE_RUN_FUNCTION StartAsUser
+
+!insertmacro MUI_PAGE_WELCOME
+!insertmacro MULTIUSER_PAGE_INSTALLMODE
+!insertmacro MUI_PAGE_COMPONENTS
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_COMPONENTS
+!insertmacro MUI_UNPAGE_INSTFILES
+
+; The first is the one for systems that speak neither.
+!insertmacro MUI_LANGUAGE "SimpChinese"
+!insertmacro MUI_LANGUAGE "English"
+
+!macro Text name chinese english
+  LangString ${name} ${LANG_SIMPCHINESE} "${chinese}"
+  LangString ${name} ${LANG_ENGLISH} "${english}"
+!macroend
+!insertmacro Text PROGRAM "Tarnwerk 程序" "The program"
+!insertmacro Text PROGRAM_MORE "程序、说明和示例站点。" "The program, its readme and the sample site."
+!insertmacro Text MENU "开始菜单" "Start menu"
+!insertmacro Text MENU_MORE "在开始菜单里放入 Tarnwerk。" "An entry for Tarnwerk in the start menu."
+!insertmacro Text AUTOSTART "登录时启动" "Start at login"
+!insertmacro Text AUTOSTART_MORE "登录时启动全部服务，停在系统托盘里。" "Starts the services at login and stays in the tray."
+!insertmacro Text DATA "删除我的网页、文件和邮件" "Delete my pages, files and messages"
+!insertmacro Text DATA_MORE "同时删除数据文件夹和设置。无法恢复！" "Deletes the data folder and the settings too. They cannot be brought back!"
+
+!macro StopProgram
+  ; The file of a running program cannot be replaced or deleted.
+  ${If} ${FileExists} "$INSTDIR\Tarnwerk.exe"
+    ExecWait '"$INSTDIR\Tarnwerk.exe" STOP'
+  ${EndIf}
+!macroend
+
+; Value ${variable} of 1 if the word is on the command line.
+!macro HasWord prefix word variable
+  ${${prefix}GetParameters} $R0
+  ClearErrors
+  ${${prefix}GetOptions} $R0 "${word}" $R1
+  StrCpy ${variable} 1
+  ${If} ${Errors}
+    StrCpy ${variable} 0
+  ${EndIf}
+  ClearErrors
+!macroend
+
+Section "$(PROGRAM)" SectionProgram
+  SectionIn RO
+  !insertmacro StopProgram
+  ; The sample of an older version may have files that this one has not.
+  RMDir /r "$INSTDIR\sample"
+  !include "${INSTALL_COMMANDS}"
+  SetOutPath "$INSTDIR"
+  WriteUninstaller "$INSTDIR\uninstall.exe"
+  WriteRegStr SHCTX "${KEY}" "DisplayName" "Tarnwerk"
+  WriteRegStr SHCTX "${KEY}" "DisplayVersion" "${VERSION}"
+  WriteRegStr SHCTX "${KEY}" "DisplayIcon" "$INSTDIR\Tarnwerk.exe"
+  WriteRegStr SHCTX "${KEY}" "Publisher" "The Tarnwerk developers"
+  WriteRegStr SHCTX "${KEY}" "InstallLocation" "$INSTDIR"
+  WriteRegStr SHCTX "${KEY}" "UninstallString" '"$INSTDIR\uninstall.exe" /$MultiUser.InstallMode'
+  WriteRegStr SHCTX "${KEY}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /$MultiUser.InstallMode /S'
+  WriteRegDWORD SHCTX "${KEY}" "NoModify" 1
+  WriteRegDWORD SHCTX "${KEY}" "NoRepair" 1
+  ${GetSize} "$INSTDIR" "/S=0K" $0 $1 $2
+  WriteRegDWORD SHCTX "${KEY}" "EstimatedSize" $0
+SectionEnd
+
+Section "$(MENU)" SectionMenu
+  CreateShortCut "$SMPROGRAMS\Tarnwerk.lnk" "$INSTDIR\Tarnwerk.exe"
+SectionEnd
+
+Section /o "$(AUTOSTART)" SectionAutostart
+  CreateShortCut "$SMSTARTUP\Tarnwerk.lnk" "$INSTDIR\Tarnwerk.exe" "START SHOW"
+SectionEnd
+
+Section "un.$(PROGRAM)" SectionUnProgram
+  SectionIn RO
+  !insertmacro StopProgram
+  Delete "$SMPROGRAMS\Tarnwerk.lnk"
+  Delete "$SMSTARTUP\Tarnwerk.lnk"
+  ; The program's own entry, if it was asked in its options to start with Windows.
+  ReadRegStr $0 HKLM "${RUN}" "Tarnwerk"
+  ${If} $0 == "$INSTDIR\Tarnwerk.exe"
+    DeleteRegValue HKLM "${RUN}" "Tarnwerk"
+  ${EndIf}
+  DeleteRegKey SHCTX "${KEY}"
+  Delete "$INSTDIR\Tarnwerk.exe"
+  Delete "$INSTDIR\readme.txt"
+  Delete "$INSTDIR\licences.txt"
+  Delete "$INSTDIR\uninstall.exe"
+  RMDir /r "$INSTDIR\sample"
+  ; Only if nothing of anybody else's is left in it.
+  RMDir "$INSTDIR"
+SectionEnd
+
+Section /o "un.$(DATA)" SectionUnData
+  SetShellVarContext current
+  RMDir /r "$LOCALAPPDATA\Tarnwerk"
+  RMDir /r "$APPDATA\Tarnwerk"
+  DeleteRegKey HKCU "Software\Tarnwerk"
+SectionEnd
+
+!insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionProgram} "$(PROGRAM_MORE)"
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionMenu} "$(MENU_MORE)"
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionAutostart} "$(AUTOSTART_MORE)"
+!insertmacro MUI_FUNCTION_DESCRIPTION_END
+!insertmacro MUI_UNFUNCTION_DESCRIPTION_BEGIN
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionUnProgram} "$(PROGRAM_MORE)"
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionUnData} "$(DATA_MORE)"
+!insertmacro MUI_UNFUNCTION_DESCRIPTION_END
+
+; The installer may have an administrator's rights; a server should not.
+Function StartAsUser
+  Exec '"$WINDIR\explorer.exe" "$INSTDIR\Tarnwerk.exe"'
+FunctionEnd
+
+Function .onInit
+  !insertmacro MULTIUSER_INIT
+  !insertmacro HasWord "" "/Autostart" $0
+  ${If} $0 == 1
+    !insertmacro SelectSection ${SectionAutostart}
+  ${EndIf}
+FunctionEnd
+
+Function un.onInit
+  !insertmacro MULTIUSER_UNINIT
+  !insertmacro HasWord "un." "/RemoveData" $0
+  ${If} $0 == 1
+    !insertmacro SelectSection ${SectionUnData}
+  ${EndIf}
+FunctionEnd
