@@ -102,7 +102,8 @@ class Debian:
                 "PATH=/usr/bin:/bin", "LC_ALL=C.UTF-8", "sh", "-c", command]
 
     def start_as_user(self, command):
-        return subprocess.Popen(self.user_words(command), stdin=subprocess.DEVNULL)
+        return subprocess.Popen(self.user_words(command), stdin=subprocess.DEVNULL,
+                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def as_user(self, command):
         done = subprocess.run(self.user_words(command), timeout=PATIENCE,
@@ -182,7 +183,7 @@ class DebTest(unittest.TestCase):
         self.assertEqual(self.debian.fetch("/"), (SAMPLE / "wwwroot/index.htm").read_bytes())
         self.assertEqual(self.debian.fetch("/picture.png"),
                          (SAMPLE / "wwwroot/picture.png").read_bytes())
-        page = self.debian.fetch("/cgi-bin/guestbook.cgi", "-d", "name=Li&message=hello")
+        page = self.debian.fetch("/guestbook.cgi", "-d", "name=Li&message=hello")
         self.assertIn("<strong>Li</strong>：hello", page.decode())
         self.assertEqual([self.debian.greeting(PORTS[name]) for name in ("ftp", "smtp", "pop3")],
                          ["220", "220", "+OK"])
