@@ -29,7 +29,8 @@ if(WIN32)
   # Windows 8.1 and later: the oldest systems that the supported toolkit still knows.
   target_compile_definitions(tarnwerk_options INTERFACE
     _WIN32_WINNT=0x0603 WINVER=0x0603 UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
-  target_link_options(tarnwerk_options INTERFACE -static)
+  # Without the time of linking, which would make each program another one.
+  target_link_options(tarnwerk_options INTERFACE -static -Wl,--no-insert-timestamp)
 endif()
 
 find_program(TARNWERK_CCACHE ccache)
