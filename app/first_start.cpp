@@ -20,13 +20,12 @@ void CopyForThisUserAlone(const fs::path& source, const fs::path& target, std::e
 void FillNewProgramDirectory() {
   std::error_code error;
   const fs::path directory = platform::ProgramDirectory();
-  const fs::path sample = platform::SampleDirectory();
-  if (fs::exists(fs::symlink_status(directory, error)) || !fs::is_directory(sample, error)) return;
+  if (!platform::IsInstalled() || fs::exists(fs::symlink_status(directory, error))) return;
   fs::path unfinished = directory;
   unfinished += ".new";
   fs::remove_all(unfinished, error);
   fs::create_directories(directory.parent_path(), error);
-  CopyForThisUserAlone(sample, unfinished, error);
+  CopyForThisUserAlone(platform::SampleDirectory(), unfinished, error);
   if (!error) fs::rename(unfinished, directory, error);
   if (error) fs::remove_all(unfinished, error);
 }

@@ -4,8 +4,12 @@
 #include "platform/program_location.h"
 
 int main(int argumentCount, char** arguments) {
+  const std::filesystem::path executable = platform::ExecutablePath();
+  const std::filesystem::path installedIn =
+      platform::IsInstalled() ? executable.parent_path() : std::filesystem::path();
   const core::Program program(platform::PathText(platform::ProgramDirectory()),
-                              platform::PathText(platform::ExecutablePath().stem()));
+                              platform::PathText(executable.stem()),
+                              platform::PathText(installedIn));
   app::Tarnwerk tarnwerk(program);
   const std::string commandLine = platform::CommandLineText(argumentCount, arguments);
   if (ModMain::Main(program, commandLine, tarnwerk)) tarnwerk.Run();

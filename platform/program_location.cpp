@@ -6,11 +6,14 @@ namespace platform {
 
 std::filesystem::path SampleDirectory() { return ExecutablePath().parent_path() / "sample"; }
 
-std::filesystem::path UsualProgramDirectory() {
+bool IsInstalled() {
   std::error_code error;
+  return std::filesystem::is_directory(SampleDirectory(), error);
+}
+
+std::filesystem::path UsualProgramDirectory() {
   const std::filesystem::path data = DataDirectory();
-  const bool installed = !data.empty() && std::filesystem::is_directory(SampleDirectory(), error);
-  return installed ? data : ExecutablePath().parent_path();
+  return IsInstalled() && !data.empty() ? data : ExecutablePath().parent_path();
 }
 
 }  // namespace platform

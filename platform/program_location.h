@@ -14,6 +14,9 @@ std::filesystem::path ExecutablePath();
 /// with.
 std::filesystem::path SampleDirectory();
 
+/// Whether there is one.
+bool IsInstalled();
+
 /// The user's data directory, if the program is an installed one, beside which users cannot write;
 /// else the executable's.
 std::filesystem::path UsualProgramDirectory();
