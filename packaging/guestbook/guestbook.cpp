@@ -13,7 +13,26 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/program_location.h"
+
 namespace {
+
+std::filesystem::path PathOf(const std::string& text) {
+  return std::u8string(text.begin(), text.end());
+}
+
+// On Windows the server quotes nothing and sets two blanks before each name. In a folder with a
+// blank in its name the program's words are no names then, and they lack the characters that the
+// system's code page lacks; the line as a whole has both.
+std::vector<std::filesystem::path> FileNames(int argumentCount, char** arguments) {
+  std::vector<std::filesystem::path> names(arguments + 1, arguments + argumentCount);
+  if (names.size() >= 2 && std::filesystem::exists(names[0])) return names;
+  const std::string line = ' ' + platform::CommandLineText(argumentCount, arguments);
+  const std::size_t output = line.rfind("  ");
+  const std::size_t input = output == line.npos ? line.npos : line.rfind("  ", output - 1);
+  if (input == line.npos) return {};
+  return {PathOf(line.substr(input + 2, output - input - 2)), PathOf(line.substr(output + 2))};
+}
 
 std::string ReadFile(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -68,12 +87,11 @@ std::string Page(const std::string& entries) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-  if (argumentCount < 3) return 2;
-  const std::vector<std::string> words(arguments, arguments + argumentCount);
-  const std::filesystem::path input = words[1];
-  const std::filesystem::path book = input.parent_path() / "guestbook.txt";
-  AddEntry(book, ReadFile(input));
-  std::ofstream page(words[2], std::ios::binary);
+  const auto files = FileNames(argumentCount, arguments);
+  if (files.size() < 2) return 2;
+  const std::filesystem::path book = files[0].parent_path() / "guestbook.txt";
+  AddEntry(book, ReadFile(files[0]));
+  std::ofstream page(files[1], std::ios::binary);
   page << Page(ReadFile(book));
   return page.flush() ? 0 : 1;
 }

@@ -117,7 +117,7 @@ class WindowsTest(unittest.TestCase):
     def test_user_installs_serves_updates_and_uninstalls(self):
         wine(SETUP, "/S", "/CurrentUser")
         self.assertTrue(self.start_menu().exists())
-        self.assertFalse(self.start_menu(folder="Startup").exists())
+        self.assertFalse(self.start_menu(folder="StartUp").exists())
         self.assertEqual(registry_value("HKCU", "DisplayName"), "Tarnwerk")
         program = self.own_programs / "Tarnwerk.exe"
         sample = (SAMPLE / "wwwroot/index.htm").read_bytes()
@@ -134,11 +134,11 @@ class WindowsTest(unittest.TestCase):
         wait_until(lambda: accepts(PORTS["web"]), "the Web service")
         wine(SETUP, "/S", "/Autostart")
         process.wait(PATIENCE)
-        self.assertTrue(self.start_menu(folder="Startup").exists())
+        self.assertTrue(self.start_menu(folder="StartUp").exists())
         self.assertEqual(self.expect_service(program), b"<p>mine</p>")
 
         self.uninstall(self.own_programs, "/CurrentUser")
-        self.assertFalse(self.start_menu().exists() or self.start_menu(folder="Startup").exists())
+        self.assertFalse(self.start_menu().exists() or self.start_menu(folder="StartUp").exists())
         self.assertEqual(registry_value("HKCU", "DisplayName"), "")
         self.assertEqual((self.data / "wwwroot/index.htm").read_text(), "<p>mine</p>")
         self.assertEqual(message.read_text(), "Subject: kept")
