@@ -86,6 +86,9 @@ class WindowsTest(unittest.TestCase):
             shutil.rmtree(folder, ignore_errors=True)
         for root in ("HKCU", "HKLM"):
             wine("reg", "delete", f"{root}\\{UNINSTALL}", "/f", check=False)
+        for common in (False, True):
+            for folder in ("", "StartUp"):
+                self.start_menu(common, folder).unlink(missing_ok=True)
 
     def start_menu(self, common=False, folder=""):
         base = self.drive / "ProgramData" if common else self.user / "AppData/Roaming"
