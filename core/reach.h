@@ -1,0 +1,21 @@
+#pragma once
+
+// The addresses at which others reach the services, as they are passed on to a friend.
+
+#include <cstdint>
+#include <string>
+
+#include "core/service.h"
+
+namespace core {
+
+/// The ports that a service listens on; a mail server has two.
+struct ListeningPorts {
+  std::uint16_t first = 0;   // HTTP, FTP or SMTP
+  std::uint16_t second = 0;  // POP3
+};
+
+/// "http://192.168.1.5/", with the port where it is not the usual one.
+std::string ReachedAt(ServiceKind service, const std::string& machine, ListeningPorts ports);
+
+}  // namespace core

@@ -1,0 +1,62 @@
+#include "core/start_diagnosis.h"
+
+#include "core/paths.h"
+#include "platform/system_message.h"
+
+namespace core {
+namespace {
+
+using Remedy = Diagnosis::Remedy;
+
+std::string PortText(const StartFailure& failure) { return "端口 " + std::to_string(failure.port); }
+
+Diagnosis ExplainTaken(const StartFailure& failure,
+                       const std::optional<platform::PortOwner>& owner) {
+  const std::string port = PortText(failure);
+  const std::string next = "请先退出那个程序，或在选项中改用别的端口，然后再次启动。";
+  if (!owner) {
+    return {port + " 已被\n另一个程序占用", port + " 已被另一个程序占用。\n" + next,
+            Remedy::kChangeOptions, ""};
+  }
+  const std::string name = owner->program.empty() ? "另一个程序" : "“" + owner->program + "”";
+  return {port + " 已被\n" + name + "占用",
+          port + " 已被" + name + "占用（进程 " + std::to_string(owner->process) + "）。\n" + next,
+          Remedy::kChangeOptions, ""};
+}
+
+// Quoted for the shell in which the command is pasted.
+std::string Quoted(const std::string& path) { return "'" + ReplaceAll(path, "'", "'\\''") + "'"; }
+
+Diagnosis ExplainNoRight(const StartFailure& failure, const std::string& executable) {
+  const std::string port = PortText(failure);
+  return {port + " 需要\n系统的许可",
+          "系统只让有许可的程序使用 1024 以下的端口，" + port +
+              " 也在其中。\n请在终端中运行复制的命令来给予许可，然后重新运行本程序；"
+              "\n或在选项中改用 1024 以上的端口。",
+          Remedy::kCopyCommand, "sudo setcap cap_net_bind_service=+ep " + Quoted(executable)};
+}
+
+}  // namespace
+
+Diagnosis Explain(const StartFailure& failure, const std::optional<platform::PortOwner>& owner,
+                  const std::string& executable) {
+  if (failure.port == 0 && failure.reason == std::errc::invalid_argument) {
+    return {"端口号无效",
+            "设置文件 Server.ini 中的端口不是有效的数字。\n请在选项中填写端口，再次启动。",
+            Remedy::kChangeOptions, ""};
+  }
+  switch (platform::TroubleOf(failure.reason)) {
+    case platform::ListenTrouble::kPortTaken:
+      return ExplainTaken(failure, owner);
+    case platform::ListenTrouble::kNoRight:
+      return ExplainNoRight(failure, executable);
+    case platform::ListenTrouble::kOther:
+      break;
+  }
+  return {PortText(failure) + "\n无法使用",
+          PortText(failure) + " 无法使用。系统的说明：" + platform::SystemMessage(failure.reason) +
+              "\n每次失败的原因都记录在程序目录的 RunErr.Log 中。",
+          Remedy::kNone, ""};
+}
+
+}  // namespace core
