@@ -5,6 +5,7 @@
 #include "core/files.h"
 #include "core/ini_file.h"
 #include "core/paths.h"
+#include "core/wildcards.h"
 #include "platform/system_message.h"
 
 namespace ModMail {
@@ -71,6 +72,16 @@ std::vector<MailUser> ListMailUsers(std::string_view mailRoot) {
     users.push_back({entry.name, ReadMailPassword(BoxOf(mailRoot, entry.name))});
   }
   return users;
+}
+
+std::size_t MessagesOf(std::string_view mailRoot, std::string_view name) {
+  if (!MailUserExists(mailRoot, name)) return 0;
+  std::error_code error;
+  const auto entries = core::ListFolder(BoxOf(mailRoot, name), error);
+  return static_cast<std::size_t>(
+      std::count_if(entries.begin(), entries.end(), [](const platform::DirectoryEntry& entry) {
+        return !entry.isFolder && core::MatchesWildcard(entry.name, "*.eml");
+      }));
 }
 
 bool MailUserExists(std::string_view mailRoot, std::string_view name) {

@@ -26,6 +26,9 @@ bool IsAccountName(std::string_view name);
 /// Every mailbox with its password, in the order of the file system.
 std::vector<MailUser> ListMailUsers(std::string_view mailRoot);
 
+/// How many messages are in a mailbox.
+std::size_t MessagesOf(std::string_view mailRoot, std::string_view name);
+
 bool MailUserExists(std::string_view mailRoot, std::string_view name);
 
 /// The password in the UserInfo.ini of a mailbox; `box` ends in a separator.

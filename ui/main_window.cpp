@@ -7,11 +7,13 @@
 
 #include <utility>
 
+#include "core/files.h"
 #include "core/service_texts.h"
 #include "ui/art.h"
 #include "ui/colours.h"
 #include "ui/folder_tree.h"
 #include "ui/layout.h"
+#include "ui/live_panel.h"
 #include "ui/mail_user_list.h"
 #include "ui/selector.h"
 #include "ui/service_looks.h"
@@ -55,6 +57,13 @@ void frmMain::Attach(const Manager& manager, std::function<void()> onClose) {
   manager_ = std::make_unique<Manager>(manager);
   onClose_ = std::move(onClose);
   for (const ServiceKind service : kServices) ShowRootDir(service);
+  const auto setLog = [&](ServiceKind service, const char* name) {
+    FrameOf(service).Live().SetLog(manager.program.File(name), name);
+  };
+  setLog(ServiceKind::kWeb, "Web.log");
+  setLog(ServiceKind::kFtp, "RunErr.Log");  // the FTP server has no log of its own
+  setLog(ServiceKind::kMail, "Mail.log");
+  ShowFirstSteps();
 }
 
 wxWindow* frmMain::MakeSideBar() {
@@ -88,6 +97,16 @@ wxSizer* frmMain::MakePages() {
                 .openRoot = [this](ServiceKind service) { OpenRoot(service); },
                 .startAll = [this] { StartAll(); },
                 .stopAll = [this] { StopAll(); },
+                .firstSteps =
+                    {
+                        .putPage = [this] { PutPage(); },
+                        .addMailUser =
+                            [this] {
+                              SelectService(ServiceKind::kMail);
+                              AddMailUser();
+                            },
+                        .allowUploads = [this] { ShowOptions(ServiceKind::kFtp); },
+                    },
             });
   for (const ServiceKind service : kServices) {
     frames_[IndexOf(service)] = MakeServiceFrame(service);
@@ -107,15 +126,20 @@ wxSizer* frmMain::MakePages() {
 }
 
 ServiceFrame* frmMain::MakeServiceFrame(ServiceKind service) {
-  return new ServiceFrame(this, service,
-                          {
-                              .start = [this, service] { Start(service); },
-                              .stop = [this, service] { Stop(service); },
-                              .askDomain = [this, service] { AskForDomain(service); },
-                              .showOptions = [this, service] { ShowOptions(service); },
-                              .openAddress = [this, service] { OpenAddress(service); },
-                              .openRoot = [this, service] { OpenRoot(service); },
-                          });
+  return new ServiceFrame(
+      this, service,
+      {
+          .start = [this, service] { Start(service); },
+          .stop = [this, service] { Stop(service); },
+          .askDomain = [this, service] { AskForDomain(service); },
+          .showOptions = [this, service] { ShowOptions(service); },
+          .openAddress = [this, service] { OpenAddress(service); },
+          .openRoot = [this, service] { OpenRoot(service); },
+          .makeRoot = [this, service] { MakeRoot(service); },
+          .remedy = [this,
+                     service](const core::Diagnosis& diagnosis) { Follow(service, diagnosis); },
+          .copy = [this](const std::string& text) { CopyForUser(text); },
+      });
 }
 
 void frmMain::FillWebFrame() {
@@ -123,7 +147,7 @@ void frmMain::FillWebFrame() {
   fraWeb->AddBodyButton(heading, "cmdRefresh", "刷新(&R)", [this] { RefreshTree(); });
   fraWeb->AddBodyButton(heading, "cmdAddVirtualDir", "虚拟目录(&N)...",
                         [this] { AddVirtualDirectory(); });
-  tvWebDir = new FolderTree(fraWeb);
+  tvWebDir = new FolderTree(fraWeb->BodyParent());
   fraWeb->Body()->Add(tvWebDir, wxSizerFlags(1).Expand());
 }
 
@@ -140,7 +164,7 @@ void frmMain::FillFtpFrame() {
     button->SetToolTip(Shown("FTP 服务只有一个主目录，没有虚拟目录。"));
   }
   auto* note = new wxStaticText(
-      fraFtp, wxID_ANY,
+      fraFtp->BodyParent(), wxID_ANY,
       Shown("FTP 服务只有一个主目录：客户端看到的“/”就是它。\n"
             "任何用户名和密码都可以登录并下载；上传、改名和删除只限于选项中的上传目录。"));
   note->SetForegroundColour(QuietText());
@@ -152,14 +176,25 @@ void frmMain::FillMailFrame() {
   fraMail->AddBodyButton(heading, "cmdAddMailUser", "添加(&A)...", [this] { AddMailUser(); });
   fraMail->AddBodyButton(heading, "cmdEditMailUser", "编辑(&E)...", [this] { EditMailUser(); });
   fraMail->AddBodyButton(heading, "cmdDelMailUser", "删除(&L)", [this] { DeleteMailUser(); });
-  lvMailUser = new MailUserList(fraMail);
+  lvMailUser = new MailUserList(fraMail->BodyParent());
   lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { EditMailUser(); });
+  for (const auto& event : {wxEVT_LIST_ITEM_SELECTED, wxEVT_LIST_ITEM_DESELECTED}) {
+    lvMailUser->Bind(event, [this](wxListEvent&) { ShowMessagesOfSelected(); });
+  }
   fraMail->Body()->Add(lvMailUser, wxSizerFlags(1).Expand());
+  lblMessages = Named(new wxStaticText(fraMail->BodyParent(), wxID_ANY, " "), "lblMessages");
+  lblMessages->SetForegroundColour(QuietText());
+  fraMail->Body()->Add(lblMessages, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap)));
 }
 
 void frmMain::BindMenu() {
   Bind(wxEVT_MENU, &frmMain::OnMenu, this);
   Bind(wxEVT_ICONIZE, &frmMain::OnIconize, this);
+  Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
+    event.Skip();
+    if (event.GetEventObject() == this) WatchWhileSeen(event.IsShown() && !IsIconized());
+  });
+  watch_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Look(); });
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) {
     if (onClose_) onClose_();
   });
@@ -208,6 +243,9 @@ void frmMain::ShowPage(wxWindow* page) {
   }
   Layout();
   Thaw();
+  if (!watch_.IsRunning()) return;
+  looks_ = 0;
+  Look();
 }
 
 // The least size in which nothing of any page is cut off.
@@ -226,8 +264,12 @@ void frmMain::SelectWelcome() { ShowPage(fraWelcome); }
 ServiceFrame& frmMain::FrameOf(ServiceKind service) { return *frames_[IndexOf(service)]; }
 
 void frmMain::SetResult(ServiceKind service, const std::string& text) {
-  failed_[IndexOf(service)] = text == core::TextsOf(service).startFailed;
+  const bool failed = text == core::TextsOf(service).startFailed;
+  const auto diagnosis = failed ? Diagnose(service) : std::nullopt;
+  failed_[IndexOf(service)] = failed;
+  fraWelcome->SetReason(service, diagnosis ? diagnosis->brief : "");
   FrameOf(service).SetResult(text);
+  FrameOf(service).SetDiagnosis(diagnosis);
 }
 
 void frmMain::SetAddress(ServiceKind service, const std::string& text) {
@@ -246,11 +288,14 @@ void frmMain::SetHint(ServiceKind service, const std::string& text) {
 
 void frmMain::SetRootDir(ServiceKind service, const std::string& path) {
   FrameOf(service).SetRootDir(path);
+  const std::string root = manager_->control.Of(service).RootDir();
+  FrameOf(service).SetRootMissing(!root.empty() && !core::FolderExists(root));
 }
 
 void frmMain::ShowButtons(ServiceKind service, bool running) {
   FrameOf(service).ShowButtons(running);
   fraWelcome->SetRunning(service, running);
+  ShowReach(service);
   if (failed_[IndexOf(service)]) fraWelcome->SetFailed(service);
 }
 

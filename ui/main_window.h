@@ -7,11 +7,17 @@
 // It has two modes. In window mode it is visible and has no icon; in tray mode it is the other way
 // round. Where the desktop has no tray it is minimised instead, so that it can always be found.
 
+#include <wx/timer.h>
+
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "core/manager_view.h"
+#include "core/start_diagnosis.h"
+#include "core/traffic_text.h"
 #include "ui/main_frame.h"
 #include "ui/main_menu.h"
 #include "ui/manager.h"
@@ -68,6 +74,7 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   StatusBar* stbInfo;
   FolderTree* tvWebDir;
   MailUserList* lvMailUser;
+  wxStaticText* lblMessages;  // how many the selected mail user has
 
  private:
   // Making (main_window.cpp)
@@ -100,8 +107,22 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   void ShowAbout();
   void ShowTips();
   void LoadMailUsers();
+  void ShowMessagesOfSelected();
+  void PutPage();
   void RefreshTree();
   void ShowRootDir(core::ServiceKind service);
+  void MakeRoot(core::ServiceKind service);
+  std::optional<core::Diagnosis> Diagnose(core::ServiceKind service);
+  void Follow(core::ServiceKind service, const core::Diagnosis& diagnosis);
+
+  // What it looks at by itself (main_window_watch.cpp)
+  void WatchWhileSeen(bool seen);
+  void Look();
+  void ShowTraffic();
+  void Survey();
+  void ShowReach(core::ServiceKind service);
+  void ShowFirstSteps();
+  void CopyForUser(const std::string& text);
 
   // The two modes
   bool MayOpen();
@@ -124,6 +145,9 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   std::array<ServiceFrame*, 3> frames_;
   ServiceStates running_ = {};       // as the menu shows them
   std::array<bool, 3> failed_ = {};  // the last start
+  wxTimer watch_;                    // runs while the window can be seen
+  int looks_ = 0;                    // since it runs
+  core::TrafficRate rate_;
   bool inTray_ = false;
   bool opened_ = false;  // has been shown at least once
   bool closing_ = false;

@@ -1,15 +1,20 @@
 // What the main window does when the user asks for it.
 
 #include <wx/clipbrd.h>
+#include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include <filesystem>
 #include <string>
 #include <utility>
 
 #include "core/files.h"
 #include "mail/mail_accounts.h"
+#include "platform/listening_port.h"
 #include "platform/native_path.h"
+#include "platform/program_location.h"
 #include "platform/shell.h"
+#include "platform/system_message.h"
 #include "ui/about_box.h"
 #include "ui/domain_questions.h"
 #include "ui/folder_tree.h"
@@ -113,6 +118,35 @@ void frmMain::OpenRoot(ServiceKind service) {
   platform::OpenWithShell(platform::PathTextForUser(root));
 }
 
+void frmMain::MakeRoot(ServiceKind service) {
+  const std::string root = manager_->control.Of(service).RootDir();
+  std::error_code error;
+  std::filesystem::create_directories(platform::ExistingPath(root), error);
+  if (error) stbInfo->Remark("文件夹未能建立：" + platform::SystemMessage(error));
+  ShowRootDir(service);
+  if (service == ServiceKind::kWeb) RefreshTree();
+}
+
+std::optional<core::Diagnosis> frmMain::Diagnose(ServiceKind service) {
+  const auto failure = manager_->control.Of(service).LastFailure();
+  if (!failure) return std::nullopt;
+  std::optional<platform::PortOwner> owner;
+  if (platform::TroubleOf(failure->reason) == platform::ListenTrouble::kPortTaken) {
+    owner = platform::WhoListensOn(static_cast<std::uint16_t>(failure->port));
+  }
+  return core::Explain(*failure, owner,
+                       platform::PathTextForUser(platform::PathText(platform::ExecutablePath())));
+}
+
+void frmMain::Follow(ServiceKind service, const core::Diagnosis& diagnosis) {
+  if (diagnosis.remedy == core::Diagnosis::Remedy::kChangeOptions) return ShowOptions(service);
+  CopyForUser(diagnosis.command);
+}
+
+void frmMain::CopyForUser(const std::string& text) {
+  if (Copy(text)) stbInfo->Remark("已复制。");
+}
+
 void frmMain::AskForDomain(ServiceKind service) {
   const auto domain = AskDomain(this, manager_->program, service);
   if (domain) SetAddress(service, LabelOfDomain(service, *domain));
@@ -132,6 +166,8 @@ void frmMain::ShowOptions(ServiceKind service) {
       break;
   }
   ShowRootDir(service);
+  ShowReach(service);
+  ShowFirstSteps();
 }
 
 void frmMain::ShowGeneralOptions() { frmOptions(this, manager_->program).ShowModal(); }
@@ -144,7 +180,29 @@ void frmMain::AddVirtualDirectory() {
 
 void frmMain::RefreshTree() { tvWebDir->ShowFolder(manager_->web.RootDir()); }
 
-void frmMain::LoadMailUsers() { lvMailUser->LoadMailUsers(manager_->mail.RootDir()); }
+void frmMain::LoadMailUsers() {
+  lvMailUser->LoadMailUsers(manager_->mail.RootDir());
+  ShowMessagesOfSelected();
+}
+
+// In sight before the user is deleted: the question does not say it.
+void frmMain::ShowMessagesOfSelected() {
+  const long row = lvMailUser->SelectedRow();
+  std::string text = " ";
+  if (row >= 0) {
+    const std::string name = lvMailUser->UserAt(row).name;
+    const std::size_t messages = ModMail::MessagesOf(manager_->mail.RootDir(), name);
+    text = messages == 0 ? "用户“" + name + "”没有邮件。"
+                         : "用户“" + name + "”有 " + std::to_string(messages) +
+                               " 封邮件，删除用户时会一起删除。";
+  }
+  lblMessages->SetLabel(Shown(text));
+}
+
+void frmMain::PutPage() {
+  if (!core::FolderExists(manager_->web.RootDir())) MakeRoot(ServiceKind::kWeb);
+  OpenRoot(ServiceKind::kWeb);
+}
 
 void frmMain::AddMailUser() {
   frmEmailUsers(this, manager_->program, manager_->mail).ShowModal();
@@ -169,6 +227,7 @@ void frmMain::DeleteMailUser() {
   ModMail::RemoveMailUser(manager_->mail.RootDir(), lvMailUser->UserAt(row).name,
                           manager_->program.errors);
   lvMailUser->DeleteItem(row);
+  ShowMessagesOfSelected();
 }
 
 void frmMain::ShowHelp() { ui::ShowHelp(this, manager_->program); }

@@ -74,6 +74,7 @@ void frmMain::LeaveTray() {
 
 void frmMain::OnIconize(wxIconizeEvent& event) {
   event.Skip();
+  WatchWhileSeen(IsShown() && !event.IsIconized());
   if (!event.IsIconized() || inTray_ || !tray_->Add()) return;
   HideBehindIcon();
 }
@@ -89,6 +90,7 @@ void frmMain::CloseEverything(std::function<void()> done) {
   if (std::exchange(closing_, true)) return;
   RememberPlace();
   LeaveTray();
+  WatchWhileSeen(false);
   dialogs_.DismissAll(std::move(done));
 }
 

@@ -2,6 +2,7 @@
 
 #include <wx/statbmp.h>
 
+#include "core/traffic_text.h"
 #include "ui/art.h"
 #include "ui/layout.h"
 #include "ui/service_looks.h"
@@ -18,6 +19,13 @@ constexpr int kTextWidth = 110;
 int PictureField(core::ServiceKind service) { return 2 * static_cast<int>(service); }
 int TextField(core::ServiceKind service) { return PictureField(service) + 1; }
 constexpr int kRemarkField = 6;
+constexpr int kTrafficField = 7;
+constexpr int kTrafficWidth = 210;
+
+std::string BothWays(const core::Traffic& traffic, const char* per) {
+  return "接收 " + core::ByteText(traffic.received) + per + "  发送 " +
+         core::ByteText(traffic.sent) + per;
+}
 
 }  // namespace
 
@@ -26,9 +34,9 @@ StatusBar::StatusBar(wxWindow* parent)
   Named(this, "stbInfo");
   const int picture = FromDIP(kPictureWidth);
   const int text = FromDIP(kTextWidth);
-  const int widths[] = {picture, text, picture, text, picture, text, -1};
+  const int widths[] = {picture, text, picture, text, picture, text, -1, FromDIP(kTrafficWidth)};
   const int styles[] = {wxSB_FLAT, wxSB_FLAT, wxSB_FLAT, wxSB_FLAT,
-                        wxSB_FLAT, wxSB_FLAT, wxSB_FLAT};
+                        wxSB_FLAT, wxSB_FLAT, wxSB_FLAT, wxSB_FLAT};
   SetFieldsCount(std::size(widths), widths);
   SetStatusStyles(std::size(styles), styles);
   SetMinHeight(FromDIP(kPictureSize) + FromDIP(kTightGap));
@@ -50,6 +58,21 @@ void StatusBar::SetPanel(core::ServiceKind service, bool on, const std::string& 
 std::string StatusBar::PanelText(core::ServiceKind service) const {
   return Typed(GetStatusText(TextField(service)));
 }
+
+void StatusBar::ShowTraffic(const core::Traffic& rate, const core::Traffic& total) {
+  const wxString text = Shown(BothWays(rate, "/s"));
+  if (GetStatusText(kTrafficField) != text) SetStatusText(text, kTrafficField);
+  const wxString tip = Shown("启动以来共" + BothWays(total, ""));
+  if (GetToolTipText() != tip) SetToolTip(tip);
+}
+
+void StatusBar::ShowNoTraffic() {
+  if (GetStatusText(kTrafficField).empty()) return;
+  SetStatusText("", kTrafficField);
+  UnsetToolTip();
+}
+
+std::string StatusBar::TrafficText() const { return Typed(GetStatusText(kTrafficField)); }
 
 void StatusBar::Remark(const std::string& text) { SetStatusText(Shown(text), kRemarkField); }
 

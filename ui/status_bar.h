@@ -22,6 +22,11 @@ class StatusBar : public wxStatusBar {
   std::string PanelText(core::ServiceKind service) const;
   bool PanelIsOn(core::ServiceKind service) const { return on_[static_cast<int>(service)]; }
 
+  /// What passes at this moment, behind all else: bytes per second, in the tip all bytes so far.
+  void ShowTraffic(const core::Traffic& rate, const core::Traffic& total);
+  void ShowNoTraffic();
+  std::string TrafficText() const;
+
   /// A passing remark behind the panels.
   void Remark(const std::string& text);
 

@@ -33,6 +33,7 @@ constexpr double kTitleFactor = 1.2;
 struct CardNames {
   const char* state;
   const char* address;
+  const char* reason;
   const char* start;
   const char* stop;
   const char* page;
@@ -40,12 +41,12 @@ struct CardNames {
 };
 
 constexpr std::array<CardNames, 3> kNames = {{
-    {"lblCardWebState", "lblCardWebAddress", "cmdCardStartWeb", "cmdCardStopWeb", "cmdCardWebPage",
-     "cmdCardWebRoot"},
-    {"lblCardFtpState", "lblCardFtpAddress", "cmdCardStartFtp", "cmdCardStopFtp", "cmdCardFtpPage",
-     "cmdCardFtpRoot"},
-    {"lblCardMailState", "lblCardMailAddress", "cmdCardStartMail", "cmdCardStopMail",
-     "cmdCardMailPage", "cmdCardMailRoot"},
+    {"lblCardWebState", "lblCardWebAddress", "lblCardWebReason", "cmdCardStartWeb",
+     "cmdCardStopWeb", "cmdCardWebPage", "cmdCardWebRoot"},
+    {"lblCardFtpState", "lblCardFtpAddress", "lblCardFtpReason", "cmdCardStartFtp",
+     "cmdCardStopFtp", "cmdCardFtpPage", "cmdCardFtpRoot"},
+    {"lblCardMailState", "lblCardMailAddress", "lblCardMailReason", "cmdCardStartMail",
+     "cmdCardStopMail", "cmdCardMailPage", "cmdCardMailRoot"},
 }};
 
 }  // namespace
@@ -60,6 +61,8 @@ WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
   const int edge = FromDIP(kEdge);
   auto* column = new wxBoxSizer(wxVERTICAL);
   column->Add(MakeHeader(), wxSizerFlags().Expand().Border(wxALL, edge));
+  steps_ = new FirstSteps(this, actions_.firstSteps);
+  column->Add(steps_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
   column->Add(cards, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge));
   column->Add(MakeFooter(), wxSizerFlags().Expand().Border(wxALL, edge));
   SetSizer(column);
@@ -91,6 +94,10 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   card.stateIcon = new wxStaticBitmap(panel, wxID_ANY, Art("off", kStateSize));
   card.state = Named(new wxStaticText(panel, wxID_ANY, ""), names.state);
   card.address = MakeAddress(panel, names.address, call(&Actions::openAddress));
+  card.reason = Named(new wxStaticText(panel, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                                       wxALIGN_CENTRE_HORIZONTAL),
+                      names.reason);
+  card.reason->Hide();
   card.start = MakeActionButton(panel, names.start, "启动", call(&Actions::start));
   card.stop = MakeActionButton(panel, names.stop, "停止", call(&Actions::stop));
   auto* state = new wxBoxSizer(wxHORIZONTAL);
@@ -99,6 +106,7 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   // As high as the longest address wherever none is shown, so that the cards do not jump.
   auto* address = new wxBoxSizer(wxHORIZONTAL);
   address->Add(card.address, wxSizerFlags().CentreVertical());
+  address->Add(card.reason, wxSizerFlags().CentreVertical());
   address->Add(0, FromDIP(kAddressHeight));
 
   const wxSizerFlags centred = wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kGap));
@@ -161,6 +169,17 @@ void WelcomeFrame::SetRunning(core::ServiceKind service, bool running) {
 
 void WelcomeFrame::SetFailed(core::ServiceKind service) {
   ShowState(CardOf(service), "failed", "启动失败", FailedText());
+}
+
+void WelcomeFrame::ShowSteps(const StepsLeft& left) {
+  if (steps_->ShowSteps(left)) Layout();
+}
+
+void WelcomeFrame::SetReason(core::ServiceKind service, const std::string& text) {
+  ServiceCard& card = CardOf(service);
+  card.reason->SetLabel(Shown(text));
+  card.reason->Show(!text.empty());
+  card.panel->Layout();
 }
 
 void WelcomeFrame::ShowState(ServiceCard& card, const char* icon, const char* text,

@@ -1,7 +1,8 @@
 #pragma once
 
 // The first page: the three services side by side, each with its state, its address and the one
-// button that fits, and a button for all of them. Decides nothing; what is pressed is told.
+// button that fits, and a button for all of them; above them what a new user does first. Decides
+// nothing; what is pressed is told.
 
 #include <wx/panel.h>
 
@@ -10,6 +11,7 @@
 #include <string>
 
 #include "core/service.h"
+#include "ui/first_steps.h"
 
 class wxBoxSizer;
 class wxButton;
@@ -29,6 +31,7 @@ class WelcomeFrame : public wxPanel {
     std::function<void(core::ServiceKind)> openRoot;
     std::function<void()> startAll;
     std::function<void()> stopAll;
+    FirstSteps::Actions firstSteps;
   };
 
   WelcomeFrame(wxWindow* parent, Actions actions);
@@ -40,6 +43,12 @@ class WelcomeFrame : public wxPanel {
   /// Says that the last start failed, until the service runs or is stopped.
   void SetFailed(core::ServiceKind service);
 
+  /// Why it failed, in up to two short lines, where the address stands otherwise.
+  void SetReason(core::ServiceKind service, const std::string& text);
+
+  /// What is left to do for a new user.
+  void ShowSteps(const StepsLeft& left);
+
   wxStaticBitmap* picIcon;
 
  private:
@@ -47,6 +56,7 @@ class WelcomeFrame : public wxPanel {
     wxStaticBitmap* stateIcon;
     wxStaticText* state;
     wxHyperlinkCtrl* address;
+    wxStaticText* reason;
     wxButton* start;
     wxButton* stop;
     wxBoxSizer* sizer;
@@ -62,6 +72,7 @@ class WelcomeFrame : public wxPanel {
 
   Actions actions_;
   std::array<ServiceCard, 3> cards_;
+  FirstSteps* steps_;
   wxButton* startAll_;
   wxButton* stopAll_;
 };

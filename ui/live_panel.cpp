@@ -1,0 +1,121 @@
+#include "ui/live_panel.h"
+
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "core/date_time.h"
+#include "core/files.h"
+#include "core/traffic_text.h"
+#include "ui/colours.h"
+#include "ui/layout.h"
+#include "ui/log_panel.h"
+#include "ui/toolkit_text.h"
+
+namespace ui {
+namespace {
+
+constexpr std::uint64_t kShownOfLog = 8192;  // bytes
+constexpr int kListHeight = 70;              // at least
+
+// What stands in the columns, and their widths; "doing" takes the rest.
+struct ColumnLooks {
+  const char* heading;
+  int width;
+};
+constexpr std::array<ColumnLooks, ConnectionList::kColumns> kLooks = {{
+    {"连接", 76},
+    {"地址", 116},
+    {"开始于", 76},
+    {"正在做", 0},
+    {"字节", 80},
+    {"进度", 60},
+}};
+constexpr int kDoing = 3;
+constexpr int kLeastDoing = 120;
+
+ConnectionList::Row RowOf(const core::ConnectionReport& connection) {
+  constexpr std::size_t kDate = 11;  // the time alone is behind the date
+  const core::Activity& activity = connection.activity;
+  return {connection.protocol + " " + std::to_string(connection.slot),
+          connection.address,
+          core::DateTimeText(connection.since).substr(kDate),
+          activity.what,
+          core::ByteText(activity.traffic.received + activity.traffic.sent),
+          core::ProgressText(activity)};
+}
+
+}  // namespace
+
+ConnectionList::ConnectionList(wxWindow* parent)
+    : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                 wxLC_REPORT | wxLC_VIRTUAL | wxLC_SINGLE_SEL | wxBORDER_THEME) {
+  for (const ColumnLooks& looks : kLooks) {
+    AppendColumn(Shown(looks.heading), wxLIST_FORMAT_LEFT, FromDIP(looks.width));
+  }
+  SetMinSize(FromDIP(wxSize(-1, kListHeight)));
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    ShareWidth();
+  });
+}
+
+void ConnectionList::ShowConnections(const std::vector<core::ConnectionReport>& connections) {
+  std::vector<Row> rows;
+  rows.reserve(connections.size());
+  for (const core::ConnectionReport& each : connections) rows.push_back(RowOf(each));
+  if (rows == rows_) return;
+  const bool resized = rows.size() != rows_.size();
+  rows_ = std::move(rows);
+  if (resized) SetItemCount(static_cast<long>(rows_.size()));
+  Refresh();
+}
+
+wxString ConnectionList::OnGetItemText(long item, long column) const {
+  return Shown(rows_.at(static_cast<std::size_t>(item)).at(static_cast<std::size_t>(column)));
+}
+
+void ConnectionList::ShareWidth() {
+  int rest = GetClientSize().x;
+  for (const ColumnLooks& looks : kLooks) rest -= FromDIP(looks.width);
+  SetColumnWidth(kDoing, std::max(rest, FromDIP(kLeastDoing)));
+}
+
+LivePanel::LivePanel(wxWindow* parent) : wxPanel(parent) {
+  lstConnections = Named(new ConnectionList(this), "lstConnections");
+  logHeading_ = new wxStaticText(this, wxID_ANY, "");
+  logHeading_->SetForegroundColour(QuietText());
+  lstLatest = Named(new LogList(this), "lstLatest");
+  lstLatest->SetMinSize(FromDIP(wxSize(-1, kListHeight)));
+  Column column(this, kTightGap);
+  column.Add(lstConnections, 1);
+  column.Add(logHeading_);
+  column.Add(lstLatest, 1);
+  WithMargin(this, column.Sizer());
+}
+
+void LivePanel::SetLog(std::string log, const std::string& name) {
+  log_ = std::move(log);
+  logHeading_->SetLabel(Shown("最近的日志（" + name + "）"));
+}
+
+void LivePanel::ShowNow(const std::vector<core::ConnectionReport>& connections) {
+  lstConnections->ShowConnections(connections);
+  ReadLog();
+}
+
+void LivePanel::ReadLog() {
+  std::error_code error;
+  const std::uint64_t size = core::InspectPath(log_, error).size;
+  if (size == shownSize_) return;
+  shownSize_ = size;
+  lstLatest->SetTail(core::ReadLogTail(log_, kShownOfLog));
+  const int lines = lstLatest->GetItemCount();
+  // Not under the eyes of who has picked a line to read.
+  const bool picked = lstLatest->GetSelectedItemCount() > 0;
+  if (lines > 0 && !picked) lstLatest->EnsureVisible(lines - 1);
+}
+
+}  // namespace ui

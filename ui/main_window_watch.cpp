@@ -1,0 +1,103 @@
+// What the main window looks at by itself while it can be seen, a few times a second: the traffic,
+// the open connections and the log of the page that is shown. Hidden or minimised it looks at
+// nothing.
+
+#include <algorithm>
+#include <chrono>
+
+#include "core/files.h"
+#include "core/reach.h"
+#include "platform/local_addresses.h"
+#include "ui/live_panel.h"
+#include "ui/main_window.h"
+#include "ui/service_looks.h"
+#include "ui/status_bar.h"
+
+namespace ui {
+namespace {
+
+using core::ServiceKind;
+
+constexpr int kInterval = 400;  // milliseconds
+constexpr int kLooksPerSurvey = 10;
+
+core::ListeningPorts PortsOf(const Manager& manager, ServiceKind service) {
+  switch (service) {
+    case ServiceKind::kWeb:
+      return {manager.web.ListeningPort()};
+    case ServiceKind::kFtp:
+      return {manager.ftp.ListeningPort()};
+    case ServiceKind::kMail:
+      return {manager.mail.SmtpPort(), manager.mail.Pop3Port()};
+  }
+  return {};
+}
+
+}  // namespace
+
+void frmMain::WatchWhileSeen(bool seen) {
+  if (!manager_ || seen == watch_.IsRunning()) return;
+  if (!seen) return watch_.Stop();
+  watch_.Start(kInterval);
+  looks_ = 0;
+  Look();
+}
+
+void frmMain::Look() {
+  ShowTraffic();
+  if (looks_++ % kLooksPerSurvey == 0) Survey();
+  for (const ServiceKind service : kServices) {
+    ServiceFrame& frame = FrameOf(service);
+    if (!frame.IsShown()) continue;
+    frame.ShowConnections(manager_->control.Of(service).Connections());
+  }
+}
+
+void frmMain::ShowTraffic() {
+  core::Traffic total;
+  bool runs = false;
+  for (const ServiceKind service : kServices) {
+    core::Service& each = manager_->control.Of(service);
+    const core::Traffic traffic = each.TotalTraffic();
+    total.received += traffic.received;
+    total.sent += traffic.sent;
+    runs = runs || each.IsRunning();
+  }
+  const core::Traffic rate = rate_.Next(total, core::TrafficRate::Clock::now());
+  if (runs) {
+    stbInfo->ShowTraffic(rate, total);
+  } else {
+    stbInfo->ShowNoTraffic();
+  }
+}
+
+// What changes seldom, and costs a question to the system each.
+void frmMain::Survey() {
+  if (fraWelcome->IsShown()) ShowFirstSteps();
+  for (const ServiceKind service : kServices) {
+    if (!FrameOf(service).IsShown()) continue;
+    const std::string root = manager_->control.Of(service).RootDir();
+    FrameOf(service).SetRootMissing(!root.empty() && !core::FolderExists(root));
+    ShowReach(service);
+  }
+}
+
+void frmMain::ShowFirstSteps() {
+  fraWelcome->ShowSteps(FirstSteps::AreWanted() ? LookForSteps(*manager_) : StepsLeft());
+}
+
+void frmMain::ShowReach(ServiceKind service) {
+  std::vector<std::string> addresses;
+  if (manager_->control.Of(service).IsRunning()) {
+    for (const std::string& machine : platform::LocalAddresses()) {
+      addresses.push_back(core::ReachedAt(service, machine, PortsOf(*manager_, service)));
+    }
+  }
+  FrameOf(service).SetReach(addresses);
+  if (service == ServiceKind::kWeb) {
+    constexpr std::int16_t kBrowsersPort = 80;
+    fraWeb->SetPortNote(manager_->web.Options().WebPort != kBrowsersPort);
+  }
+}
+
+}  // namespace ui
