@@ -96,7 +96,9 @@ void frmMain::ShowReach(ServiceKind service) {
   FrameOf(service).SetReach(addresses);
   if (service == ServiceKind::kWeb) {
     constexpr std::int16_t kBrowsersPort = 80;
-    fraWeb->SetPortNote(manager_->web.Options().WebPort != kBrowsersPort);
+    // A start that failed has more urgent things to say of the port.
+    fraWeb->SetPortNote(manager_->web.Options().WebPort != kBrowsersPort &&
+                        !failed_[IndexOf(service)]);
   }
 }
 
