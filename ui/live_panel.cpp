@@ -90,9 +90,9 @@ LivePanel::LivePanel(wxWindow* parent) : wxPanel(parent) {
   lstLatest = Named(new LogList(this), "lstLatest");
   lstLatest->SetMinSize(FromDIP(wxSize(-1, kListHeight)));
   Column column(this, kTightGap);
-  column.Add(lstConnections, 1);
+  column.Add(lstConnections, 3);
   column.Add(logHeading_);
-  column.Add(lstLatest, 1);
+  column.Add(lstLatest, 2);
   WithMargin(this, column.Sizer());
 }
 

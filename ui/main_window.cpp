@@ -27,7 +27,7 @@ namespace {
 using core::ServiceKind;
 
 constexpr int kIconSize = 32;
-const wxSize kFirstSize(860, 580);
+const wxSize kFirstSize(860, 640);
 constexpr const char* kPlace = "Window";  // the section in which the window's place is remembered
 
 }  // namespace
