@@ -119,6 +119,9 @@ void Connection::AwaitReadable() {
   socket_.Known().async_wait(asio::socket_base::wait_read,
                              [self = shared_from_this()](const asio::error_code& error) {
                                self->awaiting_ = false;
+                               // One that was on its way when the socket was closed comes all the
+                               // same, perhaps after the service has gone.
+                               if (!self->socket_.IsOpen()) return;
                                if (error == asio::error::operation_aborted) return;
                                error ? self->OnWaitFailure() : self->OnReadable();
                              });
@@ -210,6 +213,7 @@ void Connection::SendRest() {
 }
 
 void Connection::OnTaken(const asio::error_code& error) {
+  if (!socket_.IsOpen()) return;
   if (error) {
     outbox_ = {};
     if (error == asio::error::operation_aborted) return;

@@ -53,11 +53,10 @@ class StatusNotifier::System {
 
 bool StatusNotifier::IsAvailable() {
   if (!HasSessionBus()) return false;
-  GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
-  if (bus == nullptr) return false;
-  const bool available = HasOwner(bus, "org.kde.StatusNotifierWatcher");
-  g_object_unref(bus);
-  return available;
+  // Kept for good: it is the one that the library uses, and would else be closed and opened anew
+  // under it.
+  static GDBusConnection* const bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
+  return bus != nullptr && HasOwner(bus, "org.kde.StatusNotifierWatcher");
 }
 
 StatusNotifier::StatusNotifier(const std::string& iconName, const std::filesystem::path& iconFolder,
