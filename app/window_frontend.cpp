@@ -3,6 +3,7 @@
 #include <wx/app.h>
 #include <wx/init.h>
 #include <wx/log.h>
+#include <wx/utils.h>
 
 #include <utility>
 
@@ -22,6 +23,25 @@ class ToolkitApp : public wxApp {
   }
 };
 
+// An environment variable that holds for as long as the object lives, if it was not set already;
+// programs started later are not to inherit it.
+class PassingVariable {
+ public:
+  PassingVariable(const wxString& name, const wxString& value)
+      : name_(name), isOurs_(!wxGetEnv(name, nullptr)) {
+    if (isOurs_) wxSetEnv(name, value);
+  }
+  ~PassingVariable() {
+    if (isOurs_) wxUnsetEnv(name_);
+  }
+  PassingVariable(const PassingVariable&) = delete;
+  PassingVariable& operator=(const PassingVariable&) = delete;
+
+ private:
+  wxString name_;
+  bool isOurs_;
+};
+
 // The toolkit, started and ended with the object.
 class Toolkit {
  public:
@@ -32,6 +52,8 @@ class Toolkit {
     static char* arguments[] = {name, nullptr};
     int count = 1;
     const wxLogNull silent;
+    // Nothing of ours is drawn by OpenGL, and to look for it loads half of a compiler on GTK.
+    const PassingVariable withoutOpenGl("GDK_GL", "disable");
     started_ = wxEntryStart(count, arguments) && wxTheApp->CallOnInit();
   }
   ~Toolkit() {
