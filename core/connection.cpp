@@ -181,7 +181,7 @@ void Connection::OnPeerShut() {
 
 // Sending
 
-void Connection::SendData(std::string_view bytes) {
+void Connection::SendData(std::string_view bytes, platform::Departure departure) {
   if (state_ != SocketState::kConnected && state_ != SocketState::kClosing) return;
   CountSent(bytes.size());
   if (!outbox_.IsEmpty()) {
@@ -189,7 +189,7 @@ void Connection::SendData(std::string_view bytes) {
     return;
   }
   std::size_t sent = 0;
-  const SocketResult result = socket_.Send(bytes, sent);
+  const SocketResult result = socket_.Send(bytes, departure, sent);
   if (result != SocketResult::kDone && result != SocketResult::kWouldWait) {
     // An event of its own: whoever is sending goes on undisturbed to his next await.
     context_.loop.Post([self = shared_from_this()] { self->Break(); });

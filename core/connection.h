@@ -91,7 +91,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
   /// Sends `bytes` after those sent before. Never blocks; wait for Sent before making more, or what
   /// a slow peer does not take piles up here. Does nothing on a connection that has ended.
-  void SendData(std::string_view bytes);
+  void SendData(std::string_view bytes,
+                platform::Departure departure = platform::Departure::kAtOnce);
 
   /// Lets the system gather many small sends into few large segments: for bulk that goes one way,
   /// and whose end is a close. Without it every send goes out at once.

@@ -23,6 +23,17 @@ bool IsMissing(const std::error_code& error) {
   return error == std::errc::no_such_file_or_directory;
 }
 
+// Does something with the path exactly as written first: that is the common case, and one look
+// fewer. Only if nothing is there, with the one that is found without regard to case.
+template <class Action>
+auto WithExisting(std::string_view path, std::error_code& error, Action action) {
+  const fs::path exact = NativePath(path);
+  auto result = action(exact);
+  if (!IsMissing(error)) return result;
+  const fs::path found = ExistingPath(path);
+  return found == exact ? std::move(result) : action(found);
+}
+
 // In the folder of `target`, since only within one file system is a rename one step.
 fs::path TemporaryBeside(const fs::path& target) {
   fs::path temporary = target;
@@ -51,12 +62,8 @@ File OpenFile(std::string_view path, File::Mode mode, std::error_code& error) {
     return {};
   }
   if (mode != File::Mode::kRead) return File::Open(ExistingPath(path), mode, error);
-  // Exactly as written first: that is the common case, and one look fewer.
-  const fs::path exact = NativePath(path);
-  File file = File::Open(exact, mode, error);
-  if (!IsMissing(error)) return file;
-  const fs::path found = ExistingPath(path);
-  return found == exact ? File() : File::Open(found, mode, error);
+  return WithExisting(path, error,
+                      [&](const fs::path& native) { return File::Open(native, mode, error); });
 }
 
 File OpenIfExists(std::string_view path) {
@@ -97,18 +104,16 @@ std::error_code WriteFile(std::string_view path, std::string_view bytes) {
 }
 
 std::uint64_t ReadableSize(std::string_view path, std::error_code& error) {
-  // Exactly as written first, as for opening.
-  const fs::path exact = NativePath(path);
-  const std::uint64_t size = File::ReadableSize(exact, error);
-  if (!IsMissing(error)) return size;
-  const fs::path found = ExistingPath(path);
-  return found == exact ? 0 : File::ReadableSize(found, error);
+  return WithExisting(path, error,
+                      [&](const fs::path& native) { return File::ReadableSize(native, error); });
 }
 
 std::error_code FlushFolder(std::string_view path) {
   std::error_code error;
-  File::FlushFolder(ExistingPath(path), error);
-  return error;
+  return WithExisting(path, error, [&](const fs::path& native) {
+    File::FlushFolder(native, error);
+    return error;
+  });
 }
 
 std::error_code FlushFile(std::string_view path) {
@@ -171,7 +176,8 @@ std::error_code CopyFileOver(std::string_view from, std::string_view to) {
 
 bool FolderExists(std::string_view path) {
   std::error_code error;
-  return fs::is_directory(ExistingPath(path), error);
+  return WithExisting(path, error,
+                      [&](const fs::path& native) { return fs::is_directory(native, error); });
 }
 
 std::error_code CreateFolder(std::string_view path) {
@@ -193,7 +199,8 @@ std::error_code RemoveFolder(std::string_view path) {
 }
 
 std::vector<platform::DirectoryEntry> ListFolder(std::string_view path, std::error_code& error) {
-  return platform::ListDirectory(ExistingPath(path), error);
+  return WithExisting(
+      path, error, [&](const fs::path& native) { return platform::ListDirectory(native, error); });
 }
 
 platform::DirectoryReader ReadFolder(std::string_view path, std::error_code& error) {
@@ -201,9 +208,8 @@ platform::DirectoryReader ReadFolder(std::string_view path, std::error_code& err
 }
 
 platform::EntryFacts InspectPath(std::string_view path, std::error_code& error) {
-  const platform::EntryFacts facts = platform::InspectEntry(NativePath(path), error);
-  if (!IsMissing(error)) return facts;
-  return platform::InspectEntry(ExistingPath(path), error);
+  return WithExisting(
+      path, error, [&](const fs::path& native) { return platform::InspectEntry(native, error); });
 }
 
 }  // namespace core

@@ -30,8 +30,14 @@ class Acceptor {
   void AsyncAccept(Handler handler);
 
  private:
+  void AdaptBatch(std::size_t accepted);
+
   asio::ip::tcp::acceptor acceptor_;
-  std::size_t batch_ = 1;  // how many are asked for at a time
+
+  // How many are asked for at a time. One too many costs a call in vain, so more are tried for only
+  // after as many have come several times in a row.
+  std::size_t batch_ = 1;
+  int fullBatches_ = 0;
 };
 
 }  // namespace platform

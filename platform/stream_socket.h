@@ -16,6 +16,10 @@ namespace platform {
 /// What became of a call that does not wait.
 enum class SocketResult { kDone, kWouldWait, kPeerShut, kBroken };
 
+/// When sent bytes leave. With the end: together with a ShutSending that follows shortly, in one
+/// segment instead of two, where the system can.
+enum class Departure { kAtOnce, kWithEnd };
+
 class StreamSocket {
  public:
   using Library = asio::ip::tcp::socket;
@@ -48,7 +52,7 @@ class StreamSocket {
   std::size_t PendingBytes();
 
   /// `count`: the bytes that the system took. What it did not take has to wait.
-  SocketResult Send(std::string_view bytes, std::size_t& count);
+  SocketResult Send(std::string_view bytes, Departure departure, std::size_t& count);
 
   void ShutSending();
   void Close();

@@ -14,6 +14,7 @@ namespace ModWeb {
 namespace {
 
 using core::Task;
+using platform::Departure;
 using platform::File;
 using Client = std::shared_ptr<core::Connection>;
 using Failure = std::optional<std::string>;
@@ -22,13 +23,13 @@ constexpr std::size_t kPieceBytes = 10240;
 constexpr int kYieldsPerPiece = 4;
 constexpr std::chrono::milliseconds kPause{50};
 
-Failure SendPiece(File& file, std::size_t size, const Client& client) {
+Failure SendPiece(File& file, std::size_t size, const Client& client, Departure departure) {
   std::array<char, kPieceBytes> piece;
   std::error_code error;
   const std::size_t count = file.Read(piece.data(), size, error);
   if (error) return platform::SystemMessage(error);
   if (count < size) return "the file has become shorter";
-  client->SendData({piece.data(), count});
+  client->SendData({piece.data(), count}, departure);
   return std::nullopt;
 }
 
@@ -47,12 +48,13 @@ Task<Failure> SendPieces(File file, Client client) {
   const auto rest = static_cast<std::size_t>(size % kPieceBytes);
   co_await core::YieldToEvents();
   for (std::uint64_t piece = 0; piece < full; ++piece) {
-    if (Failure failure = SendPiece(file, kPieceBytes, client)) co_return failure;
+    if (Failure failure = SendPiece(file, kPieceBytes, client, Departure::kAtOnce))
+      co_return failure;
     co_await Pace(client);
   }
   // A buffer of no bytes cannot be made: such a file ends in an error once its pieces are out.
   if (rest == 0) co_return "the last piece of the file has no bytes";
-  if (Failure failure = SendPiece(file, rest, client)) co_return failure;
+  if (Failure failure = SendPiece(file, rest, client, Departure::kWithEnd)) co_return failure;
   file.Close();
   co_await core::YieldToEvents();
   co_return std::nullopt;
@@ -95,7 +97,7 @@ Task<> WebServer::SendFile(std::string path, Client client, bool pageIfMissing) 
 }
 
 void WebServer::SendNotFoundPage(const Client& client) const {
-  client->SendData(core::ToSystem(BuildNotFoundPage()));
+  client->SendData(core::ToSystem(BuildNotFoundPage()), Departure::kWithEnd);
 }
 
 }  // namespace ModWeb

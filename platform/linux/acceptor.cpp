@@ -9,15 +9,26 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kMostAtOnce = 16;  // then others get their turn
+constexpr int kFullBatchesToGrow = 4;
 
 }  // namespace
+
+void Acceptor::AdaptBatch(std::size_t accepted) {
+  if (accepted < batch_) {
+    batch_ = std::max<std::size_t>(accepted, 1);
+    fullBatches_ = 0;
+  } else if (++fullBatches_ == kFullBatchesToGrow) {
+    batch_ = std::min(2 * batch_, kMostAtOnce);
+    fullBatches_ = 0;
+  }
+}
 
 void Acceptor::AsyncAccept(Handler handler) {
   acceptor_.async_wait(asio::socket_base::wait_read, [this, handler = std::move(handler)](
                                                          const asio::error_code& failed) {
     asio::error_code error = failed;
     std::vector<StreamSocket> accepted;
-    while (!error && accepted.size() < kMostAtOnce) {
+    while (!error && accepted.size() < batch_) {
       const int socket = accept4(acceptor_.native_handle(), nullptr, nullptr, SOCK_CLOEXEC);
       if (socket < 0) {
         error.assign(errno, asio::error::get_system_category());
@@ -25,6 +36,8 @@ void Acceptor::AsyncAccept(Handler handler) {
         accepted.emplace_back(acceptor_.get_executor(), static_cast<NativeSocket>(socket));
       }
     }
+    AdaptBatch(accepted.size());
+    // Those beyond the batch make the next wait return at once.
     const bool emptied = error == asio::error::would_block || !accepted.empty();
     handler(emptied ? asio::error_code() : error, std::move(accepted));
   });

@@ -11,7 +11,8 @@ namespace {
 
 // The usual case, which spares asking the system once more for every message of a mailbox.
 bool IsReadableByOwner(const struct stat& facts) {
-  return facts.st_uid == geteuid() && (facts.st_mode & S_IRUSR) != 0;
+  static const uid_t user = geteuid();
+  return facts.st_uid == user && (facts.st_mode & S_IRUSR) != 0;
 }
 
 std::error_code LastError() { return {errno, std::generic_category()}; }

@@ -116,7 +116,8 @@ fs::path ExistingPath(std::string_view pathText) {
   }
   for (auto name = rest.rbegin(); name != rest.rend(); ++name) {
     const fs::path next = found / *name;
-    if (name->empty() || Exists(next)) {
+    const bool knownMissing = name == rest.rbegin();
+    if (name->empty() || (!knownMissing && Exists(next))) {
       found = next;
     } else if (const auto entry = FindEntry(found, name->string())) {
       found /= *entry;

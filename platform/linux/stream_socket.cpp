@@ -62,9 +62,10 @@ std::size_t StreamSocket::PendingBytes() {
   return static_cast<std::size_t>(bytes);
 }
 
-SocketResult StreamSocket::Send(std::string_view bytes, std::size_t& count) {
+SocketResult StreamSocket::Send(std::string_view bytes, Departure departure, std::size_t& count) {
+  const int more = departure == Departure::kWithEnd ? MSG_MORE : 0;
   const ssize_t sent =
-      send(Descriptor(native_), bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+      send(Descriptor(native_), bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL | more);
   count = sent > 0 ? static_cast<std::size_t>(sent) : 0;
   return sent < 0 ? Failure() : SocketResult::kDone;
 }

@@ -55,7 +55,7 @@ std::size_t StreamSocket::PendingBytes() {
   return error ? 0 : bytes;
 }
 
-SocketResult StreamSocket::Send(std::string_view bytes, std::size_t& count) {
+SocketResult StreamSocket::Send(std::string_view bytes, Departure, std::size_t& count) {
   asio::error_code error;
   count = library_.send(asio::buffer(bytes), 0, error);
   return ResultOf(error);
