@@ -48,7 +48,7 @@ void ServiceControl::ShowStarted(ServiceKind service) {
   const ServiceTexts& texts = TextsOf(service);
   view_.SetResult(service, texts.started);
   view_.EnableAddress(service, true);
-  view_.SetAddress(service, AddressWhenStarted(service));
+  view_.SetAddress(service, AddressText(service, Of(service).Domain()));
   view_.SetHint(service, texts.stopHint);
   if (service != ServiceKind::kFtp) {
     view_.SetRootDir(service, platform::PathTextForUser(Of(service).RootDir()));
@@ -98,19 +98,6 @@ void ServiceControl::ShowStopFailed(ServiceKind service) {
   view_.SetHint(frame, texts.stopHint);
   view_.ShowButtons(frame, true);
   view_.SwitchMenuItems(service, true);
-}
-
-std::string ServiceControl::AddressWhenStarted(ServiceKind service) {
-  const std::string domain = Of(service).Domain();
-  switch (service) {
-    case ServiceKind::kWeb:
-      return "Http://" + domain;
-    case ServiceKind::kFtp:
-      return "ftp://" + domain;
-    case ServiceKind::kMail:
-      return "SMTP:" + domain + "  POP3:" + domain;
-  }
-  return {};
 }
 
 std::string ServiceControl::AddressWhenStopped(ServiceKind service) {

@@ -46,7 +46,6 @@ class ServiceControl {
   void ShowStopped(ServiceKind service);
   void ShowStopFailed(ServiceKind service);
 
-  std::string AddressWhenStarted(ServiceKind service);
   std::string AddressWhenStopped(ServiceKind service);
 
   /// `state` is "ON" or "OFF", `service` "WEB", "FTP" or "MAIL" in any case.

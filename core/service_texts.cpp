@@ -59,4 +59,16 @@ const ServiceTexts& TextsOf(ServiceKind service) {
   return kWebTexts;
 }
 
+std::string AddressText(ServiceKind service, const std::string& domain) {
+  switch (service) {
+    case ServiceKind::kWeb:
+      return "Http://" + domain;
+    case ServiceKind::kFtp:
+      return "ftp://" + domain;
+    case ServiceKind::kMail:
+      return "SMTP:" + domain + "  POP3:" + domain;
+  }
+  return {};
+}
+
 }  // namespace core

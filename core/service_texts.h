@@ -23,4 +23,7 @@ struct ServiceTexts {
 
 const ServiceTexts& TextsOf(ServiceKind service);
 
+/// The address of a running service as it is shown: without a port.
+std::string AddressText(ServiceKind service, const std::string& domain);
+
 }  // namespace core

@@ -24,7 +24,7 @@ bool FtpOptions::ReadSettings(const core::Program& program, const std::string& l
   ftpDomain = settings.Text("DNS");
   ftpLocalAddress = localAddress;
   uploadDir = settings.Path("FtpServer UploadDir");
-  FtpRights = {settings.Text("Read"), settings.Text("Write"), settings.Text("ContralAll")};
+  FtpRights = core::ReadAccessRights(settings);
   return true;
 }
 

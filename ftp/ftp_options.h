@@ -2,10 +2,10 @@
 
 // The FTP server's settings in memory.
 
-#include <array>
 #include <cstdint>
 #include <string>
 
+#include "core/access_rights.h"
 #include "core/program.h"
 
 namespace ModFtp {
@@ -23,7 +23,7 @@ struct FtpOptions {
   std::string ftpDomain;
   std::string ftpLocalAddress;
   std::int16_t ftpPort = 21;
-  std::array<std::string, 3> FtpRights;  // Read, Write, ContralAll; no command asks them
+  core::AccessRightsTexts FtpRights;  // no command asks them
 
  private:
   bool ReadSettings(const core::Program& program, const std::string& localAddress);

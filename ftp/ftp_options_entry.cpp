@@ -1,14 +1,11 @@
 #include "ftp/ftp_options_entry.h"
 
-#include "core/conversions.h"
 #include "core/paths.h"
 #include "core/settings_section.h"
 #include "platform/native_path.h"
 
 namespace ModFtp {
 namespace {
-
-bool IsSet(const std::string& text) { return core::ToBoolean(text).value_or(false); }
 
 bool IsBlank(const std::string& text) { return core::TrimBlanks(text).empty(); }
 
@@ -20,9 +17,7 @@ FtpOptionsEntry EntryOf(const FtpOptions& options) {
           .domain = options.ftpDomain,
           .root = platform::PathTextForUser(options.ftpRoot),
           .uploadDir = platform::PathTextForUser(options.uploadDir),
-          .read = IsSet(options.FtpRights[0]),
-          .write = IsSet(options.FtpRights[1]),
-          .controlAll = IsSet(options.FtpRights[2])};
+          .rights = core::ToAccessRights(options.FtpRights)};
 }
 
 std::optional<FtpOptionsFault> FindFault(const FtpOptionsEntry& entry) {
@@ -39,9 +34,7 @@ void SaveSettings(const core::Program& program, const FtpOptionsEntry& entry) {
   settings.Write("DNS", entry.domain);
   settings.Write("FtpServer Root", entry.root);
   settings.Write("FtpServer UploadDir", entry.uploadDir);
-  settings.Write("Read", core::CheckText(entry.read));
-  settings.Write("Write", core::CheckText(entry.write));
-  settings.Write("ContralAll", core::CheckText(entry.controlAll));
+  core::WriteAccessRights(settings, entry.rights);
 }
 
 }  // namespace ModFtp

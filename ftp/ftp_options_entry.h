@@ -17,9 +17,7 @@ struct FtpOptionsEntry {
   std::string domain;
   std::string root;       // in the user's own form
   std::string uploadDir;  // in the user's own form
-  bool read = false;
-  bool write = false;
-  bool controlAll = false;
+  core::AccessRights rights;
 };
 
 enum class FtpOptionsFault { kNoDomain, kNoRoot, kNoUploadDir };

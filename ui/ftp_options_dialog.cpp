@@ -1,7 +1,6 @@
 #include "ui/ftp_options_dialog.h"
 
 #include <wx/button.h>
-#include <wx/checkbox.h>
 #include <wx/textctrl.h>
 
 #include "ui/layout.h"
@@ -29,11 +28,8 @@ frmFtpOptions::frmFtpOptions(wxWindow* parent, const core::Program& program,
   const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
   cmdOK = buttons.ok;
   cmdCancel = buttons.cancel;
-  cmdBrowser->Bind(wxEVT_BUTTON,
-                   [this](wxCommandEvent&) { OnBrowse(txtFtpDir, "请选择FTP的站点位置"); });
-  cmdBrower2->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
-    OnBrowse(txtFtpUploadDir, "请选择FTP站点文件上传的位置");
-  });
+  LetChooseFolder(cmdBrowser, txtFtpDir, "请选择FTP的站点位置");
+  LetChooseFolder(cmdBrower2, txtFtpUploadDir, "请选择FTP站点文件上传的位置");
   cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
   Fill(*this, content, buttons);
   Load(ModFtp::EntryOf(server.Options()));
@@ -57,11 +53,7 @@ wxSizer* frmFtpOptions::MakeContent() {
                                         "浏览(&L)...", cmdBrower2);
   folders.Content().Add(paths.Sizer());
 
-  Group rights(this, "访问权限");
-  chkRead = MakeCheckBox(rights.Parent(), "chkRead", "读取(&R)");
-  chkWrite = MakeCheckBox(rights.Parent(), "chkWrite", "写入(&W)");
-  chkContralAll = MakeCheckBox(rights.Parent(), "chkContralAll", "完全控制(&A)");
-  rights.Content().Add(MakeRow(this, {chkRead, chkWrite, chkContralAll}));
+  rights = RightsGroup(this);
 
   Column column(this, kEdge);
   column.Add(site.Sizer());
@@ -76,9 +68,7 @@ void frmFtpOptions::Load(const FtpOptionsEntry& entry) {
   txtFtpPort->ChangeValue(Shown(entry.port));
   txtFtpDir->ChangeValue(Shown(entry.root));
   txtFtpUploadDir->ChangeValue(Shown(entry.uploadDir));
-  chkRead->SetValue(entry.read);
-  chkWrite->SetValue(entry.write);
-  chkContralAll->SetValue(entry.controlAll);
+  rights.Set(entry.rights);
 }
 
 FtpOptionsEntry frmFtpOptions::Entry() const {
@@ -87,14 +77,7 @@ FtpOptionsEntry frmFtpOptions::Entry() const {
           .domain = Typed(txtFtpAddress->GetValue()),
           .root = Typed(txtFtpDir->GetValue()),
           .uploadDir = Typed(txtFtpUploadDir->GetValue()),
-          .read = chkRead->GetValue(),
-          .write = chkWrite->GetValue(),
-          .controlAll = chkContralAll->GetValue()};
-}
-
-void frmFtpOptions::OnBrowse(wxTextCtrl* field, const char* title) {
-  const auto folder = ChooseFolder(this, title);
-  if (folder) field->ChangeValue(Shown(*folder));
+          .rights = rights.Rights()};
 }
 
 void frmFtpOptions::OnConfirm() {

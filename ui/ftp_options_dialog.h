@@ -8,9 +8,9 @@
 #include "core/program.h"
 #include "ftp/ftp_options_entry.h"
 #include "ftp/ftp_server.h"
+#include "ui/permission_groups.h"
 
 class wxButton;
-class wxCheckBox;
 class wxTextCtrl;
 
 namespace ui {
@@ -26,9 +26,7 @@ class frmFtpOptions : public wxDialog {
   wxTextCtrl* txtFtpUploadDir;
   wxButton* cmdBrowser;
   wxButton* cmdBrower2;
-  wxCheckBox* chkRead;
-  wxCheckBox* chkWrite;
-  wxCheckBox* chkContralAll;
+  RightsGroup rights;
   wxButton* cmdOK;
   wxButton* cmdCancel;
 
@@ -36,7 +34,6 @@ class frmFtpOptions : public wxDialog {
   wxSizer* MakeContent();
   void Load(const ModFtp::FtpOptionsEntry& entry);
   ModFtp::FtpOptionsEntry Entry() const;
-  void OnBrowse(wxTextCtrl* field, const char* title);
   void OnConfirm();
   void Refuse(ModFtp::FtpOptionsFault fault);
 

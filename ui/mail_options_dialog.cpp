@@ -58,7 +58,7 @@ wxWindow* frmMailOptions::MakeServerPage() {
   txtPop3Port = rows.Add("txtPop3Port", "POP3端口(&P)：");
   txtMailRootDir =
       rows.AddWithButton("txtMailRootDir", "主目录(&R)：", "cmdBrowser", "浏览(&B)...", cmdBrowser);
-  cmdBrowser->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnBrowse(); });
+  LetChooseFolder(cmdBrowser, txtMailRootDir, "选择Email服务器内容的存放目录");
   return WithMargin(page, rows.Sizer());
 }
 
@@ -76,11 +76,6 @@ MailOptionsEntry frmMailOptions::Entry() const {
           .pop3Port = Typed(txtPop3Port->GetValue()),
           .domain = Typed(txtMailAddress->GetValue()),
           .root = Typed(txtMailRootDir->GetValue())};
-}
-
-void frmMailOptions::OnBrowse() {
-  const auto folder = ChooseFolder(this, "选择Email服务器内容的存放目录");
-  if (folder) txtMailRootDir->ChangeValue(Shown(*folder));
 }
 
 void frmMailOptions::OnConfirm() {

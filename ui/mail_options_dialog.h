@@ -36,7 +36,6 @@ class frmMailOptions : public wxDialog {
   wxWindow* MakeServerPage();
   void Load(const ModMail::MailOptionsEntry& entry);
   ModMail::MailOptionsEntry Entry() const;
-  void OnBrowse();
   void OnConfirm();
   void Refuse(ModMail::MailOptionsFault fault);
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "core/files.h"
+#include "core/service_texts.h"
 #include "mail/mail_accounts.h"
 #include "platform/listening_port.h"
 #include "platform/native_path.h"
@@ -41,18 +42,6 @@ using core::ServiceKind;
 
 // The order in which services are started together.
 constexpr ServiceKind kStartOrder[] = {ServiceKind::kWeb, ServiceKind::kMail, ServiceKind::kFtp};
-
-std::string LabelOfDomain(ServiceKind service, const std::string& domain) {
-  switch (service) {
-    case ServiceKind::kWeb:
-      return "Http://" + domain;
-    case ServiceKind::kFtp:
-      return "ftp://" + domain;
-    case ServiceKind::kMail:
-      return "SMTP:" + domain + "  POP3:" + domain;
-  }
-  return {};
-}
 
 bool Copy(const std::string& text) {
   wxClipboardLocker clipboard;
@@ -107,7 +96,7 @@ void frmMain::OpenAddress(ServiceKind service) {
       return;
     case ServiceKind::kMail:
       // Nothing opens a mail server; its address is for the settings of a mail program.
-      if (Copy(LabelOfDomain(service, domain))) stbInfo->Remark("邮件服务器地址已复制。");
+      if (Copy(core::AddressText(service, domain))) stbInfo->Remark("邮件服务器地址已复制。");
       return;
   }
 }
@@ -149,7 +138,7 @@ void frmMain::CopyForUser(const std::string& text) {
 
 void frmMain::AskForDomain(ServiceKind service) {
   const auto domain = AskDomain(this, manager_->program, service);
-  if (domain) SetAddress(service, LabelOfDomain(service, *domain));
+  if (domain) SetAddress(service, core::AddressText(service, *domain));
 }
 
 void frmMain::ShowOptions(ServiceKind service) {

@@ -1,6 +1,8 @@
 #include "ui/questions.h"
 
+#include <wx/button.h>
 #include <wx/dirdlg.h>
+#include <wx/textctrl.h>
 #include <wx/textdlg.h>
 
 #include "core/paths.h"
@@ -17,6 +19,7 @@ void SetButtonText(wxDialog& dialog, int id, const char* text) {
 }
 
 }  // namespace
+
 std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title) {
   const std::string start =
       platform::PathTextForUser(platform::PathText(platform::FirstFolderToChooseFrom()));
@@ -24,6 +27,13 @@ std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title) {
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
   const std::string path = Typed(dialog.GetPath());
   return std::string(core::TrimBlanks(std::string_view(path).substr(0, path.find('\0'))));
+}
+
+void LetChooseFolder(wxButton* button, wxTextCtrl* field, const char* title) {
+  button->Bind(wxEVT_BUTTON, [button, field, title](wxCommandEvent&) {
+    const auto folder = ChooseFolder(wxGetTopLevelParent(button), title);
+    if (folder) field->ChangeValue(Shown(*folder));
+  });
 }
 
 std::optional<std::string> AskText(wxWindow* parent, const char* prompt, const char* title,

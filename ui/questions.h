@@ -5,12 +5,17 @@
 #include <optional>
 #include <string>
 
+class wxButton;
+class wxTextCtrl;
 class wxWindow;
 
 namespace ui {
 
 /// A folder in the user's own form, without blanks at its ends; none if the user cancelled.
 std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title);
+
+/// From now on `button` asks for a folder and puts it into `field`.
+void LetChooseFolder(wxButton* button, wxTextCtrl* field, const char* title);
 
 /// What the user typed, as typed; none if he cancelled or left nothing in the field.
 std::optional<std::string> AskText(wxWindow* parent, const char* prompt, const char* title,

@@ -1,8 +1,6 @@
 #include "ui/virtual_directory_dialog.h"
 
 #include <wx/button.h>
-#include <wx/checkbox.h>
-#include <wx/radiobut.h>
 #include <wx/textctrl.h>
 
 #include "core/paths.h"
@@ -23,7 +21,7 @@ frmEditDir::frmEditDir(wxWindow* parent, const core::Program& program)
   const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
   cmdOK = buttons.ok;
   cmdCancel = buttons.cancel;
-  cmdBrowser->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnBrowse(); });
+  LetChooseFolder(cmdBrowser, txtDir, "选择虚拟目录");
   cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
   Fill(*this, content, buttons);
   Load();
@@ -35,20 +33,8 @@ wxSizer* frmEditDir::MakeContent() {
   FieldRows rows(this);
   txtDir = rows.AddWithButton("txtDir", "目录(&D)：", "cmdBrowser", "浏览(&B)...", cmdBrowser);
 
-  Group programs(this, "应用程序许可");
-  programs_ = OptionPair(programs.Parent(), {"OptNoApp", "不允许执行应用程序(&N)"},
-                         {"OptAppDone", "允许执行应用程序(&X)"});
-  OptNoApp = programs_.first;
-  OptAppDone = programs_.second;
-  programs.Content().Add(OptNoApp);
-  programs.Content().Add(OptAppDone);
-
-  Group rights(this, "访问权限");
-  chkRead = MakeCheckBox(rights.Parent(), "chkRead", "读取(&R)");
-  chkWrite = MakeCheckBox(rights.Parent(), "chkWrite", "写入(&W)");
-  chkContralAll = MakeCheckBox(rights.Parent(), "chkContralAll", "完全控制(&A)");
-  rights.Content().Add(MakeRow(this, {chkRead, chkWrite, chkContralAll}));
-
+  programs = ProgramsGroup(this, "OptNoApp");
+  rights = RightsGroup(this);
   Column column(this, kEdge);
   column.Add(rows.Sizer());
   column.Add(programs.Sizer());
@@ -59,15 +45,8 @@ wxSizer* frmEditDir::MakeContent() {
 void frmEditDir::Load() {
   const ModWeb::VirtualDirectory directory = ModWeb::ReadVirtualDirectory(program_);
   txtDir->ChangeValue(Shown(directory.path));
-  programs_.Set(directory.noPrograms, directory.programs);
-  chkRead->SetValue(directory.read);
-  chkWrite->SetValue(directory.write);
-  chkContralAll->SetValue(directory.controlAll);
-}
-
-void frmEditDir::OnBrowse() {
-  const auto folder = ChooseFolder(this, "选择虚拟目录");
-  if (folder) txtDir->ChangeValue(Shown(*folder));
+  programs.Set(directory.noPrograms, directory.programs);
+  rights.Set(directory.rights);
 }
 
 void frmEditDir::OnConfirm() {
@@ -78,11 +57,9 @@ void frmEditDir::OnConfirm() {
     return;
   }
   ModWeb::SaveVirtualDirectory(program_, {.path = path,
-                                          .noPrograms = OptNoApp->GetValue(),
-                                          .programs = OptAppDone->GetValue(),
-                                          .read = chkRead->GetValue(),
-                                          .write = chkWrite->GetValue(),
-                                          .controlAll = chkContralAll->GetValue()});
+                                          .noPrograms = programs.AreForbidden(),
+                                          .programs = programs.AreAllowed(),
+                                          .rights = rights.Rights()});
   EndModal(wxID_OK);
 }
 

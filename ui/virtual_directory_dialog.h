@@ -5,11 +5,9 @@
 #include <wx/dialog.h>
 
 #include "core/program.h"
-#include "ui/option_pair.h"
+#include "ui/permission_groups.h"
 
 class wxButton;
-class wxCheckBox;
-class wxRadioButton;
 class wxTextCtrl;
 
 namespace ui {
@@ -20,22 +18,17 @@ class frmEditDir : public wxDialog {
 
   wxTextCtrl* txtDir;
   wxButton* cmdBrowser;
-  wxRadioButton* OptNoApp;
-  wxRadioButton* OptAppDone;
-  wxCheckBox* chkRead;
-  wxCheckBox* chkWrite;
-  wxCheckBox* chkContralAll;
+  ProgramsGroup programs;
+  RightsGroup rights;
   wxButton* cmdOK;
   wxButton* cmdCancel;
 
  private:
   wxSizer* MakeContent();
   void Load();
-  void OnBrowse();
   void OnConfirm();
 
   const core::Program& program_;
-  OptionPair programs_;
 };
 
 }  // namespace ui

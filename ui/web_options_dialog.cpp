@@ -5,7 +5,6 @@
 #include <wx/listbox.h>
 #include <wx/notebook.h>
 #include <wx/panel.h>
-#include <wx/radiobut.h>
 #include <wx/textctrl.h>
 
 #include "ui/layout.h"
@@ -56,7 +55,7 @@ wxWindow* frmWebOptions::MakeSitePage() {
   txtWebAddress = rows.Add("txtWebAddress", "本地域名(&D)：");
   txtWebIP = rows.Add("txtWebIP", "IP地址(&I)：");
   txtWebPort = rows.Add("txtWebPort", "TCP端口(&P)：");
-  cmdBrowser->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnBrowse(); });
+  LetChooseFolder(cmdBrowser, txtWebRoot, "选择Web服务器的主目录");
   return WithMargin(page, rows.Sizer());
 }
 
@@ -73,20 +72,8 @@ wxWindow* frmWebOptions::MakeDocumentPage() {
 
 wxWindow* frmWebOptions::MakeRightsPage() {
   auto* page = new wxPanel(pages_);
-  Group rights(page, "访问权限");
-  chkRead = MakeCheckBox(rights.Parent(), "chkRead", "读取(&R)");
-  chkWrite = MakeCheckBox(rights.Parent(), "chkWrite", "写入(&W)");
-  chkContralAll = MakeCheckBox(rights.Parent(), "chkContralAll", "完全控制(&A)");
-  rights.Content().Add(MakeRow(page, {chkRead, chkWrite, chkContralAll}));
-
-  Group programs(page, "应用程序许可");
-  programs_ = OptionPair(programs.Parent(), {"optAppNone", "不允许执行应用程序(&N)"},
-                         {"OptAppDone", "允许执行应用程序(&X)"});
-  optAppNone = programs_.first;
-  OptAppDone = programs_.second;
-  programs.Content().Add(optAppNone);
-  programs.Content().Add(OptAppDone);
-
+  rights = RightsGroup(page);
+  programs = ProgramsGroup(page, "optAppNone");
   Column column(page, kEdge);
   column.Add(rights.Sizer());
   column.Add(programs.Sizer());
@@ -99,10 +86,8 @@ void frmWebOptions::Load(const WebOptionsEntry& entry) {
   txtWebPort->ChangeValue(Shown(entry.port));
   txtWebAddress->ChangeValue(Shown(entry.domain));
   chkDefaultFile->SetValue(entry.startDefaultPage);
-  chkRead->SetValue(entry.read);
-  chkWrite->SetValue(entry.write);
-  chkContralAll->SetValue(entry.controlAll);
-  programs_.Set(entry.noPrograms, entry.programs);
+  rights.Set(entry.rights);
+  programs.Set(entry.noPrograms, entry.programs);
   documents_->Set(entry.documents);
 }
 
@@ -112,17 +97,10 @@ WebOptionsEntry frmWebOptions::Entry() const {
           .port = Typed(txtWebPort->GetValue()),
           .domain = Typed(txtWebAddress->GetValue()),
           .startDefaultPage = chkDefaultFile->GetValue(),
-          .read = chkRead->GetValue(),
-          .write = chkWrite->GetValue(),
-          .controlAll = chkContralAll->GetValue(),
-          .noPrograms = optAppNone->GetValue(),
-          .programs = OptAppDone->GetValue(),
+          .rights = rights.Rights(),
+          .noPrograms = programs.AreForbidden(),
+          .programs = programs.AreAllowed(),
           .documents = documents_->Names()};
-}
-
-void frmWebOptions::OnBrowse() {
-  const auto folder = ChooseFolder(this, "选择Web服务器的主目录");
-  if (folder) txtWebRoot->ChangeValue(Shown(*folder));
 }
 
 void frmWebOptions::OnConfirm() {

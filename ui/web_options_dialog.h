@@ -8,13 +8,12 @@
 #include "core/program.h"
 #include "ui/document_list.h"
 #include "ui/log_panel.h"
-#include "ui/option_pair.h"
+#include "ui/permission_groups.h"
 #include "web/web_options_entry.h"
 #include "web/web_server.h"
 
 class wxBookCtrlBase;
 class wxCheckBox;
-class wxRadioButton;
 class wxTextCtrl;
 
 namespace ui {
@@ -30,11 +29,8 @@ class frmWebOptions : public wxDialog {
   wxButton* cmdBrowser;
   wxCheckBox* chkDefaultFile;
   wxListBox* lstDocument;
-  wxCheckBox* chkRead;
-  wxCheckBox* chkWrite;
-  wxCheckBox* chkContralAll;
-  wxRadioButton* optAppNone;
-  wxRadioButton* OptAppDone;
+  RightsGroup rights;
+  ProgramsGroup programs;
   LogList* lstLog;
   wxButton* cmdOK;
   wxButton* cmdCancel;
@@ -45,14 +41,12 @@ class frmWebOptions : public wxDialog {
   wxWindow* MakeRightsPage();
   void Load(const ModWeb::WebOptionsEntry& entry);
   ModWeb::WebOptionsEntry Entry() const;
-  void OnBrowse();
   void OnConfirm();
   void Refuse(ModWeb::WebOptionsFault fault);
 
   const core::Program& program_;
   wxBookCtrlBase* pages_;
   DocumentList* documents_;
-  OptionPair programs_;
 };
 
 }  // namespace ui

@@ -21,9 +21,7 @@ VirtualDirectory ReadVirtualDirectory(const core::Program& program) {
   if (directory.path.empty()) return directory;
   directory.noPrograms = isSet("optNoApp");
   directory.programs = isSet("optAppDone");
-  directory.read = isSet("Read");
-  directory.write = isSet("Write");
-  directory.controlAll = isSet("ContralAll");
+  directory.rights = core::ToAccessRights(core::ReadAccessRights(settings));
   return directory;
 }
 
@@ -32,9 +30,7 @@ void SaveVirtualDirectory(const core::Program& program, const VirtualDirectory& 
   settings.Write("Path", core::TrimBlanks(directory.path));
   settings.Write("optNoApp", core::BooleanText(directory.noPrograms));
   settings.Write("optAppDone", core::BooleanText(directory.programs));
-  settings.Write("Read", core::CheckText(directory.read));
-  settings.Write("Write", core::CheckText(directory.write));
-  settings.Write("ContralAll", core::CheckText(directory.controlAll));
+  core::WriteAccessRights(settings, directory.rights);
 }
 
 }  // namespace ModWeb

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "core/access_rights.h"
 #include "core/program.h"
 
 namespace ModWeb {
@@ -12,9 +13,7 @@ struct VirtualDirectory {
   std::string path;  // in the user's own form
   bool noPrograms = true;
   bool programs = false;
-  bool read = true;
-  bool write = false;
-  bool controlAll = false;
+  core::AccessRights rights = {.read = true};
 };
 
 /// The one in Server.ini; a fresh one if there is none.

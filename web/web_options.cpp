@@ -37,7 +37,7 @@ bool WebOptions::LoadWebOptions(const core::Program& program, const std::string&
   return true;
 }
 
-bool WebOptions::MayRead() const { return core::ToBoolean(WebRights[0]).value_or(false); }
+bool WebOptions::MayRead() const { return core::ToAccessRights(WebRights).read; }
 
 bool WebOptions::MayRunPrograms() const { return core::ToBoolean(AppOptions[1]).value_or(false); }
 
@@ -47,7 +47,7 @@ void WebOptions::ReadSettings(const core::Program& program, const std::string& l
   WebDomain = settings.Text("DNS");
   settings.Read("TCPPort", WebPort);
   settings.Read("StartDefaultPage", StartDefaultPage);
-  WebRights = {settings.Text("Read"), settings.Text("Write"), settings.Text("ContralAll")};
+  WebRights = core::ReadAccessRights(settings);
   AppOptions = {settings.Text("optNoApp"), settings.Text("optAppDone")};
   WebLocalIP = localAddress;
 }

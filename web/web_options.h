@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "core/access_rights.h"
 #include "core/program.h"
 
 namespace ModWeb {
@@ -29,7 +30,7 @@ struct WebOptions {
   std::string WebLocalIP;
   std::int16_t WebPort = 80;
   bool StartDefaultPage = true;
-  std::array<std::string, 3> WebRights;      // Read, Write, ContralAll
+  core::AccessRightsTexts WebRights;
   std::array<std::string, 2> AppOptions;     // optNoApp, optAppDone
   std::array<std::string, 11> DefaultPages;  // tried in this order, the last one never
   std::string FirstDefaultPage;

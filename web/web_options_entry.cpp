@@ -35,9 +35,7 @@ WebOptionsEntry EntryOf(const WebOptions& options) {
           .port = std::to_string(options.WebPort),
           .domain = options.WebDomain,
           .startDefaultPage = options.StartDefaultPage,
-          .read = IsSet(options.WebRights[0]),
-          .write = IsSet(options.WebRights[1]),
-          .controlAll = IsSet(options.WebRights[2]),
+          .rights = core::ToAccessRights(options.WebRights),
           .noPrograms = IsSet(options.AppOptions[0]),
           .programs = IsSet(options.AppOptions[1]),
           .documents = NamesIn(options.DefaultPages)};
@@ -63,9 +61,7 @@ void SaveSettings(const core::Program& program, const WebOptionsEntry& entry) {
   settings.Write("TCPPort", entry.port);
   settings.Write("DNS", entry.domain);
   settings.Write("StartDefaultPage", core::CheckText(entry.startDefaultPage));
-  settings.Write("Read", core::CheckText(entry.read));
-  settings.Write("Write", core::CheckText(entry.write));
-  settings.Write("ContralAll", core::CheckText(entry.controlAll));
+  core::WriteAccessRights(settings, entry.rights);
   settings.Write("optNoApp", core::BooleanText(entry.noPrograms));
   settings.Write("optAppDone", core::BooleanText(entry.programs));
 }

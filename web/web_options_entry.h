@@ -18,9 +18,7 @@ struct WebOptionsEntry {
   std::string port;
   std::string domain;
   bool startDefaultPage = true;
-  bool read = false;
-  bool write = false;
-  bool controlAll = false;
+  core::AccessRights rights;
   bool noPrograms = false;
   bool programs = false;
   std::vector<std::string> documents;

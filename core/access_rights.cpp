@@ -1,0 +1,30 @@
+#include "core/access_rights.h"
+
+#include "core/conversions.h"
+
+namespace core {
+namespace {
+
+constexpr const char* kRead = "Read";
+constexpr const char* kWrite = "Write";
+constexpr const char* kControlAll = "ContralAll";  // the settled spelling
+
+bool IsSet(const std::string& text) { return ToBoolean(text).value_or(false); }
+
+}  // namespace
+
+AccessRightsTexts ReadAccessRights(const SettingsSection& settings) {
+  return {settings.Text(kRead), settings.Text(kWrite), settings.Text(kControlAll)};
+}
+
+AccessRights ToAccessRights(const AccessRightsTexts& texts) {
+  return {IsSet(texts[0]), IsSet(texts[1]), IsSet(texts[2])};
+}
+
+void WriteAccessRights(const SettingsSection& settings, const AccessRights& rights) {
+  settings.Write(kRead, CheckText(rights.read));
+  settings.Write(kWrite, CheckText(rights.write));
+  settings.Write(kControlAll, CheckText(rights.controlAll));
+}
+
+}  // namespace core
