@@ -27,6 +27,9 @@ MakeSample() {
     install -m 755 "$2" "$1/wwwroot/cgi-bin/guestbook.cgi"
 }
 
+# MakeGuide FOLDER: the user's guide under the name by which the program's help finds it.
+MakeGuide() { packaging/make_guide.py docs/guide.zh-CN.md "$1/使用说明.html"; }
+
 # FillIn FILE.in: to standard output, with the version and the day in their places.
 FillIn() { sed "s/@VERSION@/$version/g; s/@DATE@/$day/g" "$1"; }
 

@@ -7,6 +7,7 @@
 
 #include "core/files.h"
 #include "platform/native_path.h"
+#include "platform/program_location.h"
 #include "platform/shell.h"
 #include "ui/layout.h"
 #include "ui/toolkit_text.h"
@@ -70,12 +71,15 @@ class HelpBox : public wxDialog {
 }  // namespace
 
 void ShowHelp(wxWindow* parent, const core::Program& program) {
-  const std::string guide = program.File(kGuide);
-  if (ModCommon::FileExists(guide)) {
-    platform::OpenWithShell(platform::PathTextForUser(guide));
-  } else {
-    HelpBox(parent).ShowModal();
+  // An installed program's directory is the user's own and has no guide.
+  const std::string beside = platform::PathText(platform::ExecutablePath().parent_path());
+  for (const std::string& guide : {program.File(kGuide), ModCommon::AddSlash(beside) + kGuide}) {
+    if (ModCommon::FileExists(guide)) {
+      platform::OpenWithShell(platform::PathTextForUser(guide));
+      return;
+    }
   }
+  HelpBox(parent).ShowModal();
 }
 
 }  // namespace ui

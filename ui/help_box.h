@@ -1,6 +1,7 @@
 #pragma once
 
-// The help: the user's guide where it lies beside the program, else the essentials in a window.
+// The help: the user's guide where it lies in the program directory or beside the executable, else
+// the essentials in a window.
 
 #include "core/program.h"
 

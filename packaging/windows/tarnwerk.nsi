@@ -137,6 +137,7 @@ Section "un.$(PROGRAM)" SectionUnProgram
   Delete "$INSTDIR\Tarnwerk.exe"
   Delete "$INSTDIR\readme.txt"
   Delete "$INSTDIR\licences.txt"
+  Delete "$INSTDIR\使用说明.html"
   Delete "$INSTDIR\uninstall.exe"
   RMDir /r "$INSTDIR\sample"
   ; Only if nothing of anybody else's is left in it.
