@@ -11,8 +11,6 @@
 namespace test {
 namespace {
 
-constexpr const char* kSending = "150 Opening ASCII mode data connection for /bin/ls.\r\n";
-constexpr const char* kRefused = "550 无访问权，不能上传文件！ \r\n";
 constexpr std::size_t kBig = 30000000;
 
 class FtpFaultsTest : public FtpServerTest {

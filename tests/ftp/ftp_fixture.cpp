@@ -4,6 +4,13 @@
 
 namespace test {
 
+std::string Content(std::size_t size) {
+  std::string content(size, '\0');
+  std::uint32_t state = 1;
+  for (char& c : content) c = static_cast<char>((state = state * 1664525 + 1013904223) >> 24);
+  return content;
+}
+
 std::uint16_t FtpClient::PortOf(const std::string& reply) {
   const std::size_t low = reply.rfind(',');
   if (!reply.starts_with("227 (") || low == std::string::npos) return 0;

@@ -12,12 +12,22 @@
 
 namespace test {
 
+/// What is said before and after transfers.
+inline constexpr const char* kSending = "150 Opening ASCII mode data connection for /bin/ls.\r\n";
+inline constexpr const char* kReceiving = "150 数据连接已经打开，可以发送数据.\r\n";
+inline constexpr const char* kListed = "226 Transfer complete.\r\n";
+inline constexpr const char* kStored = "226 stor command completed\r\n";
+inline constexpr const char* kRefused = "550 无访问权，不能上传文件！ \r\n";
+
 /// The replies that come before and after the bytes of a transfer, and these.
 struct Transferred {
   std::string before;
   std::string bytes;
   std::string after;
 };
+
+/// Bytes that show it if a piece is missing, doubled or out of place.
+std::string Content(std::size_t size);
 
 /// A control connection.
 class FtpClient {
