@@ -85,6 +85,30 @@ void Fetch(std::uint16_t port) {
   bench::ReceiveAll(client.Number());
 }
 
+// Each byte an arrival of its own.
+void Dribble(std::uint16_t port) {
+  const Descriptor client = ConnectTo(port);
+  for (const char byte : std::string_view("GET ...\r\n")) {
+    bench::SendAll(client.Number(), {&byte, 1});
+  }
+}
+
+// Begins a download and leaves in the middle of it, the data connection first or not at all.
+void AbandonDownload(std::uint16_t port) {
+  const Descriptor control = ConnectTo(port);
+  Receive(control);
+  bench::SendAll(control.Number(), "PASV\r\n");
+  const std::string reply = Receive(control);
+  const std::size_t low = reply.rfind(',');
+  if (!reply.starts_with("227 ") || low == std::string::npos) return;
+  const auto dataPort = static_cast<std::uint16_t>(1024 + std::atoi(reply.c_str() + low + 1));
+  const Descriptor data = bench::TryConnectTo(dataPort);  // others' PASV closes the port again
+  if (data.Number() < 0) return;
+  bench::SendAll(control.Number(), "RETR /paced.bin\r\n");
+  Receive(data, 1000);
+  ResetAtEnd(data);
+}
+
 // Says each line and reads its answer; leaves at the first that is not answered.
 void Converse(std::uint16_t port, const std::vector<std::string_view>& lines) {
   const Descriptor client = ConnectTo(port);
@@ -98,7 +122,7 @@ void Converse(std::uint16_t port, const std::vector<std::string_view>& lines) {
 using Kinds = std::vector<std::function<void()>>;
 
 void AddRude(Kinds& kinds, std::uint16_t port) {
-  for (const auto& kind : {SayNothing, ResetAtOnce, ShutOneSide, Flood}) {
+  for (const auto& kind : {SayNothing, ResetAtOnce, ShutOneSide, Flood, Dribble}) {
     kinds.emplace_back([kind, port] { kind(port); });
   }
 }
@@ -122,9 +146,12 @@ Kinds OtherKinds(const Tarnwerk& tarnwerk) {
   }
   AddPolite(kinds, tarnwerk.FtpPort(),
             {"USER a\r\n", "PASS b\r\n", "CWD /\r\n", "PWD\r\n", "PASV\r\n"});
+  kinds.emplace_back([port = tarnwerk.FtpPort()] { AbandonDownload(port); });
   // No recipient: what others flood the port with would become his message.
   AddPolite(kinds, tarnwerk.SmtpPort(),
             {"HELO x\r\n", "MAIL FROM:<box@x>\r\n", "RCPT TO:<nobody@x>\r\n", "QUIT\r\n"});
+  // Leaves in the middle of a message.
+  AddPolite(kinds, tarnwerk.SmtpPort(), {"MAIL FROM:<box@x>\r\n", "DATA\r\n", "Subject: x\r\n"});
   AddPolite(kinds, tarnwerk.Pop3Port(),
             {"USER box\r\n", "PASS x\r\n", "STAT\r\n", "LIST\r\n", "QUIT\r\n"});
   return kinds;
@@ -202,6 +229,7 @@ int main(int argumentCount, char** arguments) {
       argumentCount > 2 ? std::strtoull(arguments[2], nullptr, 10) : 1000000;
   const bench::Folder folder;
   folder.Write("wwwroot/small.txt", "hello");
+  folder.Write("ftproot/paced.bin", std::string(1 << 20, 'd'));
   folder.Write("wwwroot/paced.bin", std::string(kPieces * kPieceBytes + 1, 'p'));
   const Tarnwerk tarnwerk(arguments[1], folder);
   const Kinds others = OtherKinds(tarnwerk);

@@ -33,13 +33,21 @@ sockaddr_in Loopback(std::uint16_t port) {
   return address;
 }
 
-Descriptor ConnectTo(std::uint16_t port) {
+Descriptor TryConnectTo(std::uint16_t port) {
   Descriptor connection(socket(AF_INET, SOCK_STREAM, 0));
   const int on = 1;
   setsockopt(connection.Number(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof(on));
   const sockaddr_in address = Loopback(port);
   if (connect(connection.Number(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) !=
       0) {
+    connection.Close();
+  }
+  return connection;
+}
+
+Descriptor ConnectTo(std::uint16_t port) {
+  Descriptor connection = TryConnectTo(port);
+  if (connection.Number() < 0) {
     std::perror("connect");
     std::exit(1);
   }

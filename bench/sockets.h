@@ -28,6 +28,9 @@ class Descriptor {
 
 sockaddr_in Loopback(std::uint16_t port);
 
+/// Without a number if there is nobody to connect to.
+Descriptor TryConnectTo(std::uint16_t port);
+
 /// Ends the program if there is nobody to connect to.
 Descriptor ConnectTo(std::uint16_t port);
 
