@@ -31,8 +31,8 @@ TEST_F(RunningInstances, AreToldApartByTheirProgramDirectory) {
 
 TEST_F(RunningInstances, ThatDoNotReactAreGivenUp) {
   EXPECT_TRUE(platform::CloseRunningInstances(std::chrono::seconds(1)));
-  const auto deaf = Announce("deaf");
   asio::io_context never;
+  const auto deaf = Announce("deaf");
   deaf->OnCloseRequest(never.get_executor(), [] {});
   EXPECT_FALSE(platform::CloseRunningInstances(std::chrono::seconds(1)));
 }
