@@ -144,6 +144,25 @@ TEST_F(Connections, ACloseOverUnreadBytesDoesNotCutTheAnswer) {
   EXPECT_FALSE(client.WasReset());
 }
 
+TEST_F(Connections, ThatAreClosedAndReadByNobodyAreGivenUp) {
+  constexpr std::size_t kMost = 256;
+  engine_.behaviour = Scripted::Behaviour::kCloseUnread;
+  std::vector<std::unique_ptr<Client>> idle;
+  std::size_t served = 0;
+  OnLoop([&] { served = context_->traffic.sent; });
+  for (std::size_t i = 0; i < kMost + 20; ++i) {
+    idle.push_back(std::make_unique<Client>(port_));
+    idle.back()->Send("?");
+    // An eviction before the answer would be another matter.
+    ASSERT_TRUE(Eventually([&] { return context_->traffic.sent == served + 300000 * (i + 1); }));
+  }
+  OnLoop([&] { EXPECT_EQ(draining_->Count(), kMost); });
+  idle.front()->ReceiveAll();
+  EXPECT_TRUE(idle.front()->WasReset());
+  EXPECT_EQ(idle.back()->ReceiveAll().size(), 300000U);
+  EXPECT_TRUE(Eventually([&] { return draining_->Count() == 0; }));
+}
+
 TEST_F(Connections, AHandlerEndsWithItsConnectionAndNeverReachesTheNextOne) {
   engine_.behaviour = Scripted::Behaviour::kWaitForever;
   Client first(port_);

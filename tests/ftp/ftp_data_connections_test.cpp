@@ -171,6 +171,13 @@ TEST_F(FtpDataConnectionsTest, CommandsAreServedWhileATransferStands) {
   EXPECT_EQ(client.Ask("NOOP"), "200 \r\n");
   EXPECT_EQ(client.Ask("PWD"), "257 \"/\" command successful. \r\n");
   EXPECT_EQ(other.Ask("NOOP"), "200 \r\n");
+  OnLoop([&] {
+    const auto connections = TheServer().Connections();
+    ASSERT_EQ(connections.size(), 2U);
+    EXPECT_THAT(connections[0].activity.what, testing::HasSubstr("RETR "));
+    EXPECT_EQ(connections[0].activity.total, 30000000U);
+    EXPECT_EQ(connections[1].activity.what, "NOOP");
+  });
   EXPECT_EQ(data->ReceiveAll().size(), 30000000U);
   EXPECT_EQ(client.Reply(), "226 \r\n");
 }
