@@ -19,10 +19,12 @@
 #include <algorithm>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
+constexpr int kLongestText = 1000;
 constexpr UINT kPatience = 5000;  // milliseconds for a window to answer
 
 std::wstring Wide(const std::string& text) {
@@ -48,14 +50,25 @@ DWORD_PTR Ask(HWND window, UINT message, WPARAM first, LPARAM second) {
 }
 
 // On one line and without marks of mnemonics.
-std::string TextOf(HWND window) {
-  std::wstring text(Ask(window, WM_GETTEXTLENGTH, 0, 0) + 1, L'\0');
-  text.resize(Ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data())));
+std::string OnOneLine(std::wstring text) {
   std::erase(text, L'&');
   for (wchar_t& character : text) {
     if (character < L' ') character = L' ';
   }
   return Narrow(text);
+}
+
+// The caption that the system keeps, which costs the other program nothing. Not a field's content.
+std::string TextOf(HWND window) {
+  std::wstring text(kLongestText, L'\0');
+  text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), kLongestText)));
+  return OnOneLine(std::move(text));
+}
+
+std::string ContentOf(HWND field) {
+  std::wstring text(Ask(field, WM_GETTEXTLENGTH, 0, 0) + 1, L'\0');
+  text.resize(Ask(field, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data())));
+  return OnOneLine(std::move(text));
 }
 
 BOOL CALLBACK AddIfSeen(HWND window, LPARAM list) {
@@ -135,7 +148,7 @@ std::string Fulfil(const std::vector<std::string>& words) {
     const std::wstring text = Wide(words.at(4));
     Ask(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
   }
-  return TextOf(control) + "\t";
+  return ContentOf(control) + "\t";
 }
 
 }  // namespace
