@@ -38,6 +38,7 @@ DocumentList::DocumentList(wxWindow* parent) : wxPanel(parent) {
   row->Add(lstDocument, wxSizerFlags(1).Expand());
   row->Add(buttons.Sizer(), wxSizerFlags().Border(wxLEFT, FromDIP(kGap)));
   SetSizer(row);
+  Fit();  // the buttons are laid out once before the page has its size
 }
 
 void DocumentList::Set(const std::vector<std::string>& names) {

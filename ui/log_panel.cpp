@@ -89,6 +89,7 @@ LogPanel::LogPanel(wxWindow* parent, std::string log) : wxPanel(parent), log_(st
   column.Add(lblLogPart);
   column.Add(MakeRow(this, {cmdClearLog, cmdExportLog}));
   SetSizer(column.Sizer());
+  Fit();  // the buttons are laid out once before the page has its size
   Load(core::ReadLogTail(log_));
 }
 
