@@ -1,9 +1,7 @@
 // Opens each dialog as a user would find it and keeps a picture of it: dialog_screenshots FOLDER.
 // Not a test: the pictures are to be looked at. Takes them with ImageMagick's "import".
 
-#include <wx/app.h>
 #include <wx/bookctrl.h>
-#include <wx/init.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 #include <wx/utils.h>
@@ -14,6 +12,7 @@
 
 #include "core/window_loop.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/ui/toolkit_start.h"
 #include "ui/domain_questions.h"
 #include "ui/ftp_options_dialog.h"
 #include "ui/login_dialog.h"
@@ -116,9 +115,7 @@ int main(int argumentCount, char** arguments) {
     std::puts("usage: dialog_screenshots FOLDER");
     return 2;
   }
-  wxApp::SetInstance(new wxApp);
-  int none = 1;
-  if (!wxEntryStart(none, arguments) || !wxTheApp->CallOnInit()) return 1;
+  if (!test::StartToolkit(arguments)) return 1;
   {
     const test::TemporaryFolder home;
     std::string lines;

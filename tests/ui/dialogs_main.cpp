@@ -2,24 +2,10 @@
 // the forms' own modal loops serve the events. Needs a display.
 
 #include <gtest/gtest.h>
-#include <wx/app.h>
-#include <wx/init.h>
 
-#include <cstdio>
-
-#include "core/window_loop.h"
-#include "tests/support/loop_host.h"
+#include "tests/ui/toolkit_start.h"
 
 namespace {
-
-// A test must not go through its Call: it is on that thread itself.
-class MainThreadLoopHost : public test::LoopHost {
- public:
-  core::EventLoop& Loop() override { return loop_.Events(); }
-
- private:
-  core::WindowLoop loop_;
-};
 
 void FailByAssertion(const wxString& file, int line, const wxString&, const wxString& condition,
                      const wxString& message) {
@@ -30,17 +16,11 @@ void FailByAssertion(const wxString& file, int line, const wxString&, const wxSt
 
 int main(int argumentCount, char** arguments) {
   testing::InitGoogleTest(&argumentCount, arguments);
-  wxApp::SetInstance(new wxApp);
-  int none = 1;
-  if (!wxEntryStart(none, arguments) || !wxTheApp->CallOnInit()) {
-    std::puts("the window toolkit does not start: is there a display?");
-    return 1;
-  }
+  if (!test::StartToolkit(arguments)) return 1;
   wxSetAssertHandler(FailByAssertion);
   int result = 0;
   {
-    MainThreadLoopHost host;
-    test::SetLoopHost(host);
+    const test::WindowLoopHost host;
     result = RUN_ALL_TESTS();
   }
   wxEntryCleanup();

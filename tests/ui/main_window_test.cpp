@@ -101,15 +101,6 @@ TEST_F(MainWindow, StartsAndStopsAllWithOneButton) {
   EXPECT_FALSE(Find(Window(), "cmdStopAll").IsEnabled());
 }
 
-TEST_F(MainWindow, SaysThatAStartFailed) {
-  Home().Write("Server.ini", "[FtpServer Options]\nFtpPort=no number\n");
-  MakeWindow();
-  Push("cmdCardStartFtp");
-  EXPECT_EQ(Label("lblFtpStart"), TextsOf(ServiceKind::kFtp).startFailed);
-  EXPECT_EQ(Label("lblCardFtpState"), "启动失败");
-  EXPECT_TRUE(IsVisible("cmdStartFtpService"));
-}
-
 TEST_F(MainWindow, EverySelectorShowsItsPage) {
   MakeWindow();
   const std::pair<const char*, const char*> pages[] = {
@@ -233,76 +224,61 @@ TEST_F(MainWindow, AHugeFolderIsShownPieceByPiece) {
   EXPECT_GE(steps, 5U);
 }
 
-class MailPage : public MainWindow {
- protected:
-  void MakeUser(const std::string& name, const std::string& password) {
-    ASSERT_TRUE(ModMail::SaveMailUser(mail->RootDir(), {name, password}));
-  }
-  int Rows() { return Window().lvMailUser->GetItemCount(); }
-};
-
-TEST_F(MailPage, ListsTheUsersEachTimeItIsShown) {
+TEST_F(MainWindow, ListsAddsEditsAndDeletesMailUsers) {
   MakeWindow();
   Click("ImgMail");
-  EXPECT_EQ(Rows(), 0);
-  EXPECT_EQ(Window().lvMailUser->GetColumnCount(), 2);
-  MakeUser("wang", "secret");
-  MakeUser("li", "1234");
+  ui::MailUserList& list = *Window().lvMailUser;
+  EXPECT_EQ(list.GetItemCount(), 0);
+  ASSERT_TRUE(ModMail::SaveMailUser(mail->RootDir(), {"wang", "secret"}));
   Click("picSelect");
   Click("ImgMail");
-  ASSERT_EQ(Rows(), 2);
-  EXPECT_EQ(Window().lvMailUser->GetColumnCount(), 2);
-  EXPECT_EQ(Window().lvMailUser->UserAt(0).name, "li");
-  EXPECT_EQ(Window().lvMailUser->UserAt(1).password, "secret");
-}
+  ASSERT_EQ(list.GetItemCount(), 1);
+  EXPECT_EQ(list.GetColumnCount(), 2);
+  EXPECT_EQ(list.UserAt(0).password, "secret");
 
-TEST_F(MailPage, DeletesAUserOnlyAfterAYes) {
-  MakeWindow();
-  MakeUser("li", "1234");
-  Click("ImgMail");
-  Push("cmdDelMailUser");
-  EXPECT_EQ(boxes.TakeOnly().text, "请选择要删除的用户！");
-  Window().lvMailUser->SetItemState(0, wxLIST_STATE_SELECTED, wxLIST_STATE_SELECTED);
-  boxes.Plan(wxID_NO);
-  Push("cmdDelMailUser");
-  const Box question = boxes.TakeOnly();
-  EXPECT_EQ(question.text, "确实要删除该用户吗？");
-  EXPECT_TRUE(question.HasStyle(wxYES_NO));
-  EXPECT_EQ(Rows(), 1);
-  boxes.Plan(wxID_YES);
-  Push("cmdDelMailUser");
-  EXPECT_EQ(Rows(), 0);
-  EXPECT_FALSE(Home().Has("mail/User/li"));
-}
-
-TEST_F(MailPage, AddsAUserAndFillsTheDialogForEditing) {
-  MakeWindow();
-  Click("ImgMail");
-  Push("cmdEditMailUser");  // nobody there to edit
-  Later([&] {
-    wxWindow& form = *wxWindow::FindWindowByName("frmEmailUsers");
+  const auto inTheDialog = [&](const auto& action) {
+    Later([=, this] { action(*wxWindow::FindWindowByName("frmEmailUsers")); });
+  };
+  inTheDialog([](wxWindow& form) {
     EXPECT_EQ(TextIn(form, "txtUser"), "");
     Type(form, "txtUser", "li");
     Type(form, "txtPass", "1234");
     Press(form, "OKButton");
   });
   Push("cmdAddMailUser");
-  ASSERT_EQ(Rows(), 1);
-  Later([&] {
-    wxWindow& form = *wxWindow::FindWindowByName("frmEmailUsers");
+  ASSERT_EQ(list.GetItemCount(), 2);
+  inTheDialog([](wxWindow& form) {
     EXPECT_EQ(ui::Typed(form.GetLabel()), "编辑用户");
     EXPECT_EQ(TextIn(form, "txtUser") + "/" + TextIn(form, "txtPass"), "li/1234");
     Press(form, "CancelButton");
   });
   Push("cmdEditMailUser");
+
+  Push("cmdDelMailUser");
+  EXPECT_EQ(boxes.TakeOnly().text, "请选择要删除的用户！");
+  list.SetItemState(0, wxLIST_STATE_SELECTED, wxLIST_STATE_SELECTED);
+  for (const int answer : {wxID_NO, wxID_YES}) {
+    EXPECT_TRUE(Home().Has("mail/User/li"));
+    boxes.Plan(answer);
+    Push("cmdDelMailUser");
+    const Box question = boxes.TakeOnly();
+    EXPECT_EQ(question.text, "确实要删除该用户吗？");
+    EXPECT_TRUE(question.HasStyle(wxYES_NO));
+  }
+  EXPECT_EQ(list.GetItemCount(), 1);
+  EXPECT_FALSE(Home().Has("mail/User/li"));
 }
 
-TEST_F(MainWindow, IsMinimisedWhereThereIsNoTray) {
+TEST_F(MainWindow, CanAlwaysBeFoundAgainAndEndsOnlyWhenTheUserEndsIt) {
   MakeWindow();
   Window().Open();
   ChooseItem(ui::mnuShowSystemTray);
-  // A window that is neither on the screen nor in a tray could never be found again.
+  // Minimised where there is no tray.
   EXPECT_TRUE(Window().IsShown() || Window().IsInTray());
+  Window().Close();
+  EXPECT_EQ(closed, 1);
+  ChooseItem(ui::mnuExit);
+  EXPECT_EQ(closed, 2);
 }
 
 TEST_F(MainWindow, ClosesWhateverIsOpenWhenItIsToEnd) {
@@ -320,14 +296,6 @@ TEST_F(MainWindow, ClosesWhateverIsOpenWhenItIsToEnd) {
   returned = true;
   EXPECT_TRUE(Until([&] { return done; }));
   Push("cmdFtpOptions");  // no dialog opens any more
-}
-
-TEST_F(MainWindow, EndsOnlyWhenTheUserEndsIt) {
-  MakeWindow();
-  Window().Close();
-  EXPECT_EQ(closed, 1);
-  ChooseItem(ui::mnuExit);
-  EXPECT_EQ(closed, 2);
 }
 
 TEST_F(MainWindow, ComesBackWhereItWas) {

@@ -5,10 +5,8 @@
 // pop-up menu) or "nothing". The servers must not notice the difference.
 
 #include <gtest/gtest.h>
-#include <wx/app.h>
 #include <wx/dialog.h>
 #include <wx/frame.h>
-#include <wx/init.h>
 #include <wx/menu.h>
 #include <wx/msgdlg.h>
 
@@ -18,18 +16,9 @@
 #include <string>
 #include <thread>
 
-#include "core/window_loop.h"
-#include "tests/support/loop_host.h"
+#include "tests/ui/toolkit_start.h"
 
 namespace {
-
-class WindowLoopHost : public test::LoopHost {
- public:
-  core::EventLoop& Loop() override { return loop_.Events(); }
-
- private:
-  core::WindowLoop loop_;
-};
 
 std::string WhatToOpen() {
   const char* name = std::getenv("TARNWERK_TEST_OPEN");
@@ -66,14 +55,8 @@ void RunTestsAndExit() {
 
 int main(int argumentCount, char** arguments) {
   testing::InitGoogleTest(&argumentCount, arguments);
-  wxApp::SetInstance(new wxApp);
-  int none = 1;
-  if (!wxEntryStart(none, arguments) || !wxTheApp->CallOnInit()) {
-    std::puts("the window toolkit does not start: is there a display?");
-    return 1;
-  }
-  WindowLoopHost host;
-  test::SetLoopHost(host);
+  if (!test::StartToolkit(arguments)) return 1;
+  const test::WindowLoopHost host;
   auto* frame = new wxFrame(nullptr, wxID_ANY, "Under test");
   frame->Show();
   const std::string what = WhatToOpen();
