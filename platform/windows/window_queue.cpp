@@ -8,6 +8,10 @@ namespace platform {
 
 // A message-only window: its messages are delivered by every message loop of the thread, the
 // system's own modal ones included.
+//
+// The system hands out posted messages before input, painting and timers. Servers that always have
+// something to do would leave the window as it was for as long as they have: so a timer runs along,
+// which comes only once nothing else waits, and if it does not come for a while they wait for it.
 class WindowQueue::System {
  public:
   System() {
@@ -31,20 +35,45 @@ class WindowQueue::System {
  private:
   static constexpr UINT kDrain = WM_APP;
   static constexpr int kJobsPerPass = 64;
+  static constexpr UINT_PTR kTurn = 1;
+  static constexpr UINT kTimerInterval = 10;  // milliseconds, the system's least
+  static constexpr ULONGLONG kPatience = 50;  // milliseconds
 
   void Wake() { PostMessageW(window_, kDrain, 0, 0); }
 
   static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
-    if (message != kDrain) return DefWindowProcW(window, message, first, second);
     auto* system = reinterpret_cast<System*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (system == nullptr) return 0;
-    if (system->jobs_.HasSeveral()) system->Wake();
-    if (system->jobs_.Drain(kJobsPerPass)) system->Wake();
+    if (system == nullptr || (message != kDrain && message != WM_TIMER)) {
+      return DefWindowProcW(window, message, first, second);
+    }
+    message == kDrain ? system->OnDrain() : system->OnWindowsTurn();
     return 0;
+  }
+
+  void OnDrain() {
+    if (waitingSince_ == 0) {
+      waitingSince_ = GetTickCount64();
+      SetTimer(window_, kTurn, kTimerInterval, nullptr);
+    } else if (GetTickCount64() - waitingSince_ > kPatience) {
+      return;  // the timer's message takes the jobs on
+    }
+    DrainSome();
+  }
+
+  void OnWindowsTurn() {
+    KillTimer(window_, kTurn);
+    waitingSince_ = 0;
+    DrainSome();
+  }
+
+  void DrainSome() {
+    if (jobs_.HasSeveral()) Wake();
+    if (jobs_.Drain(kJobsPerPass)) Wake();
   }
 
   JobList jobs_;
   HWND window_;
+  ULONGLONG waitingSince_ = 0;  // for the timer; 0 while it does not run
 };
 
 WindowQueue::WindowQueue() : system_(std::make_unique<System>()) {}
