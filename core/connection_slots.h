@@ -32,7 +32,7 @@ class SlotEngine {
   ~SlotEngine() = default;
 };
 
-class ConnectionSlots : private SocketEvents {
+class ConnectionSlots final : private SocketEvents {
  public:
   static constexpr int kLastSlot = 19;
 

@@ -56,7 +56,7 @@ class EventLoop {
 class Timer {
  public:
   explicit Timer(EventLoop& loop) : loop_(loop) {}
-  ~Timer() { Stop(); }
+  ~Timer() { Stop(); }  // NOLINT(bugprone-exception-escape): cancelling a timer does not fail
   Timer(const Timer&) = delete;
   Timer& operator=(const Timer&) = delete;
 

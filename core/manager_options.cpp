@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view kSection = "System";
 constexpr std::string_view kVersionKey =
-    "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion";
+    R"(HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion)";
 
 }  // namespace
 

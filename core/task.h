@@ -47,7 +47,7 @@ struct Promise : PromiseBase {
   void return_value(T result) { value = std::move(result); }
   T Result() {
     RethrowFailure();
-    return std::move(*value);
+    return std::move(value).value();
   }
 };
 

@@ -58,6 +58,7 @@ class SpawnSettings {
 
 std::vector<char*> ArgumentVector(std::vector<std::string>& words) {
   std::vector<char*> vector;
+  vector.reserve(words.size() + 1);
   for (std::string& word : words) vector.push_back(word.data());
   vector.push_back(nullptr);
   return vector;
