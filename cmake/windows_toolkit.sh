@@ -1,22 +1,8 @@
 #!/bin/bash
 # Prints the prefix of the window toolkit for the Windows build: wxWidgets 3.2 and libpng as static
-# libraries for x86_64-w64-mingw32. Debian has no such package, so the first run on a machine
-# builds them from Debian's sources (some minutes); every later run prints the prefix at once. The
-# prefix is the last line on standard output, and the only one.
-#
-# The result is kept per user, not per clone, under a hash of the recipe (sources, options, build
-# steps, compiler version), so a change of it builds a new one beside the old. The machine's own apt settings,
-# lists and caches are neither changed nor needed to hold source archives, and no rights of root
-# are needed. TARNWERK_DEBIAN_MIRROR names another mirror than deb.debian.org.
-set -euo pipefail
-shopt -s inherit_errexit
+# libraries. Building them takes some minutes, once (windows_libraries.sh).
+. "$(dirname "$0")/windows_libraries.sh"
 
-readonly kHost=x86_64-w64-mingw32
-readonly kMirror=${TARNWERK_DEBIAN_MIRROR:-http://deb.debian.org/debian}
-readonly kKeyring=/usr/share/keyrings/debian-archive-keyring.gpg
-
-# The main archive alone: the sources of the security archive are not always to be had.
-readonly kSuite=bookworm
 readonly kSources=(libpng1.6 wxwidgets3.2)
 
 # SVG pictures (nanosvg, on by default) need libpng, libpng needs zlib. What is switched off here
@@ -33,77 +19,6 @@ readonly kToolkitOptions=(
     --disable-fileproto --disable-url --disable-fs_inet
 )
 
-Say() { printf 'windows toolkit: %s\n' "$*" >&2; }
-
-Fail() {
-    Say "$*"
-    exit 1
-}
-
-RequireTools() {
-    local tool package missing=()
-    while read -r tool package; do
-        command -v "$tool" >/dev/null || missing+=("$package")
-    done <<'END'
-x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64-posix
-dpkg-source dpkg-dev
-patch patch
-xz xz-utils
-make make
-END
-    [ -e "/usr/$kHost/lib/libz.a" ] || missing+=(libz-mingw-w64-dev)
-    [ ${#missing[@]} -eq 0 ] || Fail "these Debian packages are missing: ${missing[*]}"
-}
-
-RecipeHash() {
-    {
-        declare -p kHost kSuite kSources kToolkitOptions
-        declare -f BuildAndInstall BuildAll
-        "$kHost-g++-posix" -dumpfullversion
-    } | sha256sum | cut -c1-16
-}
-
-# An apt of our own in $1. The file is read after the machine's settings (so proxies stay as they
-# are there) and takes back the hooks that would act on the machine's own lists.
-WriteAptConfiguration() {
-    mkdir -p "$1"/{lists,archives}/partial
-    printf 'deb-src [signed-by=%s] %s %s main\n' "$kKeyring" "$kMirror" "$kSuite" >"$1/sources.list"
-    cat >"$1/apt.conf" <<END
-#clear APT::Update::Pre-Invoke;
-#clear APT::Update::Post-Invoke;
-#clear APT::Update::Post-Invoke-Success;
-APT::Sandbox::User "root";
-Dir::Etc::SourceList "$1/sources.list";
-Dir::Etc::SourceParts "-";
-Dir::State::Lists "$1/lists";
-Dir::Cache "$1";
-Dir::Cache::Archives "$1/archives";
-END
-}
-
-FetchSources() {
-    WriteAptConfiguration "$work/apt"
-    apt-get -c "$work/apt/apt.conf" -q update
-    mkdir "$work/sources"
-    cd "$work/sources"
-    apt-get -c "$work/apt/apt.conf" -q --only-source --download-only source "${kSources[@]}"
-    local description
-    for description in *.dsc; do
-        dpkg-source --no-check -x "$description" "$work/${description%%_*}"
-    done
-}
-
-# $1 is the unpacked source, the rest are options of its configure script.
-BuildAndInstall() {
-    cd "$work/$1"
-    ./configure --prefix="$prefix" --host="$kHost" --build="$(./config.guess)" \
-        CC="${launcher}$kHost-gcc-posix" CXX="${launcher}$kHost-g++-posix" \
-        CFLAGS=-O2 CXXFLAGS=-O2 \
-        CPPFLAGS="-I$work/stage$prefix/include" LDFLAGS="-L$work/stage$prefix/lib" "${@:2}"
-    make -j"$(nproc)"
-    make install DESTDIR="$work/stage"
-}
-
 BuildAll() {
     FetchSources
     BuildAndInstall libpng1.6 --enable-static --disable-shared --disable-tests --disable-tools
@@ -113,37 +28,4 @@ BuildAll() {
     ! grep -rI "$work" "$work/stage$prefix/bin" "$work/stage$prefix/lib/wx"
 }
 
-RequireTools
-cache=${XDG_CACHE_HOME:-$HOME/.cache}/tarnwerk
-prefix=$cache/windows-toolkit-$(RecipeHash)
-if [ ! -d "$prefix" ]; then
-    mkdir -p "$cache"
-    exec 9>"$cache/windows-toolkit.lock"
-    flock -n 9 || { Say "another build is under way, waiting for it"; flock 9; }
-fi
-if [ ! -d "$prefix" ]; then
-    # Beside its destination, so that the move at the end is one rename: a broken-off build never
-    # looks like a finished one.
-    work=$(mktemp -d "$cache/windows-toolkit-build.XXXXXX")
-    trap 'rm -rf "$work"' EXIT
-    launcher=
-    if command -v ccache >/dev/null; then
-        launcher='ccache '
-        export CCACHE_BASEDIR=$work CCACHE_NOHASHDIR=1
-    fi
-    log=$cache/windows-toolkit.log
-    Say "building it once for this machine, which takes some minutes (log: $log)"
-    renice -n 10 -p $BASHPID >/dev/null || true
-    # Not in a condition: there bash ignores "set -e", inside the parentheses too.
-    set +e
-    (set -e; BuildAll) >"$log" 2>&1 9>&-
-    status=$?
-    set -e
-    if [ $status -ne 0 ]; then
-        tail -n 20 "$log" >&2
-        Fail "the build failed, see $log"
-    fi
-    mv -T "$work/stage$prefix" "$prefix"
-    Say "done"
-fi
-printf '%s\n' "$prefix"
+Provide windows-toolkit kToolkitOptions
