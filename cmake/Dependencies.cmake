@@ -54,6 +54,19 @@ foreach(flag ${wxFlags})
 endforeach()
 target_link_libraries(wx INTERFACE ${wxLibraries})
 
+# QR codes. Debian's package again, and for Windows a static build of its source.
+add_library(qrencode INTERFACE)
+if(WIN32)
+  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/cmake/windows_qrencode.sh
+                  OUTPUT_VARIABLE windowsQrencode OUTPUT_STRIP_TRAILING_WHITESPACE
+                  COMMAND_ERROR_IS_FATAL ANY)
+  target_include_directories(qrencode SYSTEM INTERFACE ${windowsQrencode}/include)
+  target_link_libraries(qrencode INTERFACE ${windowsQrencode}/lib/libqrencode.a)
+else()
+  find_library(QRENCODE_LIBRARY qrencode REQUIRED)
+  target_link_libraries(qrencode INTERFACE ${QRENCODE_LIBRARY})
+endif()
+
 # GoogleTest under the names GTest::gtest, GTest::gmock, GTest::gtest_main and GTest::gmock_main.
 # Debian's libraries are g++'s for Linux; every other compiler builds Debian's sources.
 if(TARNWERK_TESTS)

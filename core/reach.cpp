@@ -22,4 +22,6 @@ std::string ReachedAt(ServiceKind service, const std::string& machine, Listening
   return machine;
 }
 
+bool IsReachedByUrl(ServiceKind service) { return service != ServiceKind::kMail; }
+
 }  // namespace core

@@ -18,4 +18,7 @@ struct ListeningPorts {
 /// "http://192.168.1.5/", with the port where it is not the usual one.
 std::string ReachedAt(ServiceKind service, const std::string& machine, ListeningPorts ports);
 
+/// Whether that is a URL, which a telephone opens.
+bool IsReachedByUrl(ServiceKind service);
+
 }  // namespace core

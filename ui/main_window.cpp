@@ -15,6 +15,7 @@
 #include "ui/layout.h"
 #include "ui/live_panel.h"
 #include "ui/mail_user_list.h"
+#include "ui/qr_dialog.h"
 #include "ui/selector.h"
 #include "ui/service_looks.h"
 #include "ui/status_bar.h"
@@ -47,6 +48,7 @@ frmMain::frmMain() : MainFrame("Tarnwerk") {
   }
   tray_ = MakeTray(*this, Art("tarnwerk", kIconSize), *this);
   BindMenu();
+  BindTabKeys();
   TakeRememberedPlace();
   SelectWelcome();
 }
@@ -139,6 +141,10 @@ ServiceFrame* frmMain::MakeServiceFrame(ServiceKind service) {
           .remedy = [this,
                      service](const core::Diagnosis& diagnosis) { Follow(service, diagnosis); },
           .copy = [this](const std::string& text) { CopyForUser(text); },
+          .showQrCode =
+              [this](const std::vector<std::string>& addresses) {
+                frmQrCode(this, addresses).ShowModal();
+              },
       });
 }
 
@@ -198,6 +204,25 @@ void frmMain::BindMenu() {
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) {
     if (onClose_) onClose_();
   });
+}
+
+// Wherever the focus is: a tab control turns its tabs by these keys only while it has the focus.
+void frmMain::BindTabKeys() {
+  const int next = NewControlId();
+  const int previous = NewControlId();
+  wxAcceleratorEntry keys[] = {{wxACCEL_CTRL, WXK_PAGEDOWN, next},
+                               {wxACCEL_CTRL, WXK_PAGEUP, previous}};
+  SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(std::size(keys)), keys));
+  for (const int id : {next, previous}) {
+    Bind(
+        wxEVT_MENU,
+        [this, isNext = id == next](wxCommandEvent&) {
+          for (ServiceFrame* frame : frames_) {
+            if (frame->IsShown()) frame->TurnTabs(isNext);
+          }
+        },
+        id);
+  }
 }
 
 // In the middle of the screen until the user has put it elsewhere; never where no screen is.

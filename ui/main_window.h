@@ -85,6 +85,7 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   void FillFtpFrame();
   void FillMailFrame();
   void BindMenu();
+  void BindTabKeys();
   void TakeRememberedPlace();
   wxSize SizeForEveryPage();
   void RememberPlace() const;

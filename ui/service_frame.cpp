@@ -9,6 +9,7 @@
 
 #include <utility>
 
+#include "core/reach.h"
 #include "core/service_texts.h"
 #include "ui/art.h"
 #include "ui/colours.h"
@@ -112,7 +113,7 @@ wxSizer* ServiceFrame::MakeFacts(core::ServiceKind service, const Actions& actio
   column->Add(hint_, below);
   column->Add(MakeRoot(looks, actions), wxSizerFlags().Expand().Border(wxTOP, FromDIP(kGap)));
   column->Add(MakeRootMissing(actions), below);
-  column->Add(MakeReach(actions), below);
+  column->Add(MakeReach(service, actions), below);
   column->Add(MakePortNote(actions), below);
   return column;
 }
@@ -166,22 +167,31 @@ wxSizer* ServiceFrame::MakeRootMissing(const Actions& actions) {
   return row;
 }
 
-wxSizer* ServiceFrame::MakeReach(const Actions& actions) {
+wxSizer* ServiceFrame::MakeReach(core::ServiceKind service, const Actions& actions) {
+  hasQrCode_ = core::IsReachedByUrl(service);
   reachHeading_ = MakeQuietText(this, Shown("局域网地址："));
   reach_ = Named(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition,
                                   FromDIP(wxSize(kPathWidth, -1)), wxST_ELLIPSIZE_END),
                  "lblReach");
   copyReach_ = MakeActionButton(this, "cmdCopyReach", "复制(&C)",
                                 [this, copy = actions.copy] { copy(Joined(reachedAt_, "\n")); });
+  showQrCode_ = MakeActionButton(this, "cmdShowQrCode", "二维码(&Q)...",
+                                 [this, show = actions.showQrCode] { show(reachedAt_); });
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(reachHeading_, wxSizerFlags().CentreVertical());
   row->Add(reach_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
   row->Add(copyReach_, wxSizerFlags().CentreVertical());
-  for (wxWindow* each : {static_cast<wxWindow*>(reachHeading_), static_cast<wxWindow*>(reach_),
-                         static_cast<wxWindow*>(copyReach_)}) {
-    each->Hide();
-  }
+  row->Add(showQrCode_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
+  ShowReach();
   return row;
+}
+
+void ServiceFrame::ShowReach() {
+  const bool shown = !reachedAt_.empty();
+  reachHeading_->Show(shown);
+  reach_->Show(shown);
+  copyReach_->Show(shown);
+  showQrCode_->Show(shown && hasQrCode_);
 }
 
 wxSizer* ServiceFrame::MakePortNote(const Actions& actions) {
@@ -267,10 +277,7 @@ void ServiceFrame::SetReach(const std::vector<std::string>& addresses) {
   reachedAt_ = addresses;
   reach_->SetLabel(Shown(Joined(addresses, "   ")));
   reach_->SetToolTip(Shown(Joined(addresses, "\n")));
-  for (wxWindow* each : {static_cast<wxWindow*>(reachHeading_), static_cast<wxWindow*>(reach_),
-                         static_cast<wxWindow*>(copyReach_)}) {
-    each->Show(!addresses.empty());
-  }
+  ShowReach();
   Layout();
 }
 
@@ -288,6 +295,8 @@ void ServiceFrame::ShowConnections(const std::vector<core::ConnectionReport>& co
   if (tabs_->GetPageText(1) != title) tabs_->SetPageText(1, title);
   if (tabs_->GetSelection() == 1) live_->ShowNow(connections);
 }
+
+void ServiceFrame::TurnTabs(bool forward) { tabs_->AdvanceSelection(forward); }
 
 bool ServiceFrame::ShowsRunning() const { return stop_->IsShown(); }
 

@@ -39,6 +39,7 @@ class ServiceFrame : public wxPanel {
     std::function<void()> makeRoot;
     std::function<void(const core::Diagnosis&)> remedy;
     std::function<void(const std::string&)> copy;
+    std::function<void(const std::vector<std::string>&)> showQrCode;
   };
 
   ServiceFrame(wxWindow* parent, core::ServiceKind service, Actions actions);
@@ -63,6 +64,9 @@ class ServiceFrame : public wxPanel {
   /// Says that browsers show the pages on port 80 only, with a button that opens the options.
   void SetPortNote(bool shown);
 
+  /// The tab after the shown one, or the one before it; round and round.
+  void TurnTabs(bool forward);
+
   /// The service's open connections at this moment.
   void ShowConnections(const std::vector<core::ConnectionReport>& connections);
   LivePanel& Live() { return *live_; }
@@ -86,7 +90,8 @@ class ServiceFrame : public wxPanel {
   wxSizer* MakeReason(const Actions& actions);
   wxSizer* MakeRoot(const ServiceLooks& looks, const Actions& actions);
   wxSizer* MakeRootMissing(const Actions& actions);
-  wxSizer* MakeReach(const Actions& actions);
+  wxSizer* MakeReach(core::ServiceKind service, const Actions& actions);
+  void ShowReach();
   wxSizer* MakePortNote(const Actions& actions);
   wxWindow* MakeTabs();
   wxSizer* MakeButtons(core::ServiceKind service, const Actions& actions);
@@ -104,6 +109,8 @@ class ServiceFrame : public wxPanel {
   wxStaticText* reachHeading_;
   wxStaticText* reach_;
   wxButton* copyReach_;
+  wxButton* showQrCode_;
+  bool hasQrCode_;
   std::vector<std::string> reachedAt_;
   wxStaticText* portNote_;
   wxButton* changePort_;
