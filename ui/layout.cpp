@@ -7,6 +7,7 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include "ui/accessible.h"
 #include "ui/toolkit_text.h"
 
 namespace ui {
@@ -26,6 +27,7 @@ void FillWith(wxDialog& dialog, Content* content, const DialogButtons& buttons) 
   column->Add(content, wxSizerFlags(1).Expand().Border(wxALL, edge));
   column->Add(row, wxSizerFlags().Expand().Border(wxBOTTOM, edge));
   dialog.SetSizerAndFit(column);
+  DescribeFields(dialog);
 }
 
 }  // namespace
@@ -90,6 +92,13 @@ wxSizer* MakeRow(wxWindow* window, std::initializer_list<wxWindow*> controls) {
     row->Add(control, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
   }
   return row;
+}
+
+void ShowInstead(wxWindow& of, wxWindow& shown) {
+  const bool hadFocus = of.HasFocus();
+  shown.Show();
+  if (hadFocus) shown.SetFocus();
+  of.Hide();
 }
 
 wxWindow* WithMargin(wxWindow* page, wxSizer* content) {

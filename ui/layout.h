@@ -91,6 +91,9 @@ class FieldRows {
 /// Controls side by side.
 wxSizer* MakeRow(wxWindow* window, std::initializer_list<wxWindow*> controls);
 
+/// Shows one control in the place of another, and hands the focus over.
+void ShowInstead(wxWindow& of, wxWindow& shown);
+
 /// A page of a notebook: `content` with the usual distance to its border. Returns `page`.
 wxWindow* WithMargin(wxWindow* page, wxSizer* content);
 

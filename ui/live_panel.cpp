@@ -9,6 +9,7 @@
 #include "core/date_time.h"
 #include "core/files.h"
 #include "core/traffic_text.h"
+#include "ui/accessible.h"
 #include "ui/colours.h"
 #include "ui/layout.h"
 #include "ui/log_panel.h"
@@ -85,9 +86,11 @@ void ConnectionList::ShareWidth() {
 
 LivePanel::LivePanel(wxWindow* parent) : wxPanel(parent) {
   lstConnections = Named(new ConnectionList(this), "lstConnections");
+  Describe(*lstConnections, "正在进行的连接", AccessibleRole::kTable);
   logHeading_ = new wxStaticText(this, wxID_ANY, "");
   logHeading_->SetForegroundColour(QuietText());
   lstLatest = Named(new LogList(this), "lstLatest");
+  Describe(*lstLatest, "最近的日志", AccessibleRole::kTable);
   lstLatest->SetMinSize(FromDIP(wxSize(-1, kListHeight)));
   Column column(this, kTightGap);
   column.Add(lstConnections, 3);

@@ -9,6 +9,7 @@
 
 #include "core/files.h"
 #include "core/service_texts.h"
+#include "ui/accessible.h"
 #include "ui/art.h"
 #include "ui/colours.h"
 #include "ui/folder_tree.h"
@@ -154,6 +155,7 @@ void frmMain::FillWebFrame() {
   fraWeb->AddBodyButton(heading, "cmdAddVirtualDir", "虚拟目录(&N)...",
                         [this] { AddVirtualDirectory(); });
   tvWebDir = new FolderTree(fraWeb->BodyParent());
+  Describe(*tvWebDir, "网站内容", AccessibleRole::kTree);
   fraWeb->Body()->Add(tvWebDir, wxSizerFlags(1).Expand());
 }
 
@@ -183,6 +185,7 @@ void frmMain::FillMailFrame() {
   fraMail->AddBodyButton(heading, "cmdEditMailUser", "编辑(&E)...", [this] { EditMailUser(); });
   fraMail->AddBodyButton(heading, "cmdDelMailUser", "删除(&L)", [this] { DeleteMailUser(); });
   lvMailUser = new MailUserList(fraMail->BodyParent());
+  Describe(*lvMailUser, "邮件用户", AccessibleRole::kTable);
   lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { EditMailUser(); });
   for (const auto& event : {wxEVT_LIST_ITEM_SELECTED, wxEVT_LIST_ITEM_DESELECTED}) {
     lvMailUser->Bind(event, [this](wxListEvent&) { ShowMessagesOfSelected(); });
@@ -258,13 +261,16 @@ void frmMain::RememberPlace() const {
 void frmMain::ShowPage(wxWindow* page) {
   const std::array<wxWindow*, 4> pages = {fraWelcome, fraWeb, fraFtp, fraMail};
   const wxWindow* focused = FindFocus();
-  const bool focusFollows =
-      focused != nullptr && focused->GetParent() == selectors_[0]->GetParent();
+  const bool isInSideBar = focused != nullptr && focused->GetParent() == selectors_[0]->GetParent();
   Freeze();
   for (std::size_t i = 0; i < pages.size(); ++i) {
     pages[i]->Show(pages[i] == page);
     selectors_[i]->Select(pages[i] == page);
-    if (focusFollows && pages[i] == page) selectors_[i]->SetFocus();
+  }
+  // The focus stays where it is, unless that is out of sight now.
+  const bool isLost = focused == nullptr || !focused->IsShownOnScreen();
+  for (Selector* selector : selectors_) {
+    if ((isInSideBar || isLost) && selector->IsSelected()) selector->SetFocus();
   }
   Layout();
   Thaw();

@@ -4,6 +4,7 @@
 #include <wx/choice.h>
 #include <wx/stattext.h>
 
+#include "ui/accessible.h"
 #include "ui/colours.h"
 #include "ui/layout.h"
 #include "ui/qr_picture.h"
@@ -42,6 +43,7 @@ frmQrCode::frmQrCode(wxWindow* parent, const std::vector<std::string>& addresses
 void frmQrCode::MakeAddress(const std::vector<std::string>& addresses) {
   cboAddress = Named(new wxChoice(this, wxID_ANY), "cboAddress");
   for (const std::string& address : addresses) cboAddress->Append(Shown(address));
+  Describe(*cboAddress, "地址");
   cboAddress->SetSelection(0);
   cboAddress->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) {
     picQr->ShowText(Typed(cboAddress->GetStringSelection()));

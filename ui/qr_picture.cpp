@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "ui/accessible.h"
 #include "ui/layout.h"
-#include "ui/toolkit_text.h"
 
 namespace ui {
 namespace {
@@ -25,7 +25,7 @@ QrPicture::QrPicture(wxWindow* parent)
 void QrPicture::ShowText(const std::string& text) {
   text_ = text;
   code_ = MakeQrCode(text);
-  SetLabel(Shown("二维码：" + text));  // for those who do not see it
+  Describe(*this, "二维码：" + text, AccessibleRole::kPicture);
   Refresh();
 }
 

@@ -8,6 +8,7 @@
 
 #include <utility>
 
+#include "ui/accessible.h"
 #include "ui/art.h"
 #include "ui/colours.h"
 #include "ui/layout.h"
@@ -66,6 +67,7 @@ void Selector::BindMouse(wxWindow* window) {
 
 void Selector::Select(bool selected) {
   selected_ = selected;
+  Describe(*this, Typed(GetLabel()), AccessibleRole::kButton, selected ? "当前页面" : "");
   wxFont font = GetFont();
   if (selected) font.MakeBold();
   label_->SetFont(font);

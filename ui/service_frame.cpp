@@ -11,6 +11,7 @@
 
 #include "core/reach.h"
 #include "core/service_texts.h"
+#include "ui/accessible.h"
 #include "ui/art.h"
 #include "ui/colours.h"
 #include "ui/layout.h"
@@ -85,7 +86,7 @@ ServiceFrame::ServiceFrame(wxWindow* parent, core::ServiceKind service, Actions 
   column->Add(MakeHeader(service), row);
   column->Add(MakeFacts(service, actions), row);
   column->Add(MakeButtons(service, actions), row);
-  column->Add(MakeTabs(), wxSizerFlags(1).Expand().Border(wxALL, edge));
+  column->Add(MakeTabs(service), wxSizerFlags(1).Expand().Border(wxALL, edge));
   SetSizer(column);
   SetHint(core::TextsOf(service).startHint);
   ShowButtons(false);
@@ -198,7 +199,7 @@ wxSizer* ServiceFrame::MakePortNote(const Actions& actions) {
   portNote_ = Named(
       MakeQuietText(this, Shown("现在的浏览器只在端口 80 上显示这种网页；当前设置的是别的端口。")),
       "lblPortNote");
-  changePort_ = MakeActionButton(this, "cmdChangePort", "更改(&H)...", actions.showOptions);
+  changePort_ = MakeActionButton(this, "cmdChangePort", "更改(&U)...", actions.showOptions);
   portNote_->Hide();
   changePort_->Hide();
   auto* row = new wxBoxSizer(wxHORIZONTAL);
@@ -207,8 +208,9 @@ wxSizer* ServiceFrame::MakePortNote(const Actions& actions) {
   return row;
 }
 
-wxWindow* ServiceFrame::MakeTabs() {
+wxWindow* ServiceFrame::MakeTabs(core::ServiceKind service) {
   tabs_ = Named(new wxNotebook(this, wxID_ANY), "tabs");
+  Describe(*tabs_, LooksOf(service).title);
   bodyPage_ = new wxPanel(tabs_);
   body_ = new wxBoxSizer(wxVERTICAL);
   WithMargin(bodyPage_, body_);
@@ -247,8 +249,7 @@ void ServiceFrame::SetRootDir(const std::string& path) {
 }
 
 void ServiceFrame::ShowButtons(bool running) {
-  start_->Show(!running);
-  stop_->Show(running);
+  ShowInstead(running ? *start_ : *stop_, running ? *stop_ : *start_);
   Layout();
 }
 
@@ -296,7 +297,10 @@ void ServiceFrame::ShowConnections(const std::vector<core::ConnectionReport>& co
   if (tabs_->GetSelection() == 1) live_->ShowNow(connections);
 }
 
-void ServiceFrame::TurnTabs(bool forward) { tabs_->AdvanceSelection(forward); }
+void ServiceFrame::TurnTabs(bool forward) {
+  tabs_->AdvanceSelection(forward);
+  tabs_->SetFocus();  // what had it may be on the other page
+}
 
 bool ServiceFrame::ShowsRunning() const { return stop_->IsShown(); }
 

@@ -93,7 +93,7 @@ class ServiceFrame : public wxPanel {
   wxSizer* MakeReach(core::ServiceKind service, const Actions& actions);
   void ShowReach();
   wxSizer* MakePortNote(const Actions& actions);
-  wxWindow* MakeTabs();
+  wxWindow* MakeTabs(core::ServiceKind service);
   wxSizer* MakeButtons(core::ServiceKind service, const Actions& actions);
 
   wxStaticBitmap* state_;

@@ -3,6 +3,7 @@
 #include <wx/statbmp.h>
 
 #include "core/traffic_text.h"
+#include "ui/accessible.h"
 #include "ui/art.h"
 #include "ui/layout.h"
 #include "ui/service_looks.h"
@@ -53,6 +54,9 @@ void StatusBar::SetPanel(core::ServiceKind service, bool on, const std::string& 
   on_[IndexOf(service)] = on;
   pictures_[IndexOf(service)]->SetBitmap(Art(on ? "on" : "off", kPictureSize));
   SetStatusText(Shown(text), TextField(service));
+  std::string all;
+  for (const core::ServiceKind each : kServices) all += PanelText(each) + " ";
+  Describe(*this, all, AccessibleRole::kStatusBar);
 }
 
 std::string StatusBar::PanelText(core::ServiceKind service) const {

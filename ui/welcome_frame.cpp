@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "core/paths.h"
+#include "ui/accessible.h"
 #include "ui/art.h"
 #include "ui/card.h"
 #include "ui/colours.h"
@@ -120,10 +121,16 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   column->Add(card.start, wide);
   column->Add(card.stop, wide);
   column->AddSpacer(FromDIP(kGap));
-  column->Add(MakeActionButton(panel, names.page, "查看与设置...", call(&Actions::showPage)), wide);
+  wxButton* page = MakeActionButton(panel, names.page, "查看与设置...", call(&Actions::showPage));
+  wxButton* root = MakeActionButton(panel, names.root, "打开文件夹", call(&Actions::openRoot));
+  column->Add(page, wide);
   column->AddSpacer(FromDIP(kGap));
-  column->Add(MakeActionButton(panel, names.root, "打开文件夹", call(&Actions::openRoot)), wide);
+  column->Add(root, wide);
   column->AddSpacer(FromDIP(kEdge));
+  // Each card has them.
+  for (wxButton* button : {card.start, card.stop, page, root}) {
+    Describe(*button, Typed(button->GetLabel()) + " " + looks.title);
+  }
   column->SetMinSize(FromDIP(wxSize(kCardWidth, -1)));
   panel->SetSizer(column);
   return panel;
@@ -158,13 +165,19 @@ void WelcomeFrame::EnableAddress(core::ServiceKind service, bool enabled) {
 void WelcomeFrame::SetRunning(core::ServiceKind service, bool running) {
   ServiceCard& card = CardOf(service);
   card.running = running;
-  card.start->Show(!running);
-  card.stop->Show(running);
+  ShowInstead(running ? *card.start : *card.stop, running ? *card.stop : *card.start);
   running ? ShowState(card, "on", "正在运行", RunningText())
           : ShowState(card, "off", "已停止", QuietText());
   const auto runs = [](const ServiceCard& each) { return each.running; };
-  startAll_->Enable(!std::all_of(cards_.begin(), cards_.end(), runs));
-  stopAll_->Enable(std::any_of(cards_.begin(), cards_.end(), runs));
+  const bool allRun = std::all_of(cards_.begin(), cards_.end(), runs);
+  const bool anyRuns = std::any_of(cards_.begin(), cards_.end(), runs);
+  const bool startHadFocus = startAll_->HasFocus();
+  const bool stopHadFocus = stopAll_->HasFocus();
+  startAll_->Enable(!allRun);
+  stopAll_->Enable(anyRuns);
+  // The keyboard goes on with the one that can be pressed.
+  if (startHadFocus && allRun) stopAll_->SetFocus();
+  if (stopHadFocus && !anyRuns) startAll_->SetFocus();
 }
 
 void WelcomeFrame::SetFailed(core::ServiceKind service) {
