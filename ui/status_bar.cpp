@@ -2,6 +2,8 @@
 
 #include <wx/statbmp.h>
 
+#include <algorithm>
+
 #include "core/traffic_text.h"
 #include "ui/accessible.h"
 #include "ui/art.h"
@@ -14,14 +16,16 @@ namespace {
 
 constexpr int kPictureSize = 16;
 constexpr int kPictureWidth = 26;
-constexpr int kTextWidth = 110;
+constexpr int kTextWidth = 110;  // at least
+constexpr const char* kLongestText = "Mail服务：OFF";
+constexpr const char* kLongestTraffic = "接收 999.9 KB/s  发送 999.9 KB/s";
 
 // Each panel is two fields of the toolkit's, since a field shows either text or a picture well.
 int PictureField(core::ServiceKind service) { return 2 * static_cast<int>(service); }
 int TextField(core::ServiceKind service) { return PictureField(service) + 1; }
 constexpr int kRemarkField = 6;
 constexpr int kTrafficField = 7;
-constexpr int kTrafficWidth = 210;
+constexpr int kTrafficWidth = 210;  // at least
 
 std::string BothWays(const core::Traffic& traffic, const char* per) {
   return "接收 " + core::ByteText(traffic.received) + per + "  发送 " +
@@ -34,8 +38,13 @@ StatusBar::StatusBar(wxWindow* parent)
     : wxStatusBar(parent, wxID_ANY, wxSTB_SIZEGRIP | wxSTB_ELLIPSIZE_END) {
   Named(this, "stbInfo");
   const int picture = FromDIP(kPictureWidth);
-  const int text = FromDIP(kTextWidth);
-  const int widths[] = {picture, text, picture, text, picture, text, -1, FromDIP(kTrafficWidth)};
+  // Letters may be larger than the rest.
+  const auto widthOf = [this](const char* longest, int least) {
+    return std::max(FromDIP(least), GetTextExtent(Shown(longest)).x + FromDIP(kEdge));
+  };
+  const int text = widthOf(kLongestText, kTextWidth);
+  const int traffic = widthOf(kLongestTraffic, kTrafficWidth);
+  const int widths[] = {picture, text, picture, text, picture, text, -1, traffic};
   const int styles[] = {wxSB_FLAT, wxSB_FLAT, wxSB_FLAT, wxSB_FLAT,
                         wxSB_FLAT, wxSB_FLAT, wxSB_FLAT, wxSB_FLAT};
   SetFieldsCount(std::size(widths), widths);

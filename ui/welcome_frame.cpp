@@ -25,7 +25,8 @@ namespace {
 constexpr int kLogoSize = 64;
 constexpr int kPictureSize = 56;
 constexpr int kStateSize = 16;
-constexpr int kCardWidth = 196;
+constexpr int kCardWidth = 196;  // at least, and room for an address
+constexpr const char* kUsualAddress = "Http://www.example-name.com";
 constexpr int kAddressHeight = 46;  // room for two lines
 constexpr double kNameFactor = 1.8;
 constexpr double kTitleFactor = 1.2;
@@ -131,7 +132,8 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   for (wxButton* button : {card.start, card.stop, page, root}) {
     Describe(*button, Typed(button->GetLabel()) + " " + looks.title);
   }
-  column->SetMinSize(FromDIP(wxSize(kCardWidth, -1)));
+  const int room = panel->GetTextExtent(kUsualAddress).x + FromDIP(2 * kGap);
+  column->SetMinSize(std::max(FromDIP(kCardWidth), room), -1);
   panel->SetSizer(column);
   return panel;
 }
