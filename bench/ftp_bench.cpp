@@ -8,193 +8,40 @@
 //
 // Every figure is a ratio within this run, or a size. "want" says what we hold ourselves to.
 
-#include <arpa/inet.h>
-#include <fcntl.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
+#include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
 #include <utility>
 #include <vector>
 
+#include "bench/ftp_client.h"
+#include "bench/ftp_peers.h"
 #include "bench/running_program.h"
 #include "bench/sockets.h"
+#include "bench/stopwatch.h"
 #include "bench/tarnwerk.h"
 
 namespace {
 
-using bench::ConnectTo;
+using bench::Clock;
 using bench::Descriptor;
 using bench::Folder;
-using bench::Loopback;
+using Ftp = bench::FtpClient;
 using bench::ReceiveAll;
-using bench::RunningProgram;
-using bench::SendAll;
+using bench::SecondsOf;
+using bench::SecondsSince;
+using bench::SendMany;
 using bench::Tarnwerk;
-using Clock = std::chrono::steady_clock;
+using bench::Vsftpd;
 
 constexpr std::size_t kBigBytes = 256U << 20;
-constexpr std::size_t kChunkBytes = 4096;
 constexpr int kRounds = 7;
-
-double SecondsSince(Clock::time_point start) {
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-void SendMany(int connection, std::size_t bytes) {
-  const std::vector<char> piece(65536, 'u');
-  for (std::size_t sent = 0; sent < bytes; sent += piece.size()) {
-    SendAll(connection, {piece.data(), piece.size()});
-  }
-}
-
-// Two connected sockets of this process.
-struct SocketPair {
-  SocketPair() {
-    const Descriptor listener(socket(AF_INET, SOCK_STREAM, 0));
-    sockaddr_in address = Loopback(0);
-    socklen_t length = sizeof(address);
-    bind(listener.Number(), reinterpret_cast<sockaddr*>(&address), length);
-    listen(listener.Number(), 1);
-    getsockname(listener.Number(), reinterpret_cast<sockaddr*>(&address), &length);
-    client = std::make_unique<Descriptor>(ConnectTo(ntohs(address.sin_port)));
-    server = std::make_unique<Descriptor>(accept(listener.Number(), nullptr, nullptr));
-  }
-  std::unique_ptr<Descriptor> client;
-  std::unique_ptr<Descriptor> server;
-};
-
-// Seconds for the plain loops that the server is measured by.
-double PlainSend(const std::string& path) {
-  SocketPair pair;
-  const auto start = Clock::now();
-  std::thread sender([&] {
-    const Descriptor file(open(path.c_str(), O_RDONLY));
-    std::array<char, kChunkBytes> chunk;
-    ssize_t count = 0;
-    while ((count = read(file.Number(), chunk.data(), chunk.size())) > 0) {
-      SendAll(pair.server->Number(), {chunk.data(), static_cast<std::size_t>(count)});
-    }
-    pair.server.reset();
-  });
-  ReceiveAll(pair.client->Number());
-  const double seconds = SecondsSince(start);
-  sender.join();
-  return seconds;
-}
-
-double PlainReceive(const std::string& path) {
-  SocketPair pair;
-  const auto start = Clock::now();
-  std::thread receiver([&] {
-    const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT, 0666));
-    std::vector<char> buffer(65536);
-    ssize_t count = 0;
-    while ((count = recv(pair.server->Number(), buffer.data(), buffer.size(), 0)) > 0) {
-      if (write(file.Number(), buffer.data(), static_cast<std::size_t>(count)) != count) return;
-    }
-  });
-  SendMany(pair.client->Number(), kBigBytes);
-  pair.client.reset();
-  receiver.join();
-  return SecondsSince(start);
-}
-
-// A control connection.
-class Ftp {
- public:
-  explicit Ftp(std::uint16_t port) : control_(ConnectTo(port)) { Reply(); }
-
-  std::string Ask(const std::string& line) {
-    Tell(line);
-    return Reply();
-  }
-  void Tell(const std::string& line) {
-    const std::string command = line + "\r\n";
-    SendAll(control_.Number(), command);
-  }
-  std::string Reply() {
-    std::size_t end = 0;
-    std::array<char, 1024> buffer;
-    while ((end = received_.find("\r\n")) == std::string::npos) {
-      const ssize_t count = recv(control_.Number(), buffer.data(), buffer.size(), 0);
-      if (count <= 0) return {};
-      received_.append(buffer.data(), static_cast<std::size_t>(count));
-    }
-    std::string reply = received_.substr(0, end);
-    received_.erase(0, end + 2);
-    return reply;
-  }
-  Descriptor OpenPassive() {
-    const std::string reply = Ask("PASV");
-    const std::size_t low = reply.rfind(',');
-    const std::size_t high = reply.rfind(',', low - 1);
-    const int port = std::stoi(reply.substr(high + 1)) * 256 + std::stoi(reply.substr(low + 1));
-    return ConnectTo(static_cast<std::uint16_t>(port));
-  }
-  /// Bytes received; the replies are waited for.
-  std::uint64_t Fetch(const std::string& line) {
-    std::uint64_t bytes = 0;
-    {
-      const Descriptor data = OpenPassive();
-      Tell(line);
-      bytes = ReceiveAll(data.Number());
-    }
-    Reply();
-    Reply();
-    return bytes;
-  }
-
- private:
-  Descriptor control_;
-  std::string received_;
-};
-
-class Vsftpd {
- public:
-  explicit Vsftpd(const Folder& folder)
-      : port_(bench::FreePort()),
-        settings_(WriteSettings(folder)),
-        process_({"vsftpd", folder.Path("vsftpd.conf")}, {}) {
-    running_ = std::filesystem::exists("/usr/sbin/vsftpd") && bench::WaitForPort(port_) >= 0;
-  }
-  bool IsRunning() const { return running_; }
-  std::uint16_t Port() const { return port_; }
-
- private:
-  bool WriteSettings(const Folder& folder) const {
-    folder.Write("vsftpd.conf",
-                 "listen=YES\nlisten_ipv6=NO\nbackground=NO\nlisten_address=127.0.0.1\n"
-                 "anonymous_enable=YES\nlocal_enable=NO\nno_anon_password=YES\nseccomp_sandbox=NO\n"
-                 "secure_chroot_dir=/var/empty\nlisten_port=" +
-                     std::to_string(port_) + "\nanon_root=" + folder.Path("ftproot") + "\n");
-    std::filesystem::create_directories("/var/empty");
-    return true;
-  }
-
-  std::uint16_t port_;
-  bool settings_;
-  RunningProgram process_;
-  bool running_ = false;
-};
-
-double SecondsOf(const std::function<void()>& action) {
-  const auto start = Clock::now();
-  action();
-  return SecondsSince(start);
-}
 
 // The fastest of some rounds of each, in turn: what others take of the machine only ever adds.
 struct Fastest {
@@ -212,7 +59,7 @@ void CompareRetr(const Tarnwerk& tarnwerk, const Folder& folder) {
   Fastest fastest;
   std::uint64_t fewest = kBigBytes;
   for (int round = 0; round < kRounds; ++round) {
-    const double plain = PlainSend(folder.Path("ftproot/big.bin"));
+    const double plain = bench::PlainSend(folder.Path("ftproot/big.bin"));
     const double ours = SecondsOf([&] { fewest = std::min(fewest, ftp.Fetch("RETR /big.bin")); });
     fastest.Add(plain, ours);
   }
@@ -228,7 +75,7 @@ void CompareStor(const Tarnwerk& tarnwerk, const Folder& folder) {
   Fastest fastest;
   for (int round = 0; round < kRounds; ++round) {
     std::filesystem::remove(folder.Path("plain.bin"));
-    const double plain = PlainReceive(folder.Path("plain.bin"));
+    const double plain = bench::PlainReceive(folder.Path("plain.bin"), kBigBytes);
     std::filesystem::remove(folder.Path("ftproot/stored.bin"));
     const double ours = SecondsOf([&] {
       {

@@ -21,6 +21,8 @@ class RunningProgram {
   RunningProgram(const RunningProgram&) = delete;
   RunningProgram& operator=(const RunningProgram&) = delete;
 
+  pid_t Id() const { return process_; }
+
   /// Anonymous resident memory, in KiB.
   std::uint64_t AnonymousMemory() const;
   /// Processor time used so far, in clock ticks, and times that the process was put to sleep.

@@ -1,0 +1,123 @@
+// What it costs a transfer that somebody looks on: the same downloads from three programs, one with
+// its window open and the live view of the service shown, one with its window open and the overview
+// shown, one without a window.
+//
+// window_bench <Tarnwerk>
+//
+// Needs a display, and Debian's xdotool. Every figure is a ratio within this run. "want" says what
+// we hold ourselves to.
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+#include "bench/ftp_client.h"
+#include "bench/load_client.h"
+#include "bench/running_program.h"
+#include "bench/stopwatch.h"
+#include "bench/tarnwerk.h"
+
+namespace {
+
+using bench::Folder;
+using bench::Tarnwerk;
+using Display = Tarnwerk::Display;
+
+constexpr std::size_t kBigBytes = 256U << 20;
+constexpr std::size_t kPacedBytes = 1U << 20;
+constexpr int kRounds = 9;
+constexpr int kPacedRounds = 3;
+
+void Fill(const Folder& folder) {
+  folder.Write("ftproot/big.bin", std::string(kBigBytes, 'x'));
+  folder.Write("wwwroot/paced.bin", std::string(kPacedBytes, 'y'));
+}
+
+// The window of a program, used from the keyboard.
+class Window {
+ public:
+  explicit Window(const Tarnwerk& program)
+      : find_("xdotool search --sync --onlyvisible --all --pid " +
+              std::to_string(program.Process().Id()) + " --name '^Tarnwerk$' ") {}
+
+  void Press(const std::string& keys) const {
+    Run(find_ + "windowfocus --sync key --clearmodifiers --delay 100 " + keys);
+    std::this_thread::sleep_for(std::chrono::seconds(1));  // until it is drawn
+  }
+
+ private:
+  static void Run(const std::string& command) {
+    if (std::system(("timeout 20 " + command + " >/dev/null").c_str()) == 0) return;
+    std::fputs("the window cannot be used from the keyboard\n", stderr);
+    std::exit(1);
+  }
+
+  std::string find_;
+};
+
+struct Programs {
+  explicit Programs(const std::string& program)
+      : live(program, liveFolder, Display::kOurs),
+        quiet(program, quietFolder, Display::kOurs),
+        bare(program, bareFolder) {
+    for (const Folder* folder : {&liveFolder, &quietFolder, &bareFolder}) Fill(*folder);
+  }
+
+  Folder liveFolder;
+  Folder quietFolder;
+  Folder bareFolder;
+  Tarnwerk live;
+  Tarnwerk quiet;
+  Tarnwerk bare;
+};
+
+// The fastest of some rounds of each, in turn: what others take of the machine only ever adds.
+template <class Download>
+void Compare(const char* what, const Programs& programs, int rounds, const Download& download) {
+  const std::array<const Tarnwerk*, 3> all = {&programs.live, &programs.quiet, &programs.bare};
+  std::array<double, 3> fastest = {1e9, 1e9, 1e9};
+  for (int round = 0; round < rounds; ++round) {
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      fastest[i] = std::min(fastest[i], bench::SecondsOf([&] { download(*all[i]); }));
+    }
+  }
+  std::printf(
+      "%s, live view shown: %.3f of the speed without it, %.3f without a window; want 0.97\n", what,
+      fastest[1] / fastest[0], fastest[2] / fastest[0]);
+}
+
+void Expect(std::uint64_t bytes, std::size_t wanted) {
+  if (bytes == wanted) return;
+  std::fprintf(stderr, "a download of %llu bytes\n", static_cast<unsigned long long>(bytes));
+  std::exit(1);
+}
+
+void FetchFromFtp(const Tarnwerk& tarnwerk) {
+  Expect(bench::FtpClient(tarnwerk.FtpPort()).Fetch("RETR /big.bin"), kBigBytes);
+}
+
+void FetchPaced(const Tarnwerk& tarnwerk) {
+  const auto fetched =
+      bench::FetchOnce({tarnwerk.WebPort(), "GET /paced.bin HTTP/1.0\r\n\r\n", 1, {}});
+  Expect(fetched.front().bytes, kPacedBytes);
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  if (argumentCount != 2 || std::getenv("DISPLAY") == nullptr) {
+    std::fputs("usage: window_bench <Tarnwerk>, with a display\n", stderr);
+    return 2;
+  }
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+  const Programs programs(arguments[1]);
+  const Window window(programs.live);
+  window.Press("ctrl+3 ctrl+Next");
+  Compare("RETR", programs, kRounds, FetchFromFtp);
+  window.Press("ctrl+2 ctrl+Next");
+  Compare("1 MiB paced", programs, kPacedRounds, FetchPaced);
+  return 0;
+}
