@@ -60,18 +60,19 @@ class Window {
 
 struct Programs {
   explicit Programs(const std::string& program)
-      : live(program, liveFolder, Display::kOurs),
+      : bare(program, bareFolder),
         quiet(program, quietFolder, Display::kOurs),
-        bare(program, bareFolder) {
-    for (const Folder* folder : {&liveFolder, &quietFolder, &bareFolder}) Fill(*folder);
+        live(program, liveFolder, Display::kOurs) {
+    for (const Folder* folder : {&bareFolder, &quietFolder, &liveFolder}) Fill(*folder);
   }
 
-  Folder liveFolder;
-  Folder quietFolder;
   Folder bareFolder;
-  Tarnwerk live;
-  Tarnwerk quiet;
+  Folder quietFolder;
+  Folder liveFolder;
+  // The last window is above the others, and drawn as a whole.
   Tarnwerk bare;
+  Tarnwerk quiet;
+  Tarnwerk live;
 };
 
 // The fastest of some rounds of each, in turn: what others take of the machine only ever adds.
