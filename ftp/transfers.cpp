@@ -25,6 +25,9 @@ constexpr std::int32_t kChunkBytes = 4096;
 // turn of the loop costs as much as one of them.
 constexpr int kChunksPerTurn = 64;
 
+// What is shown of a file that is transferred: there is no room for the folders.
+std::string NameIn(const std::string& path) { return path.substr(path.rfind('\\') + 1); }
+
 }  // namespace
 
 Task<bool> FtpServer::OpenRetrieve(int slot) {
@@ -38,7 +41,7 @@ Task<bool> FtpServer::OpenRetrieve(int slot) {
   session.fullChunks = info->size / kChunkBytes;
   session.tailBytes = static_cast<std::int16_t>(info->size % kChunkBytes);
   const Client data = FtpSvrDataSock(slot).Current();
-  data->Doing("RETR " + session.transferPath);
+  data->Doing("RETR " + NameIn(session.transferPath));
   data->Expect(static_cast<std::uint64_t>(info->size));
   if (!SendNextChunk(slot)) co_return false;
   data->StartHandler(PaceSending(slot, data));
@@ -109,7 +112,7 @@ Task<bool> FtpServer::OpenStore(int slot, std::string text) {
   session.uploadPath = PathFromDirectory(session.physicalDir, *name);
   if (!MayChange(session.uploadPath)) co_return false;
   Reply(slot, replies::kReceiving);
-  FtpSvrDataSock(slot).Current()->Doing("STOR " + session.uploadPath);
+  FtpSvrDataSock(slot).Current()->Doing("STOR " + NameIn(session.uploadPath));
   FtpSvrDataSock(slot).Current()->HoldReading(false);
   co_return true;
 }
