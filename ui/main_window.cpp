@@ -40,10 +40,7 @@ frmMain::frmMain() : MainFrame("Tarnwerk") {
   stbInfo = new StatusBar(this);
   SetStatusBar(stbInfo);
   SetMenuBar(MakeMenuBar(running_));
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(MakeSideBar(), wxSizerFlags().Expand());
-  row->Add(MakePages(), wxSizerFlags(1).Expand());
-  SetSizer(row);
+  MakeContent();
   for (const ServiceKind service : kServices) {
     SetStatusPanel(service, false, core::TextsOf(service).statusOff);
   }
@@ -69,8 +66,20 @@ void frmMain::Attach(const Manager& manager, std::function<void()> onClose) {
   ShowFirstSteps();
 }
 
+// In a panel: not every system's frame takes Tab from the side bar on to the page.
+void frmMain::MakeContent() {
+  content_ = new wxPanel(this);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(MakeSideBar(), wxSizerFlags().Expand());
+  row->Add(MakePages(), wxSizerFlags(1).Expand());
+  content_->SetSizer(row);
+  auto* whole = new wxBoxSizer(wxVERTICAL);
+  whole->Add(content_, wxSizerFlags(1).Expand());
+  SetSizer(whole);
+}
+
 wxWindow* frmMain::MakeSideBar() {
-  auto* bar = new wxPanel(this);
+  auto* bar = new wxPanel(content_);
   bar->SetBackgroundColour(SideBarColour());
   auto* column = new wxBoxSizer(wxVERTICAL);
   column->AddSpacer(FromDIP(kTightGap));
@@ -92,25 +101,25 @@ wxWindow* frmMain::MakeSideBar() {
 
 wxSizer* frmMain::MakePages() {
   fraWelcome = new WelcomeFrame(
-      this, {
-                .start = [this](ServiceKind service) { Start(service); },
-                .stop = [this](ServiceKind service) { Stop(service); },
-                .showPage = [this](ServiceKind service) { SelectService(service); },
-                .openAddress = [this](ServiceKind service) { OpenAddress(service); },
-                .openRoot = [this](ServiceKind service) { OpenRoot(service); },
-                .startAll = [this] { StartAll(); },
-                .stopAll = [this] { StopAll(); },
-                .firstSteps =
-                    {
-                        .putPage = [this] { PutPage(); },
-                        .addMailUser =
-                            [this] {
-                              SelectService(ServiceKind::kMail);
-                              AddMailUser();
-                            },
-                        .allowUploads = [this] { ShowOptions(ServiceKind::kFtp); },
-                    },
-            });
+      content_, {
+                    .start = [this](ServiceKind service) { Start(service); },
+                    .stop = [this](ServiceKind service) { Stop(service); },
+                    .showPage = [this](ServiceKind service) { SelectService(service); },
+                    .openAddress = [this](ServiceKind service) { OpenAddress(service); },
+                    .openRoot = [this](ServiceKind service) { OpenRoot(service); },
+                    .startAll = [this] { StartAll(); },
+                    .stopAll = [this] { StopAll(); },
+                    .firstSteps =
+                        {
+                            .putPage = [this] { PutPage(); },
+                            .addMailUser =
+                                [this] {
+                                  SelectService(ServiceKind::kMail);
+                                  AddMailUser();
+                                },
+                            .allowUploads = [this] { ShowOptions(ServiceKind::kFtp); },
+                        },
+                });
   for (const ServiceKind service : kServices) {
     frames_[IndexOf(service)] = MakeServiceFrame(service);
   }
@@ -130,7 +139,7 @@ wxSizer* frmMain::MakePages() {
 
 ServiceFrame* frmMain::MakeServiceFrame(ServiceKind service) {
   return new ServiceFrame(
-      this, service,
+      content_, service,
       {
           .start = [this, service] { Start(service); },
           .stop = [this, service] { Stop(service); },
@@ -272,7 +281,7 @@ void frmMain::ShowPage(wxWindow* page) {
   for (Selector* selector : selectors_) {
     if ((isInSideBar || isLost) && selector->IsSelected()) selector->SetFocus();
   }
-  Layout();
+  content_->Layout();
   Thaw();
   if (!watch_.IsRunning()) return;
   looks_ = 0;
@@ -285,6 +294,7 @@ wxSize frmMain::SizeForEveryPage() {
   for (wxWindow* page : {static_cast<wxWindow*>(fraWelcome), static_cast<wxWindow*>(fraWeb),
                          static_cast<wxWindow*>(fraFtp), static_cast<wxWindow*>(fraMail)}) {
     ShowPage(page);
+    content_->InvalidateBestSize();
     size.IncTo(GetSizer()->ComputeFittingWindowSize(this));
   }
   return size;

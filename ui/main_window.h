@@ -78,6 +78,7 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
 
  private:
   // Making (main_window.cpp)
+  void MakeContent();
   wxWindow* MakeSideBar();
   wxSizer* MakePages();
   ServiceFrame* MakeServiceFrame(core::ServiceKind service);
@@ -142,6 +143,7 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   std::function<void()> onClose_;
   OpenDialogs dialogs_;
   std::unique_ptr<Tray> tray_;
+  wxPanel* content_;                    // everything between menu and status bar
   std::array<Selector*, 4> selectors_;  // the overview's, then the services'
   std::array<ServiceFrame*, 3> frames_;
   ServiceStates running_ = {};       // as the menu shows them

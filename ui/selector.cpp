@@ -25,8 +25,7 @@ constexpr double kRadius = 6;
 
 Selector::Selector(wxWindow* parent, Names names, const char* art, const char* caption,
                    std::function<void()> onChoose)
-    : wxWindow(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS),
-      onChoose_(std::move(onChoose)) {
+    : wxWindow(parent, wxID_ANY), onChoose_(std::move(onChoose)) {
   Named(this, names.self);
   SetLabel(Shown(caption));
   SetBackgroundStyle(wxBG_STYLE_PAINT);
@@ -43,7 +42,8 @@ Selector::Selector(wxWindow* parent, Names names, const char* art, const char* c
                            static_cast<wxWindow*>(label_)}) {
     BindMouse(window);
   }
-  Bind(wxEVT_KEY_DOWN, &Selector::OnKey, this);
+  // Before the dialog keys. Who wants all keys to himself would have the mnemonics of the page too.
+  Bind(wxEVT_CHAR_HOOK, &Selector::OnKey, this);
   Bind(wxEVT_PAINT, [this](wxPaintEvent&) { OnPaint(); });
   const auto repaint = [this](wxFocusEvent& event) {
     Refresh();
