@@ -74,7 +74,7 @@ class FtpServer : public core::Service, private core::SlotEngine {
   };
 
   // The events of the data sockets.
-  class DataSocketEvents : public core::SocketEvents {
+  class DataSocketEvents final : public core::SocketEvents {
    public:
     explicit DataSocketEvents(FtpServer& server) : server_(server) {}
 
