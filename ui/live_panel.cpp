@@ -21,21 +21,29 @@ namespace {
 constexpr std::uint64_t kShownOfLog = 8192;  // bytes
 constexpr int kListHeight = 70;              // at least
 
-// What stands in the columns, and their widths; "doing" takes the rest.
+// What stands in the columns, and their widths: at least so much, and the longest that they show.
+// "Doing" takes the rest.
 struct ColumnLooks {
   const char* heading;
   int width;
+  const char* longest;
 };
 constexpr std::array<ColumnLooks, ConnectionList::kColumns> kLooks = {{
-    {"连接", 76},
-    {"地址", 116},
-    {"开始于", 76},
-    {"正在做", 0},
-    {"字节", 80},
-    {"进度", 60},
+    {"连接", 76, "SMTP 88"},
+    {"地址", 116, "188.188.188.188"},
+    {"开始于", 76, "08:08:08"},
+    {"正在做", 0, ""},
+    {"字节", 80, "888.8 MB"},
+    {"进度", 60, "100%"},
 }};
 constexpr int kDoing = 3;
 constexpr int kLeastDoing = 120;
+
+// Letters may be larger than the rest.
+int WidthOf(const ColumnLooks& looks, const wxWindow& list) {
+  const int text = list.GetTextExtent(Shown(looks.longest)).x;
+  return std::max(list.FromDIP(looks.width), text + list.FromDIP(2 * kGap));
+}
 
 ConnectionList::Row RowOf(const core::ConnectionReport& connection) {
   constexpr std::size_t kDate = 11;  // the time alone is behind the date
@@ -54,7 +62,7 @@ ConnectionList::ConnectionList(wxWindow* parent)
     : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                  wxLC_REPORT | wxLC_VIRTUAL | wxLC_SINGLE_SEL | wxBORDER_THEME) {
   for (const ColumnLooks& looks : kLooks) {
-    AppendColumn(Shown(looks.heading), wxLIST_FORMAT_LEFT, FromDIP(looks.width));
+    AppendColumn(Shown(looks.heading), wxLIST_FORMAT_LEFT, WidthOf(looks, *this));
   }
   SetMinSize(FromDIP(wxSize(-1, kListHeight)));
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
@@ -80,7 +88,9 @@ wxString ConnectionList::OnGetItemText(long item, long column) const {
 
 void ConnectionList::ShareWidth() {
   int rest = GetClientSize().x;
-  for (const ColumnLooks& looks : kLooks) rest -= FromDIP(looks.width);
+  for (const ColumnLooks& looks : kLooks) {
+    if (looks.width > 0) rest -= WidthOf(looks, *this);
+  }
   SetColumnWidth(kDoing, std::max(rest, FromDIP(kLeastDoing)));
 }
 
