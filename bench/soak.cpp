@@ -93,7 +93,7 @@ void Dribble(std::uint16_t port) {
   }
 }
 
-// Begins a download and leaves in the middle of it, the data connection first or not at all.
+// Begins a download and leaves in the middle of it, the data connection with a reset.
 void AbandonDownload(std::uint16_t port) {
   const Descriptor control = ConnectTo(port);
   Receive(control);
