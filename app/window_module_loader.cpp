@@ -2,18 +2,27 @@
 // services to start. They are behind a module of their own, so that a machine without a display
 // never sees them.
 
+#include <string>
+
 #include "app/frontend.h"
 #include "platform/module.h"
 #include "platform/program_location.h"
+#include "platform/standard_error.h"
 
 namespace app {
 
 std::unique_ptr<Frontend> MakeWindowFrontend() {
   if (!platform::HasDisplay()) return nullptr;
   using Maker = Frontend* (*)();
-  void* maker = platform::FindInModule(
-      platform::ExecutablePath().parent_path() / "tarnwerk-window.so", "MakeTarnwerkWindow");
-  return std::unique_ptr<Frontend>(maker == nullptr ? nullptr : reinterpret_cast<Maker>(maker)());
+  std::string reason;
+  void* maker =
+      platform::FindInModule(platform::ExecutablePath().parent_path() / "tarnwerk-window.so",
+                             "MakeTarnwerkWindow", reason);
+  if (maker == nullptr) {
+    platform::SayOnStandardError("Tarnwerk: no window, the services run without: " + reason);
+    return nullptr;
+  }
+  return std::unique_ptr<Frontend>(reinterpret_cast<Maker>(maker)());
 }
 
 }  // namespace app

@@ -15,6 +15,7 @@ namespace ui {
 namespace {
 
 constexpr int kPictureSize = 16;
+const wxSize kLeastSize(100, 70);  // GTK complains of scroll bars that have no room
 
 // So many entries at a time, and so many milliseconds for everyone else in between.
 constexpr std::size_t kPiece = 500;
@@ -37,7 +38,7 @@ class Entry : public wxTreeItemData {
 }  // namespace
 
 FolderTree::FolderTree(wxWindow* parent)
-    : wxTreeCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+    : wxTreeCtrl(parent, wxID_ANY, wxDefaultPosition, parent->FromDIP(kLeastSize),
                  wxTR_HAS_BUTTONS | wxTR_LINES_AT_ROOT | wxTR_SINGLE | wxTR_NO_LINES |
                      wxTR_FULL_ROW_HIGHLIGHT | wxBORDER_THEME) {
   Named(this, "tvWebDir");
