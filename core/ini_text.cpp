@@ -104,8 +104,13 @@ std::string IniText::Decoded(std::string_view part) const { return Decode(charse
 
 void IniText::Insert(std::size_t position, std::string_view line) {
   const std::string lineBreak(LineBreak());
-  const bool open = position > 0 && bytes_[position - 1] != '\n' && bytes_ != kByteOrderMark;
-  bytes_.insert(position, (open ? lineBreak : "") + std::string(line) + lineBreak);
+  bytes_.insert(position, MissingLineEnd(position, lineBreak) + std::string(line) + lineBreak);
+}
+
+// What ends the line in front of `position`, which the last one of a file may lack, or half of it.
+std::string IniText::MissingLineEnd(std::size_t position, const std::string& lineBreak) const {
+  if (position == 0 || bytes_[position - 1] == '\n' || bytes_ == kByteOrderMark) return "";
+  return bytes_[position - 1] == '\r' ? "\n" : lineBreak;
 }
 
 }  // namespace core

@@ -40,6 +40,7 @@ class IniText {
   std::string_view LineBreak() const;
   std::string Decoded(std::string_view part) const;
   void Insert(std::size_t position, std::string_view line);
+  std::string MissingLineEnd(std::size_t position, const std::string& lineBreak) const;
 
   std::string bytes_;
   platform::Charset charset_;

@@ -61,6 +61,13 @@ TEST_F(IniFile, WritingChangesOneValueAndNothingElse) {
             "; mine\r\n[A]\r\nk=new\r\nodd line\r\nadded=x\r\n\r\n[B]\r\nz=2\r\n[C]\r\nc=y\r\n");
 }
 
+TEST_F(IniFile, AFileThatWasCutBetweenCarriageReturnAndLineFeedTakesAValue) {
+  Content("[A]\r");
+  WriteIni(Path(), "A", "k", "v");
+  EXPECT_EQ(Content(), "[A]\r\nk=v\r\n");
+  EXPECT_EQ(Read("A", "k"), "v");
+}
+
 TEST_F(IniFile, AFileFromAChineseWindowsIsReadAndStaysInItsCodePage) {
   Content("[S]\nname=\xD6\xD0\xCE\xC4\n");  // GBK
   EXPECT_EQ(Read("S", "name"), "中文");
