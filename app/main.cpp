@@ -2,8 +2,10 @@
 #include "core/startup.h"
 #include "platform/native_path.h"
 #include "platform/program_location.h"
+#include "platform/standard_streams.h"
 
 int main(int argumentCount, char** arguments) {
+  platform::OutliveReaders();
   const std::filesystem::path executable = platform::ExecutablePath();
   const std::filesystem::path installedIn =
       platform::IsInstalled() ? executable.parent_path() : std::filesystem::path();

@@ -12,7 +12,7 @@
 #include "platform/native_path.h"
 #include "platform/program_location.h"
 #include "platform/shell.h"
-#include "platform/standard_error.h"
+#include "platform/standard_streams.h"
 
 namespace app {
 namespace {
@@ -83,7 +83,8 @@ void Tarnwerk::AuthorizeInFirewall() { modFirewall::AuthorizeInFirewall(program_
 
 void Tarnwerk::CloseRunningInstance() {
   succeeded_ = platform::CloseRunningInstances(kStopPatience);
-  if (!succeeded_) platform::SayOnStandardError("Tarnwerk: a running instance does not react");
+  if (!succeeded_)
+    platform::SayOnStandardError("Tarnwerk: not every running instance could be closed");
 }
 
 bool Tarnwerk::BecomeRunningInstance() {

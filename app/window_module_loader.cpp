@@ -7,7 +7,7 @@
 #include "app/frontend.h"
 #include "platform/module.h"
 #include "platform/program_location.h"
-#include "platform/standard_error.h"
+#include "platform/standard_streams.h"
 
 namespace app {
 

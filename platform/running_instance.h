@@ -28,8 +28,8 @@ class RunningInstance {
   virtual ~RunningInstance() = default;
 };
 
-/// Asks every running instance of this user to close and waits until each is gone. False if one of
-/// them was still there after `patience`.
+/// Asks every running instance of this user to close and waits until the process of each has ended.
+/// False if one of them was still there after `patience`, or they cannot be looked for.
 bool CloseRunningInstances(std::chrono::seconds patience);
 
 }  // namespace platform

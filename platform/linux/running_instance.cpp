@@ -16,9 +16,14 @@
 #include <utility>
 #include <vector>
 
+extern "C" {
+// Inside, since this header of Debian 12 does not say that its functions are C's.
+#include <sys/pidfd.h>
+}
+
 // Each instance has two files in the runtime directory, named by a hash of its executable and
 // program directory: a lock that the system releases with the process, and a socket. A connection
-// to the socket is the request to close; its end tells the other side that the process is gone.
+// to the socket is the request to close; whoever makes it waits for the process behind it to end.
 
 namespace platform {
 namespace {
@@ -46,19 +51,24 @@ class Descriptor {
   int value_ = -1;
 };
 
-fs::path RuntimeDirectory() {
+// Where instances may meet, the best place first. What the environment names is made if it is
+// missing: shells of other users and containers name what a login would have made.
+std::vector<fs::path> RuntimeDirectories() {
+  std::vector<fs::path> places;
   const char* configured = std::getenv("XDG_RUNTIME_DIR");
-  if (configured != nullptr && *configured == '/') return fs::path(configured) / "Tarnwerk";
-  const std::string user = std::to_string(getuid());
-  const fs::path standard = "/run/user/" + user;
   std::error_code error;
-  if (fs::is_directory(standard, error)) return standard / "Tarnwerk";
-  return fs::temp_directory_path(error) / ("Tarnwerk-" + user);
+  if (configured != nullptr && *configured == '/') {
+    fs::create_directories(configured, error);
+    places.push_back(fs::path(configured) / "Tarnwerk");
+  }
+  const std::string user = std::to_string(getuid());
+  places.push_back("/run/user/" + user + "/Tarnwerk");
+  places.push_back(fs::temp_directory_path(error) / ("Tarnwerk-" + user));
+  return places;
 }
 
-// The runtime directory, ours alone: a directory of somebody else in a shared place is not used.
-Descriptor OpenRuntimeDirectory() {
-  const fs::path path = RuntimeDirectory();
+// Ours alone: a directory of somebody else in a shared place is not used.
+Descriptor OpenOwnDirectory(const fs::path& path) {
   mkdir(path.c_str(), 0700);
   Descriptor directory(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   struct stat facts = {};
@@ -67,14 +77,25 @@ Descriptor OpenRuntimeDirectory() {
   return ours ? std::move(directory) : Descriptor();
 }
 
+Descriptor OpenRuntimeDirectory() {
+  for (const fs::path& place : RuntimeDirectories()) {
+    Descriptor directory = OpenOwnDirectory(place);
+    if (directory.IsOpen()) return directory;
+  }
+  return {};
+}
+
 // A socket's address is limited to 108 bytes; through the open directory every depth is reachable.
 Protocol::endpoint Address(const Descriptor& directory, const std::string& name) {
   return {"/proc/self/fd/" + std::to_string(directory.Get()) + "/" + name};
 }
 
 std::string InstanceName(const fs::path& executable, const fs::path& programDirectory) {
+  // However links lead to it.
+  std::error_code error;
+  const fs::path directory = fs::weakly_canonical(programDirectory, error);
   std::uint64_t hash = 14695981039346656037U;
-  for (const char c : executable.string() + '\n' + programDirectory.string()) {
+  for (const char c : executable.string() + '\n' + directory.string()) {
     hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
   }
   return std::to_string(hash);
@@ -118,7 +139,7 @@ class SocketInstance : public RunningInstance {
   Descriptor listener_;
   std::string socketName_;
   std::function<void()> onClose_;
-  std::vector<Protocol::socket> waiting_;  // open until this process ends: that is the answer
+  std::vector<Protocol::socket> waiting_;  // their end is the answer where the process is not seen
   std::unique_ptr<Protocol::acceptor> acceptor_;
 };
 
@@ -147,24 +168,39 @@ std::vector<std::string> SocketNames(const Descriptor& directory) {
 
 using Deadline = std::chrono::steady_clock::time_point;
 
-// Connections to every instance that lives; a socket without a process behind it refuses.
-std::vector<Descriptor> ConnectToInstances(const Descriptor& directory) {
-  std::vector<Descriptor> instances;
+struct Instance {
+  Descriptor connection;
+  Descriptor process;
+};
+
+// None if it cannot be seen from here.
+Descriptor ProcessBehind(const Descriptor& connection) {
+  ucred peer = {};
+  socklen_t size = sizeof(peer);
+  getsockopt(connection.Get(), SOL_SOCKET, SO_PEERCRED, &peer, &size);
+  return Descriptor(peer.pid > 0 ? pidfd_open(peer.pid, 0) : -1);
+}
+
+// Every instance that lives; a socket without a process behind it refuses.
+std::vector<Instance> ConnectToInstances(const Descriptor& directory) {
+  std::vector<Instance> instances;
   for (const std::string& name : SocketNames(directory)) {
     // Not blocking: an instance that no longer accepts must not hold us up here.
     Descriptor instance(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     const Protocol::endpoint address = Address(directory, name);
     if (connect(instance.Get(), address.data(), static_cast<socklen_t>(address.size())) == 0) {
-      instances.push_back(std::move(instance));
+      Descriptor process = ProcessBehind(instance);
+      instances.push_back({std::move(instance), std::move(process)});
     }
   }
   return instances;
 }
 
-bool WaitUntilGone(const Descriptor& instance, Deadline deadline) {
+bool WaitUntilGone(const Instance& instance, Deadline deadline) {
+  const Descriptor& sign = instance.process.IsOpen() ? instance.process : instance.connection;
   const auto left =
       std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
-  pollfd wait = {instance.Get(), POLLIN, 0};
+  pollfd wait = {sign.Get(), POLLIN, 0};
   return left.count() > 0 && poll(&wait, 1, static_cast<int>(left.count())) > 0;
 }
 
@@ -191,12 +227,12 @@ std::unique_ptr<RunningInstance> RunningInstance::Announce(const fs::path& execu
 bool CloseRunningInstances(std::chrono::seconds patience) {
   const Deadline deadline = std::chrono::steady_clock::now() + patience;
   const Descriptor directory = OpenRuntimeDirectory();
-  if (!directory.IsOpen()) return true;
+  if (!directory.IsOpen()) return false;
   // Again until none is found: one may have started while the others were closing.
   while (true) {
-    const std::vector<Descriptor> instances = ConnectToInstances(directory);
+    const std::vector<Instance> instances = ConnectToInstances(directory);
     if (instances.empty()) return true;
-    for (const Descriptor& instance : instances) {
+    for (const Instance& instance : instances) {
       if (!WaitUntilGone(instance, deadline)) return false;
     }
   }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <asio/post.hpp>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,7 +22,10 @@ constexpr const wchar_t* kWindowClass = L"ThunderRT6FormDC";
 constexpr const wchar_t* kWindowCaption = L"Tarnwerk";
 
 std::wstring MutexName(const fs::path& executable, const fs::path& programDirectory) {
-  std::wstring both = executable.wstring() + L"\n" + programDirectory.wstring();
+  // However links lead to it.
+  std::error_code error;
+  const fs::path directory = fs::weakly_canonical(programDirectory, error);
+  std::wstring both = executable.wstring() + L"\n" + directory.wstring();
   CharUpperBuffW(both.data(), static_cast<DWORD>(both.size()));
   std::uint64_t hash = 14695981039346656037U;
   for (const wchar_t c : both) hash = (hash ^ c) * 1099511628211U;
@@ -37,11 +41,13 @@ std::vector<HWND> FindInstances() {
   return windows;
 }
 
-bool IsOfThisProcess(HWND window) {
+DWORD ProcessOf(HWND window) {
   DWORD process = 0;
   GetWindowThreadProcessId(window, &process);
-  return process == GetCurrentProcessId();
+  return process;
 }
+
+bool IsOfThisProcess(HWND window) { return ProcessOf(window) == GetCurrentProcessId(); }
 
 // Found by a window that nobody sees, where the program has no main window.
 class WindowInstance : public RunningInstance {
@@ -100,6 +106,36 @@ void AskToClose(HWND window) {
   PostMessageW(window, WM_CLOSE, 0, 0);
 }
 
+// The processes whose windows were found; they end some time after their windows.
+class OpenedProcesses {
+ public:
+  OpenedProcesses() = default;
+  ~OpenedProcesses() {
+    for (const auto& [number, handle] : handles_) CloseHandle(handle);
+  }
+  OpenedProcesses(const OpenedProcesses&) = delete;
+  OpenedProcesses& operator=(const OpenedProcesses&) = delete;
+
+  void AddThatOf(HWND window) {
+    const DWORD number = ProcessOf(window);
+    if (number == GetCurrentProcessId() || handles_.count(number) != 0) return;
+    const HANDLE handle = OpenProcess(SYNCHRONIZE, FALSE, number);
+    if (handle != nullptr) handles_.emplace(number, handle);
+  }
+
+  bool EndBefore(std::chrono::steady_clock::time_point deadline) const {
+    return std::all_of(handles_.begin(), handles_.end(), [deadline](const auto& process) {
+      const auto left =
+          std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+      const auto patience = static_cast<DWORD>(std::max<std::int64_t>(left.count(), 0));
+      return WaitForSingleObject(process.second, patience) == WAIT_OBJECT_0;
+    });
+  }
+
+ private:
+  std::map<DWORD, HANDLE> handles_;
+};
+
 void LetPendingEventsRun() {
   MSG message;
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) DispatchMessageW(&message);
@@ -121,12 +157,16 @@ std::unique_ptr<RunningInstance> RunningInstance::Announce(const fs::path& execu
 
 bool CloseRunningInstances(std::chrono::seconds patience) {
   const auto deadline = std::chrono::steady_clock::now() + patience;
+  OpenedProcesses processes;
   for (auto found = FindInstances(); !found.empty(); found = FindInstances()) {
     if (std::chrono::steady_clock::now() > deadline) return false;
-    for (const HWND window : found) AskToClose(window);
+    for (const HWND window : found) {
+      processes.AddThatOf(window);
+      AskToClose(window);
+    }
     LetPendingEventsRun();
   }
-  return true;
+  return processes.EndBefore(deadline);
 }
 
 }  // namespace platform

@@ -59,16 +59,31 @@ class ProgramTest(unittest.TestCase):
         other.wait_for_services()
         self.assertEqual(self.home.run("/stop", "SHOW"), (0, "", ""))
         # Gone before the one that stopped them has ended.
+        self.assertEqual([process.poll() for process in processes], [0, 0])
         self.assertFalse(accepts(self.home.ports["web"]) or accepts(other.ports["web"]))
-        for process in processes:
-            self.expect_end(process)
         self.assertEqual(self.home.run("STOP"), (0, "", ""))
 
     def test_a_second_instance_ends_at_once_and_disturbs_nothing(self):
+        # The place to meet is made if it is missing, and a link leads to the same directory.
+        self.home.environment["XDG_RUNTIME_DIR"] = self.home.file("missing/runtime")
+        link = self.home.path / "link"
+        link.symlink_to(self.home.path)
         first = self.start_all()
-        self.assertEqual(self.home.run("START"), (0, "", ""))
+        for directory in (self.home.path, link):
+            self.home.environment["TARNWERK_HOME"] = str(directory)
+            self.assertEqual(self.home.run("START"), (0, "", ""))
         self.assertIsNone(first.poll())
         self.assertTrue(accepts(self.home.ports["web"]))
+        self.assertEqual(self.home.run("STOP"), (0, "", ""))
+        self.assertEqual(first.poll(), 0)
+
+    def test_it_outlives_the_reader_of_its_output(self):
+        reader, writer = os.pipe()
+        os.close(reader)
+        process = self.home.start("START", output=writer)
+        os.close(writer)
+        self.home.wait_for_services()
+        self.assertIsNone(process.poll())
 
     def test_settings_decide_without_words_and_not_with_them(self):
         self.home.write_settings(AutoStartService="1", StartInTaskBar="1")

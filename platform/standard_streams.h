@@ -1,0 +1,17 @@
+#pragma once
+
+// The streams that the program was given by the one who started it.
+
+#include <string_view>
+
+namespace platform {
+
+/// Writes `line` and a line break to standard error. On Windows, where a program with windows has
+/// none unless it is redirected, it goes to the console that the program was started from.
+void SayOnStandardError(std::string_view line);
+
+/// From now on what is written for a reader that has gone is lost, and no more than that. Programs
+/// that are started later are not told of this.
+void OutliveReaders();
+
+}  // namespace platform
