@@ -95,7 +95,7 @@ void ServiceControl::ShowStopFailed(ServiceKind service) {
   const ServiceKind frame = service == ServiceKind::kMail ? ServiceKind::kWeb : service;
   view_.SetResult(frame, texts.stopFailed);
   view_.SetAddress(frame, "");
-  view_.SetHint(frame, texts.stopHint);
+  view_.SetHint(frame, texts.stopFailedHint);
   view_.ShowButtons(frame, true);
   view_.SwitchMenuItems(service, true);
 }

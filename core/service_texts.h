@@ -15,6 +15,7 @@ struct ServiceTexts {
   const char* started;
   const char* stopHint;
   const char* stopFailed;
+  const char* stopFailedHint;
   const char* stopped;
   const char* startHint;
   const char* statusOn;

@@ -139,6 +139,15 @@ TEST_F(ServiceControl, AFailedMailStopSpeaksInTheWebFrame) {
   EXPECT_EQ(Mail().panel, "Mail服务：OFF");
 }
 
+TEST_F(ServiceControl, AFailedFtpStopHintsInItsOwnSpelling) {
+  control_.StartAll();
+  ftp_.stops = false;
+  control_.cmdStopFtpService();
+  EXPECT_EQ(Ftp().result, "FTP服务停止失败。请检查网络设置然后重新启动计算机。");
+  EXPECT_EQ(Ftp().hint, "点击“停止”您可以停止FTP服务。");
+  EXPECT_TRUE(Ftp().stopButton && Ftp().stopItem);
+}
+
 TEST_F(ServiceControl, TheConsoleSaysWhatRunsAndWhere) {
   std::FILE* stream = std::tmpfile();
   core::ConsoleView console(stream);
