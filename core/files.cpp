@@ -48,6 +48,26 @@ fs::path Resolved(const fs::path& path) {
   return error ? path : target;
 }
 
+// Whether the system has refused to put another file beside this one or in its place: no right in
+// the folder, or a file that is mounted by itself.
+bool RefusesAnotherFile(const std::error_code& error) {
+  return error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
+         error == std::errc::read_only_file_system || error == std::errc::device_or_resource_busy;
+}
+
+// Not safe from a power cut, but better than to lose what the user has set.
+std::error_code OverwriteContent(const fs::path& target, std::string_view bytes) {
+  std::error_code error;
+  if (!fs::exists(target, error)) return std::make_error_code(std::errc::no_such_file_or_directory);
+  File file = File::Open(target, File::Mode::kUpdate, error);
+  if (!file.IsOpen()) return error;
+  file.Write(bytes, error);
+  if (!error) file.Flush(error);
+  file.Close();
+  if (!error) fs::resize_file(target, bytes.size(), error);
+  return error;
+}
+
 void KeepPermissions(const fs::path& from, const fs::path& to) {
   std::error_code ignored;
   const fs::file_status status = fs::status(from, ignored);
@@ -133,6 +153,7 @@ std::error_code ReplaceContent(std::string_view path, std::string_view bytes) {
   std::error_code error;
   {
     File file = File::Open(temporary, File::Mode::kReplace, error);
+    if (RefusesAnotherFile(error)) return OverwriteContent(target, bytes);
     if (!file.IsOpen()) return error;
     file.Write(bytes, error);
     if (!error) file.Flush(error);
@@ -143,7 +164,7 @@ std::error_code ReplaceContent(std::string_view path, std::string_view bytes) {
   }
   std::error_code ignored;
   if (error) fs::remove(temporary, ignored);
-  return error;
+  return RefusesAnotherFile(error) ? OverwriteContent(target, bytes) : error;
 }
 
 std::error_code RemoveFile(std::string_view path) {

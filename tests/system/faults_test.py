@@ -109,6 +109,7 @@ class FaultsTest(unittest.TestCase):
             home.program = [*AS_NOBODY, program]
             if not works([*AS_NOBODY, "test", "-x", program]):
                 self.skipTest("another user cannot run the program where it is")
+        home.write("startflg.dat", "[ServerStatus]\r\nWebServer=False, and much more\r\n")
         for name in ("wwwroot/locked.htm", "wwwroot/locked.txt", "ftproot/up/locked.txt",
                      "mailroot/User/box/Message_1.eml"):
             home.write(name, "locked")
@@ -119,7 +120,11 @@ class FaultsTest(unittest.TestCase):
         if os.geteuid() == 0:
             subprocess.run(["chown", "-R", "65534:65534", str(home.path)], check=True)
 
+        # No other file can be put beside its own ones.
+        home.path.chmod(0o555)
+        self.addCleanup(home.path.chmod, 0o700)
         process = self.start(home)
+        self.assertEqual(home.read("startflg.dat").count("=True\r\n"), 3)
         page = fetch(home.ports["web"], b"GET /locked.htm HTTP/1.0\r\n\r\n")
         self.assertEqual(page, fetch(home.ports["web"], b"GET /missing.htm HTTP/1.0\r\n\r\n"))
         self.assertEqual(fetch(home.ports["web"], b"GET /locked.txt HTTP/1.0\r\n\r\n"), b"")
