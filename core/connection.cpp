@@ -22,10 +22,6 @@ std::array<char, 65536>& ReadBuffer() {
   return buffer;
 }
 
-std::string AddressText(const asio::ip::tcp::endpoint& endpoint, const asio::error_code& error) {
-  return error ? std::string() : endpoint.address().to_string();
-}
-
 }  // namespace
 
 std::shared_ptr<Connection> Connection::Adopt(SocketContext& context, Socket socket,
@@ -50,13 +46,11 @@ Connection::Connection(SocketContext& context, Socket socket, ConnectionOwner& o
 
 std::string Connection::LocalAddress() {
   asio::error_code error;
-  return AddressText(socket_.Known().local_endpoint(error), error);
+  const asio::ip::tcp::endpoint endpoint = socket_.Known().local_endpoint(error);
+  return error ? std::string() : endpoint.address().to_string();
 }
 
-std::string Connection::RemoteAddress() {
-  asio::error_code error;
-  return AddressText(socket_.Known().remote_endpoint(error), error);
-}
+std::string Connection::RemoteAddress() const { return socket_.Peer().to_string(); }
 
 // Watching
 

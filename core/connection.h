@@ -70,7 +70,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   SocketState State() const { return state_; }
   bool IsClosed() const { return state_ == SocketState::kClosed; }
   std::string LocalAddress();
-  std::string RemoteAddress();
+  /// Also of a client that has gone.
+  std::string RemoteAddress() const;
 
   /// Notes what the connection is doing from now on, for whoever watches.
   void Doing(std::string what);

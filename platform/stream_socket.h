@@ -28,7 +28,8 @@ class StreamSocket {
   explicit StreamSocket(Library socket);
 
   /// Takes over an accepted one that it does not know.
-  StreamSocket(const asio::any_io_executor& executor, NativeSocket socket);
+  StreamSocket(const asio::any_io_executor& executor, NativeSocket socket,
+               asio::ip::address_v4 peer);
 
   StreamSocket(StreamSocket&& other) noexcept;
   StreamSocket& operator=(StreamSocket&&) = delete;
@@ -36,6 +37,9 @@ class StreamSocket {
 
   bool IsOpen() const { return isOpen_; }
   NativeSocket Native() const { return native_; }
+
+  /// Of whom it was connected to, also when he has gone since.
+  asio::ip::address Peer() const { return peer_; }
 
   /// The socket as the I/O library knows it, for waiting and for asking; made known at the first
   /// call.
@@ -60,6 +64,7 @@ class StreamSocket {
  private:
   Library library_;
   NativeSocket native_;
+  asio::ip::address peer_;
   bool isOpen_ = true;
 };
 

@@ -30,28 +30,35 @@ Task<> WebServer::ServePostRequest(std::string requestText, Client client) {
   }
   const std::string body = ExtractPostBody(requestText);
   const std::string cgiDir = PathInRoot("cgi-bin\\");
-  const std::string outPath = co_await RunCgiProgram(cgiDir, resource, body);
-  co_await SendHtmlFile(outPath, client);
-  if (ModCommon::FileExists(outPath)) core::RemoveFile(outPath);
+  Task<CgiPage> running = RunCgiProgram(cgiDir, resource, body);
+  const CgiPage page = co_await running;
+  co_await SendHtmlFile(page.Path(), client);
 }
 
 Task<> WebServer::RefusePost(Client client) {
   SendNotFoundPage(client);
-  co_await core::YieldToEvents();
+  try {
+    co_await core::YieldToEvents();
+  } catch (const core::HandlerEnded&) {
+    // Who left at once has asked all the same.
+  }
   LogAccess(client, "Failed!");
   client->Close();
 }
 
 // The page is named after the program and lies in the Web root itself, not in cgi-bin.
-Task<std::string> WebServer::RunCgiProgram(std::string cgiDir, std::string resource,
-                                           std::string body) {
+Task<CgiPage> WebServer::RunCgiProgram(std::string cgiDir, std::string resource, std::string body) {
   const std::string outName = resource.substr(0, resource.size() - kExtensionLength) + ".htm";
-  CgiJob job = {cgiDir + resource, cgiDir + "TempFileIn", PathInRoot(outName), std::move(body)};
-  if (!ModCommon::FileExists(job.program)) co_return "";
-  const std::string outPath = job.outPath;
-  co_await cgi_.Run(std::move(job));
+  CgiJob job = {.program = cgiDir + resource,
+                .inPath = cgiDir + "TempFileIn",
+                .outPath = PathInRoot(outName),
+                .pagePath = cgiDir + "TempFileOut",
+                .body = std::move(body)};
+  if (!ModCommon::FileExists(job.program)) co_return CgiPage();
+  Task<CgiPage> running = cgi_.Run(std::move(job));
+  CgiPage page = co_await running;
   co_await core::YieldToEvents();
-  co_return outPath;
+  co_return std::move(page);
 }
 
 }  // namespace ModWeb

@@ -46,14 +46,19 @@ struct CgiQueue::Ticket {
   CgiJob job;
   bool done = false;
   bool wanted = true;
+  CgiPage page;
   std::string failure;
   core::WaitList waiters;
 };
 
+CgiPage::~CgiPage() {
+  if (!path_.empty()) core::RemoveFile(path_);
+}
+
 CgiQueue::CgiQueue(const core::ServiceEnvironment& environment)
     : program_(environment.program), loop_(environment.loop) {}
 
-core::Task<> CgiQueue::Run(CgiJob job) {
+core::Task<CgiPage> CgiQueue::Run(CgiJob job) {
   if (!runs_) {
     runs_ = std::make_shared<core::HandlerScope>(
         loop_, [this](const std::string& error) { program_.errors.LogError(error); });
@@ -71,6 +76,7 @@ core::Task<> CgiQueue::Run(CgiJob job) {
     throw;
   }
   if (!ticket->failure.empty()) throw std::runtime_error(ticket->failure);
+  co_return std::move(ticket->page);
 }
 
 void CgiQueue::Stop() {
@@ -94,9 +100,9 @@ core::Task<> CgiQueue::Perform(std::shared_ptr<Ticket> ticket) {
 
   if (!ticket->wanted) co_return;
   co_await Execute(ticket);
+  ticket->page = TakeAside(ticket->job);
   ticket->done = true;
   ticket->waiters.WakeAll();
-  if (!ticket->wanted) core::RemoveFile(ticket->job.outPath);
 }
 
 core::Task<> CgiQueue::Execute(std::shared_ptr<Ticket> ticket) {
@@ -128,6 +134,15 @@ core::Task<> CgiQueue::RunProgram(std::shared_ptr<Ticket> ticket) {
     core::WaitList::Awaiter ended = exit->waiters.Wait();
     co_await ended;
   }
+}
+
+// Beside the input file: in the same file system, so that the program does not notice if it still
+// writes. A page that cannot be moved is sent from where it is.
+CgiPage CgiQueue::TakeAside(const CgiJob& job) {
+  if (!ModCommon::FileExists(job.outPath)) return {};
+  const std::string aside = job.pagePath + std::to_string(++pagesTaken_);
+  if (ModCommon::FileExists(aside)) core::RemoveFile(aside);  // of a program that was killed
+  return CgiPage(core::RenamePath(job.outPath, aside) ? job.outPath : aside);
 }
 
 }  // namespace ModWeb

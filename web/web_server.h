@@ -67,7 +67,7 @@ class WebServer : public core::Service, private core::SlotEngine {
   // CGI (cgi_execution.cpp)
   core::Task<> ServePostRequest(std::string requestText, Client client);
   core::Task<> RefusePost(Client client);
-  core::Task<std::string> RunCgiProgram(std::string cgiDir, std::string resource, std::string body);
+  core::Task<CgiPage> RunCgiProgram(std::string cgiDir, std::string resource, std::string body);
 
   // One line of Web.log for the request that came last.
   void LogAccess(const Client& client, std::string_view result) const;

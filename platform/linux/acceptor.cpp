@@ -1,5 +1,6 @@
 #include "platform/acceptor.h"
 
+#include <netinet/in.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -29,11 +30,15 @@ void Acceptor::AsyncAccept(Handler handler) {
     asio::error_code error = failed;
     std::vector<StreamSocket> accepted;
     while (!error && accepted.size() < batch_) {
-      const int socket = accept4(acceptor_.native_handle(), nullptr, nullptr, SOCK_CLOEXEC);
+      sockaddr_in peer = {};
+      socklen_t size = sizeof(peer);
+      const int socket = accept4(acceptor_.native_handle(), reinterpret_cast<sockaddr*>(&peer),
+                                 &size, SOCK_CLOEXEC);
       if (socket < 0) {
         error.assign(errno, asio::error::get_system_category());
       } else {
-        accepted.emplace_back(acceptor_.get_executor(), static_cast<NativeSocket>(socket));
+        accepted.emplace_back(acceptor_.get_executor(), static_cast<NativeSocket>(socket),
+                              asio::ip::address_v4(ntohl(peer.sin_addr.s_addr)));
       }
     }
     AdaptBatch(accepted.size());

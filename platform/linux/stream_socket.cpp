@@ -28,14 +28,19 @@ SocketResult ReceiveWith(NativeSocket socket, char* buffer, std::size_t size, in
 }  // namespace
 
 StreamSocket::StreamSocket(Library socket)
-    : library_(std::move(socket)), native_(static_cast<NativeSocket>(library_.native_handle())) {}
+    : library_(std::move(socket)), native_(static_cast<NativeSocket>(library_.native_handle())) {
+  asio::error_code ignored;
+  peer_ = library_.remote_endpoint(ignored).address();
+}
 
-StreamSocket::StreamSocket(const asio::any_io_executor& executor, NativeSocket socket)
-    : library_(executor), native_(socket) {}
+StreamSocket::StreamSocket(const asio::any_io_executor& executor, NativeSocket socket,
+                           asio::ip::address_v4 peer)
+    : library_(executor), native_(socket), peer_(peer) {}
 
 StreamSocket::StreamSocket(StreamSocket&& other) noexcept
     : library_(std::move(other.library_)),
       native_(other.native_),
+      peer_(other.peer_),
       isOpen_(std::exchange(other.isOpen_, false)) {}
 
 StreamSocket::Library& StreamSocket::Known() {

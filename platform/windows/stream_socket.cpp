@@ -19,11 +19,13 @@ StreamSocket::StreamSocket(Library socket)
     : library_(std::move(socket)), native_(static_cast<NativeSocket>(library_.native_handle())) {
   asio::error_code ignored;
   library_.non_blocking(true, ignored);
+  peer_ = library_.remote_endpoint(ignored).address();
 }
 
 // Here every socket is known from the start: the library accepts them itself.
-StreamSocket::StreamSocket(const asio::any_io_executor& executor, NativeSocket socket)
-    : library_(executor), native_(socket) {
+StreamSocket::StreamSocket(const asio::any_io_executor& executor, NativeSocket socket,
+                           asio::ip::address_v4 peer)
+    : library_(executor), native_(socket), peer_(peer) {
   asio::error_code ignored;
   library_.assign(asio::ip::tcp::v4(), socket, ignored);
   library_.non_blocking(true, ignored);
@@ -32,6 +34,7 @@ StreamSocket::StreamSocket(const asio::any_io_executor& executor, NativeSocket s
 StreamSocket::StreamSocket(StreamSocket&& other) noexcept
     : library_(std::move(other.library_)),
       native_(other.native_),
+      peer_(other.peer_),
       isOpen_(std::exchange(other.isOpen_, false)) {}
 
 StreamSocket::Library& StreamSocket::Known() { return library_; }

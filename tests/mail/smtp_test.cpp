@@ -4,6 +4,7 @@
 
 namespace {
 
+using test::Client;
 using test::MailClient;
 using testing::HasSubstr;
 using testing::MatchesRegex;
@@ -211,6 +212,14 @@ TEST_F(Smtp, EveryQuitWritesALineAndKeepsTheConnection) {
   const std::string log = Read("Mail.log");
   EXPECT_THAT(log.substr(0, log.size() / 2), MatchesRegex(line));
   EXPECT_THAT(log.substr(log.size() / 2), MatchesRegex(line));
+}
+
+TEST_F(Smtp, TheLineOfAQuitHasTheAddressOfAClientThatHasGone) {
+  Client leaving(smtpPort_);  // whose greeting nobody reads, so that its end is a reset
+  leaving.Send("QUIT\r\n");
+  leaving.Close();
+  ASSERT_TRUE(Eventually([&] { return Home().Has("Mail.log"); }));
+  EXPECT_THAT(Read("Mail.log"), HasSubstr("客户机IP：127.0.0.1  "));
 }
 
 }  // namespace

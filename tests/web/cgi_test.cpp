@@ -17,6 +17,15 @@ class Cgi : public test::WebFixture {
     std::filesystem::create_directories(target.parent_path());
     std::filesystem::copy_file(CGI_ECHO, target);
   }
+  std::vector<std::unique_ptr<Client>> PostAtOnce(const std::string& resource,
+                                                  const std::vector<std::string>& bodies) {
+    std::vector<std::unique_ptr<Client>> clients;
+    for (const std::string& body : bodies) {
+      clients.push_back(std::make_unique<Client>(port_));
+      clients.back()->Send(Request(resource, body));
+    }
+    return clients;
+  }
   std::string Post(const std::string& resource, const std::string& body) {
     return test::Fetch(port_, Request(resource, body));
   }
@@ -106,6 +115,25 @@ TEST_F(Cgi, ProgramsRunOneAfterAnotherAndHoldUpNobody) {
   EXPECT_EQ(Get("/a.txt"), "meanwhile");
   EXPECT_EQ(first.ReceiveAll(), "3|one\r\n|");
   EXPECT_EQ(second.ReceiveAll(), "3|two\r\n|");
+}
+
+TEST_F(Cgi, EveryClientGetsThePageOfItsOwnRunOfOneProgram) {
+  StartWeb();
+  Program("form.exe");
+  for (int round = 0; round < 10; ++round) {
+    // Of several pieces, so that each is still being sent while the next ones are written.
+    std::vector<std::string> bodies;
+    for (const char letter : {'a', 'b', 'c'}) bodies.emplace_back(25000, letter);
+    const auto clients = PostAtOnce("/form.exe", bodies);
+    for (std::size_t i = 0; i < clients.size(); ++i) {
+      EXPECT_TRUE(clients[i]->ReceiveAll() == "3|" + bodies[i] + "\r\n|") << i;
+    }
+  }
+  EXPECT_TRUE(Eventually([&] {
+    const std::filesystem::directory_iterator entries(Home().Path("wwwroot/cgi-bin"));
+    return std::distance(entries, {}) == 2;  // the program and its input
+  }));
+  EXPECT_EQ(ErrorLog(), "");
 }
 
 TEST_F(Cgi, AClientThatLeavesTakesNothingWithIt) {
