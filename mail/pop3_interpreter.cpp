@@ -53,14 +53,16 @@ Command CommandOf(std::string_view text) {
   return found == kCommands.end() ? Command::kUnknown : found->second;
 }
 
+MailFault NoMessageNumber(std::string_view argument) {
+  return MailFault("no message number: " + std::string(argument.substr(0, 80)));
+}
+
 // 0 for a command without one.
 int MessageNumber(std::string_view text) {
   const std::string_view argument = CommandArgument(text);
   if (argument.empty()) return 0;
   const std::optional<std::int16_t> number = core::ToInt16(argument);
-  if (!number || *number < 0 || *number > MailSessionState::kLargestNumber) {
-    throw MailFault("no message number: " + std::string(argument.substr(0, 80)));
-  }
+  if (!number || *number < 0) throw NoMessageNumber(argument);
   return *number;
 }
 
@@ -135,6 +137,8 @@ std::string Pop3Interpreter::Uidl() {
 // end is said twice: the message brings its own, and this one's double is clients' to ignore.
 Pop3Outcome Pop3Interpreter::Retr(std::string_view text) {
   const int number = MessageNumber(text);
+  // Beyond the table of sizes.
+  if (number > MailSessionState::kLargestNumber) throw NoMessageNumber(CommandArgument(text));
   const std::int32_t size = store_.State().messageSizes[static_cast<std::size_t>(number)];
   Pop3Outcome outcome = {Line(std::string(pop3::kOkBlank) + std::to_string(size))};
   if (!store_.ReadMessage(number, outcome.message)) {
