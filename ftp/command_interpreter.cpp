@@ -110,9 +110,9 @@ Task<std::string> FtpServer::OnQuit(Command) {
 Task<std::string> FtpServer::OnPwd(Command command) {
   FtpSession& session = Session(command.slot);
   const bool done = Succeeds([&] {
-    if (session.physicalDir == options_.ftpRoot) session.ftpDir = "/";
+    if (session.physicalDir == state_.ftpRoot) session.ftpDir = "/";
     if (session.physicalDir.empty()) {
-      session.physicalDir = options_.ftpRoot;
+      session.physicalDir = state_.ftpRoot;
       session.ftpDir = "/";
     }
     return true;

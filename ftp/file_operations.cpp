@@ -51,11 +51,11 @@ Task<std::error_code> DeleteFiles(std::string path) {
 
 bool FtpServer::ChangeFtpDirectory(int slot, const std::string& text) {
   constexpr std::size_t kBareCommand = 5;
-  options_.ftpRoot = ModCommon::AddSlash(options_.ftpRoot);
+  state_.ftpRoot = ModCommon::AddSlash(state_.ftpRoot);
   if (CharacterCount(text) <= kBareCommand) return true;
   const std::string argument = core::ReplaceAll(FromPosition(text, kAfterThreeLetters), "\r\n", "");
   FtpSession& session = Session(slot);
-  CurrentDirectory changed = ChangedDirectory(options_.ftpRoot, session.physicalDir, argument);
+  CurrentDirectory changed = ChangedDirectory(state_.ftpRoot, session.physicalDir, argument);
   session.physicalDir = std::move(changed.physicalDir);
   session.ftpDir = std::move(changed.ftpDir);
   return true;
@@ -113,7 +113,7 @@ std::optional<std::string> FtpServer::PathOf(int slot, const std::string& text,
                                              std::size_t position) const {
   const std::optional<std::string> name = CutArgument(text, position);
   if (!name) return std::nullopt;
-  return LocalPath(options_.ftpRoot, Session(slot).physicalDir, *name);
+  return LocalPath(state_.ftpRoot, Session(slot).physicalDir, *name);
 }
 
 }  // namespace ModFtp

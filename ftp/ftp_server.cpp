@@ -33,6 +33,7 @@ FtpServer::FtpServer(core::ServiceEnvironment environment)
                    [this] { SaveSettings(environment_.program, EntryOf(options_)); }),
       random_(ClockSeed()) {
   options_.SetDefaults(environment_.program);
+  state_.ftpRoot = options_.ftpRoot;
   for (int index = 0; index <= kLastSlot; ++index) {
     FtpSvrDataSock_[static_cast<std::size_t>(index)] =
         std::make_unique<core::EventSocket>(sockets_, dataEvents_, index);
@@ -40,7 +41,10 @@ FtpServer::FtpServer(core::ServiceEnvironment environment)
 }
 
 bool FtpServer::LoadOptions() {
-  return options_.LoadFtpOptions(environment_.program, FtpSvrSock_.Listener().LocalAddress());
+  const bool loaded =
+      options_.LoadFtpOptions(environment_.program, FtpSvrSock_.Listener().LocalAddress());
+  state_.ftpRoot = options_.ftpRoot;
+  return loaded;
 }
 
 bool FtpServer::StartFtpListener() {

@@ -36,7 +36,7 @@ Task<std::string> FtpServer::OnRetr(Command command) {
   state_.abortRequested = false;
   FtpSession& session = Session(command.slot);
   const std::string name = CutArgument(command.text, kAfterFourLetters).value_or("");
-  session.transferPath = LocalPath(options_.ftpRoot, session.physicalDir, name);
+  session.transferPath = LocalPath(state_.ftpRoot, session.physicalDir, name);
   Task<bool> opening = Trapped(OpenRetrieve(command.slot));
   const bool opened = co_await opening;
   if (!opened) {

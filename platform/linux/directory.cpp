@@ -69,8 +69,8 @@ void DirectoryReader::Read(std::size_t most, std::vector<DirectoryEntry>& entrie
       return;
     }
     const std::string name = entry->d_name;
-    if (name == "." || name == "..") continue;
-    // Only the name: the text of a path would turn a backslash in it into a separator.
+    // No path text can name what has a separator in its name.
+    if (name == "." || name == ".." || name.find('\\') != std::string::npos) continue;
     entries.push_back(
         {NameTextOf(name), IsFolder(folder, *entry), name.front() == '.', IsLink(folder, *entry)});
     --most;

@@ -131,7 +131,10 @@ TEST_F(FtpCommandsTest, CwdGivesTheRootItsSeparatorForEveryone) {
   Put("a.txt", "x");
   two.Ask("PWD");
   one.Ask("CWD /");
-  OnLoop([&] { EXPECT_EQ(TheServer().RootDir(), Root() + "\\"); });
+  OnLoop([&] {
+    EXPECT_EQ(TheServer().State().ftpRoot, Root() + "\\");
+    EXPECT_EQ(TheServer().Options().ftpRoot, Root());  // which settings are written from
+  });
   // The directory that the other has from before no longer equals the root, so nothing sets what it
   // sees; a name from the root now has a doubled separator, which the file system forgives.
   EXPECT_EQ(two.Ask("PWD"), "257 \"/\" command successful. \r\n");
