@@ -38,9 +38,11 @@ std::string ManagerPassword(const Program& program) {
 }
 
 void SetManagerPassword(const Program& program, std::string_view password) {
+  const bool wasSet = !ManagerPassword(program).empty();
   platform::SaveSetting(program.executable, kSection, kKey, password);
   if (password.empty()) {
-    RemoveFile(UserFile(program));
+    // A user file that stands without a password of ours is somebody else's.
+    if (wasSet) RemoveFile(UserFile(program));
   } else {
     ReplaceContent(UserFile(program),
                    Field(kManagerName, kNameWidth) + Field(password, kPasswordWidth));

@@ -89,6 +89,7 @@ void UpdateMenuBar(wxMenuBar& bar, const ServiceStates& running) {
 std::unique_ptr<wxMenu> MakeTrayMenu(const ServiceStates& running) {
   auto menu = std::make_unique<wxMenu>();
   Add(*menu, mnuShowFrmMain, "显示主窗口(&R)");
+  menu->AppendSubMenu(MakeViewMenu(), Shown("查看(&V)"));
   AddBar(*menu, mnubar4);
   AddServices(*menu, running);
   AddBar(*menu, mnuServiceBar1);

@@ -208,6 +208,10 @@ void frmMain::FillMailFrame() {
 void frmMain::BindMenu() {
   Bind(wxEVT_MENU, &frmMain::OnMenu, this);
   Bind(wxEVT_ICONIZE, &frmMain::OnIconize, this);
+  Bind(wxEVT_ACTIVATE, [this](wxActivateEvent& event) {
+    event.Skip();
+    if (event.GetActive()) wentMinimised_ = false;
+  });
   Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
     event.Skip();
     if (event.GetEventObject() == this) WatchWhileSeen(event.IsShown() && !IsIconized());

@@ -100,6 +100,8 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   void OpenRoot(core::ServiceKind service);
   void AskForDomain(core::ServiceKind service);
   void ShowOptions(core::ServiceKind service);
+  bool AskForOptions(core::ServiceKind service);
+  void TakeOver(core::ServiceKind service);
   void ShowGeneralOptions();
   void AddVirtualDirectory();
   void AddMailUser();
@@ -128,6 +130,8 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
 
   // The two modes
   bool MayOpen();
+  void Appear();
+  void OpenFromTaskBar();
   void GoToTrayOrEnd();
   void HideBehindIcon();
   void LeaveTray();
@@ -154,7 +158,8 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   bool inTray_ = false;
   bool opened_ = false;  // has been shown at least once
   bool closing_ = false;
-  bool asking_ = false;  // for the password
+  bool asking_ = false;         // for the password
+  bool wentMinimised_ = false;  // to the tray, and has not been active since
 };
 
 }  // namespace ui

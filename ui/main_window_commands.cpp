@@ -143,23 +143,40 @@ void frmMain::AskForDomain(ServiceKind service) {
 
 void frmMain::ShowOptions(ServiceKind service) {
   manager_->control.Of(service).LoadOptions();
-  switch (service) {
-    case ServiceKind::kWeb:
-      frmWebOptions(this, manager_->program, manager_->web).ShowModal();
-      break;
-    case ServiceKind::kFtp:
-      frmFtpOptions(this, manager_->program, manager_->ftp).ShowModal();
-      break;
-    case ServiceKind::kMail:
-      frmMailOptions(this, manager_->program, manager_->mail).ShowModal();
-      break;
-  }
+  if (AskForOptions(service) && !manager_->control.Of(service).IsRunning()) TakeOver(service);
   ShowRootDir(service);
   ShowReach(service);
   ShowFirstSteps();
 }
 
-void frmMain::ShowGeneralOptions() { frmOptions(this, manager_->program).ShowModal(); }
+bool frmMain::AskForOptions(ServiceKind service) {
+  switch (service) {
+    case ServiceKind::kWeb:
+      return frmWebOptions(this, manager_->program, manager_->web).ShowModal() == wxID_OK;
+    case ServiceKind::kFtp:
+      return frmFtpOptions(this, manager_->program, manager_->ftp).ShowModal() == wxID_OK;
+    case ServiceKind::kMail:
+      return frmMailOptions(this, manager_->program, manager_->mail).ShowModal() == wxID_OK;
+  }
+  return false;
+}
+
+// What was wrong with the last start may be right now. A running service goes on as it was started.
+void frmMain::TakeOver(ServiceKind service) {
+  manager_->control.Of(service).LoadOptions();
+  fraWelcome->SetReason(service, "");
+  FrameOf(service).SetDiagnosis(std::nullopt);
+  if (service == ServiceKind::kWeb && fraWeb->IsShown()) RefreshTree();
+  if (service == ServiceKind::kMail) LoadMailUsers();
+}
+
+// From the tray, too, only with the password, which can be taken away here.
+void frmMain::ShowGeneralOptions() {
+  if (!IsShown() && (asking_ || !MayOpen())) return;
+  frmOptions dialog(this, manager_->program);
+  dialog.SetIcons(GetIcons());
+  dialog.ShowModal();
+}
 
 void frmMain::AddVirtualDirectory() {
   frmEditDir dialog(this, manager_->program);
@@ -223,7 +240,10 @@ void frmMain::ShowHelp() { ui::ShowHelp(this, manager_->program); }
 
 void frmMain::ShowAbout() { frmAbout(this).ShowModal(); }
 
-void frmMain::ShowTips() { frmTip::ShowNext(this, manager_->program); }
+void frmMain::ShowTips() {
+  if (!frmTip::ShowNext(this, manager_->program))
+    stbInfo->Remark("没有找到提示文件 TIPOFDAY.TXT。");
+}
 
 void frmMain::OnMenu(wxCommandEvent& event) {
   switch (event.GetId()) {
@@ -240,13 +260,17 @@ void frmMain::OnMenu(wxCommandEvent& event) {
     case mnuStopMail:
       return Stop(ServiceKind::kMail);
     case mnuViewWelcome:
-      return SelectWelcome();
+      SelectWelcome();
+      return Open();
     case mnuViewWeb:
-      return SelectService(ServiceKind::kWeb);
+      SelectService(ServiceKind::kWeb);
+      return Open();
     case mnuViewFtp:
-      return SelectService(ServiceKind::kFtp);
+      SelectService(ServiceKind::kFtp);
+      return Open();
     case mnuViewEmail:
-      return SelectService(ServiceKind::kMail);
+      SelectService(ServiceKind::kMail);
+      return Open();
     case mnuShowFrmMain:
       return Open();
     case mnuShowSystemTray:

@@ -21,13 +21,30 @@ bool PasswordIsSet(const core::Program& program) {
 
 void frmMain::Open() {
   if (IsShown() && !IsIconized()) return Raise();
-  if (asking_) return;
+  if (asking_ || closing_) return;
   if (!MayOpen()) return inTray_ ? void() : GoToTrayOrEnd();
+  Appear();
+}
+
+void frmMain::Appear() {
   LeaveTray();
   Show();
   if (IsIconized()) Iconize(false);
   Raise();
   if (!std::exchange(opened_, true)) frmTip::ShowUnlessTurnedOff(this, manager_->program);
+}
+
+// The user has restored what a start without a tray has put into the task bar.
+void frmMain::OpenFromTaskBar() {
+  if (opened_ || asking_ || closing_) return;
+  Hide();
+  if (MayOpen()) {
+    TakeRememberedPlace();
+    Appear();
+  } else {
+    Show();
+    Iconize();
+  }
 }
 
 // Nobody gets the window without the password, if there is one.
@@ -75,8 +92,13 @@ void frmMain::LeaveTray() {
 void frmMain::OnIconize(wxIconizeEvent& event) {
   event.Skip();
   WatchWhileSeen(IsShown() && !event.IsIconized());
-  if (!event.IsIconized() || inTray_ || !tray_->Add()) return;
+  if (!event.IsIconized() && IsShown() && !opened_) CallAfter(&frmMain::OpenFromTaskBar);
+  if (!event.IsIconized()) return;
+  // Window managers show it first as it went, which the user does not mean.
+  if (std::exchange(wentMinimised_, false)) return Iconize(false);
+  if (inTray_ || !tray_->Add()) return;
   HideBehindIcon();
+  wentMinimised_ = true;
 }
 
 std::unique_ptr<wxMenu> frmMain::MakeMenuForTray() {

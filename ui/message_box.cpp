@@ -1,19 +1,18 @@
 #include "ui/message_box.h"
 
-#include <wx/msgdlg.h>
-
+#include "ui/message_dialog.h"
 #include "ui/toolkit_text.h"
 
 namespace ui {
 
 int ShowMessage(wxWindow* parent, const std::string& text, const char* title, long style) {
-  wxMessageDialog box(parent, Shown(text), Shown(title), style);
+  const auto box = MakeMessageDialog(parent, Shown(text), Shown(title), style);
   if ((style & wxYES_NO) != 0) {
-    box.SetYesNoLabels(Shown("是(&Y)"), Shown("否(&N)"));
+    box->SetYesNoLabels(Shown("是(&Y)"), Shown("否(&N)"));
   } else {
-    box.SetOKLabel(Shown("确定"));
+    box->SetOKLabel(Shown("确定"));
   }
-  return box.ShowModal();
+  return box->ShowModal();
 }
 
 void Warn(wxWindow* parent, const std::string& text, const char* title) {
@@ -21,7 +20,7 @@ void Warn(wxWindow* parent, const std::string& text, const char* title) {
 }
 
 bool Confirm(wxWindow* parent, const std::string& text, const char* title) {
-  return ShowMessage(parent, text, title, wxYES_NO | wxICON_QUESTION) == wxID_YES;
+  return ShowMessage(parent, text, title, wxYES_NO | wxNO_DEFAULT | wxICON_QUESTION) == wxID_YES;
 }
 
 }  // namespace ui

@@ -18,7 +18,7 @@ int ShowMessage(wxWindow* parent, const std::string& text, const char* title, lo
 /// A box with an exclamation icon and an OK button.
 void Warn(wxWindow* parent, const std::string& text, const char* title = kProgramTitle);
 
-/// A question to be answered by Yes or No.
+/// A question to be answered by Yes or No; Enter says No.
 bool Confirm(wxWindow* parent, const std::string& text, const char* title = kProgramTitle);
 
 }  // namespace ui

@@ -26,7 +26,10 @@ frmOptions::frmOptions(wxWindow* parent, const core::Program& program)
   const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
   cmdOK = buttons.ok;
   cmdCancel = buttons.cancel;
-  chkManagerPwd->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent&) { EnablePassword(); });
+  chkManagerPwd->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent&) {
+    EnablePassword();
+    if (txtPwd->IsEnabled()) txtPwd->SetFocus();
+  });
   txtPwd->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { KeepPasswordFitting(); });
   cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
   Fill(*this, content, buttons);

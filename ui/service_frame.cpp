@@ -1,6 +1,7 @@
 #include "ui/service_frame.h"
 
 #include <wx/button.h>
+#include <wx/dcclient.h>
 #include <wx/hyperlink.h>
 #include <wx/notebook.h>
 #include <wx/sizer.h>
@@ -25,7 +26,8 @@ namespace {
 constexpr int kPictureSize = 48;
 constexpr int kStateSize = 20;
 constexpr double kTitleFactor = 1.5;
-constexpr int kPathWidth = 240;  // at least so much of the root directory is shown
+constexpr int kAddressWidth = 440;  // at most so much of the address is shown
+constexpr int kPathWidth = 240;     // at least so much of the root directory is shown
 
 constexpr const char* kLiveTab = "正在进行";
 
@@ -64,8 +66,11 @@ wxHyperlinkCtrl* MakeAddress(wxWindow* parent, const char* name,
   return Named(address, name);
 }
 
-void ShowAddress(wxHyperlinkCtrl& address, const std::string& text) {
-  address.SetLabel(Shown(text));
+void ShowAddress(wxHyperlinkCtrl& address, const std::string& text, int width) {
+  // The whole of it, also where there is less room.
+  address.SetToolTip(Shown(text));
+  const wxClientDC dc(&address);
+  address.SetLabel(wxControl::Ellipsize(Shown(text), dc, wxELLIPSIZE_MIDDLE, width));
   address.SetCursor(wxCursor(wxCURSOR_HAND));
   address.Show(!text.empty());
 }
@@ -84,8 +89,9 @@ ServiceFrame::ServiceFrame(wxWindow* parent, core::ServiceKind service, Actions 
   auto* column = new wxBoxSizer(wxVERTICAL);
   const wxSizerFlags row = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, edge);
   column->Add(MakeHeader(service), row);
-  column->Add(MakeFacts(service, actions), row);
+  // Above the facts, which come and go: what is to be pressed again stays where it is.
   column->Add(MakeButtons(service, actions), row);
+  column->Add(MakeFacts(service, actions), row);
   column->Add(MakeTabs(service), wxSizerFlags(1).Expand().Border(wxALL, edge));
   SetSizer(column);
   SetHint(core::TextsOf(service).startHint);
@@ -235,7 +241,7 @@ wxSizer* ServiceFrame::MakeButtons(core::ServiceKind service, const Actions& act
 void ServiceFrame::SetResult(const std::string& text) { result_->SetLabel(Shown(text)); }
 
 void ServiceFrame::SetAddress(const std::string& text) {
-  ShowAddress(*address_, text);
+  ShowAddress(*address_, text, FromDIP(kAddressWidth));
   Layout();
 }
 

@@ -125,10 +125,11 @@ class ServiceFrame : public wxPanel {
 /// A heading in the window's font, larger by `factor`.
 wxStaticText* MakeHeading(wxWindow* parent, const char* text, double factor);
 
-/// An address that can be clicked; hidden while it is empty.
+/// An address that can be clicked; hidden while it is empty. At most `width` pixels of it are
+/// shown.
 wxHyperlinkCtrl* MakeAddress(wxWindow* parent, const char* name,
                              const std::function<void()>& onClick);
-void ShowAddress(wxHyperlinkCtrl& address, const std::string& text);
+void ShowAddress(wxHyperlinkCtrl& address, const std::string& text, int width);
 
 /// A button that calls `action`.
 wxButton* MakeActionButton(wxWindow* parent, const char* name, const char* text,

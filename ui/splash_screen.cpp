@@ -1,5 +1,6 @@
 #include "ui/splash_screen.h"
 
+#include <wx/app.h>
 #include <wx/dcmemory.h>
 #include <wx/settings.h>
 #include <wx/splash.h>
@@ -50,10 +51,11 @@ class SplashScreen : public wxSplashScreen {
                        wxBORDER_NONE | wxFRAME_NO_TASKBAR),
         then_(std::move(then)) {
     Named(static_cast<wxWindow*>(this), "frmSplash");
-    // Its time, a click and a key all close it.
+    // Its time, a click and a key all close it. What comes next may wait for the user, and until
+    // it has gone every key of his is one for it.
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
       event.Skip();
-      if (const auto next = std::exchange(then_, nullptr)) next();
+      if (then_) wxTheApp->CallAfter(std::exchange(then_, nullptr));
     });
   }
 

@@ -47,11 +47,14 @@ void frmTip::ShowUnlessTurnedOff(wxWindow* parent, const core::Program& program)
   if (Remembered(kSection, kShow).value_or(1) != 0) ShowNext(parent, program);
 }
 
-void frmTip::ShowNext(wxWindow* parent, const core::Program& program) {
-  if (wxWindow* open = wxWindow::FindWindowByName("frmTip", parent)) return open->Raise();
+bool frmTip::ShowNext(wxWindow* parent, const core::Program& program) {
+  if (wxWindow* open = wxWindow::FindWindowByName("frmTip", parent)) {
+    open->Raise();
+    return true;
+  }
   std::vector<std::string> tips = ReadTips(program);
-  if (tips.empty()) return;
-  (new frmTip(parent, std::move(tips)))->Show();
+  if (tips.empty()) return false;
+  return (new frmTip(parent, std::move(tips)))->Show();
 }
 
 void frmTip::Leave(wxWindow* parent) {

@@ -21,8 +21,8 @@ class frmTip : public wxDialog {
   /// For the start of the program.
   static void ShowUnlessTurnedOff(wxWindow* parent, const core::Program& program);
 
-  /// For who asks for it.
-  static void ShowNext(wxWindow* parent, const core::Program& program);
+  /// For who asks for it. False if there is none.
+  static bool ShowNext(wxWindow* parent, const core::Program& program);
 
   /// Closes it if it is open.
   static void Leave(wxWindow* parent);

@@ -156,7 +156,7 @@ wxSizer* WelcomeFrame::MakeFooter() {
 void WelcomeFrame::SetAddress(core::ServiceKind service, const std::string& text) {
   ServiceCard& card = CardOf(service);
   // Two addresses, the mail server's, are one below the other.
-  ShowAddress(*card.address, core::ReplaceAll(text, "  ", "\n"));
+  ShowAddress(*card.address, core::ReplaceAll(text, "  ", "\n"), FromDIP(kCardWidth));
   card.panel->Layout();
 }
 
@@ -167,6 +167,7 @@ void WelcomeFrame::EnableAddress(core::ServiceKind service, bool enabled) {
 void WelcomeFrame::SetRunning(core::ServiceKind service, bool running) {
   ServiceCard& card = CardOf(service);
   card.running = running;
+  card.address->Enable(running);
   ShowInstead(running ? *card.start : *card.stop, running ? *card.stop : *card.start);
   running ? ShowState(card, "on", "正在运行", RunningText())
           : ShowState(card, "off", "已停止", QuietText());

@@ -9,6 +9,7 @@ import os
 import pathlib
 import subprocess
 import sys
+import time
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
@@ -42,6 +43,7 @@ class WindowTest(unittest.TestCase):
     def setUp(self):
         self.tray = TrayHost()
         self.addCleanup(self.tray.close)
+        self.window = None
         self.home = Home(program, os.environ["DISPLAY"])
         self.addCleanup(self.home.close)
         self.home.write_settings()
@@ -99,8 +101,43 @@ class WindowTest(unittest.TestCase):
         self.start_with_window()
         xdotool("windowminimize", visible("Tarnwerk")[-1])
         wait_until(self.tray.shows_icon, "the icon")
+        self.tray.choose("显示主窗口")
+        wait_until(lambda: visible("Tarnwerk"), "the window")
+        self.assertFalse(self.tray.shows_icon())
+        xdotool("windowminimize", visible("Tarnwerk")[-1])
+        wait_until(self.tray.shows_icon, "the icon")
         self.tray.choose("退出")
         self.assertEqual(self.process.wait(PATIENCE), 0)
+
+    def a_dialog_stays(self):
+        """Unlike the splash screen, which goes by itself."""
+        front = xdotool("getactivewindow")
+        time.sleep(1)
+        return front not in ([], [self.window]) and front == xdotool("getactivewindow")
+
+    def log_in(self, *passwords):
+        """Tries one after the other in the one dialog that is there."""
+        wait_until(self.a_dialog_stays, "the question for the password")
+        self.window = xdotool("getactivewindow")[0]
+        for password in passwords:
+            xdotool("type", "--delay", "20", password)
+            self.press("Return")
+
+    def test_the_manager_password_stands_before_window_and_options(self):
+        self.home.write("config/Tarnwerk/settings.ini",
+                        f"[{pathlib.Path(program[0]).stem}\\ManagerPwd]\nPWD=sesame\n")
+        self.home.write("ETUser.dzt", "Admin".ljust(20) + "sesame".ljust(30))
+        self.start("START")
+        self.log_in("wrong", "sesame")
+        wait_until(lambda: visible("Tarnwerk"), "the window")
+        self.home.wait_for_services()
+        xdotool("windowactivate", "--sync", visible("Tarnwerk")[-1])
+        self.press("ctrl+h")
+        wait_until(self.tray.shows_icon, "the icon")
+        self.tray.choose("选项")
+        self.log_in("sesame")
+        self.wait_for_another_window()
+        self.stop_from_outside()
 
     def test_show_starts_in_the_tray_without_a_window(self):
         self.start("START", "SHOW")

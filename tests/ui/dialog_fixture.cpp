@@ -45,7 +45,7 @@ int Boxes::Enter(wxDialog* dialog) {
 bool Boxes::Record(wxDialog* dialog, const std::string& input) {
   Box box;
   box.title = Typed(dialog->GetTitle());
-  if (auto* message = dynamic_cast<wxMessageDialog*>(dialog)) {
+  if (auto* message = dynamic_cast<wxMessageDialogBase*>(dialog)) {
     box.kind = "message";
     box.text = Typed(message->GetMessage());
     box.style = message->GetMessageDialogStyle();

@@ -1,0 +1,15 @@
+#pragma once
+
+// The message box of the system, or the toolkit's own where the system's shows no icon.
+
+#include <wx/msgdlg.h>
+
+#include <memory>
+
+namespace ui {
+
+/// `style`: the toolkit's buttons and icons.
+std::unique_ptr<wxMessageDialogBase> MakeMessageDialog(wxWindow* parent, const wxString& text,
+                                                       const wxString& title, long style);
+
+}  // namespace ui
