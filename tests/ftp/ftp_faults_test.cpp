@@ -69,22 +69,6 @@ TEST_F(FtpFaultsTest, AThousandListsWithoutADataConnectionLeaveTheSlotUsable) {
   EXPECT_EQ(greeting, "220 连接FTP服务器成功 \r\n");
 }
 
-TEST_F(FtpFaultsTest, SomeListsInARowAreServedOneConnectionEach) {
-  Put("a.txt", "x");
-  FtpClient client = Connect();
-  client.Ask("PWD");
-  for (int i = 0; i < 3; ++i) {
-    client.Tell("LIST");
-    client.HearsNothing();
-  }
-  for (int i = 0; i < 3; ++i) {
-    const auto data = client.OpenPassive();
-    EXPECT_EQ(client.Reply(), kSending);
-    EXPECT_THAT(data->ReceiveAll(), testing::HasSubstr("a.txt"));
-    EXPECT_EQ(client.Reply(), "226 Transfer complete.\r\n");
-  }
-}
-
 TEST_F(FtpFaultsTest, AClientThatVanishesInADownloadLeavesNothingOpen) {
   Put("big.bin", std::string(kBig, 'x'));
   FtpClient client = Connect();

@@ -12,7 +12,6 @@ import poplib
 import smtplib
 import subprocess
 import sys
-import time
 import unittest
 
 from running_server import Server, wait_until
@@ -144,17 +143,6 @@ class MailPrograms(unittest.TestCase):
         os.chmod(self.server.file("mpoprc"), 0o600)
         run("mpop", "-C", self.server.file("mpoprc"), "x")
         self.assertIn(b"Subject: put\n\nbody\n", self.server.read_bytes("mbox"))
-
-    # The protocol's own limits
-
-    def test_a_message_in_the_same_packet_as_its_commands_is_not_seen(self):
-        import socket
-        with socket.create_connection(("127.0.0.1", self.server.smtp_port), timeout=20) as client:
-            self.assertEqual(client.recv(100), b"220  SMTP server ready \r\n")
-            client.sendall(b"MAIL FROM:<alice@x>\r\nRCPT TO:<bob@x>\r\nDATA\r\nx\r\n.\r\n")
-            self.assertEqual(client.recv(100), b"250 OK\r\n")
-            time.sleep(0.1)
-        self.assertFalse(os.path.exists(self.server.file(self.server.message("bob", 1))))
 
 
 if __name__ == "__main__":

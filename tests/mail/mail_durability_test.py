@@ -10,12 +10,12 @@ the mailbox afterwards, byte for byte. 300 messages unless said otherwise.
 
 import os
 import random
-import socket
 import sys
 import threading
 import time
 
-from running_server import Server
+from running_server import Server  # which finds the others, too
+from conversation import Conversation
 
 MOST_IN_A_BOX = 40
 
@@ -26,43 +26,29 @@ def text_of(number):
 
 
 class Sender:
-    """Speaks just enough SMTP to know what was acknowledged."""
+    """Knows what was acknowledged."""
 
     def __init__(self, server):
         self.server = server
-        self.socket = None
-
-    def connect(self):
-        self.socket = socket.create_connection(("127.0.0.1", self.server.smtp_port), timeout=5)
-        self.reply()
-
-    def reply(self):
-        line = b""
-        while not line.endswith(b"\r\n"):
-            piece = self.socket.recv(1000)
-            if not piece:
-                raise ConnectionError("the server is gone")
-            line += piece
-        return line
-
-    def ask(self, bytes_):
-        self.socket.sendall(bytes_)
-        return self.reply()
+        self.smtp = None
 
     def deliver(self, number):
         """True once acknowledged; raises if the server died meanwhile."""
-        if self.socket is None:
-            self.connect()
+        if self.smtp is None:
+            self.smtp = Conversation(self.server.smtp_port)
             # Whatever half a message the last life has left is not counted as a new one.
-            self.ask(b"MAIL FROM:<box@x>\r\n")
-            self.ask(b"RCPT TO:<box@x>\r\n")
-        self.ask(b"DATA\r\n")
-        return self.ask(text_of(number)) == b"250 OK,message saved\r\n"
+            self.smtp.ask("MAIL FROM:<box@x>")
+            self.smtp.ask("RCPT TO:<box@x>")
+        self.smtp.ask("DATA")
+        answer = self.smtp.ask(text_of(number))
+        if not answer.endswith(b"\r\n"):
+            raise ConnectionError("the server is gone")
+        return answer == b"250 OK,message saved\r\n"
 
     def drop(self):
-        if self.socket:
-            self.socket.close()
-        self.socket = None
+        if self.smtp:
+            self.smtp.close()
+        self.smtp = None
 
 
 class Killer(threading.Thread):

@@ -19,6 +19,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 os.environ.pop("NO_AT_BRIDGE", None)  # other tests do without
 from program import PATIENCE, Home, wait_until  # noqa: E402
 from screen_reader import ScreenReader  # noqa: E402
+from window_manager import manage_windows  # noqa: E402
 
 program = []
 
@@ -47,9 +48,7 @@ def is_read_before(first, second):
 class AccessibilityTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        manager = subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL)
-        cls.addClassCleanup(manager.wait)
-        cls.addClassCleanup(manager.kill)
+        manage_windows(cls)
         cls.home = Home(program, os.environ["DISPLAY"])
         cls.addClassCleanup(cls.home.close)
         cls.home.environment["GTK_THEME"] = "Adwaita:dark"

@@ -15,6 +15,7 @@ import unittest
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from program import PATIENCE, Home, accepts, fetch, wait_until  # noqa: E402
 from tray_host import TrayHost  # noqa: E402
+from window_manager import manage_windows  # noqa: E402
 
 program = []
 
@@ -32,13 +33,7 @@ def visible(title):
 class WindowTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        # Windows get the keyboard from a window manager.
-        cls.manager = subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL)
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.manager.kill()
-        cls.manager.wait()
+        manage_windows(cls)
 
     def setUp(self):
         self.tray = TrayHost()

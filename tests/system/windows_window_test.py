@@ -12,6 +12,7 @@ import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from program import PATIENCE, accepts, fetch, wait_until  # noqa: E402
+from window_manager import manage_windows  # noqa: E402
 from windows_program import WINE, WindowsHome  # noqa: E402
 
 program = ""
@@ -71,12 +72,7 @@ class WindowsWindowTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         # Without one Wine waits two seconds for it whenever a window comes or goes.
-        cls.manager = subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL)
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.manager.kill()
-        cls.manager.wait()
+        manage_windows(cls)
 
     def setUp(self):
         self.home = WindowsHome(program)
