@@ -124,7 +124,7 @@ class FaultsTest(unittest.TestCase):
         home.path.chmod(0o555)
         self.addCleanup(home.path.chmod, 0o700)
         process = self.start(home)
-        self.assertEqual(home.read("startflg.dat").count("=True\r\n"), 3)
+        wait_until(lambda: home.read("startflg.dat").count("=True\r\n") == 3, "all outcomes")
         page = fetch(home.ports["web"], b"GET /locked.htm HTTP/1.0\r\n\r\n")
         self.assertEqual(page, fetch(home.ports["web"], b"GET /missing.htm HTTP/1.0\r\n\r\n"))
         self.assertEqual(fetch(home.ports["web"], b"GET /locked.txt HTTP/1.0\r\n\r\n"), b"")

@@ -112,11 +112,12 @@ class WindowTest(unittest.TestCase):
 
     def log_in(self, *passwords):
         """Tries one after the other in the one dialog that is there."""
-        wait_until(self.a_dialog_stays, "the question for the password")
-        self.window = xdotool("getactivewindow")[0]
         for password in passwords:
+            wait_until(self.a_dialog_stays, "the question for the password")
+            login = xdotool("getactivewindow")
             xdotool("type", "--delay", "20", password)
             self.press("Return")
+        self.window = login[0]
 
     def test_the_manager_password_stands_before_window_and_options(self):
         self.home.write("config/Tarnwerk/settings.ini",
