@@ -48,7 +48,7 @@ struct FtpSession {
 
 /// Shared by all sessions, and never reset by one of them.
 struct FtpServerState {
-  std::string ftpRoot;       // that of the options, once a CWD has given it its separator with that
+  std::string ftpRoot;       // as in the options until a CWD has ended it with a separator
   std::string lastCommand;   // "USER" or "NOOP"
   std::string transferType;  // as TYPE named it; nothing depends on it
   bool abortRequested = false;
