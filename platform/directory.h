@@ -25,6 +25,16 @@ struct EntryFacts {
   std::chrono::system_clock::time_point created;  // birth time, else modification time
 };
 
+/// Tells whether a file is still the one that it was, with the content that it had: it changes when
+/// the file is written or another one takes its name.
+struct FileStamp {
+  std::uint64_t id = 0;  // of the file in its file system
+  std::uint64_t size = 0;
+  std::int64_t written = 0;  // in the system's own units
+
+  bool operator==(const FileStamp&) const = default;
+};
+
 /// The entries of `folder` without "." and "..", in the order of a name-sorted Windows file system
 /// (by upper-cased name). A link counts as what it points to. Empty with `error` on failure.
 std::vector<DirectoryEntry> ListDirectory(const std::filesystem::path& folder,
@@ -50,5 +60,7 @@ class DirectoryReader {
 
 /// What is known of `path`; links are followed.
 EntryFacts InspectEntry(const std::filesystem::path& path, std::error_code& error);
+
+FileStamp StampOf(const std::filesystem::path& path, std::error_code& error);
 
 }  // namespace platform

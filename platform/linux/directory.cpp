@@ -68,11 +68,13 @@ void DirectoryReader::Read(std::size_t most, std::vector<DirectoryEntry>& entrie
       if (errno != 0) error = LastError();
       return;
     }
-    const std::string name = entry->d_name;
-    // No path text can name what has a separator in its name.
+    std::string name = NameTextOf(entry->d_name);
+    // No path text can name what has a separator in its name. (Undecoded, half a character may be
+    // the same byte.)
     if (name == "." || name == ".." || name.find('\\') != std::string::npos) continue;
+    const bool isHidden = name.front() == '.';
     entries.push_back(
-        {NameTextOf(name), IsFolder(folder, *entry), name.front() == '.', IsLink(folder, *entry)});
+        {std::move(name), IsFolder(folder, *entry), isHidden, IsLink(folder, *entry)});
     --most;
   }
 }
@@ -108,6 +110,18 @@ EntryFacts InspectEntry(const std::filesystem::path& path, std::error_code& erro
   const bool isFolder = S_ISDIR(facts.stx_mode);
   return {isFolder, isFolder ? 0 : facts.stx_size,
           TimeOf(born ? facts.stx_btime : facts.stx_mtime)};
+}
+
+FileStamp StampOf(const std::filesystem::path& path, std::error_code& error) {
+  error.clear();
+  struct stat facts = {};
+  if (stat(path.c_str(), &facts) != 0) {
+    error = LastError();
+    return {};
+  }
+  constexpr std::int64_t kNanoseconds = 1000000000;
+  return {facts.st_ino, static_cast<std::uint64_t>(facts.st_size),
+          facts.st_mtim.tv_sec * kNanoseconds + facts.st_mtim.tv_nsec};
 }
 
 }  // namespace platform

@@ -1,18 +1,15 @@
 #include "platform/native_path.h"
 
-#include <dirent.h>
-#include <sys/stat.h>
+#include <fcntl.h>
+#include <limits.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <ctime>
-#include <map>
 #include <optional>
-#include <tuple>
-#include <vector>
 
 #include "platform/code_page.h"
-#include "platform/text_case.h"
+#include "platform/linux/descriptor.h"
+#include "platform/linux/folder_names.h"
 
 namespace platform {
 namespace {
@@ -29,105 +26,85 @@ std::string DecodeName(std::string_view bytes) {
   return charset == Charset::kUtf8 ? std::string(bytes) : ToUtf8(charset, bytes);
 }
 
-bool Exists(const fs::path& path) { return access(path.c_str(), F_OK) == 0; }
-
-// Looks for an entry without regard to case; the first by name, so that the answer does not depend
-// on the directory's inner order.
-std::optional<std::string> ScanFor(const fs::path& folder, const std::string& upperName) {
-  DIR* directory = opendir(folder.c_str());
-  if (directory == nullptr) return std::nullopt;
-  std::optional<std::string> found;
-  while (const dirent* entry = readdir(directory)) {
-    const std::string candidate = entry->d_name;
-    if (UpperCase(DecodeName(candidate)) != upperName) continue;
-    if (!found || candidate < *found) found = candidate;
-  }
-  closedir(directory);
-  return found;
-}
-
-// Answers of earlier scans, each good for as long as its folder has not changed: a file that is
-// asked for over and over and is not there must not cost a scan every time.
-class ScanMemory {
- public:
-  std::optional<std::string> Find(const fs::path& folder, const std::string& name) {
-    struct stat facts = {};
-    if (stat(folder.c_str(), &facts) != 0) return std::nullopt;
-    const std::string upperName = UpperCase(DecodeName(name));
-    const Key key = {facts.st_dev, facts.st_ino, upperName};
-    const auto known = answers_.find(key);
-    if (known != answers_.end() && IsSame(known->second.changed, facts.st_mtim)) {
-      return known->second.name;
-    }
-    const std::optional<std::string> found = ScanFor(folder, upperName);
-    if (IsSettled(facts.st_mtim)) Remember(key, {facts.st_mtim, found});
-    return found;
-  }
-
- private:
-  using Key = std::tuple<dev_t, ino_t, std::string>;
-  struct Answer {
-    timespec changed;
-    std::optional<std::string> name;
-  };
-
-  static constexpr std::size_t kMostAnswers = 256;
-
-  static bool IsSame(const timespec& left, const timespec& right) {
-    return left.tv_sec == right.tv_sec && left.tv_nsec == right.tv_nsec;
-  }
-  // A folder's time moves in steps: one changed just now may change again within the same step.
-  static bool IsSettled(const timespec& changed) { return std::time(nullptr) - changed.tv_sec > 2; }
-
-  void Remember(const Key& key, Answer answer) {
-    if (answers_.size() >= kMostAnswers) answers_.clear();
-    answers_[key] = std::move(answer);
-  }
-
-  std::map<Key, Answer> answers_;
-};
-
-std::optional<std::string> FindEntry(const fs::path& folder, const std::string& name) {
-  static ScanMemory memory;
-  return memory.Find(folder.empty() ? "." : folder, name);
-}
-
-}  // namespace
-
-fs::path NativePath(std::string_view pathText) {
+// With single separators; empty if the text names nothing.
+std::string NativeBytes(std::string_view pathText) {
+  if (pathText.find('\0') != std::string_view::npos) return {};
+  // Some encodings need fewer bytes than the text has, but never half.
+  constexpr std::size_t kMost = 2 * PATH_MAX;
   std::string native;
-  native.reserve(pathText.size());
+  native.reserve(std::min<std::size_t>(pathText.size(), kMost));
   for (const char c : pathText) {
+    if (native.size() > kMost) return {};
     const char separated = c == '\\' ? '/' : c;
     if (separated == '/' && !native.empty() && native.back() == '/') continue;
     native += separated;
   }
-  return NameBytes(native);
+  native = NameBytes(native);
+  return native.size() < PATH_MAX ? native : std::string();
 }
 
-fs::path ExistingPath(std::string_view pathText) {
-  const fs::path exact = NativePath(pathText);
-  // Down from the longest part that exists as written.
-  fs::path found = exact;
-  std::vector<fs::path> rest;
-  while (!found.empty() && found.has_relative_path() && !Exists(found)) {
-    rest.push_back(found.filename());
-    found = found.parent_path();
+// Goes down a path from its beginning, one open folder at a time, so that each component costs the
+// same however many there are.
+class Descent {
+ public:
+  explicit Descent(std::string_view path) : rest_(path) {
+    const bool rooted = rest_.starts_with('/');
+    folder_ = Descriptor(open(rooted ? "/" : ".", O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!rooted) return;
+    found_ = "/";
+    rest_.remove_prefix(1);
   }
-  for (auto name = rest.rbegin(); name != rest.rend(); ++name) {
-    const fs::path next = found / *name;
-    const bool knownMissing = name == rest.rbegin();
-    if (name->empty() || (!knownMissing && Exists(next))) {
-      found = next;
-    } else if (const auto entry = FindEntry(found, name->string())) {
-      found /= *entry;
-    } else {
-      // Below something that does not exist there is nothing to find: the rest stays as written.
-      for (; name != rest.rend(); ++name) found /= *name;
-      break;
+
+  // The path as far as it is found; from there on as written.
+  std::string Run() {
+    while (!rest_.empty() && Step()) {
     }
+    return found_ + std::string(rest_);
   }
-  return found;
+
+ private:
+  // False where nothing more can be found.
+  bool Step() {
+    const std::size_t end = std::min(rest_.find('/'), rest_.size());
+    const std::string name(rest_.substr(0, end));
+    const std::optional<std::string> entry = Enter(name, end == rest_.size());
+    if (!entry) return false;
+    const std::size_t taken = std::min(end + 1, rest_.size());
+    found_ += *entry + std::string(rest_.substr(end, taken - end));
+    rest_.remove_prefix(taken);
+    return true;
+  }
+
+  // The name as the folder has it. Goes into it unless it is the last one.
+  std::optional<std::string> Enter(const std::string& name, bool isLast) {
+    if (isLast && faccessat(folder_.Get(), name.c_str(), F_OK, 0) == 0) return name;
+    if (!isLast && GoTo(name)) return name;
+    if (errno != ENOENT) return std::nullopt;
+    const std::optional<std::string> entry = FindIgnoringCase(folder_.Get(), name);
+    if (!entry || isLast) return entry;
+    return GoTo(*entry) ? entry : std::nullopt;
+  }
+
+  bool GoTo(const std::string& name) {
+    Descriptor next(openat(folder_.Get(), name.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!next.IsOpen()) return false;
+    folder_ = std::move(next);
+    return true;
+  }
+
+  std::string found_;
+  std::string_view rest_;
+  Descriptor folder_;
+};
+
+}  // namespace
+
+fs::path NativePath(std::string_view pathText) { return NativeBytes(pathText); }
+
+fs::path ExistingPath(std::string_view pathText) {
+  const std::string exact = NativeBytes(pathText);
+  if (exact.empty() || access(exact.c_str(), F_OK) == 0) return exact;
+  return Descent(exact).Run();
 }
 
 std::string PathText(const fs::path& native) {

@@ -16,6 +16,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/descriptor.h"
+
 extern "C" {
 // Inside, since this header of Debian 12 does not say that its functions are C's.
 #include <sys/pidfd.h>
@@ -30,26 +32,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Protocol = asio::local::stream_protocol;
-
-class Descriptor {
- public:
-  Descriptor() = default;
-  explicit Descriptor(int value) : value_(value) {}
-  Descriptor(Descriptor&& other) noexcept : value_(std::exchange(other.value_, -1)) {}
-  Descriptor& operator=(Descriptor&& other) noexcept {
-    std::swap(value_, other.value_);
-    return *this;
-  }
-  ~Descriptor() {
-    if (value_ >= 0) close(value_);
-  }
-  int Get() const { return value_; }
-  bool IsOpen() const { return value_ >= 0; }
-  int Release() { return std::exchange(value_, -1); }
-
- private:
-  int value_ = -1;
-};
 
 // Where instances may meet, the best place first. What the environment names is made if it is
 // missing: shells of other users and containers name what a login would have made.

@@ -43,9 +43,14 @@ struct DirectoryReader::Search {
 DirectoryReader::DirectoryReader(const std::filesystem::path& folder, std::error_code& error)
     : search_(std::make_unique<Search>()) {
   error.clear();
-  search_->handle = FindFirstFileW((folder / L"*").c_str(), &search_->found);
-  if (search_->handle != INVALID_HANDLE_VALUE) return;
-  error = LastError();
+  // Without a folder "*" would be everything in the current one.
+  if (!folder.empty()) {
+    search_->handle = FindFirstFileW((folder / L"*").c_str(), &search_->found);
+    if (search_->handle != INVALID_HANDLE_VALUE) return;
+    error = LastError();
+  } else {
+    error.assign(ERROR_PATH_NOT_FOUND, std::system_category());
+  }
   search_->more = false;
 }
 
@@ -97,6 +102,22 @@ EntryFacts InspectEntry(const std::filesystem::path& path, std::error_code& erro
   const std::uint64_t size =
       static_cast<std::uint64_t>(facts.nFileSizeHigh) << 32 | facts.nFileSizeLow;
   return {isFolder, isFolder ? 0 : size, TimeOf(facts.ftCreationTime)};
+}
+
+FileStamp StampOf(const std::filesystem::path& path, std::error_code& error) {
+  error.clear();
+  const HANDLE file =
+      CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  BY_HANDLE_FILE_INFORMATION facts = {};
+  const bool known = file != INVALID_HANDLE_VALUE && GetFileInformationByHandle(file, &facts) != 0;
+  if (!known) error = LastError();
+  if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
+  const auto join = [](DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; };
+  return {join(facts.nFileIndexHigh, facts.nFileIndexLow),
+          join(facts.nFileSizeHigh, facts.nFileSizeLow),
+          static_cast<std::int64_t>(
+              join(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime))};
 }
 
 }  // namespace platform

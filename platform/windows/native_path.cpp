@@ -10,6 +10,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kLongestPlainPath = 240;  // leaves room for a name that a callee appends
+constexpr std::size_t kLongestPath = 32767;
+constexpr std::size_t kMostBytesPerUnit = 3;
 constexpr std::wstring_view kLongPrefix = L"\\\\?\\";
 
 // "\\?\" switches off the system's own tidying, so that has to be done first.
@@ -25,8 +27,11 @@ std::wstring LongForm(const std::wstring& path) {
 }  // namespace
 
 fs::path NativePath(std::string_view pathText) {
+  const bool isTooLong = pathText.size() > kLongestPath * kMostBytesPerUnit;
+  if (isTooLong || pathText.find('\0') != std::string_view::npos) return {};
   const std::wstring wide = WideText(pathText);
-  return wide.size() <= kLongestPlainPath ? fs::path(wide) : fs::path(LongForm(wide));
+  const std::wstring path = wide.size() <= kLongestPlainPath ? wide : LongForm(wide);
+  return path.size() <= kLongestPath ? fs::path(path) : fs::path();
 }
 
 fs::path ExistingPath(std::string_view pathText) { return NativePath(pathText); }

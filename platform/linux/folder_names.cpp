@@ -1,0 +1,144 @@
+#include "platform/linux/folder_names.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <ctime>
+#include <functional>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "platform/native_path.h"
+#include "platform/text_case.h"
+
+namespace platform {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::string UpperName(const std::string& name) { return UpperCase(NameTextOf(name)); }
+
+// All names of one folder: about 16 bytes each beside the name itself.
+class Names {
+ public:
+  void Add(const char* name) {
+    const std::string copy = name;
+    entries_.push_back({Hash(UpperName(copy)), static_cast<std::uint32_t>(bytes_.size())});
+    bytes_.append(copy.c_str(), copy.size() + 1);
+  }
+  void Order() { std::sort(entries_.begin(), entries_.end()); }
+
+  std::optional<std::string> Find(const std::string& upperName) const {
+    const std::uint64_t hash = Hash(upperName);
+    std::optional<std::string> found;
+    for (auto entry = std::lower_bound(entries_.begin(), entries_.end(), Entry{hash, 0});
+         entry != entries_.end() && entry->first == hash; ++entry) {
+      const std::string name = bytes_.c_str() + entry->second;
+      if (UpperName(name) == upperName && (!found || name < *found)) found = name;
+    }
+    return found;
+  }
+
+  std::size_t Count() const { return entries_.size(); }
+  std::size_t Bytes() const { return bytes_.size() + entries_.size() * sizeof(Entry); }
+
+ private:
+  using Entry = std::pair<std::uint64_t, std::uint32_t>;  // the hash, and where the name begins
+
+  static std::uint64_t Hash(const std::string& text) { return std::hash<std::string>()(text); }
+
+  std::string bytes_;  // names, each with its NUL
+  std::vector<Entry> entries_;
+};
+
+std::optional<Names> ReadNames(int folder) {
+  const int readable = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  DIR* directory = readable < 0 ? nullptr : fdopendir(readable);
+  if (directory == nullptr) return std::nullopt;
+  Names names;
+  while (const dirent* entry = readdir(directory)) names.Add(entry->d_name);
+  closedir(directory);
+  names.Order();
+  return names;
+}
+
+// The folders that were read last, within a bound of memory.
+class FolderMemory {
+ public:
+  std::optional<std::string> Find(int folder, const std::string& name) {
+    struct stat facts = {};
+    if (fstat(folder, &facts) != 0) return std::nullopt;
+    const Key key = {facts.st_dev, facts.st_ino};
+    auto known = folders_.find(key);
+    if (known == folders_.end() || !IsGood(known->second, facts.st_mtim)) {
+      known = Read(key, folder, facts.st_mtim);
+    }
+    if (known == folders_.end()) return std::nullopt;
+    return known->second.names.Find(UpperName(name));
+  }
+
+ private:
+  using Key = std::pair<dev_t, ino_t>;
+  struct Folder {
+    Names names;
+    timespec changed;
+    bool settled;
+    Clock::time_point readAt;
+  };
+  using Folders = std::map<Key, Folder>;
+
+  static constexpr std::size_t kMostFolders = 256;
+  static constexpr std::size_t kMostBytes = 32U << 20;
+  static constexpr std::size_t kManyNames = 1000;
+  static constexpr std::chrono::microseconds kAgePerName{10};
+
+  // A folder's time moves in steps: one changed just now may change again within the same step.
+  static bool IsSettled(const timespec& changed) { return std::time(nullptr) - changed.tv_sec > 2; }
+
+  // Reading takes a fiftieth of the age that is put up with, so that a folder which a client keeps
+  // changing takes no more of the time than that.
+  static bool IsGood(const Folder& folder, const timespec& changed) {
+    const bool same =
+        folder.changed.tv_sec == changed.tv_sec && folder.changed.tv_nsec == changed.tv_nsec;
+    if (same && folder.settled) return true;
+    const std::size_t count = folder.names.Count();
+    return count > kManyNames && Clock::now() - folder.readAt < kAgePerName * count;
+  }
+
+  Folders::iterator Read(const Key& key, int folder, const timespec& changed) {
+    Forget(key);
+    std::optional<Names> names = ReadNames(folder);
+    if (!names) return folders_.end();
+    if (folders_.size() >= kMostFolders || bytes_ + names->Bytes() > kMostBytes) {
+      folders_.clear();
+      bytes_ = 0;
+    }
+    bytes_ += names->Bytes();
+    Folder read = {std::move(*names), changed, IsSettled(changed), Clock::now()};
+    return folders_.emplace(key, std::move(read)).first;
+  }
+
+  void Forget(const Key& key) {
+    const auto known = folders_.find(key);
+    if (known == folders_.end()) return;
+    bytes_ -= known->second.names.Bytes();
+    folders_.erase(known);
+  }
+
+  Folders folders_;
+  std::size_t bytes_ = 0;
+};
+
+}  // namespace
+
+std::optional<std::string> FindIgnoringCase(int folder, const std::string& name) {
+  static FolderMemory memory;
+  return memory.Find(folder, name);
+}
+
+}  // namespace platform
