@@ -1,7 +1,8 @@
 #pragma once
 
 // An open file. Owns the system's handle, which no started program inherits. Everything blocks for
-// as long as the disk takes; failures are error codes with the system's message.
+// as long as the disk takes, and for nothing else: what is no file (a folder, a pipe, a device)
+// cannot be opened. Failures are error codes with the system's message.
 
 #include <cstdint>
 #include <filesystem>
@@ -14,7 +15,7 @@ namespace platform {
 class File {
  public:
   enum class Mode {
-    kRead,     // must exist and be no folder
+    kRead,     // must exist
     kAppend,   // created if missing, every write goes to the end
     kUpdate,   // created if missing, not truncated, writing starts at the first byte
     kReplace,  // created or emptied

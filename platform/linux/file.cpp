@@ -5,6 +5,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
+
+#include "platform/linux/descriptor.h"
 
 namespace platform {
 namespace {
@@ -20,7 +23,7 @@ std::error_code LastError() { return {errno, std::generic_category()}; }
 int FlagsOf(File::Mode mode) {
   switch (mode) {
     case File::Mode::kRead:
-      return O_RDONLY | O_NONBLOCK;  // a pipe of that name must not hold up the program
+      return O_RDONLY;
     case File::Mode::kAppend:
       return O_WRONLY | O_CREAT | O_APPEND;
     case File::Mode::kUpdate:
@@ -31,25 +34,55 @@ int FlagsOf(File::Mode mode) {
   return O_RDONLY;
 }
 
+// A descriptor kept back from everything else, so that a shortage of them can still be logged.
+class SpareDescriptor {
+ public:
+  SpareDescriptor() { TakeBack(); }
+  void TakeBack() {
+    if (!descriptor_.IsOpen()) descriptor_ = Descriptor(open("/dev/null", O_RDONLY | O_CLOEXEC));
+  }
+  // True if there is one more now than before.
+  bool Give() { return Descriptor(std::move(descriptor_)).IsOpen(); }
+
+ private:
+  Descriptor descriptor_;
+};
+
+SpareDescriptor& Spare() {
+  static SpareDescriptor spare;
+  return spare;
+}
+
+// Neither a pipe nor a device of that name holds up the program, or becomes its terminal.
+int OpenWithoutWaiting(const char* path, File::Mode mode) {
+  const int flags = FlagsOf(mode) | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+  SpareDescriptor& spare = Spare();
+  const int descriptor = open(path, flags, 0666);
+  const bool isShort = descriptor < 0 && (errno == EMFILE || errno == ENFILE);
+  if (!isShort || mode != File::Mode::kAppend || !spare.Give()) return descriptor;
+  return open(path, flags, 0666);
+}
+
+// What is a file in the sense of a program that has only those: no pipe, device or folder.
+std::error_code WhyNoFile(mode_t mode) {
+  if (S_ISREG(mode)) return {};
+  return std::make_error_code(S_ISDIR(mode) ? std::errc::is_a_directory
+                                            : std::errc::operation_not_supported);
+}
+
 }  // namespace
 
 File File::Open(const std::filesystem::path& path, Mode mode, std::error_code& error) {
   error.clear();
-  const int descriptor = open(path.c_str(), FlagsOf(mode) | O_CLOEXEC, 0666);
+  const int descriptor = OpenWithoutWaiting(path.c_str(), mode);
   if (descriptor < 0) {
     error = LastError();
     return {};
   }
   File file(descriptor);
-  if (mode != Mode::kRead) return file;
   struct stat facts = {};
-  if (fstat(descriptor, &facts) != 0) {
-    error = LastError();
-    file.Close();
-  } else if (S_ISDIR(facts.st_mode)) {
-    error = std::make_error_code(std::errc::is_a_directory);
-    file.Close();
-  }
+  error = fstat(descriptor, &facts) != 0 ? LastError() : WhyNoFile(facts.st_mode);
+  if (error) file.Close();
   file.sizeWhenOpened_ = static_cast<std::uint64_t>(facts.st_size);
   return file;
 }
@@ -58,6 +91,7 @@ void File::Close() {
   if (!IsOpen()) return;
   close(static_cast<int>(handle_));
   handle_ = kNone;
+  Spare().TakeBack();
 }
 
 std::uint64_t File::Size(std::error_code& error) const {
