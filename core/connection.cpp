@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core/draining_connections.h"
+#include "core/printable_text.h"
 #include "platform/socket_options.h"
 
 namespace core {
@@ -54,7 +55,10 @@ std::string Connection::RemoteAddress() const { return socket_.Peer().to_string(
 
 // Watching
 
-void Connection::Doing(std::string what) { activity_ = {std::move(what), 0, {}}; }
+void Connection::Doing(std::string_view what) {
+  constexpr std::size_t kMost = 260;
+  activity_ = {Printable(what, kMost), 0, {}};
+}
 
 void Connection::CountReceived(std::size_t bytes) {
   activity_.traffic.received += bytes;
@@ -92,8 +96,10 @@ void Connection::ContinueReading() {
   if (IsFullOfHandlers() && !peerLook_.IsRunning()) WatchPeer();
 }
 
-// An answer that is out within a few passes of the loop spares us asking for more in between.
+// An answer that is out within a few passes of the loop spares us asking for more in between. A
+// connection that has ended meanwhile may have lost its service.
 void Connection::ContinueReadingAfter(int passes) {
+  if (!MayRead()) return;
   context_.loop.Post([self = shared_from_this(), passes] {
     passes > 0 ? self->ContinueReadingAfter(passes - 1) : self->ContinueReading();
   });
@@ -110,15 +116,26 @@ void Connection::WatchPeer() {
 
 void Connection::AwaitReadable() {
   awaiting_ = true;
-  socket_.Known().async_wait(asio::socket_base::wait_read,
-                             [self = shared_from_this()](const asio::error_code& error) {
-                               self->awaiting_ = false;
-                               // One that was on its way when the socket was closed comes all the
-                               // same, perhaps after the service has gone.
-                               if (!self->socket_.IsOpen()) return;
-                               if (error == asio::error::operation_aborted) return;
-                               error ? self->OnWaitFailure() : self->OnReadable();
-                             });
+  socket_.Known().async_wait(
+      asio::socket_base::wait_read, [self = shared_from_this()](const asio::error_code& error) {
+        self->awaiting_ = false;
+        // One that was on its way when the socket was closed comes all the
+        // same, perhaps after the service has gone.
+        if (!self->socket_.IsOpen()) return;
+        if (error == asio::error::operation_aborted) return;
+        self->BreakIfItThrows([&] { error ? self->OnWaitFailure() : self->OnReadable(); });
+      });
+}
+
+// Where there is no memory for what has arrived, the connection cannot go on.
+template <class Step>
+void Connection::BreakIfItThrows(const Step& step) {
+  try {
+    step();
+  } catch (...) {
+    context_.reportError(DescriptionOf(std::current_exception()));
+    OnWaitFailure();
+  }
 }
 
 void Connection::OnReadable() {
@@ -202,12 +219,12 @@ void Connection::GatherSends() {
 void Connection::SendRest() {
   asio::async_write(socket_.Known(), asio::buffer(outbox_.inFlight),
                     [self = shared_from_this()](const asio::error_code& error, std::size_t) {
-                      self->OnTaken(error);
+                      if (!self->socket_.IsOpen()) return;
+                      self->BreakIfItThrows([&] { self->OnTaken(error); });
                     });
 }
 
 void Connection::OnTaken(const asio::error_code& error) {
-  if (!socket_.IsOpen()) return;
   if (error) {
     outbox_ = {};
     if (error == asio::error::operation_aborted) return;

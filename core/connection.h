@@ -73,8 +73,9 @@ class Connection : public std::enable_shared_from_this<Connection> {
   /// Also of a client that has gone.
   std::string RemoteAddress() const;
 
-  /// Notes what the connection is doing from now on, for whoever watches.
-  void Doing(std::string what);
+  /// Notes what the connection is doing from now on, for whoever watches: as one printable line of
+  /// a few hundred bytes.
+  void Doing(std::string_view what);
   /// The size of the transfer that it is doing.
   void Expect(std::uint64_t bytes) { activity_.total = bytes; }
   const Activity& CurrentActivity() const { return activity_; }
@@ -137,6 +138,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void AwaitReadable();
   void OnReadable();
   void OnWaitFailure();
+  template <class Step>
+  void BreakIfItThrows(const Step& step);
   void TakeArrival();
   platform::SocketResult ReadPending();
   void OnPeerShut();

@@ -11,22 +11,40 @@ EventLoop::EventLoop(asio::any_io_executor executor)
 
 EventLoop::~EventLoop() = default;
 
-void EventLoop::Post(std::function<void()> job) { asio::post(executor_, std::move(job)); }
+void EventLoop::ReportError(const std::exception_ptr& error) noexcept {
+  try {
+    if (onError_) onError_(DescriptionOf(error));
+  } catch (...) {
+    return;  // not even that can be said
+  }
+}
+
+void EventLoop::Post(std::function<void()> job) {
+  asio::post(executor_, [this, job = std::move(job)] { Guard(job); });
+}
 
 void EventLoop::MakeReady(Suspension& suspension) {
   ready_.PushBack(suspension);
+  PostResume();
+}
+
+void EventLoop::PostResume() {
   if (resumePosted_) return;
   resumePosted_ = true;
   asio::post(executor_, [this] { ResumeReady(); });
 }
 
+// Only those that are ready now: what they make ready waits for the events in between. The lists
+// are the loop's own, so a handler that ends meanwhile leaves them.
 void EventLoop::ResumeReady() {
-  // Only those that are ready now: what they make ready waits for the events in between. The list
-  // is the loop's own, so a handler that ends meanwhile leaves it.
   resumePosted_ = false;
-  IntrusiveList<Suspension, SourceTag> now;
-  now.TakeAll(ready_);
-  while (Suspension* suspension = now.PopFront()) suspension->Resume();
+  if (resuming_.IsEmpty()) resuming_.TakeAll(ready_);
+  const Clock::time_point end = Clock::now() + kTurn;
+  while (Suspension* suspension = resuming_.PopFront()) {
+    suspension->Resume();
+    if (Clock::now() >= end) break;
+  }
+  if (!resuming_.IsEmpty() || !ready_.IsEmpty()) PostResume();
 }
 
 EventLoop::Timers::iterator EventLoop::AddTimer(Clock::time_point due, Timer& timer) {
@@ -54,9 +72,19 @@ void EventLoop::OnAlarm() {
     timers_.erase(timers_.begin());
     timer.running_ = false;
     const auto action = std::move(timer.action_);
-    action();
+    Guard(action);
   }
   if (!timers_.empty()) ArmAlarm();
+}
+
+std::string DescriptionOf(const std::exception_ptr& error) {
+  try {
+    std::rethrow_exception(error);
+  } catch (const std::exception& exception) {
+    return exception.what();
+  } catch (...) {
+    return "unknown error";
+  }
 }
 
 void Timer::Start(EventLoop::Clock::duration delay, std::function<void()> action) {

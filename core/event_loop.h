@@ -2,13 +2,18 @@
 
 // The one thread on which all application code runs, as the code sees it: a place to post to,
 // timers, and the queue of handlers that may go on. Who runs the thread is behind the executor: a
-// plain I/O loop (core/plain_loop.h) or the window toolkit's loop (ui/window_loop.h).
+// plain I/O loop (core/plain_loop.h) or the window toolkit's loop (core/window_loop.h).
+//
+// What an event throws (a want of memory, say) ends that event and nothing else: it is reported.
 
 #include <asio/any_io_executor.hpp>
 #include <asio/steady_timer.hpp>
 #include <chrono>
+#include <exception>
 #include <functional>
 #include <map>
+#include <string>
+#include <utility>
 
 #include "core/intrusive_list.h"
 
@@ -29,6 +34,21 @@ class EventLoop {
 
   const asio::any_io_executor& Executor() const { return executor_; }
 
+  /// Who is told what an event threw. Nobody at first.
+  using ErrorReport = std::function<void(const std::string& description)>;
+  void OnError(ErrorReport report) { onError_ = std::move(report); }
+  void ReportError(const std::exception_ptr& error) noexcept;
+
+  /// Runs `event`; what it throws is reported.
+  template <class Event>
+  void Guard(const Event& event) noexcept {
+    try {
+      event();
+    } catch (...) {
+      ReportError(std::current_exception());
+    }
+  }
+
   /// Runs `job` after the events that are pending now. From the loop's own thread.
   void Post(std::function<void()> job);
 
@@ -45,12 +65,22 @@ class EventLoop {
   void OnAlarm();
   void ResumeReady();
 
+  // How long handlers go on one after another before other events get their turn.
+  static constexpr std::chrono::milliseconds kTurn{4};
+
+  void PostResume();
+
   asio::any_io_executor executor_;
+  ErrorReport onError_;
   IntrusiveList<Suspension, SourceTag> ready_;
+  IntrusiveList<Suspension, SourceTag> resuming_;  // those of this round that are still to go on
   bool resumePosted_ = false;
   Timers timers_;
   asio::steady_timer alarm_;  // set to the first of the timers, and only while there is one
 };
+
+/// What an exception says of itself.
+std::string DescriptionOf(const std::exception_ptr& error);
 
 /// One call at a later time. Stopped when it dies.
 class Timer {

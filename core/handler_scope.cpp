@@ -14,7 +14,7 @@ class HandlerScope::Root {
     std::suspend_never initial_suspend() const noexcept { return {}; }
     std::suspend_never final_suspend() const noexcept { return {}; }
     void return_void() const {}
-    void unhandled_exception() const { std::terminate(); }
+    void unhandled_exception() const { std::terminate(); }  // Run lets none out
 
     HandlerScope* scope;
   };
@@ -26,11 +26,11 @@ HandlerScope::Root HandlerScope::Run(std::shared_ptr<HandlerScope> scope, Task<>
     co_await handler;
   } catch (const HandlerEnded&) {
     // The connection or the service went: that is an end like any other.
-  } catch (const std::exception& error) {
-    scope->reportError_(error.what());
+  } catch (...) {
+    scope->loop_.Guard([&] { scope->reportError_(DescriptionOf(std::current_exception())); });
   }
   --scope->handlerCount_;
-  if (!scope->ended_ && scope->onHandlerEnd_) scope->onHandlerEnd_();
+  if (!scope->ended_ && scope->onHandlerEnd_) scope->loop_.Guard(scope->onHandlerEnd_);
 }
 
 void HandlerScope::Start(Task<> handler) { Run(shared_from_this(), std::move(handler)); }
@@ -38,7 +38,6 @@ void HandlerScope::Start(Task<> handler) { Run(shared_from_this(), std::move(han
 void HandlerScope::End() {
   const std::shared_ptr<HandlerScope> self = shared_from_this();
   ended_ = true;
-  onHandlerEnd_ = nullptr;
   while (Suspension* suspension = suspended_.PopFront()) suspension->GoOn(true);
 }
 

@@ -88,7 +88,7 @@ class HandlerScope : public std::enable_shared_from_this<HandlerScope> {
   int HandlerCount() const { return handlerCount_; }
   EventLoop& Loop() const { return loop_; }
 
-  /// Called whenever a handler has ended, except while the scope ends.
+  /// Called whenever a handler has ended, unless the scope has. It may end the scope.
   void OnHandlerEnd(std::function<void()> action) { onHandlerEnd_ = std::move(action); }
 
  private:

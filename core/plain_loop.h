@@ -12,11 +12,12 @@ class PlainLoop {
  public:
   EventLoop& Events() { return events_; }
 
-  /// Serves events until Stop is called.
+  /// Serves events until Stop is called. A Stop that came before holds.
   void Run() {
     const auto work = asio::make_work_guard(context_);
+    // What an event throws ends the run, and the next one goes on behind it.
+    while (!context_.stopped()) events_.Guard([this] { context_.run(); });
     context_.restart();
-    context_.run();
   }
 
   void Stop() { context_.stop(); }

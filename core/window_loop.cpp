@@ -11,18 +11,24 @@ namespace {
 template <class Function>
 class FunctionJob : public platform::WindowQueue::Job {
  public:
-  explicit FunctionJob(Function function) : function_(std::move(function)) {}
-  void Run() override { std::move(function_)(); }
+  FunctionJob(std::optional<EventLoop>& loop, Function function)
+      : loop_(loop), function_(std::move(function)) {}
+  void Run() override {
+    loop_->Guard([this] { std::move(function_)(); });
+  }
 
  private:
+  std::optional<EventLoop>& loop_;
   Function function_;
 };
 
 // The executor under which sockets and timers of the I/O context complete on the window thread.
 class WindowExecutor {
  public:
-  WindowExecutor(asio::io_context& context, platform::WindowQueue& queue)
-      : context_(&context), queue_(&queue) {}
+  // `loop`: made with this executor, before the first job runs.
+  WindowExecutor(asio::io_context& context, platform::WindowQueue& queue,
+                 std::optional<EventLoop>& loop)
+      : context_(&context), queue_(&queue), loop_(&loop) {}
 
   asio::execution_context& query(asio::execution::context_t) const noexcept { return *context_; }
   static constexpr asio::execution::blocking_t query(asio::execution::blocking_t) noexcept {
@@ -31,7 +37,7 @@ class WindowExecutor {
 
   template <class Function>
   void execute(Function function) const {
-    queue_->Post(std::make_unique<FunctionJob<Function>>(std::move(function)));
+    queue_->Post(std::make_unique<FunctionJob<Function>>(*loop_, std::move(function)));
   }
 
   bool operator==(const WindowExecutor& other) const noexcept = default;
@@ -39,12 +45,13 @@ class WindowExecutor {
  private:
   asio::io_context* context_;
   platform::WindowQueue* queue_;
+  std::optional<EventLoop>* loop_;
 };
 
 }  // namespace
 
 WindowLoop::WindowLoop() : work_(context_.get_executor()) {
-  events_.emplace(WindowExecutor(context_, queue_));
+  events_.emplace(WindowExecutor(context_, queue_, events_));
   waiter_ = std::thread([this] { context_.run(); });
 }
 
