@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/acceptor.h"
+#include "platform/socket_errors.h"
 #include "platform/socket_options.h"
 
 namespace core {
@@ -15,15 +16,6 @@ using Tcp = asio::ip::tcp;
 
 platform::NativeSocket NativeOf(auto& socket) {
   return static_cast<platform::NativeSocket>(socket.native_handle());
-}
-
-bool IsAddressRefused(const asio::error_code& error) {
-  return error == std::errc::address_in_use || error == std::errc::address_not_available;
-}
-
-bool IsShortage(const asio::error_code& error) {
-  return error == asio::error::no_descriptors || error == asio::error::no_buffer_space ||
-         error == asio::error::no_memory || error == std::errc::too_many_files_open_in_system;
 }
 
 // The address from which this machine would reach others. Nothing is sent: connecting a datagram
@@ -46,7 +38,7 @@ class EventSocket::Listener : public std::enable_shared_from_this<EventSocket::L
   using OnRequest = std::function<void(ConnectionRequest&)>;
 
   Listener(EventLoop& loop, OnRequest onRequest)
-      : acceptor_(loop.Executor()), retry_(loop), onRequest_(std::move(onRequest)) {}
+      : loop_(loop), acceptor_(loop.Executor()), retry_(loop), onRequest_(std::move(onRequest)) {}
 
   void Open(std::uint16_t port, asio::error_code& error) {
     acceptor_.Open(port, error);
@@ -74,10 +66,10 @@ class EventSocket::Listener : public std::enable_shared_from_this<EventSocket::L
       if (!onRequest_) return;
       ConnectionRequest request(std::move(socket));
       const OnRequest onRequest = onRequest_;  // which may close this listener
-      onRequest(request);
+      loop_.Guard([&] { onRequest(request); });
     }
     if (!onRequest_) return;
-    if (IsShortage(error)) {
+    if (platform::IsShortage(error)) {
       // Asking again at once would only burn time.
       retry_.Start(std::chrono::milliseconds(100), [this] { AcceptNext(); });
     } else {
@@ -86,6 +78,7 @@ class EventSocket::Listener : public std::enable_shared_from_this<EventSocket::L
     }
   }
 
+  EventLoop& loop_;
   platform::Acceptor acceptor_;
   Timer retry_;
   OnRequest onRequest_;
@@ -104,7 +97,7 @@ class EventSocket::Connector : public std::enable_shared_from_this<EventSocket::
         peer, [self = shared_from_this(), localPort, peer](const asio::error_code& failure) {
           if (self->owner_ == nullptr) return;
           // The same pair of ports was in use a moment ago, and the system still remembers it.
-          if (localPort != 0 && IsAddressRefused(failure)) return self->Start(0, peer);
+          if (localPort != 0 && platform::IsAddressRefused(failure)) return self->Start(0, peer);
           if (failure) return self->owner_->OnConnectFailure();
           self->owner_->OnConnected(platform::StreamSocket(std::move(self->socket_)));
         });

@@ -29,6 +29,22 @@ class ActiveClient {
     return "127,0,0,1," + std::to_string(port_ / 256) + "," + std::to_string(port_ % 256);
   }
 
+  /// Takes a connection from `port` of this machine for as long as it is kept, so that the system
+  /// gives nobody else the same pair of ports. Null where it refuses that port itself.
+  std::unique_ptr<asio::ip::tcp::socket> OccupyPairWith(std::uint16_t port) {
+    using asio::ip::tcp;
+    auto socket = std::make_unique<tcp::socket>(context_, tcp::v4());
+    asio::error_code error;
+    socket->set_option(asio::socket_base::reuse_address(true));
+    socket->bind({asio::ip::address_v4::loopback(), port}, error);
+    if (!error) socket->connect({asio::ip::address_v4::loopback(), port_}, error);
+    if (error) return nullptr;
+    acceptor_.accept();
+    return socket;
+  }
+
+  std::uint16_t HighByte() const { return port_ / 256; }
+
   /// Everything that comes on the next connection; `from` is told its port at the server.
   std::string ReceiveAll(std::uint16_t& from) {
     asio::ip::tcp::socket socket = acceptor_.accept();
@@ -75,6 +91,21 @@ TEST_F(FtpDataConnectionsTest, ActiveModeConnectsFromTheFirstPortNumberPlusTheSl
     EXPECT_EQ(client.Reply(), "226 \r\n");
   }
   OnLoop([&] { EXPECT_EQ(TheServer().State().pendingDataSlot, 1); });
+}
+
+TEST_F(FtpDataConnectionsTest, ActiveModeTakesAnyPortWhereTheSystemRefusesTheStatedOne) {
+  Put("a.txt", "hello");
+  FtpClient client = Connect();
+  ActiveClient active;
+  const auto stated = static_cast<std::uint16_t>(active.HighByte() + 1);
+  const auto occupied = active.OccupyPairWith(stated);
+  if (!occupied) GTEST_SKIP() << "ports below 1024 are refused here from the start";
+  client.Ask("PWD");
+  ASSERT_EQ(client.Ask("PORT " + active.Argument()), "200 \r\n");
+  client.Tell("RETR /a.txt");
+  std::uint16_t from = 0;
+  EXPECT_EQ(active.ReceiveAll(from), "hello");
+  EXPECT_NE(from, stated);
 }
 
 TEST_F(FtpDataConnectionsTest, PortFailsBeyondSixteenBitsAndWhileADataConnectionStands) {
