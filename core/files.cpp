@@ -149,6 +149,7 @@ std::error_code FlushFile(std::string_view path) {
 
 std::error_code ReplaceContent(std::string_view path, std::string_view bytes) {
   const fs::path target = Resolved(ExistingPath(path));
+  if (target.empty()) return std::make_error_code(std::errc::no_such_file_or_directory);
   const fs::path temporary = TemporaryBeside(target);
   std::error_code error;
   {
@@ -189,12 +190,6 @@ std::error_code RenamePath(std::string_view from, std::string_view to) {
   return error;
 }
 
-std::error_code CopyFileOver(std::string_view from, std::string_view to) {
-  std::error_code error;
-  platform::CopyFileOver(ExistingPath(from), ExistingPath(to), error);
-  return error;
-}
-
 bool FolderExists(std::string_view path) {
   std::error_code error;
   return WithExisting(path, error,
@@ -231,6 +226,14 @@ platform::DirectoryReader ReadFolder(std::string_view path, std::error_code& err
 platform::EntryFacts InspectPath(std::string_view path, std::error_code& error) {
   return WithExisting(
       path, error, [&](const fs::path& native) { return platform::InspectEntry(native, error); });
+}
+
+std::optional<platform::FileStamp> StampOf(std::string_view path) {
+  std::error_code error;
+  const platform::FileStamp stamp = WithExisting(
+      path, error, [&](const fs::path& native) { return platform::StampOf(native, error); });
+  if (error) return std::nullopt;
+  return stamp;
 }
 
 }  // namespace core

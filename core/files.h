@@ -2,7 +2,8 @@
 
 // The one door to the disk. Takes path texts (core/paths.h) and makes native paths of them; a name
 // is looked up exactly first and then without regard to case, so that content made on a system that
-// does not tell cases apart works everywhere. A new file gets the name that was given.
+// does not tell cases apart works everywhere. A new file gets the name that was given. A text with
+// a NUL, or longer than any path, names nothing (platform/native_path.h).
 //
 // Everything is done at once on the calling thread. Failures are error codes; nothing throws.
 
@@ -59,9 +60,6 @@ std::error_code RemoveFile(std::string_view path);
 /// thing under another case of its name.
 std::error_code RenamePath(std::string_view from, std::string_view to);
 
-/// Copies over whatever is there.
-std::error_code CopyFileOver(std::string_view from, std::string_view to);
-
 bool FolderExists(std::string_view path);
 
 /// Creates one folder in an existing one. That it exists already is an error.
@@ -77,5 +75,8 @@ std::vector<platform::DirectoryEntry> ListFolder(std::string_view path, std::err
 platform::DirectoryReader ReadFolder(std::string_view path, std::error_code& error);
 
 platform::EntryFacts InspectPath(std::string_view path, std::error_code& error);
+
+/// The state of a file, to be compared with a later one; none if there is no such file.
+std::optional<platform::FileStamp> StampOf(std::string_view path);
 
 }  // namespace core

@@ -1,5 +1,7 @@
 // POST requests: which program of cgi-bin runs, and what the client gets.
 
+#include <algorithm>
+
 #include "core/files.h"
 #include "core/paths.h"
 #include "platform/text_case.h"
@@ -12,27 +14,31 @@ namespace {
 constexpr std::size_t kExtensionLength = 4;
 
 bool IsProgram(const std::string& resource) {
-  const std::string upper = platform::UpperCase(resource);
-  return upper.ends_with(".CGI") || upper.ends_with(".EXE");
+  const std::size_t length = std::min(resource.size(), kExtensionLength);
+  const std::string upper = platform::UpperCase(resource.substr(resource.size() - length));
+  return upper == ".CGI" || upper == ".EXE";
 }
 
 }  // namespace
 
 using core::Task;
+using platform::File;
 
 Task<> WebServer::ServePostRequest(std::string requestText, Client client) {
   CurrentResource_ =
       CurrentResource_ != "/" ? WithoutFirstCharacter(CurrentResource_) : options_.FirstDefaultPage;
   const std::string resource = CurrentResource_;
   if (!IsProgram(resource) || !options_.MayRunPrograms()) {
-    co_await RefusePost(client);
+    Task<> refusing = RefusePost(client);
+    co_await refusing;
     co_return;
   }
-  const std::string body = ExtractPostBody(requestText);
-  const std::string cgiDir = PathInRoot("cgi-bin\\");
-  Task<CgiPage> running = RunCgiProgram(cgiDir, resource, body);
-  const CgiPage page = co_await running;
-  co_await SendHtmlFile(page.Path(), client);
+  std::string body = ExtractPostBody(requestText);
+  requestText = {};  // or it would be kept while the program runs
+  Task<File> running = RunCgiProgram(PathInRoot("cgi-bin\\"), resource, std::move(body));
+  File page = co_await running;
+  Task<> sending = SendPage(std::move(page), client);
+  co_await sending;
 }
 
 Task<> WebServer::RefusePost(Client client) {
@@ -47,16 +53,16 @@ Task<> WebServer::RefusePost(Client client) {
 }
 
 // The page is named after the program and lies in the Web root itself, not in cgi-bin.
-Task<CgiPage> WebServer::RunCgiProgram(std::string cgiDir, std::string resource, std::string body) {
+Task<File> WebServer::RunCgiProgram(std::string cgiDir, std::string resource, std::string body) {
   const std::string outName = resource.substr(0, resource.size() - kExtensionLength) + ".htm";
   CgiJob job = {.program = cgiDir + resource,
                 .inPath = cgiDir + "TempFileIn",
                 .outPath = PathInRoot(outName),
                 .pagePath = cgiDir + "TempFileOut",
                 .body = std::move(body)};
-  if (!ModCommon::FileExists(job.program)) co_return CgiPage();
-  Task<CgiPage> running = cgi_.Run(std::move(job));
-  CgiPage page = co_await running;
+  if (!ModCommon::FileExists(job.program)) co_return File();
+  Task<File> running = cgi_.Run(std::move(job));
+  File page = co_await running;
   co_await core::YieldToEvents();
   co_return std::move(page);
 }

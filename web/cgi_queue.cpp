@@ -1,8 +1,11 @@
 #include "web/cgi_queue.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
+#include <utility>
 
 #include "core/code_page.h"
 #include "core/files.h"
@@ -13,7 +16,10 @@
 namespace ModWeb {
 namespace {
 
+using platform::File;
+
 constexpr std::chrono::seconds kLongestRun{30};
+constexpr std::chrono::milliseconds kPatienceAtTheEnd{1000};
 
 std::filesystem::path AbsolutePath(const std::string& pathText) {
   std::error_code error;
@@ -21,17 +27,6 @@ std::filesystem::path AbsolutePath(const std::string& pathText) {
   const std::filesystem::path absolute = std::filesystem::absolute(path, error);
   return error ? path : absolute;
 }
-
-// What a started program and the one who waits for it share; the program may outlive the wait.
-struct Exit {
-  bool ended = false;
-  core::WaitList waiters;
-
-  void Happen() {
-    ended = true;
-    waiters.WakeAll();
-  }
-};
 
 void WriteInput(const CgiJob& job) {
   if (ModCommon::FileExists(job.inPath)) core::RemoveFile(job.inPath);
@@ -41,74 +36,187 @@ void WriteInput(const CgiJob& job) {
 
 }  // namespace
 
-// One run, shared by the client's handler and the service's.
+// One run of a program, which may outlive the service's own.
+class CgiQueue::Execution : public std::enable_shared_from_this<CgiQueue::Execution> {
+ public:
+  Execution(core::EventLoop& loop, std::string outPath)
+      : loop_(loop),
+        outPath_(std::move(outPath)),
+        before_(core::StampOf(outPath_)),
+        patience_(loop) {}
+
+  void Start(const CgiJob& job, std::error_code& error) {
+    const auto onExit = [self = shared_from_this()] { self->End(); };
+    program_ = platform::StartProgram(loop_.Executor(), AbsolutePath(job.program),
+                                      {AbsolutePath(job.inPath), AbsolutePath(job.outPath)}, "  ",
+                                      onExit, error);
+    if (!error) patience_.Start(kLongestRun, onExit);
+  }
+
+  /// The program has ended, or nobody waits for it any longer.
+  bool IsOver() const { return isOver_; }
+  core::WaitList& Waiters() { return waiters_; }
+
+  /// What the program has written, taken out of the site.
+  File TakePage(const std::string& aside) {
+    if (!HasWritten()) return {};
+    // Beside the input file: in the same file system, so that this is one step. The name goes as
+    // soon as the file is open.
+    if (ModCommon::FileExists(aside)) core::RemoveFile(aside);
+    const std::string& place = core::RenamePath(outPath_, aside) ? outPath_ : aside;
+    File page = core::OpenIfExists(place);
+    core::RemoveFile(place);
+    return page;
+  }
+
+  /// Nobody is to get the page any more, now or when it comes.
+  void Abandon() {
+    isAbandoned_ = true;
+    RemovePage();
+  }
+
+  /// Before the program can no longer be watched.
+  void EndWithin(std::chrono::milliseconds patience) {
+    if (isOver_) return;
+    program_->EndWithin(patience);
+    RemovePage();
+  }
+
+ private:
+  void End() {
+    if (std::exchange(isOver_, true)) return;
+    patience_.Stop();
+    if (isAbandoned_) RemovePage();
+    waiters_.WakeAll();
+  }
+
+  bool HasWritten() const {
+    const auto now = core::StampOf(outPath_);
+    return now && now != before_;
+  }
+
+  void RemovePage() {
+    if (HasWritten()) core::RemoveFile(outPath_);
+  }
+
+  core::EventLoop& loop_;
+  std::string outPath_;
+  std::optional<platform::FileStamp> before_;  // a page of the site that has this name
+  std::unique_ptr<platform::StartedProgram> program_;
+  core::Timer patience_;
+  core::WaitList waiters_;
+  bool isOver_ = false;
+  bool isAbandoned_ = false;
+};
+
+// What one client waits for.
 struct CgiQueue::Ticket {
+  explicit Ticket(CgiJob wanted) : job(std::move(wanted)) {}
+
   CgiJob job;
   bool done = false;
-  bool wanted = true;
-  CgiPage page;
+  File page;
   std::string failure;
   core::WaitList waiters;
 };
 
-CgiPage::~CgiPage() {
-  if (!path_.empty()) core::RemoveFile(path_);
-}
+// A ticket's place in the queue, which it leaves when its turn comes or its client goes.
+class CgiQueue::Place {
+ public:
+  Place(CgiQueue& queue, std::shared_ptr<Ticket> ticket)
+      : queue_(queue), ticket_(std::move(ticket)) {
+    queue_.waiting_.push_back(ticket_);
+    queue_.bytesWaiting_ += ticket_->job.body.size();
+  }
+  ~Place() {
+    std::erase(queue_.waiting_, ticket_);
+    queue_.bytesWaiting_ -= ticket_->job.body.size();
+  }
+  Place(const Place&) = delete;
+  Place& operator=(const Place&) = delete;
+
+ private:
+  CgiQueue& queue_;
+  std::shared_ptr<Ticket> ticket_;
+};
 
 CgiQueue::CgiQueue(const core::ServiceEnvironment& environment)
     : program_(environment.program), loop_(environment.loop) {}
 
-core::Task<CgiPage> CgiQueue::Run(CgiJob job) {
+CgiQueue::~CgiQueue() {
+  Stop();
+  if (execution_) execution_->EndWithin(kPatienceAtTheEnd);
+}
+
+core::Task<File> CgiQueue::Run(CgiJob job) {
+  if (IsFull(job)) {
+    RefuseOverflow();
+    co_return File();
+  }
+  const auto ticket = std::make_shared<Ticket>(std::move(job));
+  const Place place(*this, ticket);
   if (!runs_) {
     runs_ = std::make_shared<core::HandlerScope>(
         loop_, [this](const std::string& error) { program_.errors.LogError(error); });
   }
-  auto ticket = std::make_shared<Ticket>();
-  ticket->job = std::move(job);
-  runs_->Start(Perform(ticket));
-  try {
-    while (!ticket->done) {
-      core::WaitList::Awaiter done = ticket->waiters.Wait();
-      co_await done;
-    }
-  } catch (const core::HandlerEnded&) {
-    ticket->wanted = false;
-    throw;
+  if (!isWorking_) runs_->Start(Work());
+  while (!ticket->done) {
+    core::WaitList::Awaiter done = ticket->waiters.Wait();
+    co_await done;
   }
   if (!ticket->failure.empty()) throw std::runtime_error(ticket->failure);
   co_return std::move(ticket->page);
 }
 
+bool CgiQueue::IsFull(const CgiJob& job) const {
+  return waiting_.size() >= kMostWaiting || bytesWaiting_ + job.body.size() > kMostBytesWaiting;
+}
+
+// Told once, or the log would be flooded in place of the memory.
+void CgiQueue::RefuseOverflow() {
+  if (std::exchange(hasOverflowed_, true)) return;
+  program_.errors.LogError("cgi-bin: too many requests wait for a program");
+}
+
 void CgiQueue::Stop() {
+  if (execution_) execution_->Abandon();
   if (const auto runs = std::exchange(runs_, nullptr)) runs->End();
 }
 
-core::Task<> CgiQueue::Perform(std::shared_ptr<Ticket> ticket) {
-  while (busy_) {
-    core::WaitList::Awaiter turn = turns_.Wait();
-    co_await turn;
-  }
-  // Gives the turn to the next one, whichever way this run ends.
-  struct Turn {
-    explicit Turn(CgiQueue& owner) : queue(owner) { queue.busy_ = true; }
-    ~Turn() {
-      queue.busy_ = false;
-      queue.turns_.WakeAll();
-    }
-    CgiQueue& queue;
-  } turn(*this);
+core::Task<> CgiQueue::Work() {
+  struct Working {
+    explicit Working(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Working() { flag_ = false; }
+    bool& flag_;
+  } const working(isWorking_);
 
-  if (!ticket->wanted) co_return;
-  co_await Execute(ticket);
-  ticket->page = TakeAside(ticket->job);
-  ticket->done = true;
-  ticket->waiters.WakeAll();
+  // One that runs still was left by a stop.
+  core::Task<> former = AwaitExecution();
+  co_await former;
+  while (!waiting_.empty()) {
+    const std::shared_ptr<Ticket> ticket = waiting_.front();
+    waiting_.pop_front();
+    core::Task<> executing = Execute(ticket);
+    co_await executing;
+    ticket->done = true;
+    ticket->waiters.WakeAll();
+  }
+  hasOverflowed_ = false;
+}
+
+core::Task<> CgiQueue::AwaitExecution() {
+  while (execution_ && !execution_->IsOver()) {
+    core::WaitList::Awaiter over = execution_->Waiters().Wait();
+    co_await over;
+  }
+  execution_.reset();
 }
 
 core::Task<> CgiQueue::Execute(std::shared_ptr<Ticket> ticket) {
   try {
     WriteInput(ticket->job);
-    co_await RunProgram(ticket);
+    core::Task<> running = RunProgram(ticket);
+    co_await running;
   } catch (const core::HandlerEnded&) {
     throw;
   } catch (const std::exception& error) {
@@ -118,31 +226,17 @@ core::Task<> CgiQueue::Execute(std::shared_ptr<Ticket> ticket) {
 
 core::Task<> CgiQueue::RunProgram(std::shared_ptr<Ticket> ticket) {
   const CgiJob& job = ticket->job;
-  const auto exit = std::make_shared<Exit>();
+  const auto execution = std::make_shared<Execution>(loop_, job.outPath);
   std::error_code error;
-  platform::StartProgram(
-      loop_.Executor(), AbsolutePath(job.program),
-      {AbsolutePath(job.inPath), AbsolutePath(job.outPath)}, "  ", [exit] { exit->Happen(); },
-      error);
+  execution->Start(job, error);
   if (error) {
     program_.errors.LogError(job.program + ": " + platform::SystemMessage(error));
     co_return;
   }
-  core::Timer patience(loop_);
-  patience.Start(kLongestRun, [exit] { exit->Happen(); });
-  while (!exit->ended) {
-    core::WaitList::Awaiter ended = exit->waiters.Wait();
-    co_await ended;
-  }
-}
-
-// Beside the input file: in the same file system, so that the program does not notice if it still
-// writes. A page that cannot be moved is sent from where it is.
-CgiPage CgiQueue::TakeAside(const CgiJob& job) {
-  if (!ModCommon::FileExists(job.outPath)) return {};
-  const std::string aside = job.pagePath + std::to_string(++pagesTaken_);
-  if (ModCommon::FileExists(aside)) core::RemoveFile(aside);  // of a program that was killed
-  return CgiPage(core::RenamePath(job.outPath, aside) ? job.outPath : aside);
+  execution_ = execution;
+  core::Task<> over = AwaitExecution();
+  co_await over;
+  ticket->page = execution->TakePage(job.pagePath + std::to_string(++pagesTaken_));
 }
 
 }  // namespace ModWeb

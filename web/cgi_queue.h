@@ -2,18 +2,22 @@
 
 // Runs CGI programs one after another, since they share one input file. A program's run belongs to
 // the service, not to the client that asked for it: if the client leaves, the next program still
-// waits for this one, and the page that nobody will fetch is removed.
+// waits for this one, and its page is thrown away. Even a stop of the service leaves the program
+// running, and what is started afterwards waits for its end. A client that leaves before its turn
+// leaves the queue.
 //
-// Two runs of one program write pages of the same name. So a page is taken aside before the next
-// program runs, however long its client takes to fetch it.
+// A page counts only if its program was started and has written it in this run. It is taken out of
+// the site at once, so that nobody else can fetch it and the program's next run cannot write into
+// it, however long its client takes to read.
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
-#include <utility>
 
 #include "core/handler_scope.h"
 #include "core/program.h"
+#include "platform/file.h"
 
 namespace ModWeb {
 
@@ -22,55 +26,50 @@ struct CgiJob {
   std::string program;
   std::string inPath;
   std::string outPath;   // what the program writes
-  std::string pagePath;  // what that is called afterwards, but for a number
+  std::string pagePath;  // what that is called for a moment afterwards, but for a number
   std::string body;
-};
-
-/// A page that a program has written; the file goes with the object.
-class CgiPage {
- public:
-  CgiPage() = default;
-  explicit CgiPage(std::string path) : path_(std::move(path)) {}
-  CgiPage(CgiPage&& other) noexcept : path_(std::exchange(other.path_, {})) {}
-  CgiPage& operator=(CgiPage&& other) noexcept {
-    std::swap(path_, other.path_);
-    return *this;
-  }
-  ~CgiPage();
-
-  /// Empty if there is none.
-  const std::string& Path() const { return path_; }
-
- private:
-  std::string path_;
 };
 
 class CgiQueue {
  public:
   explicit CgiQueue(const core::ServiceEnvironment& environment);
+  ~CgiQueue();
+  CgiQueue(const CgiQueue&) = delete;
+  CgiQueue& operator=(const CgiQueue&) = delete;
 
   /// Waits for its turn, writes the input file, runs the program and waits until it has ended, up
-  /// to 30 seconds. What is there of its page then is the result. A program that cannot be started
-  /// is told to the error log. Throws if the input file cannot be written.
-  core::Task<CgiPage> Run(CgiJob job);
+  /// to 30 seconds. The result is its page, whose file has no name any more; it is not open where
+  /// there is no page, or where too much waits already. A program that cannot be started is told to
+  /// the error log. Throws if the input file cannot be written.
+  core::Task<platform::File> Run(CgiJob job);
 
-  /// Ends what is queued; a program that runs is left to itself. The queue can be used again.
+  /// Ends what waits. The queue can be used again.
   void Stop();
 
  private:
   struct Ticket;
+  class Place;
+  class Execution;
 
-  core::Task<> Perform(std::shared_ptr<Ticket> ticket);
+  bool IsFull(const CgiJob& job) const;
+  void RefuseOverflow();
+  core::Task<> Work();
+  core::Task<> AwaitExecution();
   core::Task<> Execute(std::shared_ptr<Ticket> ticket);
   core::Task<> RunProgram(std::shared_ptr<Ticket> ticket);
-  CgiPage TakeAside(const CgiJob& job);
+
+  static constexpr std::size_t kMostWaiting = 64;
+  static constexpr std::size_t kMostBytesWaiting = 8U << 20;
 
   const core::Program& program_;
   core::EventLoop& loop_;
   std::shared_ptr<core::HandlerScope> runs_;
-  bool busy_ = false;
+  std::deque<std::shared_ptr<Ticket>> waiting_;
+  std::size_t bytesWaiting_ = 0;
+  bool isWorking_ = false;
+  bool hasOverflowed_ = false;
+  std::shared_ptr<Execution> execution_;  // the program that runs now
   std::uint64_t pagesTaken_ = 0;
-  core::WaitList turns_;
 };
 
 }  // namespace ModWeb

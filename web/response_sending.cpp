@@ -37,8 +37,10 @@ Failure SendPiece(File& file, std::size_t size, const Client& client, Departure 
 Task<> Pace(Client client) {
   for (int i = 0; i < kYieldsPerPiece; ++i) co_await core::YieldToEvents();
   // A slow reader delays the next piece, so that there is never more than one.
-  co_await client->Sent();
-  co_await core::Pause(kPause);
+  Task<> sent = client->Sent();
+  co_await sent;
+  core::Pause pause(kPause);
+  co_await pause;
 }
 
 Task<Failure> SendPieces(File file, Client client) {
@@ -50,7 +52,8 @@ Task<Failure> SendPieces(File file, Client client) {
   for (std::uint64_t piece = 0; piece < full; ++piece) {
     if (Failure failure = SendPiece(file, kPieceBytes, client, Departure::kAtOnce))
       co_return failure;
-    co_await Pace(client);
+    Task<> pacing = Pace(client);
+    co_await pacing;
   }
   // A buffer of no bytes cannot be made: such a file ends in an error once its pieces are out.
   if (rest == 0) co_return "the last piece of the file has no bytes";
@@ -80,18 +83,37 @@ Task<> WebServer::SendHtmlFile(std::string path, Client client) {
   return SendFile(std::move(path), std::move(client), true);
 }
 
+Task<> WebServer::SendPage(File page, Client client) {
+  return SendOpened(std::move(page), std::move(client), true);
+}
+
 Task<> WebServer::SendFile(std::string path, Client client, bool pageIfMissing) {
   Failure failure;
+  File file = OpenFound(path, failure);
+  if (failure) {
+    EndResponse(client, failure);
+    co_return;
+  }
+  Task<> sending = SendOpened(std::move(file), client, pageIfMissing);
+  co_await sending;
+}
+
+Task<> WebServer::SendOpened(File file, Client client, bool pageIfMissing) {
+  Failure failure;
   try {
-    File file = OpenFound(path, failure);
     if (file.IsOpen()) {
-      failure = co_await SendPieces(std::move(file), client);
-    } else if (!failure && pageIfMissing) {
+      Task<Failure> sending = SendPieces(std::move(file), client);
+      failure = co_await sending;
+    } else if (pageIfMissing) {
       SendNotFoundPage(client);
     }
   } catch (const core::HandlerEnded&) {
     // A client that leaves early is no error, and whoever called goes on as if it had stayed.
   }
+  EndResponse(client, failure);
+}
+
+void WebServer::EndResponse(const Client& client, const Failure& failure) const {
   if (failure) environment_.program.errors.LogError(*failure + "\r\n");
   client->Close();
 }

@@ -3,6 +3,7 @@
 #include "core/code_page.h"
 #include "core/date_time.h"
 #include "core/hosts_file.h"
+#include "core/printable_text.h"
 #include "platform/system_message.h"
 #include "web/request_intake.h"
 #include "web/web_options_entry.h"
@@ -11,6 +12,15 @@ namespace ModWeb {
 
 using core::Task;
 
+namespace {
+
+// More than any resource that names something has.
+constexpr std::size_t kMostOfResource = 4096;
+
+Task<> Ignore() { co_return; }
+
+}  // namespace
+
 WebServer::WebServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
       draining_(environment_.loop),
@@ -18,6 +28,7 @@ WebServer::WebServer(core::ServiceEnvironment environment)
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
       WebSvrSock_(sockets_, *this, core::ConnectionSlots::BusySlot::kEvict, ""),
       cgi_(environment_),
+      searchCopies_(environment_),
       heldOptions_(environment_.program.Holders(),
                    [this] { SaveSettings(environment_.program, EntryOf(options_)); }) {
   options_.SetDefaults(environment_.program);
@@ -45,6 +56,7 @@ bool WebServer::StartWebListener() {
 bool WebServer::StopWebListener() {
   WebSvrSock_.Close();
   cgi_.Stop();
+  searchCopies_.Stop();
   draining_.DropAll();
   return !IsRunning();
 }
@@ -55,7 +67,7 @@ std::vector<core::ConnectionReport> WebServer::Connections() const {
 
 Task<> WebServer::OnDataArrival(int, Client client) { return OnWebDataArrival(std::move(client)); }
 
-// One arrival is one request; nothing is kept for a later one.
+// One arrival is one request; nothing is kept for a later one, and no request while it is answered.
 Task<> WebServer::OnWebDataArrival(Client client) {
   const std::string requestText = core::FromSystem(client->GetData());
   switch (MethodOf(requestText)) {
@@ -63,17 +75,16 @@ Task<> WebServer::OnWebDataArrival(Client client) {
       CurrentMethod_ = "GET";
       CurrentResource_ = CutGetResource(requestText).value_or(CurrentResource_);
       client->Doing("GET " + CurrentResource_);
-      co_await ServeGetRequest(client);
-      break;
+      return ServeGetRequest(client);
     case RequestMethod::kPost:
       CurrentMethod_ = "POST";
       CurrentResource_ = CutPostResource(requestText).value_or(CurrentResource_);
       client->Doing("POST " + CurrentResource_);
-      co_await ServePostRequest(requestText, client);
-      break;
+      return ServePostRequest(requestText, client);
     case RequestMethod::kOther:
       break;
   }
+  return Ignore();
 }
 
 // A client may shut its side once it has asked; it still gets its answer.
@@ -85,7 +96,7 @@ void WebServer::LogAccess(const Client& client, std::string_view result) const {
   std::string line = "时间：" + core::DateTimeText(std::chrono::system_clock::now());
   line += "  客户机IP：" + client->RemoteAddress();
   line += "  请求方法：" + CurrentMethod_;
-  line += "  请求资源：" + CurrentResource_;
+  line += "  请求资源：" + core::Printable(CurrentResource_, kMostOfResource);
   line += "  " + std::string(result);
   core::AppendLine(environment_.program.File("Web.log"), line);
 }

@@ -15,6 +15,7 @@
 #include "core/program.h"
 #include "core/service.h"
 #include "web/cgi_queue.h"
+#include "web/search_copies.h"
 #include "web/web_options.h"
 
 namespace ModWeb {
@@ -55,19 +56,23 @@ class WebServer : public core::Service, private core::SlotEngine {
   core::Task<> ServeGetRequest(Client client);
   core::Task<> RefuseGet(Client client);
   std::string FindDefaultPage() const;
-  void CopyIntoSearch(const std::string& path, const std::string& resource) const;
+  void CopyIntoSearch(const std::string& path, const std::string& resource);
   std::string PathInRoot(std::string_view name) const;
 
   // Sending (response_sending.cpp)
   core::Task<> SendWebFile(std::string path, Client client);
   core::Task<> SendHtmlFile(std::string path, Client client);
+  core::Task<> SendPage(platform::File page, Client client);
   core::Task<> SendFile(std::string path, Client client, bool pageIfMissing);
+  core::Task<> SendOpened(platform::File file, Client client, bool pageIfMissing);
+  void EndResponse(const Client& client, const std::optional<std::string>& failure) const;
   void SendNotFoundPage(const Client& client) const;
 
   // CGI (cgi_execution.cpp)
   core::Task<> ServePostRequest(std::string requestText, Client client);
   core::Task<> RefusePost(Client client);
-  core::Task<CgiPage> RunCgiProgram(std::string cgiDir, std::string resource, std::string body);
+  core::Task<platform::File> RunCgiProgram(std::string cgiDir, std::string resource,
+                                           std::string body);
 
   // One line of Web.log for the request that came last.
   void LogAccess(const Client& client, std::string_view result) const;
@@ -79,6 +84,7 @@ class WebServer : public core::Service, private core::SlotEngine {
   std::optional<core::StartFailure> failure_;
   WebOptions options_;
   CgiQueue cgi_;
+  SearchCopies searchCopies_;
 
   core::SettingsHolders::Holder heldOptions_;
 

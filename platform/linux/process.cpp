@@ -1,9 +1,12 @@
 #include "platform/process.h"
 
+#include <poll.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <asio/posix/stream_descriptor.hpp>
 #include <memory>
 
@@ -27,35 +30,74 @@ std::vector<char*> ArgumentVector(std::vector<std::string>& words) {
   return vector;
 }
 
+// The waiting operation keeps the descriptor alive, and the descriptor keeps the process number
+// from being given to another program before it is collected here.
+struct Child {
+  Child(const asio::any_io_executor& executor, int descriptor, pid_t process)
+      : watch(executor, descriptor), number(process) {}
+
+  void Collect() {
+    if (!std::exchange(collected, true)) waitpid(number, nullptr, 0);
+  }
+
+  asio::posix::stream_descriptor watch;
+  pid_t number;
+  bool collected = false;
+};
+
+class StartedChild : public StartedProgram {
+ public:
+  explicit StartedChild(std::shared_ptr<Child> child) : child_(std::move(child)) {}
+
+  void EndWithin(std::chrono::milliseconds patience) override {
+    if (child_->collected) return;
+    pollfd end = {child_->watch.native_handle(), POLLIN, 0};
+    const bool ended = poll(&end, 1, static_cast<int>(patience.count())) > 0;
+    // It leads a process group of its own.
+    if (!ended) kill(-child_->number, SIGKILL);
+    child_->Collect();
+  }
+
+ private:
+  std::shared_ptr<Child> child_;
+};
+
 }  // namespace
 
-void StartProgram(const asio::any_io_executor& executor, const std::filesystem::path& program,
-                  const std::vector<std::filesystem::path>& arguments, std::string_view,
-                  std::function<void()> onExit, std::error_code& error) {
+std::unique_ptr<StartedProgram> StartProgram(const asio::any_io_executor& executor,
+                                             const std::filesystem::path& program,
+                                             const std::vector<std::filesystem::path>& arguments,
+                                             std::string_view, std::function<void()> onExit,
+                                             std::error_code& error) {
+  if (!CanBeWord(program) || !std::all_of(arguments.begin(), arguments.end(), CanBeWord)) {
+    error = std::make_error_code(std::errc::no_such_file_or_directory);
+    return nullptr;
+  }
   std::vector<std::string> words = {program.string()};
   for (const auto& argument : arguments) words.push_back(argument.string());
 
   SpawnSettings settings;
-  pid_t child = 0;
-  const int failure = posix_spawn(&child, program.c_str(), settings.Actions(),
+  pid_t process = 0;
+  const int failure = posix_spawn(&process, program.c_str(), settings.Actions(),
                                   settings.Attributes(), ArgumentVector(words).data(), environ);
   error.assign(failure, std::generic_category());
-  if (failure != 0) return;
+  if (failure != 0) return nullptr;
 
-  const int descriptor = pidfd_open(child, 0);
+  const int descriptor = pidfd_open(process, 0);
   if (descriptor < 0) {
     error.assign(errno, std::generic_category());
-    return;
+    kill(-process, SIGKILL);
+    waitpid(process, nullptr, 0);
+    return nullptr;
   }
-  // The waiting operation keeps the descriptor alive, and the descriptor keeps the process number
-  // from being given to another program before it is collected here.
-  auto watch = std::make_shared<asio::posix::stream_descriptor>(executor, descriptor);
-  watch->async_wait(asio::posix::stream_descriptor::wait_read,
-                    [watch, child, done = std::move(onExit)](const asio::error_code& failed) {
-                      if (failed) return;
-                      waitpid(child, nullptr, WNOHANG);
-                      done();
-                    });
+  auto child = std::make_shared<Child>(executor, descriptor, process);
+  child->watch.async_wait(asio::posix::stream_descriptor::wait_read,
+                          [child, done = std::move(onExit)](const asio::error_code& failed) {
+                            if (failed) return;
+                            child->Collect();
+                            done();
+                          });
+  return std::make_unique<StartedChild>(std::move(child));
 }
 
 }  // namespace platform
