@@ -1,6 +1,6 @@
 #pragma once
 
-// Moving and copying entries of the file system.
+// Moving entries of the file system.
 
 #include <filesystem>
 #include <system_error>
@@ -11,9 +11,5 @@ namespace platform {
 /// that is an error.
 void MoveEntry(const std::filesystem::path& from, const std::filesystem::path& to,
                std::error_code& error);
-
-/// Copies a file's content over whatever file has the target name.
-void CopyFileOver(const std::filesystem::path& from, const std::filesystem::path& to,
-                  std::error_code& error);
 
 }  // namespace platform

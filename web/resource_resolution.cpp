@@ -1,8 +1,9 @@
 // Which file a GET request gets.
 
+#include <algorithm>
+
 #include "core/files.h"
 #include "core/paths.h"
-#include "platform/system_message.h"
 #include "platform/text_case.h"
 #include "web/web_server.h"
 
@@ -10,8 +11,10 @@ namespace ModWeb {
 namespace {
 
 bool IsHtmlPage(const std::string& resource) {
-  const std::string upper = platform::UpperCase(resource);
-  return upper.ends_with(".HTML") || upper.ends_with(".HTM");
+  constexpr std::size_t kLongest = 5;
+  const std::size_t length = std::min(resource.size(), kLongest);
+  const std::string upper = platform::UpperCase(resource.substr(resource.size() - length));
+  return upper == ".HTML" || upper.ends_with(".HTM");
 }
 
 }  // namespace
@@ -27,7 +30,8 @@ Task<> WebServer::ServeGetRequest(Client client) {
     CurrentResource_ = options_.FirstDefaultPage;
   }
   if (!options_.MayRead()) {
-    co_await RefuseGet(client);
+    Task<> refusing = RefuseGet(client);
+    co_await refusing;
     co_return;
   }
   CurrentResource_ = core::ReplaceAll(CurrentResource_, "/", "\\");
@@ -36,10 +40,12 @@ Task<> WebServer::ServeGetRequest(Client client) {
   const std::string resource = CurrentResource_;
   const std::string path = PathInRoot(resource);
   if (!IsHtmlPage(resource)) {
-    co_await SendWebFile(path, client);
+    Task<> sending = SendWebFile(path, client);
+    co_await sending;
     co_return;
   }
-  co_await SendHtmlFile(path, client);
+  Task<> sending = SendHtmlFile(path, client);
+  co_await sending;
   CopyIntoSearch(path, resource);
 }
 
@@ -61,12 +67,10 @@ std::string WebServer::FindDefaultPage() const {
 }
 
 // While a search index is there, every page that was served is collected beside it.
-void WebServer::CopyIntoSearch(const std::string& path, const std::string& resource) const {
+void WebServer::CopyIntoSearch(const std::string& path, const std::string& resource) {
   if (!ModCommon::FileExists(PathInRoot("Search\\Search.ifo"))) return;
-  const std::error_code error = core::CopyFileOver(path, PathInRoot("Search\\" + resource));
-  if (error)
-    environment_.program.errors.LogError("Search\\" + resource + ": " +
-                                         platform::SystemMessage(error));
+  const std::string name = "Search\\" + resource;
+  searchCopies_.Add(path, PathInRoot(name), name);
 }
 
 std::string WebServer::PathInRoot(std::string_view name) const {

@@ -21,9 +21,4 @@ void MoveEntry(const std::filesystem::path& from, const std::filesystem::path& t
   }
 }
 
-void CopyFileOver(const std::filesystem::path& from, const std::filesystem::path& to,
-                  std::error_code& error) {
-  std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing, error);
-}
-
 }  // namespace platform

@@ -17,10 +17,4 @@ void MoveEntry(const std::filesystem::path& from, const std::filesystem::path& t
   Report(MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_COPY_ALLOWED), error);
 }
 
-// Not std::filesystem's: with this compiler that does not overwrite.
-void CopyFileOver(const std::filesystem::path& from, const std::filesystem::path& to,
-                  std::error_code& error) {
-  Report(CopyFileW(from.c_str(), to.c_str(), FALSE), error);
-}
-
 }  // namespace platform

@@ -75,12 +75,4 @@ TEST_F(Files, ReplacingLeavesNoOtherFileBehind) {
   EXPECT_EQ(core::ListFolder(folder_.Text(), error).size(), 1U);
 }
 
-TEST_F(Files, CopyingOverwritesAndNeedsItsFolder) {
-  folder_.Write("from", "12345");
-  folder_.Write("to", "1234567890");
-  EXPECT_FALSE(core::CopyFileOver(folder_.Text("from"), folder_.Text("to")));
-  EXPECT_EQ(folder_.Read("to"), "12345");
-  EXPECT_TRUE(core::CopyFileOver(folder_.Text("from"), folder_.Text("none\\to")));
-}
-
 }  // namespace

@@ -1,0 +1,74 @@
+#include "web/search_copies.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/files.h"
+#include "platform/system_message.h"
+
+namespace ModWeb {
+namespace {
+
+using core::Task;
+using platform::File;
+
+constexpr std::size_t kMostWaiting = 100;
+constexpr std::size_t kPieceBytes = 256 * 1024;
+
+}  // namespace
+
+SearchCopies::SearchCopies(const core::ServiceEnvironment& environment)
+    : program_(environment.program), loop_(environment.loop) {}
+
+void SearchCopies::Add(const std::string& from, const std::string& to, const std::string& name) {
+  const Job job = {from, to, name};
+  const bool waits = std::find(waiting_.begin(), waiting_.end(), job) != waiting_.end();
+  if (waits || waiting_.size() >= kMostWaiting) return;
+  waiting_.push_back(job);
+  if (isWorking_) return;
+  if (!scope_) {
+    scope_ = std::make_shared<core::HandlerScope>(
+        loop_, [this](const std::string& error) { program_.errors.LogError(error); });
+  }
+  scope_->Start(Work());
+}
+
+void SearchCopies::Stop() {
+  waiting_.clear();
+  if (const auto scope = std::exchange(scope_, nullptr)) scope->End();
+}
+
+Task<> SearchCopies::Work() {
+  struct Working {
+    explicit Working(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Working() { flag_ = false; }
+    bool& flag_;
+  } const working(isWorking_);
+
+  while (!waiting_.empty()) {
+    Job job = std::move(waiting_.front());
+    waiting_.pop_front();
+    const std::string name = job.name;
+    Task<std::error_code> copying = Copy(std::move(job));
+    const std::error_code error = co_await copying;
+    if (error) program_.errors.LogError(name + ": " + platform::SystemMessage(error));
+  }
+}
+
+Task<std::error_code> SearchCopies::Copy(Job job) {
+  std::error_code error;
+  File source = core::OpenFile(job.from, File::Mode::kRead, error);
+  if (error) co_return error;
+  // Emptying the copy would empty the page.
+  if (core::StampOf(job.from) == core::StampOf(job.to)) co_return error;
+  File target = core::OpenFile(job.to, File::Mode::kReplace, error);
+  std::string piece(kPieceBytes, '\0');
+  for (std::size_t count = kPieceBytes; count == kPieceBytes && !error;) {
+    count = source.Read(piece.data(), piece.size(), error);
+    if (!error) target.Write(std::string_view(piece).substr(0, count), error);
+    if (count == kPieceBytes) co_await core::YieldToEvents();
+  }
+  co_return error;
+}
+
+}  // namespace ModWeb

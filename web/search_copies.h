@@ -1,0 +1,45 @@
+#pragma once
+
+// Collects served pages beside the site's search index, one after another. That belongs to the
+// service, not to the client that asked for the page, and takes turns with other events, however
+// long the page is.
+
+#include <deque>
+#include <memory>
+#include <string>
+
+#include "core/handler_scope.h"
+#include "core/program.h"
+
+namespace ModWeb {
+
+class SearchCopies {
+ public:
+  explicit SearchCopies(const core::ServiceEnvironment& environment);
+
+  /// Copies the file `from` over whatever `to` is, path texts both. What fails is logged under
+  /// `name`. A copy that waits already is not made twice; there are no more than a hundred.
+  void Add(const std::string& from, const std::string& to, const std::string& name);
+
+  /// Ends what is under way and forgets what waits.
+  void Stop();
+
+ private:
+  struct Job {
+    std::string from;
+    std::string to;
+    std::string name;
+    bool operator==(const Job&) const = default;
+  };
+
+  core::Task<> Work();
+  core::Task<std::error_code> Copy(Job job);
+
+  const core::Program& program_;
+  core::EventLoop& loop_;
+  std::shared_ptr<core::HandlerScope> scope_;
+  std::deque<Job> waiting_;
+  bool isWorking_ = false;
+};
+
+}  // namespace ModWeb
