@@ -17,10 +17,9 @@ using core::Task;
 
 namespace {
 
-// The first line of a command, of a usual length, and without a password.
+// The first line of a command, without a password.
 std::string ShownCommand(const std::string& word, const std::string& text) {
-  constexpr std::size_t kMost = 260;
-  return word == "PASS" ? word : text.substr(0, std::min(kMost, text.find_first_of("\r\n")));
+  return word == "PASS" ? word : text.substr(0, text.find_first_of("\r\n"));
 }
 
 }  // namespace
@@ -47,6 +46,16 @@ Task<> FtpServer::HandleFtpCommand(int slot, Client client, std::string text) {
   Task<std::string> running = (this->*handler)({slot, client, std::move(text)});
   const std::string reply = co_await running;
   client->SendData(reply);
+  // A client that reads no replies is not read either, after some of them.
+  Task<> sent = client->Sent();
+  co_await sent;
+}
+
+Task<> FtpServer::RefuseCommand(Client client) {
+  client->Doing("a command that is too long");
+  client->SendData(ReplyLine(replies::kUnknown));
+  Task<> sent = client->Sent();
+  co_await sent;
 }
 
 // No reply. A RETR that is under way, whoever's, will report itself cut short, and is not.
@@ -80,7 +89,7 @@ Task<std::string> FtpServer::OnNoop(Command) {
 }
 
 Task<std::string> FtpServer::OnType(Command command) {
-  const bool done = Succeeds([&] {
+  const bool done = Succeeds(Errors(), [&] {
     state_.transferType = CutTransferType(command.text);
     return true;
   });
@@ -109,7 +118,7 @@ Task<std::string> FtpServer::OnQuit(Command) {
 
 Task<std::string> FtpServer::OnPwd(Command command) {
   FtpSession& session = Session(command.slot);
-  const bool done = Succeeds([&] {
+  const bool done = Succeeds(Errors(), [&] {
     if (session.physicalDir == state_.ftpRoot) session.ftpDir = "/";
     if (session.physicalDir.empty()) {
       session.physicalDir = state_.ftpRoot;
@@ -123,7 +132,7 @@ Task<std::string> FtpServer::OnPwd(Command command) {
 }
 
 Task<std::string> FtpServer::OnCwd(Command command) {
-  if (Succeeds([&] { return ChangeFtpDirectory(command.slot, command.text); })) {
+  if (Succeeds(Errors(), [&] { return ChangeFtpDirectory(command.slot, command.text); })) {
     co_return ReplyLine(replies::kCwd);
   }
   co_return ReplyLine(std::string(replies::kCwdFailedBegin) + Session(command.slot).ftpDir +
@@ -132,7 +141,7 @@ Task<std::string> FtpServer::OnCwd(Command command) {
 
 // The reply names the current directory, not the new one.
 Task<std::string> FtpServer::OnMkd(Command command) {
-  if (!Succeeds([&] { return MakeFtpDirectory(command.slot, command.text); })) {
+  if (!Succeeds(Errors(), [&] { return MakeFtpDirectory(command.slot, command.text); })) {
     co_return ReplyLine(replies::kMkdFailed);
   }
   co_return ReplyLine(std::string(replies::kMkdBegin) + Session(command.slot).physicalDir +
@@ -140,26 +149,27 @@ Task<std::string> FtpServer::OnMkd(Command command) {
 }
 
 Task<std::string> FtpServer::OnRmd(Command command) {
-  const bool done = Succeeds([&] { return RemoveFtpDirectory(command.slot, command.text); });
+  const bool done =
+      Succeeds(Errors(), [&] { return RemoveFtpDirectory(command.slot, command.text); });
   co_return ReplyLine(done ? replies::kRmd : replies::kRmdFailed);
 }
 
 // Files
 
 Task<std::string> FtpServer::OnDele(Command command) {
-  Task<Deletion> deleting = Trapped(DeleteFtpFile(command.slot, command.text));
+  Task<Deletion> deleting = Trapped(Errors(), DeleteFtpFile(command.slot, command.text));
   const Deletion deletion = co_await deleting;
   if (deletion.done) co_return ReplyLine(replies::kDele);
   co_return ReplyLine(std::string(replies::kDeleFailed) + deletion.reason);
 }
 
 Task<std::string> FtpServer::OnRnfr(Command command) {
-  const bool done = Succeeds([&] { return RenameFrom(command.slot, command.text); });
+  const bool done = Succeeds(Errors(), [&] { return RenameFrom(command.slot, command.text); });
   co_return ReplyLine(done ? replies::kRnfr : replies::kRnfrFailed);
 }
 
 Task<std::string> FtpServer::OnRnto(Command command) {
-  const bool done = Succeeds([&] { return RenameTo(command.slot, command.text); });
+  const bool done = Succeeds(Errors(), [&] { return RenameTo(command.slot, command.text); });
   co_return ReplyLine(done ? replies::kRnto : replies::kRntoFailed);
 }
 

@@ -10,6 +10,10 @@
 
 namespace ModFtp {
 
+/// No command with a path that a system knows is longer, in bytes. A longer one is refused as a
+/// whole: cut, it would name something else.
+inline constexpr std::size_t kLongestCommand = 16384;
+
 /// Arguments begin behind a word of four letters, or of three, and its blank.
 inline constexpr std::size_t kAfterFourLetters = 6;
 inline constexpr std::size_t kAfterThreeLetters = 5;

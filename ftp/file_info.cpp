@@ -15,12 +15,13 @@ std::optional<FileInfo> GetFileInfo(const std::string& path) {
   return FileInfo{facts.created, static_cast<std::int32_t>(facts.size)};
 }
 
-core::Task<std::optional<FileInfo>> GetFolderInfo(std::string path, bool isLink) {
+core::Task<std::optional<FileInfo>> GetFolderInfo(std::string path, bool isLink,
+                                                  std::shared_ptr<MemoryShare> memory) {
   std::error_code error;
   const platform::EntryFacts facts = core::InspectPath(path, error);
   if (error || !facts.isFolder) co_return std::nullopt;
   if (isLink) co_return FileInfo{facts.created, 0};
-  core::Task<std::optional<std::int32_t>> addingUp = AddUpFolder(path);
+  core::Task<std::optional<std::int32_t>> addingUp = AddUpFolder(path, memory);
   const std::optional<std::int32_t> size = co_await addingUp;
   if (!size) co_return std::nullopt;
   co_return FileInfo{facts.created, *size};

@@ -15,11 +15,15 @@ namespace {
 
 using core::Task;
 
+// What CWDs without end would make of the current directory names nothing long before this.
+constexpr std::size_t kLongestDirectory = 32768;
+
 bool HasWildcard(std::string_view name) { return name.find_first_of("*?") != std::string::npos; }
 
 // Deletes the files of `folder` that match; folders stay. The first failure ends it.
-Task<std::error_code> DeleteMatches(std::string folder, std::string pattern) {
-  Task<std::optional<SortedEntries>> reading = ReadSorted(folder);
+Task<std::error_code> DeleteMatches(std::string folder, std::string pattern,
+                                    std::shared_ptr<MemoryShare> memory) {
+  Task<std::optional<SortedEntries>> reading = ReadSorted(folder, memory);
   std::optional<SortedEntries> entries = co_await reading;
   std::error_code result = std::make_error_code(std::errc::no_such_file_or_directory);
   if (!entries) co_return result;
@@ -37,12 +41,12 @@ Task<std::error_code> DeleteMatches(std::string folder, std::string pattern) {
 }
 
 // `path` may hold wildcards behind its last separator.
-Task<std::error_code> DeleteFiles(std::string path) {
+Task<std::error_code> DeleteFiles(std::string path, std::shared_ptr<MemoryShare> memory) {
   const std::size_t separator = path.find_last_of("\\/");
   const std::size_t nameBegin = separator == std::string::npos ? 0 : separator + 1;
   const std::string pattern = path.substr(nameBegin);
   if (!HasWildcard(pattern)) co_return core::RemoveFile(path);
-  Task<std::error_code> deleting = DeleteMatches(path.substr(0, nameBegin), pattern);
+  Task<std::error_code> deleting = DeleteMatches(path.substr(0, nameBegin), pattern, memory);
   const std::error_code error = co_await deleting;
   co_return error;
 }
@@ -56,6 +60,7 @@ bool FtpServer::ChangeFtpDirectory(int slot, const std::string& text) {
   const std::string argument = core::ReplaceAll(FromPosition(text, kAfterThreeLetters), "\r\n", "");
   FtpSession& session = Session(slot);
   CurrentDirectory changed = ChangedDirectory(state_.ftpRoot, session.physicalDir, argument);
+  if (changed.physicalDir.size() > kLongestDirectory) return false;
   session.physicalDir = std::move(changed.physicalDir);
   session.ftpDir = std::move(changed.ftpDir);
   return true;
@@ -80,7 +85,8 @@ Task<FtpServer::Deletion> FtpServer::DeleteFtpFile(int slot, std::string text) {
   Deletion deletion;
   const std::optional<std::string> path = PathOf(slot, text, kAfterFourLetters);
   if (!path || !MayChange(*path)) co_return std::move(deletion);
-  Task<std::error_code> deleting = DeleteFiles(*path);
+  Task<std::error_code> deleting =
+      DeleteFiles(*path, std::make_shared<MemoryShare>(listingMemory_));
   const std::error_code error = co_await deleting;
   deletion.done = !error;
   if (error) deletion.reason = platform::SystemMessage(error);
@@ -102,10 +108,8 @@ bool FtpServer::RenameTo(int slot, const std::string& text) {
   return !core::RenamePath(Session(slot).renameFrom, *target);
 }
 
-// A NUL in a path would end it for the system, and another file than the one that the rule has seen
-// would be changed.
 bool FtpServer::MayChange(const std::string& path) const {
-  return IsInsideUploadDir(path, options_.uploadDir) && path.find('\0') == std::string::npos;
+  return IsInsideUploadDir(path, options_.uploadDir);
 }
 
 // None if the text is too short to hold a name and a line end.

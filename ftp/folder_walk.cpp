@@ -16,20 +16,26 @@ using core::Task;
 using platform::DirectoryEntry;
 
 // Some milliseconds' worth. Fewer and longer runs are kinder to the processor's caches.
-constexpr std::size_t kBatch = 4000;
+constexpr std::size_t kBatch = 2000;
+
+// Of an entry with a name of a usual length, sorted.
+constexpr std::size_t kBytesPerEntry = 200;
 
 // A sum under way: what has been added up, and the folders that are still to be read.
 struct Sum {
+  explicit Sum(std::shared_ptr<MemoryShare> share) : memory(std::move(share)) {}
+
+  std::shared_ptr<MemoryShare> memory;
   std::int64_t bytes = 0;
   std::vector<std::string> folders;
 
   bool Fits() const { return bytes <= std::numeric_limits<std::int32_t>::max(); }
-  // False if the entry cannot be looked at.
+  // False if the entry cannot be looked at, or there is no memory to keep it for later.
   bool Add(const std::string& path, const DirectoryEntry& entry) {
     if (entry.isLink) return true;
     if (entry.isFolder) {
       folders.push_back(path);
-      return true;
+      return memory->Take(sizeof(std::string) + path.size());
     }
     std::error_code error;
     bytes += static_cast<std::int64_t>(core::InspectPath(path, error).size);
@@ -86,13 +92,15 @@ std::optional<DirectoryEntry> SortedEntries::Next() {
   return entry;
 }
 
-Task<std::optional<SortedEntries>> ReadSorted(std::string folder) {
+Task<std::optional<SortedEntries>> ReadSorted(std::string folder,
+                                              std::shared_ptr<MemoryShare> memory) {
   std::error_code error;
   platform::DirectoryReader reader = core::ReadFolder(folder, error);
   SortedEntries entries;
   std::vector<DirectoryEntry> batch;
   Turn turn;
   while (!error && ReadBatch(reader, batch, error)) {
+    if (!memory->Take(batch.size() * kBytesPerEntry)) co_return std::nullopt;
     entries.Add(std::move(batch));
     if (!turn.IsOver()) continue;
     co_await core::YieldToEvents();
@@ -102,8 +110,9 @@ Task<std::optional<SortedEntries>> ReadSorted(std::string folder) {
   co_return std::move(entries);
 }
 
-Task<std::optional<std::int32_t>> AddUpFolder(std::string folder) {
-  Sum sum;
+Task<std::optional<std::int32_t>> AddUpFolder(std::string folder,
+                                              std::shared_ptr<MemoryShare> memory) {
+  Sum sum(std::move(memory));
   sum.folders.push_back(std::move(folder));
   Turn turn;
   while (!sum.folders.empty()) {

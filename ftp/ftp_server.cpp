@@ -4,6 +4,7 @@
 
 #include "core/code_page.h"
 #include "core/hosts_file.h"
+#include "ftp/command_text.h"
 #include "ftp/ftp_options_entry.h"
 #include "ftp/replies.h"
 #include "platform/system_message.h"
@@ -93,8 +94,9 @@ Task<> FtpServer::OnDataArrival(int slot, Client client) {
 
 // One arrival is one command, whatever it holds.
 Task<> FtpServer::OnFtpControlData(int slot, Client client) {
-  const std::string text = core::FromSystem(client->GetData());
-  return HandleFtpCommand(slot, client, text);
+  const std::string bytes = client->GetData();
+  if (bytes.size() > kLongestCommand) return RefuseCommand(client);
+  return HandleFtpCommand(slot, client, core::FromSystem(bytes));
 }
 
 void FtpServer::OnFtpControlClose(int slot) {

@@ -25,6 +25,7 @@
 #include "ftp/ftp_options.h"
 #include "ftp/ftp_session.h"
 #include "ftp/listing_lines.h"
+#include "ftp/memory_budget.h"
 
 namespace ModFtp {
 
@@ -56,6 +57,7 @@ class FtpServer : public core::Service, private core::SlotEngine {
   using Client = std::shared_ptr<core::Connection>;
 
   static constexpr int kLastSlot = core::ConnectionSlots::kLastSlot;
+  static constexpr std::size_t kMostListingBytes = 512U << 20;
 
   // A command as it arrived, and who sent it.
   struct Command {
@@ -102,6 +104,7 @@ class FtpServer : public core::Service, private core::SlotEngine {
 
   // Commands (command_interpreter.cpp, transfer_commands.cpp)
   core::Task<> HandleFtpCommand(int slot, Client client, std::string text);
+  core::Task<> RefuseCommand(Client client);
   core::Task<std::string> OnUser(Command command);
   core::Task<std::string> OnPass(Command command);
   core::Task<std::string> OnOpts(Command command);
@@ -141,7 +144,8 @@ class FtpServer : public core::Service, private core::SlotEngine {
 
   // Transfers (transfers.cpp, listing.cpp)
   core::Task<bool> SendFtpListing(int slot);
-  core::Task<std::optional<std::string>> BuildListing(std::string folder, Client data);
+  core::Task<std::optional<std::string>> BuildListing(std::string folder, Client data,
+                                                      std::shared_ptr<MemoryShare> memory);
   core::Task<bool> OpenRetrieve(int slot);
   bool SendNextChunk(int slot);
   bool SendPiece(int slot, std::size_t size);
@@ -171,6 +175,7 @@ class FtpServer : public core::Service, private core::SlotEngine {
     return *FtpSvrDataSock_.at(static_cast<std::size_t>(index));
   }
   void Reply(int slot, std::string_view text);
+  const core::ErrorLog& Errors() const { return environment_.program.errors; }
 
   core::ServiceEnvironment environment_;
   core::DrainingConnections draining_;
@@ -182,6 +187,7 @@ class FtpServer : public core::Service, private core::SlotEngine {
   FtpOptions options_;
   core::SettingsHolders::Holder heldOptions_;
   FtpServerState state_;
+  MemoryBudget listingMemory_{kMostListingBytes};  // goes after the sessions
   std::array<FtpSession, kLastSlot> sessions_;
   std::minstd_rand random_;
 };

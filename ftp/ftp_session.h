@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/connection.h"
+#include "ftp/memory_budget.h"
 #include "platform/file.h"
 
 namespace ModFtp {
@@ -33,6 +34,7 @@ struct FtpSession {
   platform::File retrHandle;           // open while RETR sends
   platform::File storHandle;           // open from the first byte of an upload on
   std::shared_ptr<Transfer> transfer;  // null while no command has taken the data connection
+  std::shared_ptr<MemoryShare> listingMemory;  // while a listing is on its way
 
   std::vector<int> waiting;  // commands that wait for a data connection, the newest last
 
@@ -43,6 +45,7 @@ struct FtpSession {
     retrHandle.Close();
     storHandle.Close();
     transfer.reset();
+    listingMemory.reset();
   }
 };
 

@@ -1,5 +1,6 @@
 #include "ftp/listing_lines.h"
 
+#include <algorithm>
 #include <array>
 #include <ctime>
 
@@ -38,12 +39,17 @@ std::string DateText(std::chrono::system_clock::time_point time) {
   return knownDate;
 }
 
+bool BreaksLine(char c) { return c == '\r' || c == '\n'; }
+
 }  // namespace
 
 std::string ListingLine(std::string_view name, bool isFolder, const FileInfo& info) {
   std::string line(isFolder ? kFolderRights : kFileRights);
   line += " " + std::to_string(info.size) + " " + DateText(info.created) + " ";
+  const std::size_t nameBegin = line.size();
   line += name;
+  std::replace_if(line.begin() + static_cast<std::ptrdiff_t>(nameBegin), line.end(), BreaksLine,
+                  '?');
   return line + "\r\n";
 }
 

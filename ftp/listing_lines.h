@@ -15,7 +15,8 @@ struct FileInfo {
 };
 
 /// One line with its line end. Everything is shown as read-only; the three blanks before the size
-/// are what clients' parsers have learned.
+/// are what clients' parsers have learned. The name is the file's own, but that line breaks in it
+/// become "?": nobody can make others see entries that are not there.
 std::string ListingLine(std::string_view name, bool isFolder, const FileInfo& info);
 
 /// Whether a name is listed: after a CWD only one with a dot in it would be, but no command leaves

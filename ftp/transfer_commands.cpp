@@ -11,7 +11,7 @@ namespace ModFtp {
 using core::Task;
 
 Task<std::string> FtpServer::OnPort(Command command) {
-  Task<bool> opening = Trapped(OpenActiveDataConnection(command.slot, command.text));
+  Task<bool> opening = Trapped(Errors(), OpenActiveDataConnection(command.slot, command.text));
   const bool opened = co_await opening;
   Session(command.slot).closeAfterSend = false;
   co_return ReplyLine(opened ? replies::kDone : replies::kPortFailed);
@@ -24,7 +24,7 @@ Task<std::string> FtpServer::OnPasv(Command command) {
 }
 
 Task<std::string> FtpServer::OnList(Command command) {
-  Task<bool> sending = Trapped(SendFtpListing(command.slot));
+  Task<bool> sending = Trapped(Errors(), SendFtpListing(command.slot));
   const bool sent = co_await sending;
   if (!sent) co_return ReplyLine(replies::kListFailed);
   Task<> closing = AwaitDataClose(command.slot);
@@ -37,7 +37,7 @@ Task<std::string> FtpServer::OnRetr(Command command) {
   FtpSession& session = Session(command.slot);
   const std::string name = CutArgument(command.text, kAfterFourLetters).value_or("");
   session.transferPath = LocalPath(state_.ftpRoot, session.physicalDir, name);
-  Task<bool> opening = Trapped(OpenRetrieve(command.slot));
+  Task<bool> opening = Trapped(Errors(), OpenRetrieve(command.slot));
   const bool opened = co_await opening;
   if (!opened) {
     CloseDataSocket(command.slot);
@@ -52,7 +52,7 @@ Task<std::string> FtpServer::OnRetr(Command command) {
 
 Task<std::string> FtpServer::OnStor(Command command) {
   state_.uploadByteCount = 0;
-  Task<bool> opening = Trapped(OpenStore(command.slot, command.text));
+  Task<bool> opening = Trapped(Errors(), OpenStore(command.slot, command.text));
   const bool opened = co_await opening;
   if (!opened) {
     CloseDataSocket(command.slot);

@@ -131,7 +131,7 @@ Task<> FtpServer::OnFtpDataArrival(int slot, Client data) {
 // nothing leaves nothing.
 void FtpServer::WriteUploadData(int slot, const std::string& bytes) {
   FtpSession& session = Session(slot);
-  const bool written = Succeeds([&] {
+  const bool written = Succeeds(Errors(), [&] {
     std::error_code error;
     if (!session.storHandle.IsOpen()) {
       session.storHandle = core::OpenFile(session.uploadPath, File::Mode::kUpdate, error);

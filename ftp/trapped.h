@@ -1,21 +1,25 @@
 #pragma once
 
-// Steps of a command whose errors are failures of the command, not of the server.
+// Steps of a command whose errors are failures of the command, not of the server. What they throw
+// is logged: it is nothing that a client can bring about by itself, but a want of memory, or a
+// fault.
 
 #include <exception>
 #include <utility>
 
 #include "core/handler_scope.h"
+#include "core/logs.h"
 #include "core/task.h"
 
 namespace ModFtp {
 
 /// Whether a step succeeded; false if it throws.
 template <class Step>
-bool Succeeds(Step step) {
+bool Succeeds(const core::ErrorLog& errors, Step step) {
   try {
     return step();
-  } catch (const std::exception&) {
+  } catch (...) {
+    errors.LogError(core::DescriptionOf(std::current_exception()));
     return false;
   }
 }
@@ -23,14 +27,14 @@ bool Succeeds(Step step) {
 /// What a step that waits returns; a T of nothing (false, none) if it throws. The end of the
 /// handler passes.
 template <class T>
-core::Task<T> Trapped(core::Task<T> step) {
+core::Task<T> Trapped(const core::ErrorLog& errors, core::Task<T> step) {
   try {
     T result = co_await step;
     co_return std::move(result);
   } catch (const core::HandlerEnded&) {
     throw;
-  } catch (const std::exception&) {
-    // Told below.
+  } catch (...) {
+    errors.LogError(core::DescriptionOf(std::current_exception()));
   }
   co_return T{};
 }

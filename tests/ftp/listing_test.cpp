@@ -72,7 +72,9 @@ class FolderInfoTest : public test::ProgramFixture {
 
  private:
   static core::Task<> Inspect(std::string path, bool& done, std::int64_t& size) {
-    core::Task<std::optional<FileInfo>> inspecting = GetFolderInfo(path, false);
+    MemoryBudget budget(1U << 20);
+    const auto memory = std::make_shared<MemoryShare>(budget);
+    core::Task<std::optional<FileInfo>> inspecting = GetFolderInfo(path, false, memory);
     const std::optional<FileInfo> info = co_await inspecting;
     if (info) size = info->size;
     done = true;
