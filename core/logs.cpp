@@ -2,8 +2,14 @@
 
 #include "core/code_page.h"
 #include "core/files.h"
+#include "core/printable_text.h"
 
 namespace core {
+namespace {
+
+constexpr std::size_t kMostOfMessage = 4096;
+
+}  // namespace
 
 void AppendLine(std::string_view file, std::string_view line) {
   AppendToFile(file, ToSystem(line) + "\r\n");
@@ -18,7 +24,12 @@ void ErrorLog::LogError(std::string_view message) const {
 }
 
 std::string ErrorLog::Line(std::string_view message, WallTime time) {
-  return "在 " + DateTimeText(time) + "捕获错误: " + std::string(message);
+  // Some descriptions end in a line break of their own.
+  constexpr std::string_view kLineEnd = "\r\n";
+  const bool hasLineEnd = message.ends_with(kLineEnd);
+  if (hasLineEnd) message.remove_suffix(kLineEnd.size());
+  return "在 " + DateTimeText(time) + "捕获错误: " + Printable(message, kMostOfMessage) +
+         std::string(hasLineEnd ? kLineEnd : "");
 }
 
 }  // namespace core

@@ -19,7 +19,8 @@ class ErrorLog {
   /// `programDirectory`: a path text. The log is RunErr.Log in it.
   explicit ErrorLog(std::string_view programDirectory);
 
-  /// One line with the current time and `message`.
+  /// One line with the current time and `message`, of which what is not printable is replaced and
+  /// what is far too long is cut. A line break at its end is kept.
   void LogError(std::string_view message) const;
 
   /// The line for `message` at `time`, without its line end.
