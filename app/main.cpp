@@ -1,11 +1,13 @@
 #include "app/tarnwerk.h"
 #include "core/startup.h"
 #include "platform/native_path.h"
+#include "platform/process_limits.h"
 #include "platform/program_location.h"
 #include "platform/standard_streams.h"
 
 int main(int argumentCount, char** arguments) {
-  platform::OutliveReaders();
+  platform::SecureStandardStreams();
+  platform::PrepareLimits();
   const std::filesystem::path executable = platform::ExecutablePath();
   const std::filesystem::path installedIn =
       platform::IsInstalled() ? executable.parent_path() : std::filesystem::path();

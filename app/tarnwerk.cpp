@@ -1,7 +1,6 @@
 #include "app/tarnwerk.h"
 
 #include <asio/signal_set.hpp>
-#include <csignal>
 #include <string>
 #include <utility>
 
@@ -10,6 +9,7 @@
 #include "core/hosts_file.h"
 #include "core/registry.h"
 #include "platform/native_path.h"
+#include "platform/process_limits.h"
 #include "platform/program_location.h"
 #include "platform/shell.h"
 #include "platform/standard_streams.h"
@@ -35,7 +35,14 @@ struct Tarnwerk::Running {
         ftp(environment),
         mail(environment),
         control(program, {web, ftp, mail}, frontend->View()),
-        signals(frontend->Loop().Executor(), SIGINT, SIGTERM) {}
+        signals(frontend->Loop().Executor()) {
+    frontend->Loop().OnError(
+        [&program](const std::string& error) { program.errors.LogError(error); });
+    for (const int signal : platform::EndSignals()) {
+      asio::error_code ignored;
+      signals.add(signal, ignored);
+    }
+  }
 
   // The services go before the loop that they live on.
   std::unique_ptr<Frontend> frontend;

@@ -2,7 +2,16 @@
 
 #include <utility>
 
+#include "platform/process_limits.h"
+
 namespace core {
+namespace {
+
+// The listener, a client with its data connection, a file, a log and what a program takes that is
+// started. With fewer the service would be there and serve nobody.
+constexpr int kDescriptorsToServe = 10;
+
+}  // namespace
 
 ConnectionSlots::ConnectionSlots(SocketContext& context, SlotEngine& engine, BusySlot busySlot,
                                  std::string greeting)
@@ -15,6 +24,10 @@ ConnectionSlots::ConnectionSlots(SocketContext& context, SlotEngine& engine, Bus
 void ConnectionSlots::Listen(std::int16_t port, std::error_code& error) {
   if (port < 0) {
     error = std::make_error_code(std::errc::invalid_argument);
+    return;
+  }
+  if (!platform::HasFreeDescriptors(kDescriptorsToServe)) {
+    error = std::make_error_code(std::errc::too_many_files_open);
     return;
   }
   listener_.Listen(static_cast<std::uint16_t>(port), error);

@@ -47,7 +47,8 @@ class ConnectionSlots final : private SocketEvents {
                   std::string greeting);
   ~ConnectionSlots() { Close(); }
 
-  /// Element 0 listens on `port`.
+  /// Element 0 listens on `port`. An error where the process has too few descriptors left to serve
+  /// a client.
   void Listen(std::int16_t port, std::error_code& error);
 
   /// Makes the slots and starts with slot 1 again.

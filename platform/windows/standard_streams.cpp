@@ -28,6 +28,6 @@ void SayOnStandardError(std::string_view line) {
   FreeConsole();
 }
 
-void OutliveReaders() {}
+void SecureStandardStreams() {}
 
 }  // namespace platform
