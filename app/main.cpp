@@ -1,3 +1,6 @@
+#include <exception>
+#include <string>
+
 #include "app/tarnwerk.h"
 #include "core/startup.h"
 #include "platform/native_path.h"
@@ -14,8 +17,15 @@ int main(int argumentCount, char** arguments) {
   const core::Program program(platform::PathText(platform::ProgramDirectory()),
                               platform::PathText(executable.stem()),
                               platform::PathText(installedIn));
-  app::Tarnwerk tarnwerk(program);
-  const std::string commandLine = platform::CommandLineText(argumentCount, arguments);
-  if (ModMain::Main(program, commandLine, tarnwerk)) tarnwerk.Run();
-  return tarnwerk.HasSucceeded() ? 0 : 1;
+  try {
+    app::Tarnwerk tarnwerk(program);
+    const std::string commandLine = platform::CommandLineText(argumentCount, arguments);
+    if (ModMain::Main(program, commandLine, tarnwerk)) tarnwerk.Run();
+    return tarnwerk.HasSucceeded() ? 0 : 1;
+  } catch (const std::exception& error) {
+    // Too little memory, or too few descriptors for the loop itself.
+    program.errors.LogError(error.what());
+    platform::SayOnStandardError(std::string("Tarnwerk: ") + error.what());
+    return 1;
+  }
 }

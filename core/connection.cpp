@@ -53,6 +53,17 @@ std::string Connection::LocalAddress() {
 
 std::string Connection::RemoteAddress() const { return socket_.Peer().to_string(); }
 
+// Where there is no memory for what has arrived, the connection cannot go on.
+template <class Step>
+void Connection::BreakIfItThrows(const Step& step) {
+  try {
+    step();
+  } catch (...) {
+    context_.reportError(DescriptionOf(std::current_exception()));
+    OnWaitFailure();
+  }
+}
+
 // Watching
 
 void Connection::Doing(std::string_view what) {
@@ -75,7 +86,7 @@ void Connection::CountSent(std::size_t bytes) {
 void Connection::StartReading() {
   reading_ = true;
   // A client's first bytes are often there already.
-  if (MayRead()) OnReadable();
+  if (MayRead()) BreakIfItThrows([this] { OnReadable(); });
 }
 
 void Connection::HoldReading(bool hold) {
@@ -125,17 +136,6 @@ void Connection::AwaitReadable() {
         if (error == asio::error::operation_aborted) return;
         self->BreakIfItThrows([&] { error ? self->OnWaitFailure() : self->OnReadable(); });
       });
-}
-
-// Where there is no memory for what has arrived, the connection cannot go on.
-template <class Step>
-void Connection::BreakIfItThrows(const Step& step) {
-  try {
-    step();
-  } catch (...) {
-    context_.reportError(DescriptionOf(std::current_exception()));
-    OnWaitFailure();
-  }
 }
 
 void Connection::OnReadable() {

@@ -2,6 +2,7 @@
 
 // The loop without a window: an I/O context on the calling thread.
 
+#include <asio/executor_work_guard.hpp>
 #include <asio/io_context.hpp>
 
 #include "core/event_loop.h"
@@ -14,7 +15,6 @@ class PlainLoop {
 
   /// Serves events until Stop is called. A Stop that came before holds.
   void Run() {
-    const auto work = asio::make_work_guard(context_);
     // What an event throws ends the run, and the next one goes on behind it.
     while (!context_.stopped()) events_.Guard([this] { context_.run(); });
     context_.restart();
@@ -25,8 +25,10 @@ class PlainLoop {
  private:
   static constexpr int kOneThread = 1;
 
-  // In this order: what the loop holds must go before the context does.
+  // In this order: what the loop holds must go before the context does. Without work the context
+  // would stop by itself.
   asio::io_context context_{kOneThread};
+  asio::executor_work_guard<asio::io_context::executor_type> work_{context_.get_executor()};
   EventLoop events_{context_.get_executor()};
 };
 

@@ -77,7 +77,8 @@ class CgiQueue::Execution : public std::enable_shared_from_this<CgiQueue::Execut
 
   /// Before the program can no longer be watched.
   void EndWithin(std::chrono::milliseconds patience) {
-    if (isOver_) return;
+    if (std::exchange(isOver_, true)) return;
+    patience_.Stop();
     program_->EndWithin(patience);
     RemovePage();
   }

@@ -17,7 +17,7 @@ using Arrival = std::shared_ptr<Connection>;
 // An engine whose one behaviour a test names; everything happens on slot 1 upwards.
 class Scripted : public core::SlotEngine {
  public:
-  enum class Behaviour { kRecord, kAnswerBig, kCloseUnread, kWaitForever, kLateWrite };
+  enum class Behaviour { kRecord, kAnswerBig, kCloseUnread, kWaitForever, kLateWrite, kThrow };
 
   core::Task<> OnDataArrival(int, Arrival connection) override {
     switch (behaviour) {
@@ -31,6 +31,8 @@ class Scripted : public core::SlotEngine {
         return WaitForever(connection);
       case Behaviour::kLateWrite:
         return LateWrite(connection);
+      case Behaviour::kThrow:
+        throw std::bad_alloc();
     }
     return Record(connection);
   }
@@ -217,6 +219,18 @@ TEST_F(Connections, StopReadingWhileTooManyHandlersWait) {
     engine_.never.WakeAll();
   });
   EXPECT_TRUE(Eventually([&] { return ArrivedBytes() == 66; }));
+}
+
+TEST_F(Connections, ThatThereIsNoMemoryForAreBrokenOffAndTheOthersServed) {
+  OnLoop([this] { engine_.behaviour = Scripted::Behaviour::kThrow; });
+  Client unlucky(port_);
+  unlucky.Send("x");
+  EXPECT_EQ(unlucky.ReceiveAll(), "");
+  OnLoop([this] { engine_.behaviour = Scripted::Behaviour::kLateWrite; });
+  Client next(port_);
+  next.Send("x");
+  EXPECT_EQ(next.ReceiveLine(), "mine\r\n");
+  OnLoop([this] { EXPECT_EQ(errors_.size(), 1U); });
 }
 
 TEST_F(Connections, HeldBackBytesStayWithTheSenderAndAreNotLost) {

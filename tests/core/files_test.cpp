@@ -3,15 +3,19 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "tests/support/temporary_folder.h"
 
 namespace {
 
 using ModCommon::FileExists;
+using platform::File;
 
 class Files : public testing::Test {
  protected:
   test::TemporaryFolder folder_;
+  std::error_code error_;
 };
 
 TEST_F(Files, AFolderAnEmptyNameAndAMissingFileDoNotExist) {
@@ -34,6 +38,53 @@ TEST_F(Files, AreFoundWithoutRegardToCaseAndExactlyFirst) {
   EXPECT_FALSE(FileExists(folder_.Text("DIR\\SEITE3.HTM")));
   folder_.Write("Dir/SEITE3.htm", "late");
   EXPECT_TRUE(FileExists(folder_.Text("DIR\\SEITE3.HTM")));
+}
+
+TEST_F(Files, ANameWithANulOrLongerThanAnyPathNamesNothing) {
+  folder_.Write("kept.txt", "kept");
+  const std::string kept = folder_.Text("kept.txt");
+  std::string deep = folder_.Text("d");
+  while (deep.size() < 600'000) deep += "\\d";
+  for (const std::string& name : {kept + '\0', kept + std::string("\0.txt", 5), deep}) {
+    std::error_code error;
+    for (const auto mode : {File::Mode::kRead, File::Mode::kAppend, File::Mode::kReplace}) {
+      EXPECT_FALSE(core::OpenFile(name, mode, error).IsOpen());
+    }
+    core::InspectPath(name, error);
+    EXPECT_TRUE(error);
+    EXPECT_TRUE(core::RemoveFile(name));
+    EXPECT_TRUE(core::ReplaceContent(name, "other"));
+    EXPECT_TRUE(core::RenamePath(name, folder_.Text("moved")));
+    EXPECT_TRUE(core::RenamePath(kept, name));
+    EXPECT_TRUE(core::CreateFolder(name));
+    EXPECT_FALSE(core::FolderExists(name) || ModCommon::FileExists(name));
+    core::ReadFolder(name, error);
+    EXPECT_TRUE(error);
+  }
+  EXPECT_EQ(folder_.Read("kept.txt"), "kept");
+  EXPECT_EQ(core::ListFolder(folder_.Text(), error_).size(), 1U);
+}
+
+TEST_F(Files, ALongWayThroughFoldersOfAnotherCaseLeadsToTheFile) {
+  folder_.Write("Folder/File.txt", "found");
+  std::string way;
+  while (way.size() < 3000) way += "FOLDER\\..\\";
+  EXPECT_EQ(core::ReadFile(folder_.Text(way + "folder\\FILE.TXT")), "found");
+  EXPECT_FALSE(core::ReadFile(folder_.Text(way + "missing\\..\\folder\\FILE.TXT")));
+}
+
+// More entries than are read anew at every change.
+TEST_F(Files, ANameInALargeFolderIsFoundSoonAfterItCame) {
+  for (int i = 0; i < 1500; ++i) folder_.Write("n" + std::to_string(i), "");
+  EXPECT_FALSE(ModCommon::FileExists(folder_.Text("LATE")));
+  folder_.Write("Late", "");
+  bool found = false;
+  for (int i = 0; i < 500 && !found; ++i) {
+    found = ModCommon::FileExists(folder_.Text("LATE"));
+    if (!found) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  EXPECT_TRUE(found);
+  EXPECT_TRUE(ModCommon::FileExists(folder_.Text("N1499")));
 }
 
 TEST_F(Files, ANewFileGetsItsNameAsWrittenInTheFolderThatIsFound) {

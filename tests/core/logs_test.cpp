@@ -25,6 +25,19 @@ TEST(ErrorLogLine, HoldsTheTimeWithLeadingZeros) {
 
 class Logs : public test::ProgramFixture {};
 
+TEST_F(Logs, ShowOnOneLineWhatIsNotPrintable) {
+  const core::WallTime time = {};
+  const auto shown = [&](std::string_view message) {
+    const std::string line = core::ErrorLog::Line(message, time);
+    return line.substr(line.find(": ") + 2);
+  };
+  EXPECT_EQ(shown("a\r\nb\x1b[2J\tc"), "a??b?[2J?c");
+  EXPECT_EQ(shown("\xC2\x9B|\xE2\x80\xAE|\xE2\x80\xA8|中文|\xFF"), "?|?|?|中文|\xFF");
+  EXPECT_EQ(shown("its own line end\r\n"), "its own line end\r\n");
+  const std::string cut = shown(std::string(4095, 'a') + "中文");
+  EXPECT_EQ(cut, std::string(4095, 'a') + "…");
+}
+
 TEST_F(Logs, AppendALineEachAndComeBackAfterDeletion) {
   Program().errors.LogError("one");
   Program().errors.LogError("two");

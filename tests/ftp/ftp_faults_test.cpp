@@ -195,6 +195,17 @@ TEST_F(FtpFaultsTest, BytesOnADownloadsConnectionAreLeftAlone) {
   EXPECT_EQ(client.Reply(), "226 \r\n");
 }
 
+TEST_F(FtpFaultsTest, ACommandLongerThanAnyPathIsRefusedAndADirectoryDoesNotGrowForEver) {
+  FtpClient client = Connect();
+  EXPECT_EQ(client.Ask("CWD " + std::string(16378, 'd')), "250 CWD command success.\r\n");
+  EXPECT_EQ(client.Ask("CWD " + std::string(16379, 'd')), "500 \r\n");
+  std::string reply;
+  for (int i = 0; i < 4; ++i) reply = client.Ask("CWD " + std::string(16000, 'd'));
+  EXPECT_TRUE(reply.starts_with("550 ") &&
+              reply.ends_with(": The system cannot find the file specified. .\r\n"));
+  EXPECT_EQ(client.Ask("CWD /"), "250 CWD command success.\r\n");
+}
+
 TEST_F(FtpFaultsTest, AnyBytesInACommandDoNoHarm) {
   FtpClient client = Connect();
   std::string bytes(64, '\0');

@@ -26,6 +26,8 @@ std::chrono::system_clock::time_point LocalDay(int year, int month, int day) {
 TEST(ListingLine, ShowsEveryEntryAsReadOnlyWithThreeBlanksBeforeItsSize) {
   EXPECT_EQ(ListingLine("index.htm", false, {LocalDay(2009, 3, 5), 1234}),
             "-r-xr-xr-x  1 owner group   1234 Mar 05 2009 index.htm\r\n");
+  EXPECT_EQ(ListingLine("a\r\nb", false, {LocalDay(2009, 3, 5), 1}),
+            "-r-xr-xr-x  1 owner group   1 Mar 05 2009 a??b\r\n");
   EXPECT_EQ(ListingLine("my pages", true, {LocalDay(2026, 12, 31), 0}),
             "dr-xr-xr-x  1 owner group   0 Dec 31 2026 my pages\r\n");
   EXPECT_EQ(ListingLine("\u4E2D.txt", false, {LocalDay(1999, 1, 10), 2147483647}),

@@ -2,6 +2,7 @@
 #include <thread>
 
 #include "tests/web/web_fixture.h"
+#include "web/cgi_queue.h"
 #include "web/not_found_page.h"
 
 namespace {
@@ -101,6 +102,80 @@ TEST_F(Cgi, AProgramThatCannotStartIsToldAndAnsweredWithWhatExists) {
   Page("cgi-bin/text.exe", "this is no program");
   EXPECT_EQ(Post("/text.exe", "x"), ModWeb::BuildNotFoundPage());
   EXPECT_THAT(ErrorLog(), HasSubstr("text.exe: "));
+}
+
+// The page has the program's name, and is none of the program's.
+TEST_F(Cgi, APageOfTheSiteIsNeitherSentNorRemovedByAPost) {
+  StartWeb();
+  Program("silent.exe");
+  Page("cgi-bin/broken.exe", "this is no program");
+  for (const std::string name : {"silent", "broken"}) {
+    Page(name + ".htm", "the site's own");
+    EXPECT_EQ(Post("/" + name + ".exe", "x"), ModWeb::BuildNotFoundPage());
+    EXPECT_EQ(Home().Read("wwwroot/" + name + ".htm"), "the site's own");
+  }
+}
+
+TEST_F(Cgi, ARestartedServiceWaitsForTheProgramThatStillRunsAndDropsItsPage) {
+  StartWeb();
+  Program("slow.exe");
+  Program("next.exe");
+  Client cut(port_);
+  cut.Send(Request("/slow.exe", "first"));
+  ASSERT_TRUE(Eventually([&] { return Home().Has("wwwroot/cgi-bin/TempFileIn"); }));
+  OnLoop([&] {
+    TheServer().Stop();
+    TheServer().Start();
+    port_ = TheServer().ListeningPort();
+  });
+  EXPECT_EQ(Post("/next.exe", "second"), "3|second\r\n|");
+  EXPECT_FALSE(Home().Has("wwwroot/slow.htm"));
+}
+
+TEST_F(Cgi, TheEndOfTheServerEndsTheProgramAndRemovesItsPage) {
+  StartWeb();
+  Program("slow.exe");
+  Client cut(port_);
+  cut.Send(Request("/slow.exe", "x"));
+  ASSERT_TRUE(Eventually([&] { return Home().Has("wwwroot/cgi-bin/TempFileIn"); }));
+  StopServer();
+  EXPECT_FALSE(Home().Has("wwwroot/slow.htm"));
+}
+
+core::Task<> Ask(ModWeb::CgiQueue& queue, ModWeb::CgiJob job, int& answered) {
+  core::Task<platform::File> running = queue.Run(std::move(job));
+  const platform::File page = co_await running;
+  ++answered;
+}
+
+TEST_F(Cgi, WhatWaitsForAProgramIsBounded) {
+  Program("slow.exe");
+  const std::string cgiBin = Home().Text("wwwroot/cgi-bin") + "\\";
+  const auto refusedAtOnce = [&](int count, std::size_t bodySize) {
+    int refused = 0;
+    OnLoop([&] {
+      ModWeb::CgiQueue queue(Environment());
+      const auto scope = std::make_shared<core::HandlerScope>(test::TheLoopHost().Loop(),
+                                                              [](const std::string&) {});
+      for (int i = 0; i < count; ++i) {
+        scope->Start(Ask(queue,
+                         {.program = cgiBin + "slow.exe",
+                          .inPath = cgiBin + "TempFileIn",
+                          .outPath = Home().Text("wwwroot/slow.htm"),
+                          .pagePath = cgiBin + "TempFileOut",
+                          .body = std::string(bodySize, 'x')},
+                         refused));
+      }
+      const int atOnce = refused;
+      scope->End();
+      refused = atOnce;
+    });
+    return refused;
+  };
+  // One runs; so many wait behind it, or so many bytes.
+  EXPECT_EQ(refusedAtOnce(1 + 64 + 5, 10), 5);
+  EXPECT_EQ(refusedAtOnce(1 + 7 + 2, 1'000'000), 2);
+  EXPECT_FALSE(Home().Has("wwwroot/slow.htm"));
 }
 
 TEST_F(Cgi, ProgramsRunOneAfterAnotherAndHoldUpNobody) {
