@@ -51,8 +51,13 @@ Task<> FtpServer::HandleFtpCommand(int slot, Client client, std::string text) {
   co_await sent;
 }
 
-Task<> FtpServer::RefuseCommand(Client client) {
+// What is too long to arrive at once is refused once: its later pieces have no word.
+Task<> FtpServer::RefuseCommand(Client client, std::string beginning) {
   client->Doing("a command that is too long");
+  if (CommandWord(beginning).empty()) {
+    state_.abortRequested = true;
+    co_return;
+  }
   client->SendData(ReplyLine(replies::kUnknown));
   Task<> sent = client->Sent();
   co_await sent;

@@ -95,7 +95,9 @@ Task<> FtpServer::OnDataArrival(int slot, Client client) {
 // One arrival is one command, whatever it holds.
 Task<> FtpServer::OnFtpControlData(int slot, Client client) {
   const std::string bytes = client->GetData();
-  if (bytes.size() > kLongestCommand) return RefuseCommand(client);
+  if (bytes.size() > kLongestCommand) {
+    return RefuseCommand(client, bytes.substr(0, kLongestCommand));
+  }
   return HandleFtpCommand(slot, client, core::FromSystem(bytes));
 }
 

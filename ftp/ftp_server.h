@@ -104,7 +104,7 @@ class FtpServer : public core::Service, private core::SlotEngine {
 
   // Commands (command_interpreter.cpp, transfer_commands.cpp)
   core::Task<> HandleFtpCommand(int slot, Client client, std::string text);
-  core::Task<> RefuseCommand(Client client);
+  core::Task<> RefuseCommand(Client client, std::string beginning);
   core::Task<std::string> OnUser(Command command);
   core::Task<std::string> OnPass(Command command);
   core::Task<std::string> OnOpts(Command command);

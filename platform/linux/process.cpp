@@ -36,8 +36,10 @@ struct Child {
   Child(const asio::any_io_executor& executor, int descriptor, pid_t process)
       : watch(executor, descriptor), number(process) {}
 
-  void Collect() {
-    if (!std::exchange(collected, true)) waitpid(number, nullptr, 0);
+  // False if it runs still.
+  bool Collect(int options) {
+    if (!collected) collected = waitpid(number, nullptr, options) != 0;
+    return collected;
   }
 
   asio::posix::stream_descriptor watch;
@@ -55,12 +57,22 @@ class StartedChild : public StartedProgram {
     const bool ended = poll(&end, 1, static_cast<int>(patience.count())) > 0;
     // It leads a process group of its own.
     if (!ended) kill(-child_->number, SIGKILL);
-    child_->Collect();
+    child_->Collect(0);
   }
 
  private:
   std::shared_ptr<Child> child_;
 };
+
+// A wait may return although nothing has happened: what the system said of another descriptor that
+// had the same number is taken for this one.
+void AwaitEnd(std::shared_ptr<Child> child, std::function<void()> onExit) {
+  child->watch.async_wait(asio::posix::stream_descriptor::wait_read,
+                          [child, done = std::move(onExit)](const asio::error_code& failed) {
+                            if (failed) return;
+                            child->Collect(WNOHANG) ? done() : AwaitEnd(child, done);
+                          });
+}
 
 }  // namespace
 
@@ -91,12 +103,7 @@ std::unique_ptr<StartedProgram> StartProgram(const asio::any_io_executor& execut
     return nullptr;
   }
   auto child = std::make_shared<Child>(executor, descriptor, process);
-  child->watch.async_wait(asio::posix::stream_descriptor::wait_read,
-                          [child, done = std::move(onExit)](const asio::error_code& failed) {
-                            if (failed) return;
-                            child->Collect();
-                            done();
-                          });
+  AwaitEnd(child, std::move(onExit));
   return std::make_unique<StartedChild>(std::move(child));
 }
 
