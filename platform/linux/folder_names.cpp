@@ -8,7 +8,6 @@
 #include <chrono>
 #include <cstdint>
 #include <ctime>
-#include <functional>
 #include <map>
 #include <utility>
 #include <vector>
@@ -23,18 +22,44 @@ using Clock = std::chrono::steady_clock;
 
 std::string UpperName(const std::string& name) { return UpperCase(NameTextOf(name)); }
 
+std::uint64_t HashStep(std::uint64_t hash, char c) {
+  return (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
+}
+
+std::uint64_t HashOfUpper(std::string_view upperName) {
+  std::uint64_t hash = 14695981039346656037U;
+  for (const char c : upperName) hash = HashStep(hash, c);
+  return hash;
+}
+
+// The same of a name as it is. Nearly all are ASCII, and need no copy.
+std::uint64_t HashOf(const char* name) {
+  std::uint64_t hash = 14695981039346656037U;
+  for (const char* c = name; *c != '\0'; ++c) {
+    if (static_cast<unsigned char>(*c) >= 0x80) return HashOfUpper(UpperName(name));
+    hash = HashStep(hash, *c >= 'a' && *c <= 'z' ? static_cast<char>(*c - 'a' + 'A') : *c);
+  }
+  return hash;
+}
+
 // All names of one folder: about 16 bytes each beside the name itself.
 class Names {
  public:
   void Add(const char* name) {
-    const std::string copy = name;
-    entries_.push_back({Hash(UpperName(copy)), static_cast<std::uint32_t>(bytes_.size())});
-    bytes_.append(copy.c_str(), copy.size() + 1);
+    entries_.push_back({HashOf(name), static_cast<std::uint32_t>(bytes_.size())});
+    bytes_.append(name).push_back('\0');
+    ++count_;
   }
   void Order() { std::sort(entries_.begin(), entries_.end()); }
 
+  /// They are too many to be kept.
+  void Drop() {
+    bytes_ = {};
+    entries_ = {};
+  }
+
   std::optional<std::string> Find(const std::string& upperName) const {
-    const std::uint64_t hash = Hash(upperName);
+    const std::uint64_t hash = HashOfUpper(upperName);
     std::optional<std::string> found;
     for (auto entry = std::lower_bound(entries_.begin(), entries_.end(), Entry{hash, 0});
          entry != entries_.end() && entry->first == hash; ++entry) {
@@ -44,25 +69,32 @@ class Names {
     return found;
   }
 
-  std::size_t Count() const { return entries_.size(); }
+  /// Of those that were added, dropped or not.
+  std::size_t Count() const { return count_; }
   std::size_t Bytes() const { return bytes_.size() + entries_.size() * sizeof(Entry); }
 
  private:
   using Entry = std::pair<std::uint64_t, std::uint32_t>;  // the hash, and where the name begins
 
-  static std::uint64_t Hash(const std::string& text) { return std::hash<std::string>()(text); }
-
   std::string bytes_;  // names, each with its NUL
   std::vector<Entry> entries_;
+  std::size_t count_ = 0;
 };
+
+// None of a folder with more names than this: they are found as written only.
+constexpr std::size_t kMostNames = 200'000;
 
 std::optional<Names> ReadNames(int folder) {
   const int readable = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   DIR* directory = readable < 0 ? nullptr : fdopendir(readable);
   if (directory == nullptr) return std::nullopt;
   Names names;
-  while (const dirent* entry = readdir(directory)) names.Add(entry->d_name);
+  const dirent* entry = nullptr;
+  while (names.Count() <= kMostNames && (entry = readdir(directory)) != nullptr) {
+    names.Add(entry->d_name);
+  }
   closedir(directory);
+  if (names.Count() > kMostNames) names.Drop();
   names.Order();
   return names;
 }
