@@ -75,6 +75,7 @@ bool MailServer::StartMailListeners() {
   core::UpdateHostsFile(environment_.hostsFile, "127.0.0.1", options_.mailDomain);
   MailSvrSmtpSock_.CreateSlots();
   MailSvrPop3Sock_.CreateSlots();
+  unpacking_.Start();
   return true;
 }
 
@@ -116,7 +117,7 @@ Task<> MailServer::OnSmtpDataArrival(int, Client client) {
   const SmtpOutcome outcome = smtpInterpreter_.Interpret(std::move(arrival));
   if (outcome.quit) LogQuit(client, kReceivedMail);
   if (outcome.reply) client->SendData(Line(*outcome.reply));
-  if (outcome.quit) unpacking_.Add(outcome.messages, options_.mailRoot);
+  if (outcome.quit) unpacking_.Add(outcome.messages);
   // A client that reads no replies is not read either, after some of them.
   Task<> sent = client->Sent();
   co_await sent;

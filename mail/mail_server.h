@@ -51,7 +51,7 @@ class MailServer : public core::Service {
   std::uint16_t SmtpPort() const { return MailSvrSmtpSock_.Listener().LocalPort(); }
   std::uint16_t Pop3Port() const { return MailSvrPop3Sock_.Listener().LocalPort(); }
 
-  /// Whether no received message is being unpacked or waits for it.
+  /// Whether no received message is being unpacked.
   bool HasUnpackedAll() const { return unpacking_.IsIdle(); }
 
  private:

@@ -1,6 +1,7 @@
 #include "mail/mailbox_store.h"
 
 #include <limits>
+#include <utility>
 
 #include "core/code_page.h"
 #include "core/files.h"
@@ -67,6 +68,11 @@ std::error_code Append(const std::string& path, std::string_view chunk, bool flu
 }  // namespace
 
 std::string MessageFileName(int number) { return "Message_" + std::to_string(number) + ".eml"; }
+
+std::string PathOf(const ReceivedMessage& message) {
+  return ModCommon::AddSlash(MailUserFolder(message.mailRoot) + message.user) +
+         MessageFileName(message.number);
+}
 
 std::string_view CommandArgument(std::string_view commandLine) {
   const std::size_t blank = commandLine.find(' ');
@@ -203,12 +209,11 @@ void MailboxStore::FlushMailboxes() {
   unflushed_.clear();
 }
 
-std::vector<std::string> MailboxStore::TakeRecipients(int number) {
-  std::vector<std::string> messages;
+std::vector<ReceivedMessage> MailboxStore::TakeRecipients(int number) {
+  std::vector<ReceivedMessage> messages;
   for (std::string& recipient : state_.MailRecipients) {
     if (recipient.empty()) break;
-    messages.push_back(ModCommon::AddSlash(UserFolder() + recipient) + MessageFileName(number));
-    recipient.clear();
+    messages.push_back({number, std::exchange(recipient, {}), options_.mailRoot});
   }
   return messages;
 }

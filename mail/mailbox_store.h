@@ -23,6 +23,7 @@
 #include "core/program.h"
 #include "mail/mail_options.h"
 #include "mail/mail_session_state.h"
+#include "mail/received_message.h"
 #include "platform/file.h"
 
 namespace ModMail {
@@ -85,8 +86,9 @@ class MailboxStore {
   /// A line of Mail.log.
   void WriteMailLog(std::string_view line) const;
 
-  /// Empties the list of recipients, and returns the paths of their files Message_<number>.eml.
-  std::vector<std::string> TakeRecipients(int number);
+  /// Empties the list of recipients, and returns their messages of this number. A user who is in it
+  /// twice has two.
+  std::vector<ReceivedMessage> TakeRecipients(int number);
 
  private:
   std::string UserFolder() const;

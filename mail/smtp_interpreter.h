@@ -20,8 +20,8 @@ struct SmtpOutcome {
   std::optional<std::string_view> reply;
   /// A QUIT: belongs into the mail log before the reply is sent.
   bool quit = false;
-  /// Path texts of messages to be unpacked once the reply is sent; there may be no such file.
-  std::vector<std::string> messages = {};
+  /// To be unpacked once the reply is sent.
+  std::vector<ReceivedMessage> messages = {};
 };
 
 class SmtpInterpreter {
