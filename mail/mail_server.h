@@ -77,6 +77,8 @@ class MailServer : public core::Service {
   bool ListenOnBothPorts();
   core::Task<> OnSmtpDataArrival(int slot, Client client);
   core::Task<> OnPop3DataArrival(int slot, Client client);
+  Pop3Outcome AnswerOf(core::Connection& client);
+  core::Task<> AwaitReader(Client client);
   void LogQuit(const Client& client, std::string_view event) const;
 
   // Sending (pop3_transfer.cpp)

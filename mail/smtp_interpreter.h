@@ -34,7 +34,7 @@ class SmtpInterpreter {
 
  private:
   std::optional<std::string_view> StoreRecipient();
-  std::optional<std::string_view> TakeChunk(std::string_view text);
+  std::optional<std::string_view> TakeChunk();
   SmtpOutcome Quit();
 
   MailboxStore& store_;
