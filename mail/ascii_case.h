@@ -23,6 +23,8 @@ constexpr bool StartsWithAscii(std::string_view text, std::string_view prefix) {
 
 constexpr std::size_t FindAscii(std::string_view text, std::string_view what) {
   for (std::size_t i = 0; i + what.size() <= text.size(); ++i) {
+    // Nearly always told by the first one.
+    if (UpperAscii(text[i]) != UpperAscii(what[0])) continue;
     if (EqualAscii(text.substr(i, what.size()), what)) return i;
   }
   return std::string_view::npos;

@@ -6,6 +6,7 @@
 #include "core/code_page.h"
 #include "mail/ascii_case.h"
 #include "mail/encoded_subject.h"
+#include "mail/whole_file.h"
 
 namespace ModMail {
 namespace {
@@ -69,7 +70,8 @@ std::string HarmlessFileName(std::string_view name) {
   std::replace_if(harmless.begin(), harmless.end(), IsForbidden, '_');
   harmless = WithoutEnd(Shortened(WithoutEnd(harmless)));
   if (harmless.empty()) return "_";
-  return IsDeviceName(harmless) ? "_" + harmless : harmless;
+  const bool isTaken = IsDeviceName(harmless) || EqualAscii(harmless, kUnfinishedName);
+  return isTaken ? "_" + harmless : harmless;
 }
 
 }  // namespace ModMail

@@ -13,9 +13,9 @@ namespace ModMail {
 std::string AttachmentName(std::string_view value);
 
 /// `name` without anything that could make it another folder's, a device's or no name at all:
-/// characters that no file name may hold become "_", a reserved device name gets one in front,
-/// blanks and dots at the end go, and what is too long for a file system is shortened in front of
-/// its extension. An empty name becomes "_".
+/// characters that no file name may hold become "_", a device's name and the one that unfinished
+/// files have (mail/whole_file.h) get one in front, blanks and dots at the end go, and what is too
+/// long for a file system is shortened in front of its extension. An empty name becomes "_".
 std::string HarmlessFileName(std::string_view name);
 
 }  // namespace ModMail

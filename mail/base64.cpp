@@ -54,10 +54,8 @@ std::size_t DecodePlainRun(std::string_view text, std::string& decoded) {
 
 }  // namespace
 
-std::string Base64Decoder::Next(std::size_t count) {
+std::string Base64Decoder::Next(std::string_view piece) {
   constexpr std::size_t kRun = 80;  // a line: what is resized in vain behind it costs nothing then
-  std::string_view piece = rest_.substr(0, count);
-  rest_.remove_prefix(piece.size());
   std::string decoded;
   decoded.reserve(piece.size() / 4 * 3 + kRun);
   while (!piece.empty()) {
@@ -68,7 +66,12 @@ std::string Base64Decoder::Next(std::size_t count) {
       piece.remove_prefix(1);
     }
   }
-  if (rest_.empty()) EndGroup(decoded);
+  return decoded;
+}
+
+std::string Base64Decoder::End() {
+  std::string decoded;
+  EndGroup(decoded);
   return decoded;
 }
 
@@ -94,7 +97,9 @@ void Base64Decoder::EndGroup(std::string& decoded) {
 }
 
 std::string DecodeBase64(std::string_view encoded) {
-  return Base64Decoder(encoded).Next(encoded.size());
+  Base64Decoder decoder;
+  std::string decoded = decoder.Next(encoded);
+  return decoded + decoder.End();
 }
 
 }  // namespace ModMail

@@ -12,22 +12,20 @@
 
 namespace ModMail {
 
-/// Decodes a text piece by piece, so that a large one can be taken in turns with other work.
+/// Decodes a text piece by piece, so that a large one takes no more memory than a piece and leaves
+/// others their turn. Where the text is cut makes no difference.
 class Base64Decoder {
  public:
-  /// `encoded` must outlive the decoder.
-  explicit Base64Decoder(std::string_view encoded) : rest_(encoded) {}
+  /// What the next `piece` of the text completes, possibly nothing.
+  std::string Next(std::string_view piece);
 
-  bool IsDone() const { return rest_.empty() && groupSize_ == 0; }
-
-  /// What the next `count` bytes of the text decode to, possibly nothing.
-  std::string Next(std::size_t count);
+  /// What the text ends with, once it was given whole. The decoder can then be used again.
+  std::string End();
 
  private:
   void Take(unsigned char value, std::string& decoded);
   void EndGroup(std::string& decoded);
 
-  std::string_view rest_;
   std::array<std::uint8_t, 4> group_ = {};
   std::size_t groupSize_ = 0;
   std::size_t padding_ = 0;

@@ -17,9 +17,6 @@ constexpr std::string_view kSection = "用户信息";
 constexpr std::string_view kNameKey = "User";
 constexpr std::string_view kPasswordKey = "Password";
 
-// Longer than any file system holds; a client may send megabytes.
-constexpr std::size_t kLongestName = 765;
-
 bool CannotBeInFileNames(char c) {
   constexpr std::string_view kForbidden = "\\/:*?\"<>|";
   const auto code = static_cast<unsigned char>(c);
@@ -58,7 +55,7 @@ std::string MailUserFolder(std::string_view mailRoot) { return AddSlash(mailRoot
 
 bool IsAccountName(std::string_view name) {
   if (name.empty()) return true;
-  if (name.size() > kLongestName) return false;
+  if (name.size() > kLongestAccountName) return false;
   if (std::any_of(name.begin(), name.end(), CannotBeInFileNames)) return false;
   // Windows drops dots and blanks at the end of a name.
   return name.find_first_not_of(". ") != std::string_view::npos;

@@ -3,6 +3,7 @@
 // The accounts of a mail root, as the user administers them: listing, adding, changing and removing
 // mailboxes. Plain functions on the disk; `mailRoot` is a path text.
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,9 @@ struct MailUser {
 
 /// The folder that holds the mailboxes, with a separator at its end.
 std::string MailUserFolder(std::string_view mailRoot);
+
+/// Longer than any file system holds; a client may send megabytes.
+inline constexpr std::size_t kLongestAccountName = 765;
 
 /// Whether `name` can name only a folder that lies in MailUserFolder, or is empty: nothing that no
 /// file name may hold, a separator above all, not "." or "..", nor what a system takes for these.

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
+#include "core/code_page.h"
 #include "core/hosts_file.h"
+#include "core/printable_text.h"
 #include "core/settings_section.h"
 #include "mail/command_word.h"
 #include "mail/mail_log.h"
@@ -20,15 +22,19 @@ using core::Task;
 
 namespace {
 
+bool HasPassword(std::string_view word) { return word == "PASS" || word == "AUTH"; }
+
 // A command's first line, without a password. A piece of a message goes on with what its sender was
 // doing.
-void NoteCommand(core::Connection& client, const std::string& arrival) {
+void NoteCommand(core::Connection& client, std::string_view arrival) {
   constexpr std::size_t kMost = 120;
   const std::string word = CommandWord(arrival);
   const auto isLetter = [](char c) { return c >= 'A' && c <= 'Z'; };
   if (word.size() < 3 || !std::all_of(word.begin(), word.begin() + 3, isLetter)) return;
-  client.Doing(word == "PASS" ? word
-                              : arrival.substr(0, std::min(kMost, arrival.find_first_of("\r\n"))));
+  if (HasPassword(word)) return client.Doing(word);
+  const std::string_view beginning = arrival.substr(0, kMost);
+  const std::string line = core::FromSystem(beginning.substr(0, beginning.find_first_of("\r\n")));
+  client.Doing(core::Printable(line, kMost - std::string_view("…").size()));
 }
 
 }  // namespace
@@ -75,6 +81,7 @@ bool MailServer::StartMailListeners() {
   core::UpdateHostsFile(environment_.hostsFile, "127.0.0.1", options_.mailDomain);
   MailSvrSmtpSock_.CreateSlots();
   MailSvrPop3Sock_.CreateSlots();
+  unpacking_.Start();
   return true;
 }
 
@@ -116,28 +123,40 @@ Task<> MailServer::OnSmtpDataArrival(int, Client client) {
   const SmtpOutcome outcome = smtpInterpreter_.Interpret(std::move(arrival));
   if (outcome.quit) LogQuit(client, kReceivedMail);
   if (outcome.reply) client->SendData(Line(*outcome.reply));
-  if (outcome.quit) unpacking_.Add(outcome.messages, options_.mailRoot);
-  // A client that reads no replies is not read either, after some of them.
-  Task<> sent = client->Sent();
-  co_await sent;
+  if (outcome.quit) unpacking_.Add(outcome.messages);
+  Task<> taken = AwaitReader(client);
+  co_await taken;
 }
 
 Task<> MailServer::OnPop3DataArrival(int, Client client) {
-  Pop3Outcome outcome;
-  const std::string arrival = client->GetData();
-  NoteCommand(*client, arrival);
-  try {
-    outcome = pop3Interpreter_.Interpret(arrival);
-  } catch (const std::exception& fault) {
-    // Clients wait for a reply to every command.
-    environment_.program.errors.LogError(fault.what());
-    outcome = {Line(pop3::kError)};
-  }
+  Pop3Outcome outcome = AnswerOf(*client);
   if (outcome.quit) LogQuit(client, kSentMail);
   Task<> sending = SendOutcome(client, std::move(outcome));
   co_await sending;
+  Task<> taken = AwaitReader(client);
+  co_await taken;
+}
+
+// The arrival goes with it: sending the answer can take minutes.
+Pop3Outcome MailServer::AnswerOf(core::Connection& client) {
+  const std::string arrival = client.GetData();
+  NoteCommand(client, arrival);
+  try {
+    return pop3Interpreter_.Interpret(arrival);
+  } catch (const std::exception& fault) {
+    // Clients wait for a reply to every command.
+    environment_.program.errors.LogError(fault.what());
+    return {Line(pop3::kError)};
+  }
+}
+
+// What a client sends that takes no replies stays with it, and no more than one reply waits here.
+Task<> MailServer::AwaitReader(Client client) {
+  if (!client->HasUnsentBytes()) co_return;
+  client->HoldReading(true);
   Task<> sent = client->Sent();
   co_await sent;
+  client->HoldReading(false);
 }
 
 void MailServer::LogQuit(const Client& client, std::string_view event) const {

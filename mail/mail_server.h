@@ -51,7 +51,7 @@ class MailServer : public core::Service {
   std::uint16_t SmtpPort() const { return MailSvrSmtpSock_.Listener().LocalPort(); }
   std::uint16_t Pop3Port() const { return MailSvrPop3Sock_.Listener().LocalPort(); }
 
-  /// Whether no received message is being unpacked or waits for it.
+  /// Whether no received message is being unpacked.
   bool HasUnpackedAll() const { return unpacking_.IsIdle(); }
 
  private:
@@ -77,6 +77,8 @@ class MailServer : public core::Service {
   bool ListenOnBothPorts();
   core::Task<> OnSmtpDataArrival(int slot, Client client);
   core::Task<> OnPop3DataArrival(int slot, Client client);
+  Pop3Outcome AnswerOf(core::Connection& client);
+  core::Task<> AwaitReader(Client client);
   void LogQuit(const Client& client, std::string_view event) const;
 
   // Sending (pop3_transfer.cpp)

@@ -1,13 +1,18 @@
 #include "mail/mailbox_store.h"
 
+#include <algorithm>
 #include <limits>
+#include <utility>
 
-#include "core/code_page.h"
 #include "core/files.h"
-#include "core/ini_file.h"
+#include "core/paths.h"
+#include "core/printable_text.h"
 #include "core/wildcards.h"
+#include "mail/ascii_case.h"
 #include "mail/mail_accounts.h"
+#include "platform/directory.h"
 #include "platform/system_message.h"
+#include "platform/text_case.h"
 
 namespace ModMail {
 namespace {
@@ -16,6 +21,10 @@ using platform::File;
 
 constexpr std::string_view kMessagePattern = "*.eml";
 constexpr std::string_view kLineEnd = "\r\n";
+
+// What one flush may have to write, for all others wait for it.
+constexpr std::size_t kMostUnflushedBytes = 8U << 20;
+constexpr std::size_t kMostUnflushedFiles = 16;
 
 // What stands from `begin` to `end`, either of which may not have been found.
 std::string_view Span(std::string_view text, std::size_t begin, std::size_t end) {
@@ -64,9 +73,36 @@ std::error_code Append(const std::string& path, std::string_view chunk, bool flu
   return error;
 }
 
+// Tells nearly every file that does not match without more than a look at its end.
+bool EndsAlike(std::string_view name, std::string_view pattern) {
+  constexpr std::size_t kExtension = 4;
+  const std::string_view end = pattern.substr(pattern.size() - kExtension);
+  return name.size() >= kExtension && EqualAscii(name.substr(name.size() - kExtension), end);
+}
+
+bool IsMessage(const platform::DirectoryEntry& entry, std::string_view pattern) {
+  return !entry.isFolder && !entry.isHidden && EndsAlike(entry.name, pattern) &&
+         core::MatchesWildcard(entry.name, pattern);
+}
+
+// As a file system lists them that sorts by name.
+void SortByName(std::vector<std::string>& names) {
+  std::vector<std::pair<std::string, std::string>> order;
+  order.reserve(names.size());
+  for (std::string& name : names) order.emplace_back(platform::UpperCase(name), std::move(name));
+  std::sort(order.begin(), order.end());
+  std::transform(order.begin(), order.end(), names.begin(),
+                 [](auto& entry) { return std::move(entry.second); });
+}
+
 }  // namespace
 
 std::string MessageFileName(int number) { return "Message_" + std::to_string(number) + ".eml"; }
+
+std::string PathOf(const ReceivedMessage& message) {
+  return ModCommon::AddSlash(MailUserFolder(message.mailRoot) + message.user) +
+         MessageFileName(message.number);
+}
 
 std::string_view CommandArgument(std::string_view commandLine) {
   const std::size_t blank = commandLine.find(' ');
@@ -89,14 +125,19 @@ bool MailboxStore::CurrentUserExists() const {
   return box && core::FolderExists(*box);
 }
 
+// One that is too long to be an account's is kept as long as it needs to be to stay so.
+void MailboxStore::NameUser(std::string_view name) {
+  state_.currentUser = name.substr(0, kLongestAccountName + 1);
+}
+
 bool MailboxStore::MailboxExistsFromAddress(std::string_view commandLine) {
   const std::string_view name = AddressName(commandLine);
-  if (!name.empty()) state_.currentUser = name;
+  if (!name.empty()) NameUser(name);
   return CurrentUserExists();
 }
 
 bool MailboxStore::MailboxExistsFromArgument(std::string_view commandLine) {
-  state_.currentUser = NameArgument(commandLine);
+  NameUser(NameArgument(commandLine));
   return CurrentUserExists();
 }
 
@@ -108,15 +149,23 @@ bool MailboxStore::CheckPassword(std::string_view commandLine) const {
 // Reading
 
 std::vector<std::string> MailboxStore::FilesMatching(std::string_view pattern) const {
+  constexpr std::size_t kStep = 1000;
   const std::optional<std::string> box = Box();
   if (!box) return {};
   std::error_code error;
   std::vector<std::string> names;
-  for (const platform::DirectoryEntry& entry : core::ListFolder(*box, error)) {
-    if (entry.isFolder || entry.isHidden || !core::MatchesWildcard(entry.name, pattern)) continue;
-    names.push_back(entry.name);
-  }
+  std::vector<platform::DirectoryEntry> entries;
+  platform::DirectoryReader folder = core::ReadFolder(*box, error);
+  do {
+    entries.clear();
+    if (!error) folder.Read(kStep, entries, error);
+    for (platform::DirectoryEntry& entry : entries) {
+      if (IsMessage(entry, pattern)) names.push_back(std::move(entry.name));
+    }
+    Narrow<std::int16_t>(names.size(), "the number of messages");
+  } while (!entries.empty());
   if (error && !IsMissing(error)) Fail(*box, error);
+  SortByName(names);
   return names;
 }
 
@@ -148,7 +197,9 @@ void MailboxStore::ListMessageSizes() {
 
 std::vector<std::string> MailboxStore::ListMessageIds() const {
   std::vector<std::string> ids = FilesMatching(kMessagePattern);
-  for (std::size_t i = 0; i < ids.size(); ++i) ids[i] = std::to_string(i + 1) + " " + ids[i];
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    ids[i] = std::to_string(i + 1) + " " + core::Printable(ids[i]);
+  }
   return ids;
 }
 
@@ -189,6 +240,10 @@ bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk, bool is
       program_.errors.LogError(path + ": " + platform::SystemMessage(error));
       return false;
     }
+    unflushedBytes_ += chunk.size();
+    if (unflushedBytes_ > kMostUnflushedBytes || unflushed_.size() > kMostUnflushedFiles) {
+      FlushMailboxes();
+    }
   }
   return true;
 }
@@ -201,14 +256,14 @@ void MailboxStore::FlushMailboxes() {
       program_.errors.LogError(path + ": " + platform::SystemMessage(error));
   }
   unflushed_.clear();
+  unflushedBytes_ = 0;
 }
 
-std::vector<std::string> MailboxStore::TakeRecipients(int number) {
-  std::vector<std::string> messages;
+std::vector<ReceivedMessage> MailboxStore::TakeRecipients(int number) {
+  std::vector<ReceivedMessage> messages;
   for (std::string& recipient : state_.MailRecipients) {
     if (recipient.empty()) break;
-    messages.push_back(ModCommon::AddSlash(UserFolder() + recipient) + MessageFileName(number));
-    recipient.clear();
+    messages.push_back({number, std::exchange(recipient, {}), options_.mailRoot});
   }
   return messages;
 }

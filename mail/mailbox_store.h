@@ -10,7 +10,9 @@
 // itself.
 //
 // Operations work on the current user unless they say otherwise. Those that cannot do what they are
-// for throw MailFault, which ends the command that called them.
+// for throw MailFault, which ends the command that called them. More messages than 16 bits count
+// are such a fault; up to there an operation's time is linear in the number of files in the
+// mailbox.
 
 #include <cstdint>
 #include <optional>
@@ -23,6 +25,7 @@
 #include "core/program.h"
 #include "mail/mail_options.h"
 #include "mail/mail_session_state.h"
+#include "mail/received_message.h"
 #include "platform/file.h"
 
 namespace ModMail {
@@ -62,7 +65,7 @@ class MailboxStore {
   /// Fills the size table from entry 1 on; what is behind the last message stays.
   void ListMessageSizes();
 
-  /// "k name" for each message.
+  /// "k name" for each message, on one line whatever the name holds.
   std::vector<std::string> ListMessageIds() const;
 
   /// Opens the first file that matches Message_<number>*.eml: number 1 finds Message_10.eml where
@@ -75,7 +78,8 @@ class MailboxStore {
   /// Appends `chunk` to Message_<number>.eml of every recipient, creating it where it is missing.
   /// From 50 on nothing is written, and that is no failure. False at the first file that cannot be
   /// written, whose error is logged; the later recipients then do not get the chunk. The last
-  /// chunk's files are flushed to the disk with all that was appended to them before.
+  /// chunk's files are flushed to the disk with all that was appended to them before. So is
+  /// everything whenever much has gathered, since a flush holds up all others.
   bool AppendToMailboxes(int number, std::string_view chunk, bool isLast);
 
   /// Flushes what was appended to other files before: under another number, or for recipients that
@@ -85,12 +89,14 @@ class MailboxStore {
   /// A line of Mail.log.
   void WriteMailLog(std::string_view line) const;
 
-  /// Empties the list of recipients, and returns the paths of their files Message_<number>.eml.
-  std::vector<std::string> TakeRecipients(int number);
+  /// Empties the list of recipients, and returns their messages of this number. A user who is in it
+  /// twice has two.
+  std::vector<ReceivedMessage> TakeRecipients(int number);
 
  private:
   std::string UserFolder() const;
   std::optional<std::string> Box() const;
+  void NameUser(std::string_view name);
   bool CurrentUserExists() const;
   std::vector<std::string> FilesMatching(std::string_view pattern) const;
   std::int32_t SizeOf(const std::string& name) const;
@@ -99,6 +105,7 @@ class MailboxStore {
   const MailOptions& options_;
   MailSessionState state_;
   std::set<std::string> unflushed_;  // files appended to since they were flushed
+  std::size_t unflushedBytes_ = 0;   // appended since all was flushed
 };
 
 /// The name of a message's file.

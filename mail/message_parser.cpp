@@ -1,6 +1,5 @@
 #include "mail/message_parser.h"
 
-#include <array>
 #include <utility>
 
 #include "core/code_page.h"
@@ -14,15 +13,13 @@
 #include "mail/encoded_subject.h"
 #include "mail/mail_accounts.h"
 #include "mail/quoted_printable.h"
+#include "mail/whole_file.h"
 
 namespace ModMail {
 namespace {
 
 using core::Task;
 using platform::File;
-
-// What is done between two looks at other events: well below a millisecond.
-constexpr std::size_t kPieceBytes = 256 * 1024;
 
 constexpr std::string_view kMessageExtension = ".eml";
 
@@ -33,51 +30,33 @@ bool IsQuotedPrintable(std::string_view encoding) {
 // The bytes as they are, in pieces like those of the decoders.
 class PlainBytes {
  public:
-  explicit PlainBytes(std::string_view bytes) : rest_(bytes) {}
-  bool IsDone() const { return rest_.empty(); }
-  std::string_view Next(std::size_t count) {
-    const std::string_view piece = rest_.substr(0, count);
-    rest_.remove_prefix(piece.size());
-    return piece;
-  }
-
- private:
-  std::string_view rest_;
+  std::string_view Next(std::string_view piece) const { return piece; }
+  std::string_view End() const { return {}; }
 };
 
-// The file is there even if nothing comes out of the decoder.
+// The file is there even if nothing comes out of the decoder. False if it could not be made.
 template <class Decoder>
-Task<> WriteDecoded(std::string path, Decoder decoder) {
+Task<bool> WriteDecoded(std::string path, StretchReader text, Decoder decoder) {
+  WholeFile file(path);
   std::error_code error;
-  File file = core::OpenFile(path, File::Mode::kReplace, error);
-  while (file.IsOpen() && !error && !decoder.IsDone()) {
-    file.Write(decoder.Next(kPieceBytes), error);
+  for (std::string_view piece = text.Next(error); file.IsGood() && !piece.empty();
+       piece = text.Next(error)) {
+    file.Write(decoder.Next(piece));
     co_await core::YieldToEvents();
   }
+  file.Write(decoder.End());
+  co_return !error && file.PutInPlace();
 }
 
-Task<> CopyInPieces(std::string from, std::string to) {
+// For files that are there. False if not all of it could be copied.
+Task<bool> Copy(std::string from, std::string to) {
   std::error_code error;
   File source = core::OpenFile(from, File::Mode::kRead, error);
-  if (!source.IsOpen()) co_return;
-  File target = core::OpenFile(to, File::Mode::kReplace, error);
-  std::string piece(kPieceBytes, '\0');
-  while (target.IsOpen() && !error) {
-    const std::size_t count = source.Read(piece.data(), piece.size(), error);
-    if (count == 0 || error) co_return;
-    target.Write(std::string_view(piece).substr(0, count), error);
-    co_await core::YieldToEvents();
-  }
-}
-
-Task<> AppendInPieces(std::string path, std::string_view bytes) {
-  std::error_code error;
-  File file = core::OpenFile(path, File::Mode::kAppend, error);
-  PlainBytes pieces(bytes);
-  while (file.IsOpen() && !error && !pieces.IsDone()) {
-    file.Write(pieces.Next(kPieceBytes), error);
-    co_await core::YieldToEvents();
-  }
+  if (!source.IsOpen()) co_return false;
+  Task<bool> writing = WriteDecoded(
+      std::move(to), StretchReader(source, {0, source.SizeWhenOpened()}), PlainBytes());
+  const bool written = co_await writing;
+  co_return written;
 }
 
 }  // namespace
@@ -89,86 +68,96 @@ MessageParser::MessageParser(std::string messagePath, std::string mailRoot)
       traceFile_(MailUserFolder(mailRoot) + "email.msg") {}
 
 Task<> MessageParser::Unpack() {
-  Task<bool> reading = ReadText();
-  if (!co_await reading) co_return;
-  Task<MessageStructure> finding = FindPieces();
-  const MessageStructure message = co_await finding;
+  file_ = core::OpenIfExists(messagePath_);
+  if (!file_.IsOpen()) co_return;
+  size_ = file_.SizeWhenOpened();
+  Task<bool> finding = FindPieces();
+  const bool found = co_await finding;
+  if (!found) co_return;
   core::CreateFolder(folder_);
   core::CreateFolder(accessary_);
-  Task<> writing = WriteBody(message.bodyEncoding, message.body);
+  Task<> writing = WriteBody();
   co_await writing;
-  for (const Attachment& attachment : message.attachments) {
+  for (const Attachment& attachment : structure_.attachments) {
     Task<> extracting = ExtractAttachment(attachment);
     co_await extracting;
   }
-  // Once for the text as bytes and once for the text as characters, which are the same here.
-  for (int variant = 0; variant < 2; ++variant) {
-    Task<> tracing = Trace(message.subject);
-    co_await tracing;
-  }
+  Task<> tracing = Trace();
+  co_await tracing;
 }
 
-Task<bool> MessageParser::ReadText() {
+Task<bool> MessageParser::FindPieces() {
+  MessageScanner scanner;
+  StretchReader text(file_, {0, size_});
   std::error_code error;
-  File file = core::OpenIfExists(messagePath_);
-  if (!file.IsOpen()) co_return false;
-  text_.reserve(static_cast<std::size_t>(file.Size(error)));
-  std::string piece(kPieceBytes, '\0');
-  for (std::size_t count = piece.size(); count == piece.size() && !error;) {
-    count = file.Read(piece.data(), piece.size(), error);
-    text_.append(piece, 0, count);
+  for (std::string_view piece = text.Next(error); !piece.empty(); piece = text.Next(error)) {
+    scanner.Take(piece);
     co_await core::YieldToEvents();
   }
+  structure_ = scanner.End();
   co_return !error;
 }
 
-Task<MessageStructure> MessageParser::FindPieces() {
-  MessageScanner scanner(text_);
-  while (scanner.Step(kPieceBytes)) co_await core::YieldToEvents();
-  co_return scanner.Take();
+// All that is not quoted-printable is taken for base64, plain text too.
+Task<> MessageParser::WriteBody() {
+  const bool isQuoted = IsQuotedPrintable(structure_.bodyEncoding);
+  Task<bool> writing = Write(folder_ + "Content.txt", isQuoted ? structure_.bodyEncoding : "base64",
+                             structure_.body);
+  co_await writing;
 }
 
-// All that is not quoted-printable is taken for base64, plain text too.
-Task<> MessageParser::WriteBody(std::string_view encoding, std::string_view body) {
-  const std::string path = folder_ + "Content.txt";
-  Task<> writing = IsQuotedPrintable(encoding)
-                       ? WriteDecoded(path, modQPDedode::QuotedPrintableDecoder(body))
-                       : WriteDecoded(path, Base64Decoder(body));
-  co_await writing;
+Task<bool> MessageParser::Write(std::string path, std::string encoding, Stretch text) {
+  StretchReader reader(file_, text);
+  if (EqualAscii(encoding, "base64")) {
+    return WriteDecoded(std::move(path), std::move(reader), Base64Decoder());
+  }
+  if (IsQuotedPrintable(encoding)) {
+    return WriteDecoded(std::move(path), std::move(reader), modQPDedode::QuotedPrintableDecoder());
+  }
+  return WriteDecoded(std::move(path), std::move(reader), PlainBytes());
 }
 
 Task<> MessageParser::ExtractAttachment(Attachment attachment) {
   const std::string name = HarmlessFileName(AttachmentName(attachment.name));
-  const std::string path = folder_ + name;
-  const auto extract = [&]() -> Task<> {
-    if (EqualAscii(attachment.encoding, "base64")) {
-      return WriteDecoded(path, Base64Decoder(attachment.text));
-    }
-    if (IsQuotedPrintable(attachment.encoding)) {
-      return WriteDecoded(path, modQPDedode::QuotedPrintableDecoder(attachment.text));
-    }
-    return WriteDecoded(path, PlainBytes(attachment.text));
-  };
-  Task<> extracting = extract();
-  co_await extracting;
-  Task<> copying = CopyInPieces(path, accessary_ + name);
+  Task<bool> extracting = Write(folder_ + name, attachment.encoding, attachment.text);
+  const bool extracted = co_await extracting;
+  if (!extracted) co_return;
+  Task<bool> copying = Copy(folder_ + name, accessary_ + name);
   co_await copying;
 }
 
-// The whole message as it was read, with the subject in clear.
-Task<> MessageParser::Trace(std::string_view subject) {
-  const std::string_view text = text_;
-  const auto begin = subject.empty() ? 0 : static_cast<std::size_t>(subject.data() - text.data());
-  const std::string clear = IsEncodedSubject(subject)
-                                ? core::ToSystem(DecodeEncodedSubject(subject))
-                                : std::string(subject);
-  const std::array<std::string_view, 3> pieces = {text.substr(0, begin), clear,
-                                                  text.substr(begin + subject.size())};
-  for (const std::string_view piece : pieces) {
-    Task<> appending = AppendInPieces(traceFile_, piece);
+// The whole message as it was read, with the subject in clear. Once for the text as bytes and once
+// for the text as characters, which are the same here.
+Task<> MessageParser::Trace() {
+  const std::string& subject = structure_.subject;
+  const std::string clear =
+      IsEncodedSubject(subject) ? core::ToSystem(DecodeEncodedSubject(subject)) : subject;
+  WholeAppendix trace(traceFile_);
+  for (int variant = 0; variant < 2 && trace.IsGood(); ++variant) {
+    Task<> appending = AppendText(trace, clear);
     co_await appending;
+    ModCommon::AppendTrace("", traceFile_, true);
   }
-  ModCommon::AppendTrace("", traceFile_, true);
+  trace.Keep();
+}
+
+Task<> MessageParser::AppendText(WholeAppendix& trace, std::string_view clearSubject) {
+  Task<> beginning = AppendStretch(trace, {0, structure_.subjectPlace.begin});
+  co_await beginning;
+  trace.Write(clearSubject);
+  Task<> rest = AppendStretch(trace, {structure_.subjectPlace.end, size_});
+  co_await rest;
+}
+
+Task<> MessageParser::AppendStretch(WholeAppendix& trace, Stretch stretch) {
+  StretchReader text(file_, stretch);
+  std::error_code error;
+  for (std::string_view piece = text.Next(error); trace.IsGood() && !piece.empty();
+       piece = text.Next(error)) {
+    trace.Write(piece);
+    co_await core::YieldToEvents();
+  }
+  if (error) trace.Fail(error);
 }
 
 }  // namespace ModMail

@@ -5,16 +5,21 @@
 // which are copied into the folder Accessary of the mail root as well; and a trace of the message
 // in the file email.msg of the `User` folder. The message file stays as it is.
 //
-// No step's failure stops the next one or is reported: what can be unpacked is. It takes turns with
-// other events, and needs about as much memory as the message is long.
+// No step's failure stops the next one or is reported: what can be unpacked is. Each file appears
+// under its name when it is whole, and the trace is whole or not there: where the unpacking is
+// interrupted, nothing half done stays, and it can be begun anew. It takes turns with other events,
+// and needs the same little memory for a message of any size.
 
 #include <string>
 #include <string_view>
 
 #include "core/task.h"
 #include "mail/message_structure.h"
+#include "platform/file.h"
 
 namespace ModMail {
+
+class WholeAppendix;
 
 class MessageParser {
  public:
@@ -25,17 +30,21 @@ class MessageParser {
   core::Task<> Unpack();
 
  private:
-  core::Task<bool> ReadText();
-  core::Task<MessageStructure> FindPieces();
-  core::Task<> WriteBody(std::string_view encoding, std::string_view body);
+  core::Task<bool> FindPieces();
+  core::Task<> WriteBody();
   core::Task<> ExtractAttachment(Attachment attachment);
-  core::Task<> Trace(std::string_view subject);
+  core::Task<bool> Write(std::string path, std::string encoding, Stretch text);
+  core::Task<> Trace();
+  core::Task<> AppendText(WholeAppendix& trace, std::string_view clearSubject);
+  core::Task<> AppendStretch(WholeAppendix& trace, Stretch stretch);
 
   std::string messagePath_;
   std::string folder_;
   std::string accessary_;
   std::string traceFile_;
-  std::string text_;
+  platform::File file_;
+  std::uint64_t size_ = 0;
+  MessageStructure structure_;
 };
 
 }  // namespace ModMail

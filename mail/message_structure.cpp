@@ -1,110 +1,71 @@
 #include "mail/message_structure.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "core/paths.h"
 #include "mail/ascii_case.h"
 
 namespace ModMail {
 namespace {
 
-constexpr std::size_t kLongestLine = 65536;    // longer ones are read in pieces
-constexpr std::size_t kLongestHeader = 65536;  // what a header holds behind that is not looked at
+constexpr std::size_t kLongestLine = 65536;  // longer ones are read in pieces
+constexpr std::size_t kLongestSubject = 65536;
 constexpr std::string_view kSubject = "Subject: ";
 constexpr std::string_view kEncoding = "Content-Transfer-Encoding:";
-constexpr std::string_view kContentType = "Content-Type:";
-
-std::string_view WithoutLineEnd(std::string_view line) {
-  if (line.ends_with('\n')) line.remove_suffix(1);
-  if (line.ends_with('\r')) line.remove_suffix(1);
-  return line;
-}
-
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-// The line "." with which the client ended the transfer.
-std::string_view WithoutTerminator(std::string_view text) {
-  constexpr std::string_view kTerminator = ".\r\n";
-  if (text == kTerminator || text.ends_with("\n.\r\n")) text.remove_suffix(kTerminator.size());
-  return text;
-}
-
-// The value that `text` begins with, with its quotation marks or without any.
-std::string_view ParameterValue(std::string_view text) {
-  if (text.starts_with('"')) {
-    text.remove_prefix(1);
-    const std::size_t quote = text.find('"');
-    return quote != std::string_view::npos ? text.substr(0, quote)
-                                           : text.substr(0, text.find_first_of("\r\n"));
-  }
-  return text.substr(0, text.find_first_of(" \t\r\n;"));
-}
-
-// The value of the first line of `header` that begins with `field`.
-std::string_view FieldValue(std::string_view header, std::string_view field) {
-  while (!header.empty()) {
-    const std::string_view line = header.substr(0, header.find('\n'));
-    if (StartsWithAscii(line, field)) return Trimmed(line.substr(field.size()));
-    header.remove_prefix(std::min(line.size() + 1, header.size()));
-  }
-  return {};
-}
-
-bool IsMultipart(std::string_view header) {
-  return StartsWithAscii(FieldValue(header, kContentType), "multipart/");
-}
+constexpr std::string_view kTerminator = ".\r\n";
 
 }  // namespace
 
-MessageScanner::MessageScanner(std::string_view text) : text_(WithoutTerminator(text)) {}
-
-std::string_view MessageScanner::Between(std::size_t begin, std::size_t end) const {
-  return begin < end ? text_.substr(begin, end - begin) : std::string_view();
-}
-
-bool MessageScanner::Step(std::size_t count) {
-  const std::size_t stop = position_ + std::min(count, text_.size() - position_);
-  while (position_ < stop) {
-    const std::size_t length = LineLength();
-    next_ = position_ + length;
-    const std::string_view line = text_.substr(position_, length);
-    TakeLine(line);
-    isLineStart_ = line.ends_with('\n');
-    position_ = next_;
+void MessageScanner::Take(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::string_view most = bytes.substr(0, kLongestLine - unread_.size());
+    const std::string_view piece = most.substr(0, std::min(most.find('\n'), most.size() - 1) + 1);
+    bytes.remove_prefix(piece.size());
+    const bool isWhole = piece.ends_with('\n') || unread_.size() + piece.size() == kLongestLine;
+    if (isWhole && unread_.empty()) {
+      TakeLine(piece);
+      continue;
+    }
+    unread_ += piece;
+    if (isWhole) TakeLine(std::exchange(unread_, {}));
   }
-  return position_ < text_.size();
 }
 
-std::size_t MessageScanner::LineLength() const {
-  const std::string_view piece = text_.substr(position_, kLongestLine);
-  return std::min(piece.find('\n'), piece.size() - 1) + 1;
-}
-
+// Only the end of the message shows whether a line "." was its terminator.
 void MessageScanner::TakeLine(std::string_view line) {
-  TakeBoundaries(line);
-  if (!isLineStart_) return;
-  if (TakeDelimiter(line)) return;
-  TakeHeaderField(line);
-  if (WithoutLineEnd(line).empty()) EndHeader();
+  if (std::exchange(hasTerminator_, isLineStart_ && line == kTerminator)) ReadLine(kTerminator);
+  if (!hasTerminator_) ReadLine(line);
+}
+
+void MessageScanner::ReadLine(std::string_view line) {
+  const LinePlace place = {position_, position_ + line.size(), position_ - lineEnd_};
+  // A CR LF may be cut between two pieces.
+  const bool isCut = line == "\n" && endsInReturn_;
+  lineEnd_ = line.size() - WithoutLineEnd(line).size() + (isCut ? 1 : 0);
+  endsInReturn_ = line.ends_with('\r');
+  ReadBoundaries(line);
+  if (isLineStart_) ReadLineStart(line, place);
+  isLineStart_ = line.ends_with('\n');
+  position_ = place.next;
+}
+
+void MessageScanner::ReadLineStart(std::string_view line, const LinePlace& place) {
+  if (ReadDelimiter(line, place)) return;
+  ReadHeaderField(line, place);
+  if (region_ == Region::kPartHeader) header_.Add(line);
+  if (region_ == Region::kPartText) nested_.TakeLine(line, place);
+  if (WithoutLineEnd(line).empty()) EndHeader(place);
 }
 
 // Looked for outside of headers too: what comes first in the message counts.
-void MessageScanner::TakeHeaderField(std::string_view line) {
-  const bool folded = line.starts_with(' ') || line.starts_with('\t');
-  if (inSubject_ && folded) {
-    found_.subject = WithoutLineEnd(Between(*subject_, next_));
-    return;
-  }
+void MessageScanner::ReadHeaderField(std::string_view line, const LinePlace& place) {
+  const bool isFolded = line.starts_with(' ') || line.starts_with('\t');
+  if (inSubject_ && isFolded) return ReadSubject(line, place);
   inSubject_ = false;
-  if (!subject_ && StartsWithAscii(line, kSubject)) {
-    subject_ = position_ + kSubject.size();
-    found_.subject = WithoutLineEnd(Between(*subject_, next_));
-    inSubject_ = true;
+  if (!hasSubject_ && StartsWithAscii(line, kSubject)) {
+    hasSubject_ = true;
+    found_.subjectPlace.begin = place.begin + kSubject.size();
+    ReadSubject(line.substr(kSubject.size()), place);
   }
   if (!hasEncoding_ && StartsWithAscii(line, kEncoding)) {
     found_.bodyEncoding = Trimmed(line.substr(kEncoding.size()));
@@ -112,7 +73,15 @@ void MessageScanner::TakeHeaderField(std::string_view line) {
   }
 }
 
-void MessageScanner::TakeBoundaries(std::string_view line) {
+// One that is too long ends with the last line that fits.
+void MessageScanner::ReadSubject(std::string_view piece, const LinePlace& place) {
+  inSubject_ = place.next - found_.subjectPlace.begin <= kLongestSubject;
+  if (!inSubject_) return;
+  found_.subject += piece;
+  found_.subjectPlace.end = std::max(place.next - lineEnd_, found_.subjectPlace.begin);
+}
+
+void MessageScanner::ReadBoundaries(std::string_view line) {
   constexpr std::string_view kBoundary = "boundary=";
   // Most lines are base64 and have no such sign.
   while (boundaryCount_ < kMostBoundaries && line.find('=') != std::string_view::npos) {
@@ -125,64 +94,64 @@ void MessageScanner::TakeBoundaries(std::string_view line) {
   }
 }
 
-bool MessageScanner::TakeDelimiter(std::string_view line) {
+bool MessageScanner::ReadDelimiter(std::string_view line, const LinePlace& place) {
   if (!line.starts_with("--")) return false;
   for (std::size_t i = 0; i < boundaryCount_; ++i) {
-    if (!line.substr(2).starts_with(boundaries_[i])) continue;
-    const std::string_view rest = Trimmed(line.substr(2 + boundaries_[i].size()));
-    const bool closing = rest == "--";
-    if (!closing && !rest.empty()) continue;
-    EndPart(position_);
+    const Delimiter delimiter = DelimiterOf(line, boundaries_[i]);
+    if (delimiter == Delimiter::kNone) continue;
+    EndPart(place.endInFront);
     hasParts_ = true;
-    closing ? void(region_ = Region::kBetween) : BeginPart();
+    header_.Clear();
+    region_ = delimiter == Delimiter::kClosing ? Region::kBetween : Region::kPartHeader;
     return true;
   }
   return false;
 }
 
-void MessageScanner::EndHeader() {
+void MessageScanner::EndHeader(const LinePlace& place) {
   if (region_ == Region::kMessageHeader) {
     region_ = Region::kBetween;
-    textBegin_ = next_;
+    textBegin_ = place.next;
   } else if (region_ == Region::kPartHeader) {
     region_ = Region::kPartText;
-    textBegin_ = next_;
-    partHeader_ = Between(headerBegin_, position_).substr(0, kLongestHeader);
+    textBegin_ = place.next;
+    if (header_.IsMultipart()) nested_.Enter(header_.Boundary());
   }
-}
-
-void MessageScanner::BeginPart() {
-  region_ = Region::kPartHeader;
-  headerBegin_ = next_;
 }
 
 // A part that has no empty line is a header alone, and its text is empty.
-void MessageScanner::EndPart(std::size_t end) {
-  constexpr std::string_view kFileName = "filename=";
+void MessageScanner::EndPart(std::uint64_t end) {
   if (region_ != Region::kPartText) return;
-  const std::string_view text = WithoutLineEnd(Between(textBegin_, end));
-  const std::size_t name = FindAscii(partHeader_, kFileName);
-  if (name != std::string_view::npos) {
+  nested_.Leave(end);
+  const Stretch text = {textBegin_, std::max(textBegin_, end)};
+  if (header_.IsAttachment()) {
     if (found_.attachments.size() == kMostAttachments) return;
-    found_.attachments.push_back({ParameterValue(partHeader_.substr(name + kFileName.size())),
-                                  FieldValue(partHeader_, kEncoding), text});
-  } else if (!hasBody_ && !IsMultipart(partHeader_)) {
+    found_.attachments.push_back(
+        {std::string(header_.FileName()), std::string(header_.Encoding()), text});
+  } else if (!hasBody_ && !header_.IsMultipart()) {
     found_.body = text;
     hasBody_ = true;
+    isBodyText_ = header_.IsText();
   }
 }
 
-MessageStructure MessageScanner::Take() {
-  EndPart(text_.size());
-  if (!hasParts_) found_.body = text_.substr(textBegin_);
+void MessageScanner::ChooseBody() {
+  if (!hasParts_) found_.body = {textBegin_, position_};
+  if (nested_.Found() && !(hasBody_ && isBodyText_)) found_.body = *nested_.Found();
+}
+
+MessageStructure MessageScanner::End() {
+  if (!unread_.empty()) TakeLine(std::exchange(unread_, {}));
+  EndPart(position_ - lineEnd_);
+  ChooseBody();
+  found_.subject.resize(static_cast<std::size_t>(found_.subjectPlace.Size()));
   return std::move(found_);
 }
 
 MessageStructure ReadStructure(std::string_view text) {
-  MessageScanner scanner(text);
-  while (scanner.Step(text.size())) {
-  }
-  return scanner.Take();
+  MessageScanner scanner;
+  scanner.Take(text);
+  return scanner.End();
 }
 
 }  // namespace ModMail

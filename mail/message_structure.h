@@ -10,81 +10,91 @@
 //   attachment; the first ten count.
 // - The body is the first part that is neither an attachment nor a multipart itself; without parts,
 //   all that follows the message's header, or the whole message if it has no empty line.
+// - Where there is no such part, or it says that it is no text, the body is the first text in a
+//   multipart whose own boundary does not count (mail/nested_text.h), if there is one.
 // - The first "Content-Transfer-Encoding:" line of the whole message rules the body, whosever part
 //   it stands in; an attachment has its own.
 // - The line "." that ended the transfer is no part of anything.
 //
-// Any bytes are accepted. The views are into the text given.
+// Any bytes are accepted. The time is linear in their number, and the memory bounded: lines,
+// headers and the subject count up to 64 KiB each.
 
 #include <array>
 #include <cstddef>
-#include <optional>
+#include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
+
+#include "mail/nested_text.h"
+#include "mail/part_header.h"
+#include "mail/stretch.h"
 
 namespace ModMail {
 
 struct Attachment {
-  std::string_view name;      // as it stands in the header, without quotation marks
-  std::string_view encoding;  // empty if the part names none
-  std::string_view text;
+  std::string name;      // as it stands in the header, without quotation marks
+  std::string encoding;  // empty if the part names none
+  Stretch text;
 };
 
 struct MessageStructure {
-  /// The value of the first "Subject: ", folded lines included.
-  std::string_view subject;
+  /// The value of the first "Subject: ", folded lines included, and where it stands.
+  std::string subject;
+  Stretch subjectPlace;
   /// Empty if the message names none.
-  std::string_view bodyEncoding;
-  std::string_view body;
+  std::string bodyEncoding;
+  Stretch body;
   std::vector<Attachment> attachments;
 };
 
-/// Reads a message step by step, so that a large one can be read in turns with other work.
+/// Reads a message piece by piece. Where it is cut makes no difference.
 class MessageScanner {
  public:
   static constexpr std::size_t kMostBoundaries = 2;
   static constexpr std::size_t kMostAttachments = 10;
 
-  /// `text` must outlive what is found in it.
-  explicit MessageScanner(std::string_view text);
+  /// The next bytes of the message.
+  void Take(std::string_view bytes);
 
-  /// Reads on for about `count` bytes. False once the whole text has been read.
-  bool Step(std::size_t count);
-
-  /// What was found, once the whole text has been read.
-  MessageStructure Take();
+  /// What was found, once the message was given whole.
+  MessageStructure End();
 
  private:
   enum class Region { kMessageHeader, kBetween, kPartHeader, kPartText };
 
-  std::size_t LineLength() const;
   void TakeLine(std::string_view line);
-  void TakeHeaderField(std::string_view line);
-  void TakeBoundaries(std::string_view line);
-  bool TakeDelimiter(std::string_view line);
-  void EndHeader();
-  void BeginPart();
-  void EndPart(std::size_t end);
-  std::string_view Between(std::size_t begin, std::size_t end) const;
+  void ReadLine(std::string_view line);
+  void ReadLineStart(std::string_view line, const LinePlace& place);
+  void ReadHeaderField(std::string_view line, const LinePlace& place);
+  void ReadSubject(std::string_view piece, const LinePlace& place);
+  void ReadBoundaries(std::string_view line);
+  bool ReadDelimiter(std::string_view line, const LinePlace& place);
+  void EndHeader(const LinePlace& place);
+  void EndPart(std::uint64_t end);
+  void ChooseBody();
 
-  std::string_view text_;
-  std::size_t position_ = 0;  // of the line being read
-  std::size_t next_ = 0;      // behind it
-  bool isLineStart_ = true;   // a very long line is read in pieces
+  std::string unread_;          // the beginning of a line whose end has not come
+  bool hasTerminator_ = false;  // the last line may be the one that ended the transfer
+  bool isLineStart_ = true;     // a very long line is read in pieces
+  bool endsInReturn_ = false;   // such a piece
+  std::uint64_t position_ = 0;
+  std::size_t lineEnd_ = 0;  // bytes of the line end in front of the position
 
   MessageStructure found_;
-  std::array<std::string_view, kMostBoundaries> boundaries_;
+  std::array<std::string, kMostBoundaries> boundaries_;
   std::size_t boundaryCount_ = 0;
-  std::optional<std::size_t> subject_;  // where it begins
+  bool hasSubject_ = false;
   bool inSubject_ = false;
   bool hasEncoding_ = false;
   bool hasParts_ = false;
   bool hasBody_ = false;
+  bool isBodyText_ = false;
 
   Region region_ = Region::kMessageHeader;
-  std::size_t headerBegin_ = 0;
-  std::size_t textBegin_ = 0;
-  std::string_view partHeader_;
+  PartHeader header_;
+  std::uint64_t textBegin_ = 0;
+  NestedText nested_;
 };
 
 /// All of it at once.

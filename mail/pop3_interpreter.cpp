@@ -6,6 +6,7 @@
 
 #include "core/code_page.h"
 #include "core/conversions.h"
+#include "core/printable_text.h"
 #include "mail/command_word.h"
 #include "mail/pop3_replies.h"
 
@@ -54,7 +55,7 @@ Command CommandOf(std::string_view text) {
 }
 
 MailFault NoMessageNumber(std::string_view argument) {
-  return MailFault("no message number: " + std::string(argument.substr(0, 80)));
+  return MailFault("no message number: " + core::Printable(argument, 80));
 }
 
 // 0 for a command without one.
@@ -71,7 +72,7 @@ int MessageNumber(std::string_view text) {
 std::string Line(std::string_view reply) { return std::string(reply) + "\r\n"; }
 
 Pop3Outcome Pop3Interpreter::Interpret(std::string_view arrival) {
-  const std::string text = core::FromSystem(arrival);
+  const std::string text = CommandText(arrival);
   switch (CommandOf(text)) {
     case Command::kAccepted:
       return {Line(pop3::kOk)};

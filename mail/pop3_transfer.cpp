@@ -1,6 +1,7 @@
 // Sending what a POP3 command is answered with, a stored message piece by piece.
 
 #include <algorithm>
+#include <utility>
 
 #include "mail/mail_server.h"
 #include "mail/pop3_replies.h"
@@ -39,10 +40,9 @@ Task<> MailServer::SendOutcome(Client client, Pop3Outcome outcome) {
     }
     text += piece;
     if (outcome.message->size > 0) {
-      client->SendData(text);
+      client->SendData(std::exchange(text, {}));
       Task<> sending = SendRest(client, std::move(*outcome.message));
       co_await sending;
-      text.clear();
     }
     text += '\0';
   }

@@ -16,27 +16,35 @@ std::optional<std::uint8_t> Hex(char c) {
   return std::nullopt;
 }
 
+// Whether `rest`, which begins with "=", ends before it is clear what that means.
+bool IsCut(std::string_view rest) { return rest.size() < kEscapeLength && rest != "=\n"; }
+
 }  // namespace
 
-std::string QuotedPrintableDecoder::Next(std::size_t count) {
-  const std::size_t left = rest_.size() - std::min(count, rest_.size());
+std::string QuotedPrintableDecoder::Next(std::string_view piece) {
+  const std::string joined = cut_.empty() ? std::string() : cut_ + std::string(piece);
+  std::string_view rest = cut_.empty() ? piece : joined;
+  cut_.clear();
   std::string decoded;
-  while (rest_.size() > left) {
-    const std::size_t plain = std::min(rest_.find('='), rest_.size() - left);
-    decoded += rest_.substr(0, plain);
-    rest_.remove_prefix(plain);
-    if (rest_.size() > left) TakeEscape(decoded);
+  while (!rest.empty()) {
+    const std::size_t plain = std::min(rest.find('='), rest.size());
+    decoded += rest.substr(0, plain);
+    rest.remove_prefix(plain);
+    if (rest.empty()) break;
+    if (IsCut(rest)) {
+      cut_ = rest;
+      break;
+    }
+    TakeEscape(rest, decoded);
   }
   return decoded;
 }
 
-void QuotedPrintableDecoder::TakeEscape(std::string& decoded) {
-  const std::string_view escape = rest_.substr(0, kEscapeLength);
-  if (escape.starts_with("=\n")) return rest_.remove_prefix(2);
-  rest_.remove_prefix(escape.size());
-  if (escape.size() < kEscapeLength) return;
-  const std::optional<std::uint8_t> high = Hex(escape[1]);
-  const std::optional<std::uint8_t> low = Hex(escape[2]);
+void QuotedPrintableDecoder::TakeEscape(std::string_view& rest, std::string& decoded) {
+  if (rest.starts_with("=\n")) return rest.remove_prefix(2);
+  const std::optional<std::uint8_t> high = Hex(rest[1]);
+  const std::optional<std::uint8_t> low = Hex(rest[2]);
+  rest.remove_prefix(kEscapeLength);
   if (high && low) TakeValue(static_cast<std::uint8_t>(*high * 16 + *low), decoded);
 }
 
@@ -60,7 +68,7 @@ const std::string& QuotedPrintableDecoder::Character(std::uint8_t lead, std::uin
 }
 
 std::string DecodeQuotedPrintable(std::string_view encoded) {
-  return QuotedPrintableDecoder(encoded).Next(encoded.size());
+  return QuotedPrintableDecoder().Next(encoded);
 }
 
 }  // namespace modQPDedode

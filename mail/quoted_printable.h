@@ -18,23 +18,22 @@
 
 namespace modQPDedode {
 
-/// Decodes a text piece by piece, so that a large one can be taken in turns with other work.
+/// Decodes a text piece by piece, so that a large one takes no more memory than a piece and leaves
+/// others their turn. Where the text is cut makes no difference.
 class QuotedPrintableDecoder {
  public:
-  /// `encoded` must outlive the decoder.
-  explicit QuotedPrintableDecoder(std::string_view encoded) : rest_(encoded) {}
+  /// What the next `piece` of the text completes, in the system code page.
+  std::string Next(std::string_view piece);
 
-  bool IsDone() const { return rest_.empty(); }
-
-  /// What about the next `count` bytes of the text decode to, in the system code page.
-  std::string Next(std::size_t count);
+  /// What the text ends with, once it was given whole: nothing, for half an escape is lost.
+  std::string End() { return {}; }
 
  private:
-  void TakeEscape(std::string& decoded);
+  void TakeEscape(std::string_view& rest, std::string& decoded);
   void TakeValue(std::uint8_t value, std::string& decoded);
   const std::string& Character(std::uint8_t lead, std::uint8_t trail);
 
-  std::string_view rest_;
+  std::string cut_;  // the beginning of an escape that goes on in the next piece
   std::optional<std::uint8_t> lead_;
   std::unordered_map<std::uint16_t, std::string> characters_;  // asking the system is slow
 };

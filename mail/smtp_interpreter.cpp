@@ -4,7 +4,7 @@
 #include <array>
 #include <utility>
 
-#include "core/code_page.h"
+#include "core/paths.h"
 #include "mail/command_word.h"
 #include "mail/smtp_replies.h"
 
@@ -40,15 +40,16 @@ Command CommandOf(std::string_view text) {
 }
 
 // Looked for in one chunk only: an end that two arrivals share is not seen, and a chunk that ends
-// in a line ending with a full stop is one.
-bool EndsMessage(std::string_view text) { return core::TrimBlanks(text).ends_with(".\r\n"); }
+// in a line ending with a full stop is one. These bytes are no half of a character in any code
+// page.
+bool EndsMessage(std::string_view chunk) { return core::TrimBlanks(chunk).ends_with(".\r\n"); }
 
 }  // namespace
 
 SmtpOutcome SmtpInterpreter::Interpret(std::string arrival) {
   MailSessionState& state = store_.State();
   state.lastChunk = std::move(arrival);
-  const std::string text = core::FromSystem(state.lastChunk);
+  const std::string text = CommandText(state.lastChunk);
   switch (CommandOf(text)) {
     case Command::kAccepted:
       return {smtp::kOk};
@@ -68,7 +69,7 @@ SmtpOutcome SmtpInterpreter::Interpret(std::string arrival) {
     case Command::kQuit:
       return Quit();
     case Command::kChunk:
-      return {TakeChunk(text)};
+      return {TakeChunk()};
   }
   return {};
 }
@@ -84,7 +85,7 @@ std::optional<std::string_view> SmtpInterpreter::StoreRecipient() {
   throw MailFault("no free entry for the recipient " + state.currentUser);
 }
 
-std::optional<std::string_view> SmtpInterpreter::TakeChunk(std::string_view text) {
+std::optional<std::string_view> SmtpInterpreter::TakeChunk() {
   MailSessionState& state = store_.State();
   if (state.transferStage == TransferStage::kComplete) return smtp::kNothing;
   if (state.transferStage == TransferStage::kWaiting) {
@@ -94,7 +95,7 @@ std::optional<std::string_view> SmtpInterpreter::TakeChunk(std::string_view text
     state.transferStage = TransferStage::kReceiving;
   }
   // A failure makes no difference to the client: only the end of a message is ever answered.
-  const bool isLast = EndsMessage(text);
+  const bool isLast = EndsMessage(state.lastChunk);
   store_.AppendToMailboxes(state.messageCount + 1, state.lastChunk, isLast);
   if (!isLast) return std::nullopt;
   store_.FlushMailboxes();

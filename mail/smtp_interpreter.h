@@ -20,8 +20,8 @@ struct SmtpOutcome {
   std::optional<std::string_view> reply;
   /// A QUIT: belongs into the mail log before the reply is sent.
   bool quit = false;
-  /// Path texts of messages to be unpacked once the reply is sent; there may be no such file.
-  std::vector<std::string> messages = {};
+  /// To be unpacked once the reply is sent.
+  std::vector<ReceivedMessage> messages = {};
 };
 
 class SmtpInterpreter {
@@ -34,7 +34,7 @@ class SmtpInterpreter {
 
  private:
   std::optional<std::string_view> StoreRecipient();
-  std::optional<std::string_view> TakeChunk(std::string_view text);
+  std::optional<std::string_view> TakeChunk();
   SmtpOutcome Quit();
 
   MailboxStore& store_;

@@ -1,33 +1,63 @@
 #include "mail/unpack_queue.h"
 
 #include <algorithm>
+#include <functional>
+#include <set>
 #include <utility>
 
 #include "mail/message_parser.h"
+#include "mail/unpack_list.h"
 
 namespace ModMail {
 
 UnpackQueue::UnpackQueue(const core::ServiceEnvironment& environment)
     : program_(environment.program), loop_(environment.loop) {}
 
-void UnpackQueue::Add(const std::vector<std::string>& messages, const std::string& mailRoot) {
-  for (const std::string& message : messages) {
-    const Job job = {message, mailRoot};
-    if (std::find(waiting_.begin(), waiting_.end(), job) == waiting_.end()) {
-      waiting_.push_back(job);
-    }
+void UnpackQueue::Start() {
+  for (const ReceivedMessage& message : TakeUnpackList(program_)) Enter(message);
+  Begin();
+}
+
+void UnpackQueue::Stop() {
+  if (const auto scope = std::exchange(scope_, nullptr)) scope->End();
+  // A list that is there from before, while nothing waits, is the next start's.
+  if (!waiting_.empty() && SaveUnpackList(program_, waiting_)) waiting_.clear();
+}
+
+void UnpackQueue::Add(const std::vector<ReceivedMessage>& messages) {
+  for (const ReceivedMessage& message : messages) Enter(message);
+  Begin();
+}
+
+void UnpackQueue::Enter(const ReceivedMessage& message) {
+  const auto times = std::count(waiting_.begin(), waiting_.end(), message);
+  if (static_cast<std::size_t>(times) >= kMostOfOne) return;
+  if (waiting_.size() < kMostWaiting || (times == 0 && MakeRoom())) {
+    waiting_.push_back(message);
+  } else if (times == 0) {
+    program_.errors.LogError(PathOf(message) + ": too many messages wait to be unpacked");
   }
+}
+
+// The last one that waits a second time goes.
+bool UnpackQueue::MakeRoom() {
+  std::set<std::reference_wrapper<const ReceivedMessage>, std::less<ReceivedMessage>> seen;
+  auto repeated = waiting_.end();
+  for (auto message = waiting_.begin(); message != waiting_.end(); ++message) {
+    if (!seen.insert(*message).second) repeated = message;
+  }
+  if (repeated == waiting_.end()) return false;
+  waiting_.erase(repeated);
+  return true;
+}
+
+void UnpackQueue::Begin() {
   if (busy_ || waiting_.empty()) return;
   if (!scope_) {
     scope_ = std::make_shared<core::HandlerScope>(
         loop_, [this](const std::string& error) { program_.errors.LogError(error); });
   }
   scope_->Start(Work());
-}
-
-void UnpackQueue::Stop() {
-  waiting_.clear();
-  if (const auto scope = std::exchange(scope_, nullptr)) scope->End();
 }
 
 core::Task<> UnpackQueue::Work() {
@@ -40,23 +70,24 @@ core::Task<> UnpackQueue::Work() {
   // First whoever is waiting for the reply that was sent just now.
   co_await core::YieldToEvents();
   while (!waiting_.empty()) {
-    Job job = std::move(waiting_.front());
-    waiting_.pop_front();
-    core::Task<> unpacking = Unpack(std::move(job));
+    core::Task<> unpacking = Unpack(waiting_.front());
     co_await unpacking;
   }
 }
 
-core::Task<> UnpackQueue::Unpack(Job job) {
+// It waits until it has begun, and again if it is interrupted.
+core::Task<> UnpackQueue::Unpack(ReceivedMessage message) {
+  waiting_.pop_front();
   try {
-    MessageParser parser(job.message, job.mailRoot);
+    MessageParser parser(PathOf(message), message.mailRoot);
     core::Task<> unpacking = parser.Unpack();
     co_await unpacking;
   } catch (const core::HandlerEnded&) {
+    waiting_.push_front(message);
     throw;
   } catch (const std::exception& error) {
-    // One message that does not fit the memory must not keep the others waiting.
-    program_.errors.LogError(job.message + ": " + error.what());
+    // One message's fault must not keep the others waiting.
+    program_.errors.LogError(PathOf(message) + ": " + error.what());
   }
 }
 

@@ -45,6 +45,9 @@ class File {
   /// Moves the current position of a file opened for reading forward.
   void Skip(std::uint64_t bytes, std::error_code& error);
 
+  /// Makes `position`, counted from the first byte, the current one of a file opened for reading.
+  void Seek(std::uint64_t position, std::error_code& error);
+
   /// Reads up to `size` bytes from the current position; fewer only at the end of the file.
   std::size_t Read(char* buffer, std::size_t size, std::error_code& error);
 

@@ -107,6 +107,12 @@ void File::Skip(std::uint64_t bytes, std::error_code& error) {
     error = LastError();
 }
 
+void File::Seek(std::uint64_t position, std::error_code& error) {
+  error.clear();
+  if (lseek(static_cast<int>(handle_), static_cast<off_t>(position), SEEK_SET) < 0)
+    error = LastError();
+}
+
 std::size_t File::Read(char* buffer, std::size_t size, std::error_code& error) {
   error.clear();
   std::size_t done = 0;

@@ -74,6 +74,13 @@ void File::Skip(std::uint64_t bytes, std::error_code& error) {
   if (SetFilePointerEx(Native(handle_), distance, nullptr, FILE_CURRENT) == 0) error = LastError();
 }
 
+void File::Seek(std::uint64_t position, std::error_code& error) {
+  LARGE_INTEGER distance = {};
+  distance.QuadPart = static_cast<LONGLONG>(position);
+  error.clear();
+  if (SetFilePointerEx(Native(handle_), distance, nullptr, FILE_BEGIN) == 0) error = LastError();
+}
+
 std::size_t File::Read(char* buffer, std::size_t size, std::error_code& error) {
   error.clear();
   std::size_t done = 0;

@@ -2,6 +2,7 @@
 
 // What a fuzzer is given, and the way it says that an answer is wrong.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -22,10 +23,12 @@ inline void Require(bool condition) {
 template <class Decoder>
 std::string InPieces(std::string_view text) {
   const std::size_t size = text.empty() ? 1 : static_cast<unsigned char>(text[0]) % 16 + 1U;
-  Decoder decoder(text);
+  Decoder decoder;
   std::string pieces;
-  while (!decoder.IsDone()) pieces += decoder.Next(size);
-  return pieces;
+  for (; !text.empty(); text.remove_prefix(std::min(size, text.size()))) {
+    pieces += decoder.Next(text.substr(0, size));
+  }
+  return pieces + decoder.End();
 }
 
 }  // namespace fuzz

@@ -14,6 +14,14 @@ using ModMail::DecodeEncodedSubject;
 using modQPDedode::DecodeQuotedPrintable;
 using modQPDedode::QuotedPrintableDecoder;
 
+template <class Decoder>
+std::string InPieces(std::string_view text, std::size_t size) {
+  Decoder decoder;
+  std::string decoded;
+  for (std::size_t i = 0; i < text.size(); i += size) decoded += decoder.Next(text.substr(i, size));
+  return decoded + decoder.End();
+}
+
 struct Case {
   std::string encoded;
   std::string decoded;
@@ -49,11 +57,7 @@ TEST(Base64, DecodesLinesOfAnyLengthAndPiecesOfAnySizeAlike) {
     std::string expected;
     for (std::size_t i = 0; i < 600 / group.size(); ++i) expected += "Tarnwerk ";
     ASSERT_EQ(DecodeBase64(encoded), expected) << lineLength;
-
-    Base64Decoder decoder(encoded);
-    std::string pieces;
-    while (!decoder.IsDone()) pieces += decoder.Next(lineLength);
-    ASSERT_EQ(pieces, expected) << lineLength;
+    ASSERT_EQ(InPieces<Base64Decoder>(encoded, lineLength), expected) << lineLength;
   }
 }
 
@@ -90,10 +94,7 @@ TEST(QuotedPrintable, DecodesAsItsReadersKnowIt) {
 TEST(QuotedPrintable, GivesTheSameInPieces) {
   const std::string text = "a=C4=E3=\nb=BA=C3=3D=\r\n=7F=C4=E3c=4";
   for (std::size_t size = 1; size < text.size(); ++size) {
-    QuotedPrintableDecoder decoder(text);
-    std::string pieces;
-    while (!decoder.IsDone()) pieces += decoder.Next(size);
-    EXPECT_EQ(pieces, DecodeQuotedPrintable(text)) << size;
+    EXPECT_EQ(InPieces<QuotedPrintableDecoder>(text, size), DecodeQuotedPrintable(text)) << size;
   }
 }
 
@@ -117,6 +118,14 @@ TEST(EncodedSubject, DecodesWordsOfGb2312) {
   for (const Case& one : cases) {
     EXPECT_EQ(DecodeEncodedSubject(one.encoded), one.decoded) << one.encoded;
   }
+}
+
+// By the square of their number this would take far longer than a test may.
+TEST(EncodedSubject, DecodesManyWordsWithoutAnEnd) {
+  constexpr std::size_t kMany = 1000000;
+  std::string words;
+  for (std::size_t i = 0; i < kMany; ++i) words += "=?gb2312?B?YQ== ";
+  EXPECT_TRUE(DecodeEncodedSubject(words) == std::string(kMany, 'a') + " ");
 }
 
 }  // namespace

@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
-"""Messages that were acknowledged are there after the program was killed.
+"""Messages that were acknowledged are there after the program was killed, and unpacked after it ended.
 
     mail_durability_test.py PROGRAM [MESSAGES]
 
 Senders deliver numbered messages one after another while the program is killed and started again
 and again, each time at another moment. Every message that got its "250 OK,message saved" must be in
 the mailbox afterwards, byte for byte. 300 messages unless said otherwise.
+
+Then the program is asked to end in the middle of unpacking a large message, and started again.
 """
 
 import os
@@ -14,8 +16,8 @@ import sys
 import threading
 import time
 
-from running_server import Server  # which finds the others, too
-from conversation import Conversation
+from running_server import Server, wait_until  # which finds the others, too
+from conversation import PATIENCE, Conversation
 
 MOST_IN_A_BOX = 40
 
@@ -78,6 +80,46 @@ def stored(server):
     return content
 
 
+def what_is_wrong_after_an_end(program):
+    """Asks the program to end while it unpacks; what is not as without that, or None."""
+    server = Server(program, {"box": "x"})
+    large = b"A: boundary=b\r\n\r\n--b\r\nA: filename=a\r\n\r\n" + b"x" * (48 << 20) + b"\r\n--b--\r\n"
+    small = b"A: b\r\n\r\nYQ==\r\n"
+    marker = b"\r\n@@@@@@@@@@ CPRCreate @@@@@@@@@@\r\n"
+    unfinished = server.path / "mailroot/User/box/Message_1/unpack.tmp"
+    trace = server.path / "mailroot/User/email.msg"
+    try:
+        server.write(server.message("box", 1), large)
+        server.serve()
+        smtp = Conversation(server.smtp_port)
+        smtp.ask("RCPT TO:<box@x>")
+        smtp.ask("QUIT")  # the number is one more than the messages counted last: 1
+        smtp.ask("RCPT TO:<box@x>")
+        smtp.ask("DATA")
+        smtp.ask(small + b".\r\n")
+        smtp.ask("QUIT")
+        wait_until(unfinished.exists, "the attachment to be begun")
+        process = server.processes[-1]
+        process.terminate()
+        if process.wait(PATIENCE) != 0:
+            return "the program did not end well"
+        left = [name for name in ("unpack.tmp", "a") if unfinished.with_name(name).exists()]
+        if left or (trace.exists() and trace.read_bytes()):
+            return f"half a message was left: {left}"
+        if server.read("unpack.lst").count("\tbox\t") != 2:
+            return "what was left to do was not kept"
+        server.serve()
+        expected = (large + marker) * 2 + (small + b".\r\n" + marker) * 2
+        wait_until(lambda: trace.exists() and trace.stat().st_size >= len(expected), "the trace")
+        if trace.read_bytes() != expected:
+            return "the trace is not as without an end"
+        if server.read_bytes("mailroot/Accessary/a") != b"x" * (48 << 20):
+            return "the attachment is not whole"
+        return "the list is still there" if (server.path / "unpack.lst").exists() else None
+    finally:
+        server.close()
+
+
 def main():
     program = sys.argv[1]
     wanted = int(sys.argv[2]) if len(sys.argv) > 2 else 300
@@ -110,7 +152,10 @@ def main():
         kills = killer.kills
         server.close()
     print(f"{acknowledged} acknowledged messages, {kills} kills, {len(missing)} missing")
-    return 1 if missing or kills == 0 else 0
+    fault = what_is_wrong_after_an_end(program)
+    if fault:
+        print(fault)
+    return 1 if missing or kills == 0 or fault else 0
 
 
 if __name__ == "__main__":

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "core/printable_text.h"
 #include "tests/mail/mail_fixture.h"
 
 namespace {
@@ -128,6 +129,43 @@ TEST_F(MailServerUnderAttack, OutlivesClientsThatReadNothing) {
   ExpectHealthy();
   StopServer();
   EXPECT_TRUE(clients.back()->IsConnected());
+}
+
+// A listing of nearly a megabyte for each command, of which nobody reads a byte.
+TEST_F(MailServerUnderAttack, MakesNoMoreRepliesThanAClientReads) {
+  constexpr int kCommands = 80;
+  for (int i = 0; i < 4000; ++i) {
+    Put(Box("bob") + std::string(200, 'x') + std::to_string(i) + ".eml", "");
+  }
+  MailClient client(pop3Port_);
+  client.Ask("USER bob");
+  core::Traffic traffic;
+  for (int i = 0; i < kCommands; ++i) {
+    const std::uint64_t before = traffic.received;
+    client.Send("UIDL\r\n");
+    // Each an arrival of its own for as long as they are read at all.
+    for (int turn = 0; turn < 100 && traffic.received == before; ++turn) {
+      OnLoop([&] { traffic = TheServer().TotalTraffic(); });
+    }
+  }
+  EXPECT_LT(traffic.sent, 15U << 20) << "what the system buffers, and one reply";
+  ExpectHealthy();
+}
+
+TEST_F(MailServerUnderAttack, ShowsWhatClientsSendOnOneShortLine) {
+  MailClient client(pop3Port_);
+  std::string shown;
+  for (const std::string& tail :
+       {std::string("\x1B[2J\u2028x"), std::string(9000, 'x'), std::string(117, 'x') + "你好"}) {
+    client.Ask("NOOP " + tail);
+    OnLoop([&] { shown = TheServer().Connections().at(0).activity.what; });
+    EXPECT_THAT(shown, testing::StartsWith("NOOP ")) << tail.size();
+    EXPECT_LE(shown.size(), 120U);
+    EXPECT_EQ(shown, core::Printable(shown));
+    client.Ask("AUTH PLAIN " + tail);
+    OnLoop([&] { shown = TheServer().Connections().at(0).activity.what; });
+    EXPECT_THAT(shown, testing::Not(testing::HasSubstr("PLAIN")));
+  }
 }
 
 TEST_F(MailServerUnderAttack, TheTwentiethClientTakesTheFirstOnesSlot) {

@@ -9,6 +9,11 @@ namespace {
 using ModMail::MessageScanner;
 using ModMail::MessageStructure;
 using ModMail::ReadStructure;
+using ModMail::Stretch;
+
+std::string At(const Stretch& place, const std::string& text) {
+  return text.substr(place.begin, place.Size());
+}
 
 std::string WithLineFeedsAlone(std::string text) {
   std::erase(text, '\r');
@@ -43,25 +48,88 @@ TEST(MessageStructure, ReadsNestedPartsWithEitherLineEnd) {
     const std::string end = text == feeds ? "\n" : "\r\n";
     const MessageStructure message = ReadStructure(text);
     EXPECT_EQ(message.subject, "Two" + end + " parts");
+    EXPECT_EQ(At(message.subjectPlace, text), message.subject);
     EXPECT_EQ(message.bodyEncoding, "quoted-printable");
-    EXPECT_EQ(message.body, "the body" + end + "--inner is no delimiter" + end);
+    EXPECT_EQ(At(message.body, text), "the body" + end + "--inner is no delimiter" + end);
     ASSERT_EQ(message.attachments.size(), 2U);
     EXPECT_EQ(message.attachments[0].name, "a b.txt");
     EXPECT_EQ(message.attachments[0].encoding, "BASE64");
-    EXPECT_EQ(message.attachments[0].text, "YQ==");
+    EXPECT_EQ(At(message.attachments[0].text, text), "YQ==");
     EXPECT_EQ(message.attachments[1].name, "c.txt");
     EXPECT_EQ(message.attachments[1].encoding, "");
-    EXPECT_EQ(message.attachments[1].text, end + "plain" + end);
+    EXPECT_EQ(At(message.attachments[1].text, text), end + "plain" + end);
   }
 }
 
+// The last part's line end is cut between the pieces of a line that is too long to be read at once.
 TEST(MessageStructure, IsTheSameReadInSteps) {
-  MessageScanner scanner(kMixed);
-  while (scanner.Step(1)) {
+  const std::string text =
+      kMixed + "--outer\r\nA: filename=z\r\n\r\n" + std::string(65535, 'z') + "\r\n--outer--";
+  for (const std::size_t size : {1, 7, 65536}) {
+    MessageScanner scanner;
+    for (std::size_t i = 0; i < text.size(); i += size) {
+      scanner.Take(std::string_view(text).substr(i, size));
+    }
+    const MessageStructure message = scanner.End();
+    EXPECT_EQ(message.subject, "Two\r\n parts");
+    ASSERT_EQ(message.attachments.size(), 3U);
+    EXPECT_EQ(At(message.attachments[0].text, text), "YQ==");
+    EXPECT_EQ(message.attachments[2].text.Size(), 65535U);
   }
-  const MessageStructure message = scanner.Take();
-  EXPECT_EQ(message.subject, "Two\r\n parts");
-  EXPECT_EQ(message.attachments.size(), 2U);
+}
+
+// Parts below the two boundaries that count: the text of most messages with a picture.
+TEST(MessageStructure, FindsTheFirstTextOfDeeperPartsIfThereIsNoOtherBody) {
+  const std::string begin = "A: boundary=1\n\n--1\nContent-Type: multipart/related; boundary=2\n\n";
+  const std::string deeper = begin + "--2\nContent-Type: multipart/alternative; boundary=3\n\nno\n";
+  const std::string attachment = "--3\nA: filename=a\n\nno\n";
+  const std::string picture = "--2\nContent-Type: image/png\n\nno\n";
+  const std::string end = "--2--\n--1\nA: filename=a\n\nattached\n--1--\n";
+  std::string levels;
+  for (int i = 4; i < 24; ++i) {
+    const std::string name = std::to_string(i);
+    levels +=
+        "--" + std::to_string(i - 1) + "\nContent-Type: multipart/x; boundary=" + name + "\n\n";
+    levels += "--" + name + "\nA: filename=a\n\nno\n";
+  }
+  const struct {
+    std::string parts;
+    const char* body;
+  } cases[] = {
+      {"--3\nContent-Type: text/plain\n\nyes\n\n--3\nContent-Type: text/html\n\nno\n--3--\n" +
+           picture,
+       "yes\n"},
+      {attachment + "--3\nContent-Type: image/png\n\nno\n--3\n\nyes\n--3--\n", "yes"},
+      {"--3\n\nyes\n", "yes"},  // nothing closes it
+      {attachment + "--2\n\nanother body\n", "another body"},
+      {"--3\n\nno\n--3--\n--2\n\nanother body\n", "another body"},
+      {levels + "--23\n\nyes\n", "yes"},
+      {levels + "--23--\n--22--\n--20\n\nyes\n", "yes"},  // back up
+      {"--3--\n--3\n\nbehind the end\n" + attachment, ""},
+      {"--3\nA: b\n" + attachment, ""},
+  };
+  for (const auto& one : cases) {
+    const std::string text = deeper + one.parts + end;
+    const MessageStructure message = ReadStructure(text);
+    EXPECT_EQ(At(message.body, text), one.body) << text;
+    ASSERT_EQ(message.attachments.size(), 1U) << text;
+    EXPECT_EQ(At(message.attachments[0].text, text), "attached") << text;
+  }
+}
+
+// In a time that grows with its length: by the square of it, this would take far longer than a
+// test may.
+TEST(MessageStructure, ReadsWhatIsMadeToTakeLong) {
+  constexpr int kMany = 200000;
+  std::string nested = "A: boundary=1 boundary=2\n\n--2\n";
+  for (int i = 0; i < kMany; ++i) {
+    const std::string name(40 + i % 2, 'b');
+    nested += "Content-Type: multipart/x; boundary=" + name + std::to_string(i) + "\n\n--" + name +
+              std::to_string(i) + "\n";
+  }
+  for (int i = 0; i < kMany; ++i) nested += "--b\n";  // parts nothing
+  const std::string deepest = nested + "\nyes\n--2--";
+  EXPECT_EQ(At(ReadStructure(deepest).body, deepest), "yes");
 }
 
 TEST(MessageStructure, FindsTheBodyOfMessagesWithoutParts) {
@@ -86,7 +154,7 @@ TEST(MessageStructure, FindsTheBodyOfMessagesWithoutParts) {
   for (const auto& one : cases) {
     const MessageStructure message = ReadStructure(one.text);
     EXPECT_EQ(message.bodyEncoding, one.encoding) << one.text;
-    EXPECT_EQ(message.body, one.body) << one.text;
+    EXPECT_EQ(At(message.body, one.text), one.body) << one.text;
   }
 }
 
@@ -96,7 +164,7 @@ TEST(MessageStructure, KeepsTwoBoundariesAndTenAttachments) {
   const MessageStructure three = ReadStructure(text);
   ASSERT_EQ(three.attachments.size(), 1U);
   EXPECT_EQ(three.attachments[0].name, "y");
-  EXPECT_EQ(three.attachments[0].text, "Y");
+  EXPECT_EQ(At(three.attachments[0].text, text), "Y");
 
   std::string many = "A: boundary=b\n\n";
   for (int i = 1; i <= 11; ++i) many += "--b\nA: filename=" + std::to_string(i) + "\n\n.\n";
@@ -106,11 +174,11 @@ TEST(MessageStructure, KeepsTwoBoundariesAndTenAttachments) {
 }
 
 TEST(MessageStructure, TakesAPartToTheEndOfAMessageCutShort) {
-  const MessageStructure message =
-      ReadStructure("A: boundary=b\r\n\r\n--b\r\nA: filename=\"cut\r\n\r\nYQ==\r\n.\r\n");
+  const std::string text = "A: boundary=b\r\n\r\n--b\r\nA: filename=\"cut\r\n\r\nYQ==\r\n.\r\n";
+  const MessageStructure message = ReadStructure(text);
   ASSERT_EQ(message.attachments.size(), 1U);
   EXPECT_EQ(message.attachments[0].name, "cut");
-  EXPECT_EQ(message.attachments[0].text, "YQ==");
+  EXPECT_EQ(At(message.attachments[0].text, text), "YQ==");
   // Nothing but a header.
   EXPECT_TRUE(ReadStructure("A: boundary=b\n\n--b\nA: filename=c").attachments.empty());
 }

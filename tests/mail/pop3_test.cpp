@@ -77,12 +77,12 @@ TEST_F(Pop3, ListsInTheOrderOfUpperCasedNames) {
   for (const int number : {1, 2, 10, 11}) {
     Put(Message("bob", number), std::string(static_cast<std::size_t>(number), 'x'));
   }
-  Put(Box("bob") + "note.EML", "note");
+  Put(Box("bob") + "note\u2028.EML", "note");  // one entry is one line
   Put(Box("bob") + "Message_1/Content.txt", "unpacked");
   Put(Box("bob") + "folder.eml/x", "no message");
   EXPECT_EQ(AskAll("UIDL"),
             "+OK \r\n1 Message_1.eml \r\n2 Message_10.eml \r\n3 Message_11.eml \r\n"
-            "4 Message_2.eml \r\n5 note.EML \r\n.\r\n");
+            "4 Message_2.eml \r\n5 note?.EML \r\n.\r\n");
   EXPECT_EQ(AskAll("LIST"), "+OK \r\n.\r\n") << "nothing was counted yet";
   EXPECT_EQ(Ask("STAT"), "+OK 5 28");
   EXPECT_EQ(AskAll("LIST"), "+OK \r\n1 1\r\n2 10\r\n3 11\r\n4 2\r\n5 4\r\n.\r\n");

@@ -1,0 +1,59 @@
+#include "mail/whole_file.h"
+
+#include "platform/native_path.h"
+
+namespace ModMail {
+
+namespace fs = std::filesystem;
+using platform::File;
+
+WholeFile::WholeFile(std::string_view path)
+    : target_(platform::ExistingPath(path)),
+      unfinished_(target_.parent_path() / fs::path(kUnfinishedName)) {
+  // What a killed program has left, or a link, which is not to be followed.
+  std::error_code ignored;
+  fs::remove(unfinished_, ignored);
+  file_ = File::Open(unfinished_, File::Mode::kReplace, error_);
+}
+
+WholeFile::~WholeFile() {
+  if (!file_.IsOpen()) return;
+  file_.Close();
+  std::error_code ignored;
+  fs::remove(unfinished_, ignored);
+}
+
+void WholeFile::Write(std::string_view bytes) {
+  if (!error_) file_.Write(bytes, error_);
+}
+
+bool WholeFile::PutInPlace() {
+  if (error_) return false;
+  file_.Close();
+  fs::rename(unfinished_, target_, error_);
+  std::error_code ignored;
+  if (error_) fs::remove(unfinished_, ignored);
+  return !error_;
+}
+
+WholeAppendix::WholeAppendix(std::string_view path) : path_(platform::ExistingPath(path)) {
+  std::error_code isMissing;
+  const std::uintmax_t size = fs::file_size(path_, isMissing);
+  formerSize_ = isMissing ? 0 : size;
+  file_ = File::Open(path_, File::Mode::kAppend, error_);
+}
+
+WholeAppendix::~WholeAppendix() {
+  if (!file_.IsOpen() || isKept_) return;
+  file_.Close();
+  // Somebody may have emptied it meanwhile.
+  std::error_code error;
+  const std::uintmax_t size = fs::file_size(path_, error);
+  if (!error && size > formerSize_) fs::resize_file(path_, formerSize_, error);
+}
+
+void WholeAppendix::Write(std::string_view bytes) {
+  if (!error_) file_.Write(bytes, error_);
+}
+
+}  // namespace ModMail
