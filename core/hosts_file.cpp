@@ -12,10 +12,16 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
+bool IsNumeric(std::string_view address) {
+  return address.find_first_not_of("0123456789.") == std::string_view::npos;
+}
+
 // The words may stand anywhere in the line; only a "#" as its very first character disables it.
 bool IsActiveEntry(std::string_view line, std::string_view upperAddress,
                    std::string_view upperDomain) {
   if (line.starts_with('#')) return false;
+  // What nearly every line of a long file is, seen at once. Numbers have no case.
+  if (IsNumeric(upperAddress) && line.find(upperAddress) == std::string_view::npos) return false;
   const std::string upper = platform::UpperCase(line);
   return upper.find(upperDomain) != std::string::npos &&
          upper.find(upperAddress) != std::string::npos;

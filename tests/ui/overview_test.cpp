@@ -86,7 +86,7 @@ TEST_F(Overview, SaysThatTheSettingsCannotBeReadBeforeAnyStartAndWhileAServiceRu
   const std::string upload = ftp->Options().uploadDir;
   const std::string good = Home().Read("Server.ini");
   Home().Write("Server.ini", "[FtpServer Options]\r\nFtpServer Upl");
-  for (const char* page : {"ImgWeb", "ImgFtp"}) Click(page);
+  for (const char* page : {"ImgWeb", "imgFtp"}) Click(page);
   EXPECT_TRUE(Has(LabelIn(*Window().fraWeb, "lblReason"), "Server.ini"));
   EXPECT_TRUE(Has(LabelIn(*Window().fraFtp, "lblReason"), "Server.ini"));
   EXPECT_TRUE(IsVisible("lblCardWebReason"));
@@ -95,7 +95,7 @@ TEST_F(Overview, SaysThatTheSettingsCannotBeReadBeforeAnyStartAndWhileAServiceRu
   EXPECT_EQ(ftp->RootDir(), Home().Text("ftp"));
   EXPECT_EQ(ftp->Options().uploadDir, upload);
   Home().Write("Server.ini", good);
-  for (const char* page : {"ImgWeb", "ImgFtp"}) Click(page);
+  for (const char* page : {"ImgWeb", "imgFtp"}) Click(page);
   EXPECT_FALSE(Find(*Window().fraWeb, "lblReason").IsShown());
   EXPECT_FALSE(Find(*Window().fraFtp, "lblReason").IsShown());
 }
