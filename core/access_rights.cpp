@@ -21,7 +21,7 @@ AccessRights ToAccessRights(const AccessRightsTexts& texts) {
   return {IsSet(texts[0]), IsSet(texts[1]), IsSet(texts[2])};
 }
 
-void WriteAccessRights(const SettingsSection& settings, const AccessRights& rights) {
+void WriteAccessRights(const SectionChange& settings, const AccessRights& rights) {
   settings.Write(kRead, CheckText(rights.read));
   settings.Write(kWrite, CheckText(rights.write));
   settings.Write(kControlAll, CheckText(rights.controlAll));

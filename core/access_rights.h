@@ -6,6 +6,7 @@
 #include <array>
 #include <string>
 
+#include "core/settings_change.h"
 #include "core/settings_section.h"
 
 namespace core {
@@ -24,6 +25,6 @@ AccessRightsTexts ReadAccessRights(const SettingsSection& settings);
 /// What is no Boolean is off.
 AccessRights ToAccessRights(const AccessRightsTexts& texts);
 
-void WriteAccessRights(const SettingsSection& settings, const AccessRights& rights);
+void WriteAccessRights(const SectionChange& settings, const AccessRights& rights);
 
 }  // namespace core

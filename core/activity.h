@@ -36,6 +36,7 @@ struct ConnectionReport {
 struct StartFailure {
   std::error_code reason;
   std::int16_t port = 0;  // that was to be listened on; 0 if it did not come to that
+  bool settings = false;  // it did not come to that because Server.ini cannot be used
 };
 
 }  // namespace core

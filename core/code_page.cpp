@@ -1,5 +1,6 @@
 #include "core/code_page.h"
 
+#include <algorithm>
 #include <array>
 
 namespace core {
@@ -8,6 +9,11 @@ namespace {
 using platform::Charset;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool IsAscii(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
 
 bool IsValidIn(Charset charset, std::string_view bytes) {
   if (charset == Charset::kUtf8) return IsValidUtf8(bytes);
@@ -63,9 +69,11 @@ bool IsValidUtf8(std::string_view bytes) {
   return true;
 }
 
+// UTF-8 first: a text in it is often valid in GBK too, but hardly ever the other way round.
 Charset CharsetOf(std::string_view fileBytes) {
   if (fileBytes.starts_with(kByteOrderMark)) return Charset::kUtf8;
-  for (const Charset charset : {platform::SystemCharset(), Charset::kUtf8, Charset::kGbk}) {
+  if (IsAscii(fileBytes)) return platform::SystemCharset();
+  for (const Charset charset : {Charset::kUtf8, platform::SystemCharset(), Charset::kGbk}) {
     if (IsValidIn(charset, fileBytes)) return charset;
   }
   return platform::SystemCharset();
@@ -75,8 +83,16 @@ std::string Decode(Charset charset, std::string_view bytes) {
   return charset == Charset::kUtf8 ? std::string(bytes) : platform::ToUtf8(charset, bytes);
 }
 
-std::string Encode(Charset charset, std::string_view text) {
-  return charset == Charset::kUtf8 ? std::string(text) : platform::FromUtf8(charset, text);
+std::string Encode(Charset charset, std::string_view text, bool* lossless) {
+  if (charset != Charset::kUtf8) return platform::FromUtf8(charset, text, lossless);
+  if (lossless != nullptr) *lossless = true;
+  return std::string(text);
+}
+
+std::string EncodeFile(std::string_view text) {
+  bool lossless = false;
+  std::string bytes = Encode(platform::SystemCharset(), text, &lossless);
+  return lossless && DecodeFile(bytes) == text ? bytes : std::string(text);
 }
 
 std::string DecodeFile(std::string_view fileBytes) {

@@ -28,13 +28,19 @@ std::string FromGbk(std::string_view bytes);
 
 bool IsValidUtf8(std::string_view bytes);
 
-/// The set in which a text file of ours is written: the system's if its bytes are valid in that,
-/// else UTF-8 or GBK if they are valid there, so that files made on another machine work.
+/// The set in which a text file of ours is written, so that files made on another machine work:
+/// UTF-8 if its bytes are valid in that and not all ASCII, else the system's set if they are valid
+/// there, else GBK.
 platform::Charset CharsetOf(std::string_view fileBytes);
 
-/// `bytes` in `charset` as a text, and back.
+/// `bytes` in `charset` as a text, and back. With `lossless`, tells whether the set holds all of
+/// it.
 std::string Decode(platform::Charset charset, std::string_view bytes);
-std::string Encode(platform::Charset charset, std::string_view text);
+std::string Encode(platform::Charset charset, std::string_view text, bool* lossless = nullptr);
+
+/// The bytes of a text file of ours with that text: in the system's set, or in UTF-8 where that set
+/// could not hold the text or would be mistaken for another one.
+std::string EncodeFile(std::string_view text);
 
 /// The text of a whole file of ours, without a byte order mark.
 std::string DecodeFile(std::string_view fileBytes);

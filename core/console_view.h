@@ -24,6 +24,7 @@ class ConsoleView : public ManagerView {
   void ShowButtons(ServiceKind, bool) override {}
   void SwitchMenuItems(ServiceKind, bool) override {}
   void SetStatusPanel(ServiceKind service, bool on, const std::string& text) override;
+  void TellSettingsFault(ServiceKind, const std::string& text) override { Print(text); }
 
  private:
   void Print(const std::string& line);

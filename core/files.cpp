@@ -92,19 +92,28 @@ File OpenIfExists(std::string_view path) {
   return OpenFile(path, File::Mode::kRead, error);
 }
 
-std::optional<std::string> ReadFile(std::string_view path) {
-  std::error_code error;
+std::string ReadFile(std::string_view path, std::error_code& error, std::size_t most) {
   File file = OpenFile(path, File::Mode::kRead, error);
-  if (!file.IsOpen()) return std::nullopt;
+  if (!file.IsOpen()) return {};
+  const bool ordinary = WithExisting(
+      path, error, [&](const fs::path& native) { return fs::is_regular_file(native, error); });
+  if (!ordinary && !error) error = std::make_error_code(std::errc::not_supported);
   // The size is only a hint: a file of the system's own says 0 and has content.
   constexpr std::size_t kStep = 65536;
   std::string content;
-  for (std::size_t count = kStep; count == kStep && !error;) {
+  for (std::size_t count = kStep; count == kStep && content.size() <= most && !error;) {
     const std::size_t before = content.size();
     content.resize(before + kStep);
     count = file.Read(content.data() + before, kStep, error);
     content.resize(before + count);
   }
+  if (!error && content.size() > most) error = std::make_error_code(std::errc::file_too_large);
+  return error ? std::string() : content;
+}
+
+std::optional<std::string> ReadFile(std::string_view path) {
+  std::error_code error;
+  std::string content = ReadFile(path, error);
   if (error) return std::nullopt;
   return content;
 }

@@ -32,7 +32,15 @@ platform::File OpenFile(std::string_view path, platform::File::Mode mode, std::e
 /// Opens a file by the rule of FileExists; not open if it does not exist.
 platform::File OpenIfExists(std::string_view path);
 
-/// The whole file, or none if it cannot be read.
+/// No settings, tips or lists of ours come near this size.
+inline constexpr std::size_t kLargestTextFile = std::size_t{1} << 20;
+
+/// The whole of a file of ours, which costs a bounded time whatever has its name: what is no
+/// ordinary file, or has more than `most` bytes, is an error.
+std::string ReadFile(std::string_view path, std::error_code& error,
+                     std::size_t most = kLargestTextFile);
+
+/// The same, or none if it cannot be read.
 std::optional<std::string> ReadFile(std::string_view path);
 
 /// Opens, appends and closes. The file is created if missing.

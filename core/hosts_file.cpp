@@ -4,6 +4,7 @@
 #include "core/files.h"
 #include "core/os_name.h"
 #include "platform/native_path.h"
+#include "platform/system_message.h"
 #include "platform/text_case.h"
 
 namespace core {
@@ -11,10 +12,16 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
+bool IsNumeric(std::string_view address) {
+  return address.find_first_not_of("0123456789.") == std::string_view::npos;
+}
+
 // The words may stand anywhere in the line; only a "#" as its very first character disables it.
 bool IsActiveEntry(std::string_view line, std::string_view upperAddress,
                    std::string_view upperDomain) {
   if (line.starts_with('#')) return false;
+  // What nearly every line of a long file is, seen at once. Numbers have no case.
+  if (IsNumeric(upperAddress) && line.find(upperAddress) == std::string_view::npos) return false;
   const std::string upper = platform::UpperCase(line);
   return upper.find(upperDomain) != std::string::npos &&
          upper.find(upperAddress) != std::string::npos;
@@ -35,10 +42,19 @@ bool HasEntry(std::string_view content, std::string_view address, std::string_vi
   return false;
 }
 
-bool IsThere(std::string_view file) {
-  std::error_code error;
-  InspectPath(file, error);
-  return !error;
+bool IsMissing(const std::error_code& error) {
+  return error == std::errc::no_such_file_or_directory;
+}
+
+bool Update(std::string_view hostsFile, std::string_view address, std::string_view domain,
+            std::error_code& unread) {
+  const std::string content = ReadFile(hostsFile, unread, kLargestHostsFile);
+  // What cannot be read may have the entry already.
+  if (unread && !IsMissing(unread)) return false;
+  const std::string domainBytes = ToSystem(domain);
+  if (!unread && HasEntry(content, address, domainBytes)) return true;
+  const std::string entry = "\r\n" + std::string(address) + "    " + domainBytes + "\r\n";
+  return !AppendToFile(hostsFile, entry);
 }
 
 }  // namespace
@@ -55,13 +71,16 @@ std::string HostsFile() {
 
 bool UpdateHostsFile(std::string_view hostsFile, std::string_view address,
                      std::string_view domain) {
-  const auto content = ReadFile(hostsFile);
-  // What cannot be read may have the entry already.
-  if (!content && IsThere(hostsFile)) return false;
-  const std::string domainBytes = ToSystem(domain);
-  if (content && HasEntry(*content, address, domainBytes)) return true;
-  const std::string entry = "\r\n" + std::string(address) + "    " + domainBytes + "\r\n";
-  return !AppendToFile(hostsFile, entry);
+  std::error_code unread;
+  return Update(hostsFile, address, domain, unread);
+}
+
+void EnterInHostsFile(const ServiceEnvironment& environment, std::string_view domain) {
+  std::error_code unread;
+  Update(environment.hostsFile, "127.0.0.1", domain, unread);
+  if (!unread || IsMissing(unread)) return;
+  environment.program.errors.LogError(environment.hostsFile + ": " +
+                                      platform::SystemMessage(unread));
 }
 
 }  // namespace core

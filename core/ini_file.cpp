@@ -1,11 +1,15 @@
 #include "core/ini_file.h"
 
+#include <filesystem>
+#include <utility>
+
 #include "core/code_page.h"
 #include "core/files.h"
-#include "core/ini_text.h"
+#include "core/ini_change.h"
 #include "core/paths.h"
+#include "platform/native_path.h"
 
-namespace ModINIOP {
+namespace core {
 namespace {
 
 constexpr std::size_t kMostBytes = 254;
@@ -22,34 +26,55 @@ std::string_view CutToBuffer(std::string_view text) {
   std::size_t end = 0;
   while (end < text.size()) {
     const std::size_t next = CharacterEnd(text, end);
-    bytes += core::ToSystem(text.substr(end, next - end)).size();
+    bytes += ToSystem(text.substr(end, next - end)).size();
     if (bytes > kMostBytes) break;
     end = next;
   }
   return text.substr(0, end);
 }
 
+// A link to nothing is there.
+bool IsMissing(std::string_view file, const std::error_code& error) {
+  if (error == std::errc::not_a_directory) return true;
+  std::error_code ignored;
+  const auto link = std::filesystem::symlink_status(platform::NativePath(file), ignored);
+  return error == std::errc::no_such_file_or_directory && !std::filesystem::exists(link);
+}
+
 }  // namespace
+}  // namespace core
+
+namespace ModINIOP {
 
 std::string ReadIni(std::string_view file, std::string_view section, std::string_view key) {
-  auto bytes = core::ReadFile(file);
-  if (!bytes) return {};
-  const auto value = core::IniText(std::move(*bytes)).Find(section, key);
-  if (!value) return {};
-  const std::string_view cut = CutToBuffer(*value);
-  return std::string(core::TrimTrailingBlanks(cut.substr(0, cut.find('\0'))));
+  std::error_code error;
+  const auto text = core::ReadIniText(file, error);
+  return text ? core::ValueIn(*text, section, key) : std::string();
 }
 
 std::int16_t WriteIni(std::string_view file, std::string_view section, std::string_view key,
                       std::string_view value) {
-  auto bytes = core::ReadFile(file);
-  // A file that is there but cannot be read must not be replaced by one with this value alone.
-  std::error_code error;
-  if (!bytes) core::InspectPath(file, error);
-  if (!bytes && !error) return 0;
-  core::IniText text(bytes ? std::move(*bytes) : std::string());
-  text.Set(section, key, value);
-  return core::ReplaceContent(file, text.Bytes()) ? 0 : 1;
+  core::IniChange change(file);
+  change.Set(section, key, value);
+  return change.Save() ? 0 : 1;
 }
 
 }  // namespace ModINIOP
+
+namespace core {
+
+std::optional<IniText> ReadIniText(std::string_view file, std::error_code& error) {
+  std::string bytes = ReadFile(file, error);
+  if (!error) return IniText(std::move(bytes));
+  if (IsMissing(file, error)) error.clear();
+  return std::nullopt;
+}
+
+std::string ValueIn(const IniText& text, std::string_view section, std::string_view key) {
+  const auto value = text.Find(section, key);
+  if (!value) return {};
+  const std::string_view cut = CutToBuffer(*value);
+  return std::string(TrimTrailingBlanks(cut.substr(0, cut.find('\0'))));
+}
+
+}  // namespace core

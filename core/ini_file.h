@@ -1,11 +1,16 @@
 #pragma once
 
 // INI files on the disk: every value is a text, addressed by the file's whole path, section and
-// key. Reading and writing never fail loudly.
+// key. Reading and writing never fail loudly. Several values that belong together are written by
+// core/ini_change.h.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
+
+#include "core/ini_text.h"
 
 namespace ModINIOP {
 
@@ -19,3 +24,14 @@ std::int16_t WriteIni(std::string_view file, std::string_view section, std::stri
                       std::string_view value);
 
 }  // namespace ModINIOP
+
+namespace core {
+
+/// The file as it is now; none if it is missing. Where it is there and cannot be read, `error` says
+/// why: it is not to be taken for missing, or for empty.
+std::optional<IniText> ReadIniText(std::string_view file, std::error_code& error);
+
+/// A value by the rule of ReadIni.
+std::string ValueIn(const IniText& text, std::string_view section, std::string_view key);
+
+}  // namespace core

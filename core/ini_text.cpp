@@ -1,5 +1,6 @@
 #include "core/ini_text.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "core/code_page.h"
@@ -8,6 +9,8 @@
 namespace core {
 namespace {
 
+using platform::Charset;
+
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kSpace = " \t";
 
@@ -15,6 +18,11 @@ std::string_view Trim(std::string_view text) {
   const std::size_t first = text.find_first_not_of(kSpace);
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
+}
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 // One line of the text and where it stands, without its line end.
@@ -51,10 +59,17 @@ std::optional<std::string> IniText::Find(std::string_view section, std::string_v
 }
 
 void IniText::Set(std::string_view section, std::string_view key, std::string_view value) {
+  value = value.substr(0, value.find('\0'));
+  if (!Holds(section) || !Holds(key) || !Holds(value)) BecomeUtf8();
+  Write(section, key, value);
+  // Some texts in GBK are valid UTF-8 as well, and would be read as that.
+  if (charset_ != Charset::kUtf8 && CharsetOf(bytes_) != charset_) BecomeUtf8();
+}
+
+void IniText::Write(std::string_view section, std::string_view key, std::string_view value) {
   std::string written = Encode(charset_, value);
-  for (char& c : written) {
-    if (c == '\r' || c == '\n' || c == '\0') c = ' ';
-  }
+  std::replace_if(
+      written.begin(), written.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
   const Place place = Locate(section, key);
   if (place.keyFound) {
     bytes_.replace(place.valueBegin, place.valueEnd - place.valueBegin, written);
@@ -66,6 +81,33 @@ void IniText::Set(std::string_view section, std::string_view key, std::string_vi
   Insert(bytes_.size(), line);
 }
 
+bool IniText::Holds(std::string_view text) const {
+  bool lossless = false;
+  Encode(charset_, text, &lossless);
+  return lossless;
+}
+
+// Line by line, since a line that is not valid in the file's set stays as it is.
+void IniText::BecomeUtf8() {
+  std::string text;
+  for (std::size_t position = 0; position < bytes_.size();) {
+    const std::size_t next = LineAt(bytes_, position).next;
+    const std::string_view line = std::string_view(bytes_).substr(position, next - position);
+    bool lossless = false;
+    const std::string converted = platform::ToUtf8(charset_, line, &lossless);
+    text += lossless ? converted : line;
+    position = next;
+  }
+  bytes_ = std::move(text);
+  charset_ = Charset::kUtf8;
+}
+
+// Nearly all names are ASCII, and a large file has many.
+bool IniText::IsNamed(std::string_view written, std::string_view name) const {
+  if (written.size() != name.size() && IsAscii(written) && IsAscii(name)) return false;
+  return platform::EqualIgnoringCase(Decoded(written), name);
+}
+
 IniText::Place IniText::Locate(std::string_view section, std::string_view key) const {
   Place place;
   const std::string_view text = bytes_;
@@ -75,7 +117,7 @@ IniText::Place IniText::Locate(std::string_view section, std::string_view key) c
     position = line.next;
     if (const auto name = SectionName(line.content)) {
       if (place.sectionFound) break;
-      place.sectionFound = platform::EqualIgnoringCase(Decoded(*name), section);
+      place.sectionFound = IsNamed(*name, section);
       place.insertAt = line.next;
       continue;
     }
@@ -83,8 +125,7 @@ IniText::Place IniText::Locate(std::string_view section, std::string_view key) c
     place.insertAt = line.next;
     const std::size_t equals = line.content.find('=');
     if (equals == std::string_view::npos || Trim(line.content).starts_with(';')) continue;
-    const std::string name = Decoded(Trim(line.content.substr(0, equals)));
-    if (!platform::EqualIgnoringCase(name, key)) continue;
+    if (!IsNamed(Trim(line.content.substr(0, equals)), key)) continue;
     place.keyFound = true;
     place.valueBegin = line.begin + equals + 1;
     place.valueEnd = line.begin + line.content.size();

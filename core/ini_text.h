@@ -21,7 +21,8 @@ class IniText {
   std::optional<std::string> Find(std::string_view section, std::string_view key) const;
 
   /// Sets a value; section and key are added where they are missing. A line break in `value` would
-  /// begin another line, and becomes a blank.
+  /// begin another line, and becomes a blank; with a NUL the value ends. The character set of the
+  /// file stays, unless it cannot hold the value: then the whole file becomes UTF-8.
   void Set(std::string_view section, std::string_view key, std::string_view value);
 
   const std::string& Bytes() const { return bytes_; }
@@ -37,6 +38,10 @@ class IniText {
   };
 
   Place Locate(std::string_view section, std::string_view key) const;
+  bool IsNamed(std::string_view written, std::string_view name) const;
+  void Write(std::string_view section, std::string_view key, std::string_view value);
+  bool Holds(std::string_view text) const;
+  void BecomeUtf8();
   std::string_view LineBreak() const;
   std::string Decoded(std::string_view part) const;
   void Insert(std::size_t position, std::string_view line);

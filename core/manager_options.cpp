@@ -20,8 +20,8 @@ StartOptions ReadStartOptions(const Program& program) {
           ToBoolean(settings.Text("StartInTaskBar")).value_or(false)};
 }
 
-void WriteStartOptions(const Program& program, const StartOptions& options) {
-  const SettingsSection settings(program, kSection);
+void WriteStartOptions(SettingsChange& change, const StartOptions& options) {
+  const SectionChange settings = change.In(kSection);
   settings.Write("AutoStartService", CheckText(options.autoStartService));
   settings.Write("StartInTaskBar", CheckText(options.startInTaskBar));
 }

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "core/program.h"
+#include "core/settings_change.h"
 
 namespace core {
 
@@ -17,7 +18,7 @@ struct StartOptions {
 
 /// What Server.ini does not say, or says unintelligibly, is false.
 StartOptions ReadStartOptions(const Program& program);
-void WriteStartOptions(const Program& program, const StartOptions& options);
+void WriteStartOptions(SettingsChange& change, const StartOptions& options);
 
 /// The operating system as the registry names it, in upper case; empty if it does not.
 std::string SystemVersionText();

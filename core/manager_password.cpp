@@ -1,5 +1,7 @@
 #include "core/manager_password.h"
 
+#include <array>
+
 #include "core/code_page.h"
 #include "core/files.h"
 #include "platform/application_settings.h"
@@ -60,11 +62,12 @@ std::string FittingManagerPassword(std::string_view password) {
 }
 
 bool CheckUser(const Program& program, std::string_view userName, std::string_view password) {
-  const std::string file = UserFile(program);
-  if (!ModCommon::FileExists(file)) return password == kBuiltInPassword;
-  const std::string content = ReadFile(file).value_or("");
-  if (content.size() < kRecordSize) return false;
-  const std::string_view record = std::string_view(content).substr(0, kRecordSize);
+  platform::File file = OpenIfExists(UserFile(program));
+  if (!file.IsOpen()) return password == kBuiltInPassword;
+  std::array<char, kRecordSize> bytes;
+  std::error_code error;
+  if (file.Read(bytes.data(), bytes.size(), error) < bytes.size()) return false;
+  const std::string_view record(bytes.data(), bytes.size());
   return FieldText(record.substr(0, kNameWidth)) == userName &&
          FieldText(record.substr(kNameWidth)) == password;
 }

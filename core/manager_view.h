@@ -32,6 +32,10 @@ class ManagerView {
   /// The start and the stop item of the tray menu.
   virtual void SwitchMenuItems(ServiceKind service, bool running) = 0;
 
+  /// Where a start failed because Server.ini cannot be used: that, in a line. The window makes more
+  /// of it by itself (core/start_diagnosis.h).
+  virtual void TellSettingsFault(ServiceKind, const std::string&) {}
+
   /// The service's panel of stbInfo: its text and its ON or OFF picture.
   virtual void SetStatusPanel(ServiceKind service, bool on, const std::string& text) = 0;
 };

@@ -10,6 +10,12 @@ void RaiseIf(const std::error_code& error) {
   if (error) throw Error(error);
 }
 
+// The system would take the name to end there, and so another key.
+void RaiseAtNul(std::string_view name) {
+  if (name.find('\0') == std::string_view::npos) return;
+  throw Error(std::make_error_code(std::errc::invalid_argument));
+}
+
 Key OpenPath(std::string_view path) {
   const std::size_t separator = path.find('\\');
   const auto root = RootByName(path.substr(0, separator));
@@ -23,6 +29,7 @@ Error::Error(const std::error_code& code)
     : std::system_error(code), message_(platform::SystemMessage(code)) {}
 
 Key CreateKey(Root root, std::string_view subkey) {
+  RaiseAtNul(subkey);
   std::error_code error;
   Key key = Key::Create(root, subkey, error);
   RaiseIf(error);
@@ -30,6 +37,7 @@ Key CreateKey(Root root, std::string_view subkey) {
 }
 
 Key OpenKey(Root root, std::string_view subkey) {
+  RaiseAtNul(subkey);
   std::error_code error;
   Key key = Key::Open(root, subkey, error);
   RaiseIf(error);
@@ -39,6 +47,7 @@ Key OpenKey(Root root, std::string_view subkey) {
 void CloseKey(Key& key) { key.Close(); }
 
 std::string QueryText(const Key& key, std::string_view name) {
+  RaiseAtNul(name);
   std::error_code error;
   std::string value = key.QueryText(name, error);
   RaiseIf(error);
@@ -46,12 +55,14 @@ std::string QueryText(const Key& key, std::string_view name) {
 }
 
 void SetText(Key& key, std::string_view name, std::string_view value) {
+  RaiseAtNul(name);
   std::error_code error;
   key.SetText(name, value, error);
   RaiseIf(error);
 }
 
 std::int32_t QueryNumber(const Key& key, std::string_view name) {
+  RaiseAtNul(name);
   std::error_code error;
   const std::int32_t value = key.QueryNumber(name, error);
   RaiseIf(error);
@@ -59,6 +70,7 @@ std::int32_t QueryNumber(const Key& key, std::string_view name) {
 }
 
 void SetNumber(Key& key, std::string_view name, std::int32_t value) {
+  RaiseAtNul(name);
   std::error_code error;
   key.SetNumber(name, value, error);
   RaiseIf(error);

@@ -26,7 +26,7 @@ class Error : public std::system_error {
 using Root = platform::RegistryRoot;
 using Key = platform::RegistryKey;  // closed with the object
 
-/// Opens a key, making it where it is missing.
+/// Opens a key, making it where it is missing. What has a NUL names no key and no value.
 Key CreateKey(Root root, std::string_view subkey);
 Key OpenKey(Root root, std::string_view subkey);
 void CloseKey(Key& key);

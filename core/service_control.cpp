@@ -3,6 +3,7 @@
 #include "core/conversions.h"
 #include "core/ini_file.h"
 #include "core/service_texts.h"
+#include "core/start_diagnosis.h"
 #include "platform/native_path.h"
 #include "platform/text_case.h"
 
@@ -67,6 +68,10 @@ void ServiceControl::ShowStartFailed(ServiceKind service) {
   view_.ShowButtons(service, false);
   view_.SwitchMenuItems(service, false);
   UpdateServiceStatus("OFF", texts.statusOff, texts.name);
+  const auto failure = Of(service).LastFailure();
+  if (failure && failure->settings) {
+    view_.TellSettingsFault(service, SettingsFaultText(failure->reason));
+  }
   // A failed mail start is recorded under the Web server's key: programs that read startflg.dat
   // know it so.
   WriteStartFlag(service == ServiceKind::kMail ? ServiceKind::kWeb : service, false);
@@ -124,8 +129,9 @@ void ServiceControl::UpdateServiceStatus(std::string_view state, const std::stri
 }
 
 void ServiceControl::WriteStartFlag(ServiceKind key, bool started) {
-  ModINIOP::WriteIni(program_.File("startflg.dat"), "ServerStatus", TextsOf(key).flagKey,
-                     BooleanText(started));
+  const bool written = ModINIOP::WriteIni(program_.File("startflg.dat"), "ServerStatus",
+                                          TextsOf(key).flagKey, BooleanText(started)) != 0;
+  if (!written) program_.errors.LogError("startflg.dat: cannot be written");
 }
 
 }  // namespace core

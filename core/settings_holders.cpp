@@ -4,18 +4,15 @@
 
 namespace core {
 
-SettingsHolders::Holder::Holder(SettingsHolders& holders, std::function<void()> write)
+SettingsHolders::Holder::Holder(SettingsHolders& holders, Write write)
     : holders_(holders), write_(std::move(write)) {
   holders_.holders_.push_back(this);
 }
 
 SettingsHolders::Holder::~Holder() { std::erase(holders_.holders_, this); }
 
-void SettingsHolders::WriteAll() {
-  if (isWriting_) return;
-  isWriting_ = true;
-  for (Holder* holder : holders_) holder->write_();
-  isWriting_ = false;
+void SettingsHolders::WriteAll(SettingsChange& change) const {
+  for (const Holder* holder : holders_) holder->write_(change);
 }
 
 }  // namespace core

@@ -10,13 +10,17 @@
 
 namespace core {
 
+class SettingsChange;
+
 class SettingsHolders {
  public:
+  using Write = std::function<void(SettingsChange&)>;
+
   /// Belongs to the holders for as long as it lives.
   class Holder {
    public:
-    /// `write`: writes everything that is held.
-    Holder(SettingsHolders& holders, std::function<void()> write);
+    /// `write`: puts everything that is held into a change.
+    Holder(SettingsHolders& holders, Write write);
     ~Holder();
     Holder(const Holder&) = delete;
     Holder& operator=(const Holder&) = delete;
@@ -25,15 +29,13 @@ class SettingsHolders {
     friend class SettingsHolders;
 
     SettingsHolders& holders_;
-    std::function<void()> write_;
+    Write write_;
   };
 
-  /// Lets everyone write. Does nothing while that is going on already.
-  void WriteAll();
+  void WriteAll(SettingsChange& change) const;
 
  private:
   std::vector<Holder*> holders_;
-  bool isWriting_ = false;
 };
 
 }  // namespace core

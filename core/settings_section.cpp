@@ -1,19 +1,23 @@
 #include "core/settings_section.h"
 
 #include "core/conversions.h"
-#include "core/files.h"
 #include "core/ini_file.h"
+#include "core/settings_file.h"
 #include "platform/native_path.h"
+#include "platform/system_message.h"
 
 namespace core {
 
 SettingsSection::SettingsSection(const Program& program, std::string_view section)
-    : program_(program), file_(program.File("Server.ini")), section_(section) {}
-
-bool SettingsSection::FileExists() const { return ModCommon::FileExists(file_); }
+    : program_(program), section_(section), text_(ReadSettings(program, fault_)) {
+  if (fault_) {
+    program_.errors.LogError("Server.ini [" + section_ +
+                             "]: cannot be read: " + platform::SystemMessage(fault_));
+  }
+}
 
 std::string SettingsSection::Text(std::string_view key) const {
-  return ModINIOP::ReadIni(file_, section_, key);
+  return text_ ? ValueIn(*text_, section_, key) : std::string();
 }
 
 std::string SettingsSection::Path(std::string_view key) const {
@@ -34,11 +38,6 @@ bool SettingsSection::Read(std::string_view key, bool& value) const {
   if (!boolean) return Refuse(key, text);
   value = *boolean;
   return true;
-}
-
-void SettingsSection::Write(std::string_view key, std::string_view value) const {
-  if (!FileExists()) program_.Holders().WriteAll();
-  ModINIOP::WriteIni(file_, section_, key, value);
 }
 
 bool SettingsSection::Refuse(std::string_view key, std::string_view text) const {

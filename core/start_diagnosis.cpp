@@ -1,6 +1,7 @@
 #include "core/start_diagnosis.h"
 
 #include "core/paths.h"
+#include "core/settings_file.h"
 #include "platform/system_message.h"
 
 namespace core {
@@ -40,6 +41,7 @@ Diagnosis ExplainNoRight(const StartFailure& failure, const std::string& executa
 
 Diagnosis Explain(const StartFailure& failure, const std::optional<platform::PortOwner>& owner,
                   const std::string& executable) {
+  if (failure.settings) return ExplainSettings(failure.reason);
   if (failure.port == 0 && failure.reason == std::errc::invalid_argument) {
     return {"端口号无效",
             "设置文件 Server.ini 中的端口不是有效的数字。\n请在选项中填写端口，再次启动。",
@@ -57,6 +59,26 @@ Diagnosis Explain(const StartFailure& failure, const std::optional<platform::Por
           PortText(failure) + " 无法使用。系统的说明：" + platform::SystemMessage(failure.reason) +
               "\n每次失败的原因都记录在程序目录的 RunErr.Log 中。",
           Remedy::kNone, ""};
+}
+
+std::string SettingsFaultText(const std::error_code& fault) {
+  if (fault == TornSettings()) return "设置文件 Server.ini 不完整，它的内容有缺损。";
+  return "设置文件 Server.ini 无法读取：" + platform::SystemMessage(fault);
+}
+
+Diagnosis ExplainSettings(const std::error_code& fault) {
+  return {"设置文件\n无法读取",
+          SettingsFaultText(fault) +
+              "\n在它能被读取之前，服务不会启动，设置也不会改写；"
+              "\n正在运行的服务沿用原来的设置。请检查程序目录中的这个文件。",
+          Remedy::kNone, ""};
+}
+
+std::string UnsavedText(const std::error_code& error) {
+  const bool torn = error == TornSettings();
+  return "设置没有保存，原来的内容没有改动。\n" +
+         (torn ? SettingsFaultText(error) : "系统的说明：" + platform::SystemMessage(error)) +
+         "\n请检查程序目录中的文件是否可以读写，然后再按“确定”。";
 }
 
 }  // namespace core

@@ -26,4 +26,12 @@ struct Diagnosis {
 Diagnosis Explain(const StartFailure& failure, const std::optional<platform::PortOwner>& owner,
                   const std::string& executable);
 
+/// Why Server.ini, though it is there, cannot be used (core/settings_file.h), in one line; and the
+/// same with what follows from it.
+std::string SettingsFaultText(const std::error_code& fault);
+Diagnosis ExplainSettings(const std::error_code& fault);
+
+/// Why what a dialog was to save is not saved.
+std::string UnsavedText(const std::error_code& error);
+
 }  // namespace core

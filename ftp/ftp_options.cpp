@@ -10,15 +10,16 @@ constexpr std::string_view kSection = "FtpServer Options";
 }  // namespace
 
 bool FtpOptions::LoadFtpOptions(const core::Program& program, const std::string& localAddress) {
-  if (core::SettingsSection(program, kSection).FileExists()) {
-    return ReadSettings(program, localAddress);
-  }
+  const core::SettingsSection settings(program, kSection);
+  settingsFault = settings.Fault();
+  if (settingsFault) return false;
+  if (settings.FileExists()) return ReadSettings(settings, localAddress);
   SetDefaults(program);
   return true;
 }
 
-bool FtpOptions::ReadSettings(const core::Program& program, const std::string& localAddress) {
-  const core::SettingsSection settings(program, kSection);
+bool FtpOptions::ReadSettings(const core::SettingsSection& settings,
+                              const std::string& localAddress) {
   ftpRoot = settings.Path("FtpServer Root");
   if (!settings.Read("FtpPort", ftpPort)) return false;
   ftpDomain = settings.Text("DNS");

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <system_error>
 
 #include "core/access_rights.h"
 #include "core/program.h"
@@ -12,7 +13,7 @@ namespace ModFtp {
 
 struct FtpOptions {
   /// `localAddress`: the listening socket's own, taken when Server.ini exists. False at a port that
-  /// cannot be converted: the settings behind it keep their values.
+  /// cannot be converted: the settings behind it keep their values; and where settingsFault is set.
   bool LoadFtpOptions(const core::Program& program, const std::string& localAddress);
 
   /// What holds while there is no Server.ini; the upload directory is left alone.
@@ -25,8 +26,12 @@ struct FtpOptions {
   std::int16_t ftpPort = 21;
   core::AccessRightsTexts FtpRights;  // no command asks them
 
+  /// Why Server.ini, though it is there, could not be used when it was loaded last: everything has
+  /// stayed as it was.
+  std::error_code settingsFault;
+
  private:
-  bool ReadSettings(const core::Program& program, const std::string& localAddress);
+  bool ReadSettings(const core::SettingsSection& settings, const std::string& localAddress);
 };
 
 }  // namespace ModFtp

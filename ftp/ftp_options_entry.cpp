@@ -1,7 +1,6 @@
 #include "ftp/ftp_options_entry.h"
 
 #include "core/paths.h"
-#include "core/settings_section.h"
 #include "platform/native_path.h"
 
 namespace ModFtp {
@@ -27,8 +26,8 @@ std::optional<FtpOptionsFault> FindFault(const FtpOptionsEntry& entry) {
   return std::nullopt;
 }
 
-void SaveSettings(const core::Program& program, const FtpOptionsEntry& entry) {
-  const core::SettingsSection settings(program, "FtpServer Options");
+void WriteSettings(core::SettingsChange& change, const FtpOptionsEntry& entry) {
+  const core::SectionChange settings = change.In("FtpServer Options");
   settings.Write("IP", entry.localIP);
   settings.Write("FtpPort", entry.port);
   settings.Write("DNS", entry.domain);

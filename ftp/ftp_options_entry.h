@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "core/program.h"
+#include "core/settings_change.h"
 #include "ftp/ftp_options.h"
 
 namespace ModFtp {
@@ -28,7 +28,7 @@ FtpOptionsEntry EntryOf(const FtpOptions& options);
 /// The first thing that keeps `entry` from being saved. Blanks are nothing.
 std::optional<FtpOptionsFault> FindFault(const FtpOptionsEntry& entry);
 
-/// Writes Server.ini.
-void SaveSettings(const core::Program& program, const FtpOptionsEntry& entry);
+/// Puts every key into a change of Server.ini.
+void WriteSettings(core::SettingsChange& change, const FtpOptionsEntry& entry);
 
 }  // namespace ModFtp

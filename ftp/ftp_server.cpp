@@ -30,8 +30,9 @@ FtpServer::FtpServer(core::ServiceEnvironment environment)
       FtpSvrSock_(sockets_, *this, core::ConnectionSlots::BusySlot::kRefuse,
                   ReplyLine(replies::kGreeting)),
       dataEvents_(*this),
-      heldOptions_(environment_.program.Holders(),
-                   [this] { SaveSettings(environment_.program, EntryOf(options_)); }),
+      heldOptions_(
+          environment_.program.Holders(),
+          [this](core::SettingsChange& change) { WriteSettings(change, EntryOf(options_)); }),
       random_(ClockSeed()) {
   options_.SetDefaults(environment_.program);
   state_.ftpRoot = options_.ftpRoot;
@@ -51,7 +52,8 @@ bool FtpServer::LoadOptions() {
 bool FtpServer::StartFtpListener() {
   failure_.reset();
   if (!LoadOptions()) {
-    failure_ = {std::make_error_code(std::errc::invalid_argument), 0};
+    failure_ = {.reason = std::make_error_code(std::errc::invalid_argument)};
+    if (options_.settingsFault) failure_ = {.reason = options_.settingsFault, .settings = true};
     return false;
   }
   std::error_code error;
@@ -61,7 +63,7 @@ bool FtpServer::StartFtpListener() {
     environment_.program.errors.LogError(platform::SystemMessage(error));
     return false;
   }
-  core::UpdateHostsFile(environment_.hostsFile, "127.0.0.1", options_.ftpDomain);
+  core::EnterInHostsFile(environment_, options_.ftpDomain);
   FtpSvrSock_.CreateSlots();
   return true;
 }

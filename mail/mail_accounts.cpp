@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/files.h"
+#include "core/ini_change.h"
 #include "core/ini_file.h"
 #include "core/paths.h"
 #include "core/wildcards.h"
@@ -28,10 +29,6 @@ std::string BoxOf(std::string_view mailRoot, std::string_view name) {
 }
 
 std::string UserInfo(std::string_view box) { return std::string(box) + "UserInfo.ini"; }
-
-bool Write(std::string_view box, std::string_view key, std::string_view value) {
-  return ModINIOP::WriteIni(UserInfo(box), kSection, key, value) != 0;
-}
 
 bool MakeFolder(std::string_view path) {
   return core::FolderExists(path) || !core::CreateFolder(path);
@@ -91,14 +88,19 @@ std::string ReadMailPassword(std::string_view box) {
 
 bool ChangeMailPassword(std::string_view mailRoot, const MailUser& user) {
   return MailUserExists(mailRoot, user.name) &&
-         Write(BoxOf(mailRoot, user.name), kPasswordKey, user.password);
+         ModINIOP::WriteIni(UserInfo(BoxOf(mailRoot, user.name)), kSection, kPasswordKey,
+                            user.password) != 0;
 }
 
 bool SaveMailUser(std::string_view mailRoot, const MailUser& user) {
   if (user.name.empty() || !IsAccountName(user.name)) return false;
   const std::string box = BoxOf(mailRoot, user.name);
   const bool made = MakeFolder(mailRoot) && MakeFolder(MailUserFolder(mailRoot)) && MakeFolder(box);
-  return made && Write(box, kNameKey, user.name) && Write(box, kPasswordKey, user.password);
+  if (!made) return false;
+  core::IniChange change(UserInfo(box));
+  change.Set(kSection, kNameKey, user.name);
+  change.Set(kSection, kPasswordKey, user.password);
+  return !change.Save();
 }
 
 void RemoveMailUser(std::string_view mailRoot, std::string_view name,

@@ -10,12 +10,14 @@ constexpr std::string_view kSection = "MailServer Options";
 }  // namespace
 
 void MailOptions::LoadMailOptions(const core::Program& program, const std::string& machineAddress) {
-  const bool stored = core::SettingsSection(program, kSection).FileExists();
-  stored ? ReadSettings(program, machineAddress) : SetDefaults(program);
+  const core::SettingsSection settings(program, kSection);
+  settingsFault = settings.Fault();
+  if (settingsFault) return;
+  settings.FileExists() ? ReadSettings(settings, machineAddress) : SetDefaults(program);
 }
 
-void MailOptions::ReadSettings(const core::Program& program, const std::string& machineAddress) {
-  const core::SettingsSection settings(program, kSection);
+void MailOptions::ReadSettings(const core::SettingsSection& settings,
+                               const std::string& machineAddress) {
   mailRoot = settings.Path("MailServer Root");
   settings.Read("SMTP Port", smtpPort);
   settings.Read("POP3 Port", pop3Port);

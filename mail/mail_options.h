@@ -4,8 +4,10 @@
 
 #include <cstdint>
 #include <string>
+#include <system_error>
 
 #include "core/program.h"
+#include "core/settings_section.h"
 
 namespace ModMail {
 
@@ -23,8 +25,12 @@ struct MailOptions {
   std::int16_t smtpPort = 25;
   std::int16_t pop3Port = 110;
 
+  /// Why Server.ini, though it is there, could not be used when it was loaded last: everything has
+  /// stayed as it was.
+  std::error_code settingsFault;
+
  private:
-  void ReadSettings(const core::Program& program, const std::string& machineAddress);
+  void ReadSettings(const core::SettingsSection& settings, const std::string& machineAddress);
 };
 
 }  // namespace ModMail

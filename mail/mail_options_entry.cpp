@@ -1,7 +1,6 @@
 #include "mail/mail_options_entry.h"
 
 #include "core/paths.h"
-#include "core/settings_section.h"
 #include "platform/native_path.h"
 
 namespace ModMail {
@@ -25,8 +24,8 @@ std::optional<MailOptionsFault> FindFault(const MailOptionsEntry& entry) {
   return std::nullopt;
 }
 
-void SaveSettings(const core::Program& program, const MailOptionsEntry& entry) {
-  const core::SettingsSection settings(program, "MailServer Options");
+void WriteSettings(core::SettingsChange& change, const MailOptionsEntry& entry) {
+  const core::SectionChange settings = change.In("MailServer Options");
   settings.Write("IP", TrimBlanks(entry.localIP));
   // Read as "SMTP Port": keys are known in any case, and existing files have both spellings.
   settings.Write("SMTP port", TrimBlanks(entry.smtpPort));

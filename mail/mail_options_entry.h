@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "core/program.h"
+#include "core/settings_change.h"
 #include "mail/mail_options.h"
 
 namespace ModMail {
@@ -27,7 +27,7 @@ MailOptionsEntry EntryOf(const MailOptions& options);
 /// The first thing that keeps `entry` from being saved. Blanks are nothing.
 std::optional<MailOptionsFault> FindFault(const MailOptionsEntry& entry);
 
-/// Writes Server.ini, every text trimmed.
-void SaveSettings(const core::Program& program, const MailOptionsEntry& entry);
+/// Puts every key into a change of Server.ini, the texts trimmed.
+void WriteSettings(core::SettingsChange& change, const MailOptionsEntry& entry);
 
 }  // namespace ModMail

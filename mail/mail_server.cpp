@@ -48,8 +48,9 @@ MailServer::MailServer(core::ServiceEnvironment environment)
       pop3_(*this, MailSvrPop3Sock_, &MailServer::OnPop3DataArrival),
       MailSvrSmtpSock_(sockets_, smtp_, ConnectionSlots::BusySlot::kEvict, Line(smtp::kGreeting)),
       MailSvrPop3Sock_(sockets_, pop3_, ConnectionSlots::BusySlot::kEvict, Line(pop3::kGreeting)),
-      heldOptions_(environment_.program.Holders(),
-                   [this] { SaveSettings(environment_.program, EntryOf(options_)); }),
+      heldOptions_(
+          environment_.program.Holders(),
+          [this](core::SettingsChange& change) { WriteSettings(change, EntryOf(options_)); }),
       store_(environment_.program, options_),
       smtpInterpreter_(store_),
       pop3Interpreter_(store_),
@@ -59,7 +60,7 @@ MailServer::MailServer(core::ServiceEnvironment environment)
 
 bool MailServer::LoadOptions() {
   options_.LoadMailOptions(environment_.program, MailSvrSmtpSock_.Listener().LocalAddress());
-  return true;
+  return !options_.settingsFault;
 }
 
 void MailServer::SetMailRoot(std::string_view root) {
@@ -73,12 +74,15 @@ void MailServer::EnsureMailRoot() {
 }
 
 bool MailServer::StartMailListeners() {
-  LoadOptions();
+  if (!LoadOptions()) {
+    failure_ = {.reason = options_.settingsFault, .settings = true};
+    return false;
+  }
   if (!ListenOnBothPorts()) {
     CloseMailSockets();
     return false;
   }
-  core::UpdateHostsFile(environment_.hostsFile, "127.0.0.1", options_.mailDomain);
+  core::EnterInHostsFile(environment_, options_.mailDomain);
   MailSvrSmtpSock_.CreateSlots();
   MailSvrPop3Sock_.CreateSlots();
   unpacking_.Start();

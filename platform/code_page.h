@@ -20,7 +20,8 @@ Charset SystemCharset();
 /// `lossless`, tells whether there was none.
 std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless = nullptr);
 
-/// UTF-8 `text` in `charset` (not UTF-8); what the set does not hold becomes "?".
-std::string FromUtf8(Charset charset, std::string_view text);
+/// UTF-8 `text` in `charset` (not UTF-8); what the set does not hold becomes "?". With `lossless`,
+/// tells whether there was none.
+std::string FromUtf8(Charset charset, std::string_view text, bool* lossless = nullptr);
 
 }  // namespace platform

@@ -1,7 +1,9 @@
 #include "ui/domain_questions.h"
 
+#include "core/settings_change.h"
 #include "core/settings_section.h"
 #include "ui/questions.h"
+#include "ui/save_report.h"
 
 namespace ui {
 namespace {
@@ -34,8 +36,10 @@ std::optional<std::string> AskDomain(wxWindow* parent, const core::Program& prog
   const Question& question = QuestionOf(service);
   const core::SettingsSection settings(program, question.section);
   auto domain = AskText(parent, question.prompt, question.title, settings.Text("DNS"));
-  if (domain) settings.Write("DNS", *domain);
-  return domain;
+  if (!domain) return std::nullopt;
+  core::SettingsChange change(program);
+  change.In(question.section).Write("DNS", *domain);
+  return IsSaved(parent, program, change.Save(), question.title) ? domain : std::nullopt;
 }
 
 }  // namespace ui

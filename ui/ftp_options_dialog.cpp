@@ -6,6 +6,7 @@
 #include "ui/layout.h"
 #include "ui/message_box.h"
 #include "ui/questions.h"
+#include "ui/save_report.h"
 #include "ui/toolkit_text.h"
 
 namespace ui {
@@ -83,8 +84,9 @@ FtpOptionsEntry frmFtpOptions::Entry() const {
 void frmFtpOptions::OnConfirm() {
   const FtpOptionsEntry entry = Entry();
   if (const auto fault = ModFtp::FindFault(entry)) return Refuse(*fault);
-  ModFtp::SaveSettings(program_, entry);
-  EndModal(wxID_OK);
+  core::SettingsChange change(program_);
+  ModFtp::WriteSettings(change, entry);
+  if (IsSaved(this, program_, change.Save(), kTitle)) EndModal(wxID_OK);
 }
 
 void frmFtpOptions::Refuse(FtpOptionsFault fault) {

@@ -8,6 +8,7 @@
 
 #include "core/date_time.h"
 #include "core/files.h"
+#include "core/printable_text.h"
 #include "core/traffic_text.h"
 #include "ui/accessible.h"
 #include "ui/colours.h"
@@ -38,6 +39,7 @@ constexpr std::array<ColumnLooks, ConnectionList::kColumns> kLooks = {{
 }};
 constexpr int kDoing = 3;
 constexpr int kLeastDoing = 120;
+constexpr std::size_t kLongestDoing = 300;  // bytes; drawing a text takes time by its length
 
 // Letters may be larger than the rest.
 int WidthOf(const ColumnLooks& looks, const wxWindow& list) {
@@ -51,7 +53,7 @@ ConnectionList::Row RowOf(const core::ConnectionReport& connection) {
   return {connection.protocol + " " + std::to_string(connection.slot),
           connection.address,
           core::DateTimeText(connection.since).substr(kDate),
-          activity.what,
+          core::Printable(activity.what, kLongestDoing),
           core::ByteText(activity.traffic.received + activity.traffic.sent),
           core::ProgressText(activity)};
 }

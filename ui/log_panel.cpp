@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "core/files.h"
+#include "core/printable_text.h"
 #include "platform/native_path.h"
 #include "ui/layout.h"
 #include "ui/message_box.h"
@@ -23,8 +24,9 @@ constexpr const char* kExportFilter =
 
 constexpr int kListWidth = 440;
 constexpr int kListHeight = 200;
-// Beyond this a line is looked at elsewhere.
+// Beyond this a line is looked at elsewhere: to measure and draw one takes time by its length.
 constexpr int kWidestColumn = 8000;
+constexpr std::size_t kLongestShownLine = 1000;  // bytes
 
 // A line around the list: not every system draws one itself.
 wxPanel* MakeFrame(wxWindow* parent) {
@@ -32,6 +34,10 @@ wxPanel* MakeFrame(wxWindow* parent) {
   frame->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_3DSHADOW));
   frame->SetSizer(new wxBoxSizer(wxVERTICAL));
   return frame;
+}
+
+wxString ShownLine(const std::string& line) {
+  return Shown(core::Printable(line, kLongestShownLine));
 }
 
 std::string PartText(const core::LogTail& tail) {
@@ -60,7 +66,7 @@ void LogList::SetTail(core::LogTail tail) {
 }
 
 wxString LogList::OnGetItemText(long item, long) const {
-  return Shown(tail_.lines[static_cast<std::size_t>(item)]);
+  return ShownLine(tail_.lines[static_cast<std::size_t>(item)]);
 }
 
 // As wide as the longest line, which is the widest but for a few pixels.
@@ -70,7 +76,7 @@ void LogList::FitColumn() {
       tail_.lines.begin(), tail_.lines.end(),
       [](const auto& left, const auto& right) { return left.size() < right.size(); });
   if (longest != tail_.lines.end()) {
-    width = std::max(width, GetTextExtent(Shown(*longest)).x + FromDIP(2 * kEdge));
+    width = std::max(width, GetTextExtent(ShownLine(*longest)).x + FromDIP(2 * kEdge));
   }
   SetColumnWidth(0, std::min(width, FromDIP(kWidestColumn)));
 }

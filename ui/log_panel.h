@@ -1,7 +1,8 @@
 #pragma once
 
 // A log with its buttons, as the options of a service show it: the lines that the log has when the
-// panel is made, of a large one the last part with a line that says so. Clearing deletes the log.
+// panel is made, of a large one the last part with a line that says so, of a long
+// line the beginning. Clearing deletes the log.
 
 #include <wx/listctrl.h>
 #include <wx/panel.h>

@@ -9,6 +9,7 @@
 #include "ui/layout.h"
 #include "ui/message_box.h"
 #include "ui/questions.h"
+#include "ui/save_report.h"
 #include "ui/toolkit_text.h"
 
 namespace ui {
@@ -81,8 +82,10 @@ MailOptionsEntry frmMailOptions::Entry() const {
 void frmMailOptions::OnConfirm() {
   const MailOptionsEntry entry = Entry();
   if (const auto fault = ModMail::FindFault(entry)) return Refuse(*fault);
+  core::SettingsChange change(program_);
+  ModMail::WriteSettings(change, entry);
+  if (!IsSaved(this, program_, change.Save(), kTitle)) return;
   server_.SetMailRoot(core::TrimBlanks(entry.root));
-  ModMail::SaveSettings(program_, entry);
   EndModal(wxID_OK);
 }
 

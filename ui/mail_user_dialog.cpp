@@ -4,6 +4,7 @@
 #include <wx/textctrl.h>
 
 #include "mail/mail_accounts.h"
+#include "platform/native_path.h"
 #include "ui/layout.h"
 #include "ui/message_box.h"
 #include "ui/toolkit_text.h"
@@ -54,13 +55,18 @@ void frmEmailUsers::OnConfirm() {
   const std::string& root = server_.Options().mailRoot;
   if (ModMail::MailUserExists(root, user.name)) {
     if (!Confirm(this, "该用户账号已存在，是否要更改密码？", kTitle)) return;
-    ModMail::ChangeMailPassword(root, user);
+    if (!ModMail::ChangeMailPassword(root, user)) return TellUnsaved(user.name);
     ShowMessage(this, "您已成功更改密码！", kTitle, wxOK | wxICON_INFORMATION);
   }
-  if (!ModMail::SaveMailUser(root, user)) {
-    program_.errors.LogError(ModMail::MailUserFolder(root) + user.name + ": cannot be written");
-  }
+  if (!ModMail::SaveMailUser(root, user)) return TellUnsaved(user.name);
   EndModal(wxID_OK);
+}
+
+void frmEmailUsers::TellUnsaved(const std::string& name) {
+  const std::string folder = ModMail::MailUserFolder(server_.Options().mailRoot);
+  program_.errors.LogError(folder + name + ": cannot be written");
+  Warn(this, "用户没有保存：他的文件夹无法读写。\n" + platform::PathTextForUser(folder + name),
+       kTitle);
 }
 
 void frmEmailUsers::Refuse(const char* text, wxTextCtrl* field) {

@@ -27,6 +27,7 @@ class frmEmailUsers : public wxDialog {
   void OnEnterInUser();
   void OnEnterInPass();
   void OnConfirm();
+  void TellUnsaved(const std::string& name);
   void Refuse(const char* text, wxTextCtrl* field);
 
   const core::Program& program_;

@@ -56,7 +56,10 @@ frmMain::~frmMain() = default;
 void frmMain::Attach(const Manager& manager, std::function<void()> onClose) {
   manager_ = std::make_unique<Manager>(manager);
   onClose_ = std::move(onClose);
-  for (const ServiceKind service : kServices) ShowRootDir(service);
+  for (const ServiceKind service : kServices) {
+    ShowRootDir(service);
+    ShowSettingsFault(service);
+  }
   const auto setLog = [&](ServiceKind service, const char* name) {
     FrameOf(service).Live().SetLog(manager.program.File(name), name);
   };

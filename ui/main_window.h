@@ -117,6 +117,7 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   void ShowRootDir(core::ServiceKind service);
   void MakeRoot(core::ServiceKind service);
   std::optional<core::Diagnosis> Diagnose(core::ServiceKind service);
+  void ShowSettingsFault(core::ServiceKind service);
   void Follow(core::ServiceKind service, const core::Diagnosis& diagnosis);
 
   // What it looks at by itself (main_window_watch.cpp)
@@ -150,10 +151,11 @@ class frmMain : public MainFrame, public core::ManagerView, private TrayHost {
   wxPanel* content_;                    // everything between menu and status bar
   std::array<Selector*, 4> selectors_;  // the overview's, then the services'
   std::array<ServiceFrame*, 3> frames_;
-  ServiceStates running_ = {};       // as the menu shows them
-  std::array<bool, 3> failed_ = {};  // the last start
-  wxTimer watch_;                    // runs while the window can be seen
-  int looks_ = 0;                    // since it runs
+  ServiceStates running_ = {};           // as the menu shows them
+  std::array<bool, 3> failed_ = {};      // the last start
+  std::array<bool, 3> shownFault_ = {};  // of Server.ini, and not of a start
+  wxTimer watch_;                        // runs while the window can be seen
+  int looks_ = 0;                        // since it runs
   core::TrafficRate rate_;
   bool inTray_ = false;
   bool opened_ = false;  // has been shown at least once

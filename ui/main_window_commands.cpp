@@ -10,6 +10,7 @@
 
 #include "core/files.h"
 #include "core/service_texts.h"
+#include "core/settings_file.h"
 #include "mail/mail_accounts.h"
 #include "platform/listening_port.h"
 #include "platform/native_path.h"
@@ -52,6 +53,7 @@ bool Copy(const std::string& text) {
 
 void frmMain::SelectService(ServiceKind service) {
   manager_->control.Of(service).LoadOptions();
+  ShowSettingsFault(service);
   ShowRootDir(service);
   if (service == ServiceKind::kWeb) RefreshTree();
   if (service == ServiceKind::kMail) LoadMailUsers();
@@ -127,6 +129,18 @@ std::optional<core::Diagnosis> frmMain::Diagnose(ServiceKind service) {
                        platform::PathTextForUser(platform::PathText(platform::ExecutablePath())));
 }
 
+// Told before anything is started, and while a service runs with what it has in memory.
+void frmMain::ShowSettingsFault(ServiceKind service) {
+  std::error_code fault;
+  core::ReadSettings(manager_->program, fault);
+  const bool wasShown = std::exchange(shownFault_[IndexOf(service)], static_cast<bool>(fault));
+  if (!fault && !wasShown) return;
+  const auto diagnosis = fault ? std::optional(core::ExplainSettings(fault)) : std::nullopt;
+  FrameOf(service).SetDiagnosis(diagnosis);
+  if (manager_->control.Of(service).IsRunning()) return;
+  fraWelcome->SetReason(service, diagnosis ? diagnosis->brief : "");
+}
+
 void frmMain::Follow(ServiceKind service, const core::Diagnosis& diagnosis) {
   if (diagnosis.remedy == core::Diagnosis::Remedy::kChangeOptions) return ShowOptions(service);
   CopyForUser(diagnosis.command);
@@ -143,6 +157,7 @@ void frmMain::AskForDomain(ServiceKind service) {
 
 void frmMain::ShowOptions(ServiceKind service) {
   manager_->control.Of(service).LoadOptions();
+  ShowSettingsFault(service);
   if (AskForOptions(service) && !manager_->control.Of(service).IsRunning()) TakeOver(service);
   ShowRootDir(service);
   ShowReach(service);

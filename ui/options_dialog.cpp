@@ -10,6 +10,7 @@
 #include "core/paths.h"
 #include "ui/layout.h"
 #include "ui/message_box.h"
+#include "ui/save_report.h"
 #include "ui/toolkit_text.h"
 
 namespace ui {
@@ -84,23 +85,21 @@ void frmOptions::KeepPasswordFitting() {
 }
 
 void frmOptions::OnConfirm() {
-  if (!SavePassword()) return;
-  core::WriteStartOptions(program_, {.autoStartService = chkAutoStartService->GetValue(),
-                                     .startInTaskBar = chkShowInBar->GetValue()});
-  SaveStartWithSystem();
-  EndModal(wxID_OK);
-}
-
-bool frmOptions::SavePassword() {
   const std::string password = Typed(txtPwd->GetValue());
   const bool wanted = chkManagerPwd->GetValue();
   if (wanted && core::TrimBlanks(password).empty()) {
     Warn(this, "请输入管理密码！");
     txtPwd->SetFocus();
-    return false;
+    return;
   }
+  core::SettingsChange change(program_);
+  core::WriteStartOptions(change, {.autoStartService = chkAutoStartService->GetValue(),
+                                   .startInTaskBar = chkShowInBar->GetValue()});
+  if (!IsSaved(this, program_, change.Fault())) return;
   core::SetManagerPassword(program_, wanted ? password : "");
-  return true;
+  if (!IsSaved(this, program_, change.Save())) return;
+  SaveStartWithSystem();
+  EndModal(wxID_OK);
 }
 
 void frmOptions::SaveStartWithSystem() {

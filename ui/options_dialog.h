@@ -30,7 +30,6 @@ class frmOptions : public wxDialog {
   void EnablePassword();
   void KeepPasswordFitting();
   void OnConfirm();
-  bool SavePassword();
   void SaveStartWithSystem();
 
   const core::Program& program_;

@@ -6,12 +6,15 @@
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
 
+#include <algorithm>
 #include <sstream>
 #include <utility>
 
 #include "core/code_page.h"
 #include "core/files.h"
 #include "core/paths.h"
+#include "core/printable_text.h"
+#include "platform/system_message.h"
 #include "ui/art.h"
 #include "ui/layout.h"
 #include "ui/service_frame.h"
@@ -25,6 +28,10 @@ constexpr int kPictureSize = 48;
 const wxSize kTipSize(360, 84);
 constexpr double kHeadingFactor = 1.2;
 
+// One for each day of some years, and none longer than the box can show.
+constexpr std::size_t kMostTips = 1000;
+constexpr std::size_t kLongestTip = 400;  // bytes
+
 constexpr const char* kSection = "Tips";
 constexpr const char* kShow = "Show";
 constexpr const char* kNext = "Next";
@@ -33,12 +40,18 @@ constexpr const char* kNext = "Next";
 
 std::vector<std::string> frmTip::ReadTips(const core::Program& program) {
   std::vector<std::string> tips;
-  const auto bytes = core::ReadFile(program.File("TIPOFDAY.TXT"));
-  std::istringstream lines(core::DecodeFile(bytes.value_or("")));
-  for (std::string line; std::getline(lines, line);) {
+  std::error_code error;
+  const std::string bytes = core::ReadFile(program.File("TIPOFDAY.TXT"), error);
+  if (error && error != std::errc::no_such_file_or_directory) {
+    program.errors.LogError("TIPOFDAY.TXT: " + platform::SystemMessage(error));
+  }
+  std::istringstream lines(core::DecodeFile(bytes));
+  for (std::string line; tips.size() < kMostTips && std::getline(lines, line);) {
     if (line.ends_with('\r')) line.pop_back();
+    std::replace(line.begin(), line.end(), '\t', ' ');
     const std::string_view tip = core::TrimBlanks(line);
-    if (!tip.empty() && !tip.starts_with('#')) tips.emplace_back(tip);
+    if (tip.empty() || tip.starts_with('#')) continue;
+    tips.push_back(core::Printable(tip, kLongestTip));
   }
   return tips;
 }

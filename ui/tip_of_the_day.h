@@ -1,7 +1,8 @@
 #pragma once
 
 // The tip of the day, from TIPOFDAY.TXT in the program directory: a tip per line, empty lines and
-// those that begin with "#" left out. Each start shows the next one, until the user turns it off;
+// those that begin with "#" left out,
+// of a long one its beginning. Each start shows the next one, until the user turns it off;
 // without that file there are no tips. The box stands beside the window and waits for nobody.
 
 #include <wx/dialog.h>

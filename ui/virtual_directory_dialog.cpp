@@ -7,6 +7,7 @@
 #include "ui/layout.h"
 #include "ui/message_box.h"
 #include "ui/questions.h"
+#include "ui/save_report.h"
 #include "ui/toolkit_text.h"
 #include "web/virtual_directory.h"
 
@@ -56,11 +57,12 @@ void frmEditDir::OnConfirm() {
     txtDir->SetFocus();
     return;
   }
-  ModWeb::SaveVirtualDirectory(program_, {.path = path,
-                                          .noPrograms = programs.AreForbidden(),
-                                          .programs = programs.AreAllowed(),
-                                          .rights = rights.Rights()});
-  EndModal(wxID_OK);
+  const std::error_code error =
+      ModWeb::SaveVirtualDirectory(program_, {.path = path,
+                                              .noPrograms = programs.AreForbidden(),
+                                              .programs = programs.AreAllowed(),
+                                              .rights = rights.Rights()});
+  if (IsSaved(this, program_, error)) EndModal(wxID_OK);
 }
 
 }  // namespace ui

@@ -10,6 +10,7 @@
 #include "ui/layout.h"
 #include "ui/message_box.h"
 #include "ui/questions.h"
+#include "ui/save_report.h"
 #include "ui/toolkit_text.h"
 
 namespace ui {
@@ -106,9 +107,14 @@ WebOptionsEntry frmWebOptions::Entry() const {
 void frmWebOptions::OnConfirm() {
   const WebOptionsEntry entry = Entry();
   if (const auto fault = ModWeb::FindFault(entry)) return Refuse(*fault);
-  ModWeb::SaveDefaultPages(program_, entry.documents);
-  ModWeb::SaveSettings(program_, entry);
-  EndModal(wxID_OK);
+  core::SettingsChange change(program_);
+  ModWeb::WriteSettings(change, entry);
+  // The documents are not to be new with the settings old.
+  if (IsSaved(this, program_, change.Fault()) &&
+      IsSaved(this, program_, ModWeb::SaveDefaultPages(program_, entry.documents)) &&
+      IsSaved(this, program_, change.Save())) {
+    EndModal(wxID_OK);
+  }
 }
 
 void frmWebOptions::Refuse(WebOptionsFault fault) {

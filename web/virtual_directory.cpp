@@ -25,12 +25,15 @@ VirtualDirectory ReadVirtualDirectory(const core::Program& program) {
   return directory;
 }
 
-void SaveVirtualDirectory(const core::Program& program, const VirtualDirectory& directory) {
-  const core::SettingsSection settings(program, kSection);
+std::error_code SaveVirtualDirectory(const core::Program& program,
+                                     const VirtualDirectory& directory) {
+  core::SettingsChange change(program);
+  const core::SectionChange settings = change.In(kSection);
   settings.Write("Path", core::TrimBlanks(directory.path));
   settings.Write("optNoApp", core::BooleanText(directory.noPrograms));
   settings.Write("optAppDone", core::BooleanText(directory.programs));
   core::WriteAccessRights(settings, directory.rights);
+  return change.Save();
 }
 
 }  // namespace ModWeb

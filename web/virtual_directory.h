@@ -3,6 +3,7 @@
 // The one virtual directory that can be set up. It is kept in Server.ini; no request asks for it.
 
 #include <string>
+#include <system_error>
 
 #include "core/access_rights.h"
 #include "core/program.h"
@@ -20,6 +21,7 @@ struct VirtualDirectory {
 VirtualDirectory ReadVirtualDirectory(const core::Program& program);
 
 /// Replaces the one in Server.ini. The path is trimmed.
-void SaveVirtualDirectory(const core::Program& program, const VirtualDirectory& directory);
+std::error_code SaveVirtualDirectory(const core::Program& program,
+                                     const VirtualDirectory& directory);
 
 }  // namespace ModWeb

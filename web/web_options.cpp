@@ -6,11 +6,15 @@
 #include "core/conversions.h"
 #include "core/files.h"
 #include "core/settings_section.h"
+#include "platform/system_message.h"
 
 namespace ModWeb {
 namespace {
 
 constexpr std::string_view kSection = "WebServer Options";
+
+// Eleven names of any file system have less.
+constexpr std::size_t kMostOfDefaultPages = 65536;
 
 // Takes the next line, without its line end; false when there is none.
 bool NextLine(std::string_view& text, std::string_view& line) {
@@ -28,8 +32,11 @@ bool NextLine(std::string_view& text, std::string_view& line) {
 }  // namespace
 
 bool WebOptions::LoadWebOptions(const core::Program& program, const std::string& localAddress) {
-  const bool stored = core::SettingsSection(program, kSection).FileExists();
-  stored ? ReadSettings(program, localAddress) : SetDefaults(program);
+  const core::SettingsSection settings(program, kSection);
+  settingsFault = settings.Fault();
+  if (!settingsFault) {
+    settings.FileExists() ? ReadSettings(settings, localAddress) : SetDefaults(program);
+  }
   LoadDefaultPages(program);
   // Whatever the file said: the search for default documents is on after every loading.
   StartDefaultPage = true;
@@ -41,8 +48,8 @@ bool WebOptions::MayRead() const { return core::ToAccessRights(WebRights).read; 
 
 bool WebOptions::MayRunPrograms() const { return core::ToBoolean(AppOptions[1]).value_or(false); }
 
-void WebOptions::ReadSettings(const core::Program& program, const std::string& localAddress) {
-  const core::SettingsSection settings(program, kSection);
+void WebOptions::ReadSettings(const core::SettingsSection& settings,
+                              const std::string& localAddress) {
   WebRootDir = settings.Path("WebRootDir");
   WebDomain = settings.Text("DNS");
   settings.Read("TCPPort", WebPort);
@@ -69,8 +76,10 @@ void WebOptions::LoadDefaultPages(const core::Program& program) {
     DefaultPages[1] = "default.htm";
     return;
   }
+  std::error_code error;
+  const std::string content = core::DecodeFile(core::ReadFile(file, error, kMostOfDefaultPages));
+  if (error) program.errors.LogError("IndexFN.Log: " + platform::SystemMessage(error));
   // Entries beyond the last line keep what they held.
-  const std::string content = core::DecodeFile(core::ReadFile(file).value_or(""));
   std::string_view rest = content;
   std::string_view line;
   std::size_t index = 0;

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <system_error>
 
 #include "core/access_rights.h"
 #include "core/program.h"
@@ -13,7 +14,8 @@ namespace ModWeb {
 
 struct WebOptions {
   /// `localAddress`: the listening socket's own, taken when Server.ini exists. What cannot be
-  /// converted is told to the error log and keeps its value. Always true.
+  /// converted is told to the error log and keeps its value. Always true; settingsFault says
+  /// whether there were settings to load.
   bool LoadWebOptions(const core::Program& program, const std::string& localAddress);
 
   /// What holds while there is no Server.ini; the default documents are left alone.
@@ -35,8 +37,12 @@ struct WebOptions {
   std::array<std::string, 11> DefaultPages;  // tried in this order, the last one never
   std::string FirstDefaultPage;
 
+  /// Why Server.ini, though it is there, could not be used when it was loaded last: all that it
+  /// sets has stayed as it was.
+  std::error_code settingsFault;
+
  private:
-  void ReadSettings(const core::Program& program, const std::string& localAddress);
+  void ReadSettings(const core::SettingsSection& settings, const std::string& localAddress);
   void LoadDefaultPages(const core::Program& program);
 };
 

@@ -1,11 +1,10 @@
 #include "web/web_options_entry.h"
 
+#include "core/code_page.h"
 #include "core/conversions.h"
 #include "core/files.h"
 #include "core/ini_file.h"
-#include "core/logs.h"
 #include "core/paths.h"
-#include "core/settings_section.h"
 #include "platform/native_path.h"
 
 namespace ModWeb {
@@ -54,8 +53,8 @@ std::optional<WebOptionsFault> FindFault(const WebOptionsEntry& entry) {
   return std::nullopt;
 }
 
-void SaveSettings(const core::Program& program, const WebOptionsEntry& entry) {
-  const core::SettingsSection settings(program, "WebServer Options");
+void WriteSettings(core::SettingsChange& change, const WebOptionsEntry& entry) {
+  const core::SectionChange settings = change.In("WebServer Options");
   settings.Write("WebRootDir", entry.rootDir);
   settings.Write("WebServerIP", entry.localIP);
   settings.Write("TCPPort", entry.port);
@@ -66,10 +65,14 @@ void SaveSettings(const core::Program& program, const WebOptionsEntry& entry) {
   settings.Write("optAppDone", core::BooleanText(entry.programs));
 }
 
-void SaveDefaultPages(const core::Program& program, const std::vector<std::string>& documents) {
+std::error_code SaveDefaultPages(const core::Program& program,
+                                 const std::vector<std::string>& documents) {
   const std::string file = program.File("IndexFN.Log");
-  core::RemoveFile(file);
-  for (const std::string& document : documents) core::AppendLine(file, document);
+  std::string lines;
+  for (const std::string& document : documents) lines += document + "\r\n";
+  if (!documents.empty()) return core::ReplaceContent(file, core::EncodeFile(lines));
+  const std::error_code error = core::RemoveFile(file);
+  return error == std::errc::no_such_file_or_directory ? std::error_code() : error;
 }
 
 }  // namespace ModWeb

@@ -5,9 +5,11 @@
 
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "core/program.h"
+#include "core/settings_change.h"
 #include "web/web_options.h"
 
 namespace ModWeb {
@@ -37,10 +39,12 @@ WebOptionsEntry EntryToShow(const core::Program& program, const WebOptions& opti
 /// a domain.
 std::optional<WebOptionsFault> FindFault(const WebOptionsEntry& entry);
 
-/// Writes Server.ini.
-void SaveSettings(const core::Program& program, const WebOptionsEntry& entry);
+/// Puts every key into a change of Server.ini.
+void WriteSettings(core::SettingsChange& change, const WebOptionsEntry& entry);
 
-/// Writes IndexFN.Log anew, one document per line. Without documents there is no such file.
-void SaveDefaultPages(const core::Program& program, const std::vector<std::string>& documents);
+/// Writes IndexFN.Log anew in one replacement, one document per line. Without documents there is no
+/// such file.
+std::error_code SaveDefaultPages(const core::Program& program,
+                                 const std::vector<std::string>& documents);
 
 }  // namespace ModWeb

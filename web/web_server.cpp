@@ -29,18 +29,23 @@ WebServer::WebServer(core::ServiceEnvironment environment)
       WebSvrSock_(sockets_, *this, core::ConnectionSlots::BusySlot::kEvict, ""),
       cgi_(environment_),
       searchCopies_(environment_),
-      heldOptions_(environment_.program.Holders(),
-                   [this] { SaveSettings(environment_.program, EntryOf(options_)); }) {
+      heldOptions_(environment_.program.Holders(), [this](core::SettingsChange& change) {
+        WriteSettings(change, EntryOf(options_));
+      }) {
   options_.SetDefaults(environment_.program);
 }
 
 bool WebServer::LoadOptions() {
-  return options_.LoadWebOptions(environment_.program, WebSvrSock_.Listener().LocalAddress());
+  options_.LoadWebOptions(environment_.program, WebSvrSock_.Listener().LocalAddress());
+  return !options_.settingsFault;
 }
 
 bool WebServer::StartWebListener() {
   failure_.reset();
-  if (!LoadOptions()) return false;
+  if (!LoadOptions()) {
+    failure_ = {.reason = options_.settingsFault, .settings = true};
+    return false;
+  }
   std::error_code error;
   WebSvrSock_.Listen(options_.WebPort, error);
   if (error) {
@@ -48,7 +53,7 @@ bool WebServer::StartWebListener() {
     environment_.program.errors.LogError(platform::SystemMessage(error));
     return false;
   }
-  core::UpdateHostsFile(environment_.hostsFile, "127.0.0.1", options_.WebDomain);
+  core::EnterInHostsFile(environment_, options_.WebDomain);
   WebSvrSock_.CreateSlots();
   return true;
 }

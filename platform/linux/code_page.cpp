@@ -62,6 +62,20 @@ class Converter {
 
 const char* NameOf(Charset charset) { return charset == Charset::kGbk ? "GBK" : "GB18030"; }
 
+struct Converters {
+  explicit Converters(const char* charset) : toUtf8("UTF-8", charset), fromUtf8(charset, "UTF-8") {}
+  Converter toUtf8;
+  Converter fromUtf8;
+};
+
+// Opening one costs many times what a short text does, and texts come character by character from
+// the decoders. They are never closed: what is logged at the very end still needs them.
+Converters& ConvertersOf(Charset charset) {
+  static auto& gbk = *new Converters(NameOf(Charset::kGbk));
+  static auto& gb18030 = *new Converters(NameOf(Charset::kGb18030));
+  return charset == Charset::kGbk ? gbk : gb18030;
+}
+
 std::size_t Utf8Length(std::string_view text) {
   std::size_t length = 1;
   while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
@@ -87,13 +101,12 @@ Charset SystemCharset() {
 }
 
 std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless) {
-  return Converter("UTF-8", NameOf(charset))
-      .Run(
-          bytes, [](std::string_view) { return std::size_t{1}; }, lossless);
+  return ConvertersOf(charset).toUtf8.Run(
+      bytes, [](std::string_view) { return std::size_t{1}; }, lossless);
 }
 
-std::string FromUtf8(Charset charset, std::string_view text) {
-  return Converter(NameOf(charset), "UTF-8").Run(text, Utf8Length, nullptr);
+std::string FromUtf8(Charset charset, std::string_view text, bool* lossless) {
+  return ConvertersOf(charset).fromUtf8.Run(text, Utf8Length, lossless);
 }
 
 }  // namespace platform

@@ -10,6 +10,7 @@
 #include <functional>
 #include <vector>
 
+#include "platform/file.h"
 #include "platform/system_folders.h"
 #include "platform/text_case.h"
 
@@ -18,6 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
+
+// A file of this size is none of ours, and would take long to look through.
+constexpr std::size_t kLargest = std::size_t{1} << 20;
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
@@ -39,20 +43,15 @@ class Descriptor {
 // A file that is not there reads as empty; one that cannot be read is an error, so that it is not
 // taken for empty and replaced.
 std::string ReadAll(const fs::path& path, std::error_code& error) {
-  error.clear();
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  File file = File::Open(path, File::Mode::kRead, error);
   if (!file.IsOpen()) {
-    if (errno != ENOENT) error = LastError();
+    if (error == std::errc::no_such_file_or_directory) error.clear();
     return {};
   }
-  std::string content;
-  char buffer[4096];
-  ssize_t count = 0;
-  while ((count = read(file.Get(), buffer, sizeof(buffer))) > 0) {
-    content.append(buffer, static_cast<std::size_t>(count));
-  }
-  if (count < 0) error = LastError();
-  return content;
+  std::string content(kLargest + 1, '\0');
+  content.resize(file.Read(content.data(), content.size(), error));
+  if (!error && content.size() > kLargest) error = std::make_error_code(std::errc::file_too_large);
+  return error ? std::string() : content;
 }
 
 bool WriteWhole(int descriptor, std::string_view bytes) {
@@ -173,9 +172,9 @@ void StateFile::Set(std::string_view section, std::string_view key, std::string_
                     std::error_code& error) {
   error = std::make_error_code(std::errc::invalid_argument);
   if (!CanStand(section, "") || !CanStand(key, "=")) return;
-  std::string line = std::string(key) + "=" + std::string(value);
+  std::string line = std::string(key) + "=" + std::string(value.substr(0, value.find('\0')));
   std::replace_if(
-      line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
+      line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
   Change(name_, error, [&](Lines& lines) {
     const std::size_t first = EnsureSection(lines, section);
     if (const auto known = FindKey(lines, first, key)) {

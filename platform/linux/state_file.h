@@ -27,7 +27,7 @@ class StateFile {
   void AddSection(std::string_view section, std::error_code& error);
 
   /// Sets a value, adding section and key where they are missing. A name that the file cannot hold
-  /// is an error; a line break or NUL in the value becomes a blank.
+  /// is an error; a line break in the value becomes a blank, and with a NUL it ends.
   void Set(std::string_view section, std::string_view key, std::string_view value,
            std::error_code& error);
 

@@ -37,11 +37,13 @@ std::optional<std::string> Narrow(Charset charset, std::wstring_view wide) {
   BOOL replaced = FALSE;
   // Code page 54936 holds everything, and does not take the question.
   BOOL* const asked = charset == Charset::kGbk ? &replaced : nullptr;
+  // Nor may a letter lose its accent because the set holds it without.
+  const DWORD flags = charset == Charset::kGbk ? WC_NO_BEST_FIT_CHARS : 0;
   const int size =
-      WideCharToMultiByte(number, 0, wide.data(), wideSize, nullptr, 0, nullptr, asked);
+      WideCharToMultiByte(number, flags, wide.data(), wideSize, nullptr, 0, nullptr, asked);
   if (size <= 0 || replaced != FALSE) return std::nullopt;
   std::string bytes(static_cast<std::size_t>(size), '\0');
-  WideCharToMultiByte(number, 0, wide.data(), wideSize, bytes.data(), size, nullptr, nullptr);
+  WideCharToMultiByte(number, flags, wide.data(), wideSize, bytes.data(), size, nullptr, nullptr);
   return bytes;
 }
 
@@ -76,9 +78,13 @@ std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless) {
   return text;
 }
 
-std::string FromUtf8(Charset charset, std::string_view text) {
+std::string FromUtf8(Charset charset, std::string_view text, bool* lossless) {
   const std::wstring wide = WideText(text);
+  // Bytes that are no UTF-8 are lost on the way already.
+  if (lossless != nullptr) *lossless = NarrowText(wide) == text;
+  if (wide.empty()) return {};
   if (const auto whole = Narrow(charset, wide)) return *whole;
+  if (lossless != nullptr) *lossless = false;
   // The system would put two marks for a character of two units: go character by character.
   std::string bytes;
   for (std::wstring_view rest = wide; !rest.empty();) {

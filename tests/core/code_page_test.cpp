@@ -21,10 +21,23 @@ TEST(CodePage, GbkIsReadCharacterByCharacterWithAMarkForWhatIsNone) {
   EXPECT_EQ(GbkCharacter(0x81, 0x20), std::nullopt);
 }
 
-TEST(CodePage, AFileOfOursIsReadInWhateverSetItsBytesAreValid) {
-  EXPECT_EQ(core::DecodeFile("中"), "中");
-  EXPECT_EQ(core::DecodeFile("\xEF\xBB\xBF中"), "中");
-  EXPECT_EQ(core::DecodeFile("\xD6\xD0"), "中");
+TEST(CodePage, AFileOfOursIsReadInWhateverSetItsBytesAreValidUtf8First) {
+  using platform::Charset;
+  struct Case {
+    std::string bytes;
+    Charset charset;
+    std::string text;
+  };
+  const Charset system = platform::SystemCharset();
+  for (const Case& c :
+       {Case{"plain", system, "plain"}, Case{"中", Charset::kUtf8, "中"},
+        Case{"\xEF\xBB\xBF中", Charset::kUtf8, "中"}, Case{"\xD6\xD0", Charset::kGbk, "中"},
+        // Valid in both sets.
+        Case{"\xC2\xBD", Charset::kUtf8, "½"}}) {
+    EXPECT_EQ(core::CharsetOf(c.bytes), c.charset) << c.text;
+    EXPECT_EQ(core::DecodeFile(c.bytes), c.text);
+    EXPECT_EQ(core::DecodeFile(core::EncodeFile(c.text)), c.text);
+  }
 }
 
 TEST(CodePage, ValidUtf8IsToldFromOverlongCutAndSurrogateForms) {
@@ -36,7 +49,13 @@ TEST(CodePage, ValidUtf8IsToldFromOverlongCutAndSurrogateForms) {
 }
 
 TEST(CodePage, ConversionToGbkMarksWhatItDoesNotHold) {
-  EXPECT_EQ(core::Encode(platform::Charset::kGbk, "中😀"), "\xD6\xD0?");
+  bool lossless = true;
+  EXPECT_EQ(core::Encode(platform::Charset::kGbk, "中😀", &lossless), "\xD6\xD0?");
+  EXPECT_FALSE(lossless);
+  EXPECT_EQ(core::Encode(platform::Charset::kGbk, "中Ω", &lossless), "\xD6\xD0\xA6\xB8");
+  EXPECT_TRUE(lossless);
+  EXPECT_EQ(core::Encode(platform::Charset::kGbk, "Ä", &lossless), "?");
+  EXPECT_FALSE(lossless);
   EXPECT_EQ(core::Encode(platform::Charset::kUtf8, "\xFF"), "\xFF");
 }
 

@@ -75,12 +75,32 @@ TEST_F(IniFile, AFileFromAChineseWindowsIsReadAndStaysInItsCodePage) {
   EXPECT_EQ(Content(), "[S]\nname=\xCE\xC4\xD6\xD0\n");
 }
 
+// What GBK does not hold, and what in GBK would be taken for UTF-8.
+TEST_F(IniFile, AFileInGbkBecomesUtf8AsAWholeWhereItCouldNotHoldAValue) {
+  for (const char* value : {"中😀", "Ä"}) {
+    Content("; \xD7\xA2\n[S]\nname=\xD6\xD0\xCE\xC4\nother=\xC2\xBD\n");
+    WriteIni(Path(), "S", "added", value);
+    EXPECT_EQ(Content(), "; 注\n[S]\nname=中文\nother=陆\nadded=" + std::string(value) + "\n");
+  }
+  Content("[S]\nname=\xD6\xD0\nother=\xC2\xBD\n");
+  WriteIni(Path(), "S", "name", "plain");
+  EXPECT_EQ(Content(), "[S]\nname=plain\nother=陆\n");
+}
+
 TEST_F(IniFile, AByteOrderMarkAndALineBreakInAValueDoNoHarm) {
   Content("\xEF\xBB\xBF[A]\nk=v\n");
   EXPECT_EQ(Read("A", "k"), "v");
   WriteIni(Path(), "A", "k", "x\r\n[B]");
   EXPECT_EQ(Read("A", "k"), "x  [B]");
   EXPECT_EQ(Read("B", "k"), "");
+}
+
+TEST_F(IniFile, WhatIsTooLargeIsNeitherReadNorReplaced) {
+  const std::string large = "[A]\nk=v\n" + std::string(5'000'000, 'x');
+  Content(large);
+  EXPECT_EQ(Read("A", "k"), "");
+  EXPECT_EQ(WriteIni(Path(), "A", "k", "new"), 0);
+  EXPECT_EQ(Content().size(), large.size());
 }
 
 TEST_F(IniFile, AFailedWriteReportsFailureAndKeepsTheFile) {

@@ -1,4 +1,5 @@
 #include "core/conversions.h"
+#include "core/settings_file.h"
 #include "core/settings_section.h"
 #include "core/wildcards.h"
 #include "tests/support/server_fixture.h"
@@ -55,6 +56,17 @@ TEST_F(Settings, ABadNumberKeepsThePreviousValueAndIsToldWithSectionKeyAndText) 
   EXPECT_TRUE(flag);
   EXPECT_THAT(ErrorLog(), testing::HasSubstr("[S] port: cannot convert \"40000\""));
   EXPECT_THAT(ErrorLog(), testing::HasSubstr("[S] flag: cannot convert \"maybe\""));
+}
+
+TEST(SettingsFile, IsTornOnlyWhereThatCanBeSeen) {
+  using namespace std::string_literals;
+  for (const std::string whole : {"", "\r\n", "[A]", "[A]\r\nk=", "[A]\r\nk=v", "[A]\r\nodd\r\n",
+                                  "; no line end", "\xEF\xBB\xBF[A]\nk=v"}) {
+    EXPECT_FALSE(core::AreTorn(whole)) << whole;
+  }
+  for (const std::string& torn : {"[A"s, "[A]\r\nFtpPo"s, "[A]\r\nk=v\r\n  ["s, "[A]\nk=\0v\n"s}) {
+    EXPECT_TRUE(core::AreTorn(torn)) << torn;
+  }
 }
 
 TEST(Wildcards, MatchAsOnWindows) {

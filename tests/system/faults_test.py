@@ -16,7 +16,7 @@ import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from conversation import Conversation, FtpConversation  # noqa: E402
-from program import PATIENCE, Home, fetch, wait_until  # noqa: E402
+from program import PATIENCE, Home, accepts, fetch, wait_until  # noqa: E402
 
 program = ""
 
@@ -171,6 +171,61 @@ class FaultsTest(unittest.TestCase):
         # The log has the clock's time, as it is set.
         self.assertIn(f"时间：{THIS_YEAR + 8}", home.read("Web.log"))
         self.end(process)
+
+    def test_no_service_starts_on_settings_that_are_there_and_cannot_be_read(self):
+        def folder(home):
+            (home.path / "Server.ini").unlink()
+            home.write("Server.ini/inside", "")
+
+        def locked(home):
+            (home.path / "Server.ini").chmod(0)
+
+        def torn(home):
+            home.write("Server.ini", home.read("Server.ini").split("UploadDir")[0])
+
+        def endless(home):
+            (home.path / "Server.ini").unlink()
+            (home.path / "Server.ini").symlink_to("/dev/zero")
+
+        def pipe(home):
+            (home.path / "Server.ini").unlink()
+            os.mkfifo(home.path / "Server.ini")
+
+        for spoil in (folder, locked, torn, endless, pipe):
+            with self.subTest(spoil.__name__):
+                home = self.make_home()
+                if spoil is locked and os.geteuid() == 0:
+                    home.program = [*AS_NOBODY, program]
+                    if not works([*AS_NOBODY, "test", "-x", program]):
+                        self.skipTest("another user cannot run the program where it is")
+                    subprocess.run(["chown", "-R", "65534:65534", str(home.path)], check=True)
+                spoil(home)
+                with open(home.path / "output", "w+", encoding="utf-8") as output:
+                    process = home.start("START", "SHOW", output=output)
+                    wait_until(lambda: home.read("startflg.dat").count("=False") == 2, "the starts")
+                    wait_until(lambda: home.read("output").count("Server.ini") == 3, "the reasons")
+                self.assertIn("Web服务：OFF\n设置文件 Server.ini ", home.read("output"))
+                self.assertIn("Ftp服务启动失败。请检查您的FTP与网络设置。\n", home.read("output"))
+                self.assertFalse(any(accepts(port) for port in home.ports.values()))
+                for section in ("WebServer", "FtpServer", "MailServer"):
+                    self.assertIn(f"Server.ini [{section} Options]: cannot be read: ",
+                                  home.read("RunErr.Log"))
+                self.end(process)
+
+    def test_own_files_that_are_endless_or_none_cost_an_error_line_only(self):
+        names = ("startflg.dat", "IndexFN.Log", "hosts", "config/Tarnwerk/registry.ini")
+        for make in (lambda path: path.symlink_to("/dev/zero"), os.mkfifo,
+                     lambda path: path.write_bytes(b"x" * 20_000_000)):
+            home = self.make_home()
+            for name in names:
+                (home.path / name).parent.mkdir(parents=True, exist_ok=True)
+                make(home.path / name)
+            process = self.start(home)
+            self.assertEqual(fetch(home.ports["web"], GET_PAGE), PAGE)
+            wait_until(lambda: home.read("RunErr.Log").count("startflg.dat") == 3, "every start")
+            for name in ("IndexFN.Log", "hosts"):
+                self.assertIn(f"{name}: ", home.read("RunErr.Log"))
+            self.end(process)
 
     def test_settings_that_are_nonsense_or_change_meanwhile_cost_nothing(self):
         home = self.make_home()

@@ -79,6 +79,27 @@ TEST_F(Overview, SaysWhoHasThePortAndForgetsItOnceTheServiceRuns) {
   EXPECT_FALSE(IsVisible("lblCardWebReason"));
 }
 
+TEST_F(Overview, SaysThatTheSettingsCannotBeReadBeforeAnyStartAndWhileAServiceRuns) {
+  MakeWindow();
+  Push("cmdStartFtpService");
+  ASSERT_TRUE(ftp->IsRunning());
+  const std::string upload = ftp->Options().uploadDir;
+  const std::string good = Home().Read("Server.ini");
+  Home().Write("Server.ini", "[FtpServer Options]\r\nFtpServer Upl");
+  for (const char* page : {"ImgWeb", "imgFtp"}) Click(page);
+  EXPECT_TRUE(Has(LabelIn(*Window().fraWeb, "lblReason"), "Server.ini"));
+  EXPECT_TRUE(Has(LabelIn(*Window().fraFtp, "lblReason"), "Server.ini"));
+  EXPECT_TRUE(IsVisible("lblCardWebReason"));
+  EXPECT_FALSE(IsVisible("lblCardFtpReason"));
+  EXPECT_TRUE(ftp->IsRunning());
+  EXPECT_EQ(ftp->RootDir(), Home().Text("ftp"));
+  EXPECT_EQ(ftp->Options().uploadDir, upload);
+  Home().Write("Server.ini", good);
+  for (const char* page : {"ImgWeb", "imgFtp"}) Click(page);
+  EXPECT_FALSE(Find(*Window().fraWeb, "lblReason").IsShown());
+  EXPECT_FALSE(Find(*Window().fraFtp, "lblReason").IsShown());
+}
+
 TEST_F(Overview, AnUnusablePortLeadsToTheOptions) {
   Home().Write("Server.ini", "[FtpServer Options]\nFtpPort=no number\n");
   MakeWindow();

@@ -82,6 +82,21 @@ TEST_F(WebOptionsDialog, BringsTheSettingsFileIntoBeingWithWhatTheOtherServersHo
   EXPECT_THAT(ErrorLog(), IsEmpty());
 }
 
+TEST_F(WebOptionsDialog, StaysOpenAndSaysSoWhereTheSettingsCannotBeReadOrWritten) {
+  for (const char* file : {"Server.ini/inside", "IndexFN.Log/inside"}) {
+    SCOPED_TRACE(file);
+    Home().Write(file, "");
+    ui::frmWebOptions form(nullptr, Program(), server_);
+    boxes.Plan(wxID_OK);
+    EXPECT_EQ(Run(form, [&] { Press(form, "cmdOK"); }), kStayedOpen);
+    EXPECT_THAT(boxes.TakeOnly().text, testing::HasSubstr("设置没有保存"));
+    EXPECT_TRUE(Home().Has(file));
+    EXPECT_THAT(ErrorLog(), testing::HasSubstr("Settings not saved: "));
+    std::filesystem::remove_all(Home().Path(file).parent_path());
+    EXPECT_FALSE(Home().Has("IndexFN.Log") || Home().Has("Server.ini"));
+  }
+}
+
 TEST_F(WebOptionsDialog, WritesTheDocumentsAnewInTheOrderOfTheList) {
   Home().Write("IndexFN.Log", "a.htm\r\nb.htm\r\n");
   RunForm([&] {

@@ -50,10 +50,11 @@ TEST_F(StateFiles, KeepWhatSomebodyElseWrote) {
 }
 
 TEST_F(StateFiles, TakeNoNameOrValueForALineOfTheirOwn) {
+  using namespace std::string_literals;
   Modreg::Key key = Modreg::CreateKey(Root::kUsers, "a");
   Modreg::SetText(key, "x", "1\r\n[HKEY_USERS\\b]\ny=2");
   EXPECT_EQ(Modreg::QueryText(key, "x"), "1  [HKEY_USERS\\b] y=2");
-  for (const char* name : {"x=y", "x\ny", "[x"}) {
+  for (const std::string& name : {"x=y"s, "x\ny"s, "[x"s, "x\0y"s}) {
     EXPECT_THROW(Modreg::SetText(key, name, "3"), Modreg::Error) << name;
   }
   EXPECT_THROW(Modreg::CreateKey(Root::kUsers, "a]\n[b"), Modreg::Error);
@@ -64,6 +65,10 @@ TEST_F(StateFiles, ThatCannotBeReadAreNotReplaced) {
   EXPECT_FALSE(platform::SaveSetting("Tarnwerk", "ManagerPwd", "PWD", "x"));
   EXPECT_EQ(platform::GetSetting("Tarnwerk", "ManagerPwd", "PWD", "standard"), "standard");
   EXPECT_TRUE(user_.Configuration().Has("Tarnwerk/settings.ini/inside"));
+  const auto registry = user_.Configuration().Path("Tarnwerk/registry.ini");
+  std::filesystem::create_symlink("/dev/zero", registry);
+  EXPECT_THROW(Modreg::CreateKey(Root::kUsers, "a"), Modreg::Error);
+  EXPECT_TRUE(std::filesystem::is_symlink(registry));
 }
 
 TEST_F(StateFiles, LoseNothingWhenSeveralWriteAtOnce) {

@@ -1,0 +1,20 @@
+#include "core/ini_change.h"
+
+#include <utility>
+
+#include "core/files.h"
+#include "core/ini_file.h"
+
+namespace core {
+
+IniChange::IniChange(std::string_view file) : file_(file) {
+  auto text = ReadIniText(file_, fault_);
+  isNew_ = !text && !fault_;
+  if (text) text_ = std::move(*text);
+}
+
+std::error_code IniChange::Save() const {
+  return fault_ ? fault_ : ReplaceContent(file_, text_.Bytes());
+}
+
+}  // namespace core
