@@ -15,6 +15,7 @@
 #include <thread>
 
 #include "bench/sockets.h"
+#include "bench/stopwatch.h"
 
 namespace bench {
 namespace {
@@ -58,9 +59,18 @@ RunningProgram::RunningProgram(const std::vector<std::string>& words,
   if (process_ == 0) Become(words, environment);
 }
 
-RunningProgram::~RunningProgram() {
+RunningProgram::~RunningProgram() { End(); }
+
+double RunningProgram::End() {
+  if (process_ == 0) return 0;
+  const Clock::time_point start = Clock::now();
   kill(process_, SIGTERM);
-  waitpid(process_, nullptr, 0);
+  while (waitpid(process_, nullptr, WNOHANG) == 0) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    if (SecondsSince(start) > 30) kill(process_, SIGKILL);
+  }
+  process_ = 0;
+  return SecondsSince(start);
 }
 
 std::uint64_t RunningProgram::StatusField(const std::string& name) const {

@@ -21,6 +21,9 @@ class RunningProgram {
   RunningProgram(const RunningProgram&) = delete;
   RunningProgram& operator=(const RunningProgram&) = delete;
 
+  /// Asks it to end (SIGTERM); the seconds until it has. One that does not within 30 is killed.
+  double End();
+
   pid_t Id() const { return process_; }
 
   /// Anonymous resident memory, in KiB.

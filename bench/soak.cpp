@@ -2,25 +2,26 @@
 //
 // soak <Tarnwerk> [connections]
 //
-// Clients of every kind come to all four ports, one after another on several threads: those that do
-// what they should, and those that say nothing, leave early, reset, shut one side, flood, or never
-// read. Memory and descriptors are compared between the first tenth and the end. Then a paced
+// Clients of every kind (bench/soak_clients.h) come to all four ports, one after another on several
+// threads. Memory and descriptors are compared between the first tenth and the end. Then a paced
 // download has to keep its time while such clients come to the other ports; on its own port the
-// twentieth of them would take its slot.
+// twentieth of them would take its slot. At last the program is asked to end.
+//
+// Fails if memory or descriptors grow, an answer takes too long, or the end does.
 
-#include <sys/socket.h>
+#include <sys/stat.h>
 
 #include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
+#include <filesystem>
 #include <string>
-#include <string_view>
 #include <thread>
 #include <vector>
 
 #include "bench/load_client.h"
+#include "bench/soak_clients.h"
 #include "bench/sockets.h"
 #include "bench/tarnwerk.h"
 
@@ -28,134 +29,16 @@ namespace {
 
 using bench::ConnectTo;
 using bench::Descriptor;
+using bench::Kinds;
+using bench::Receive;
 using bench::Tarnwerk;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t kPieceBytes = 10240;
 constexpr std::size_t kPieces = 20;
 constexpr int kThreads = 4;
-
-/// Reads what comes within a moment, at most `most` bytes.
-std::string Receive(const Descriptor& client, std::size_t most = 4096) {
-  const timeval moment = {1, 0};
-  setsockopt(client.Number(), SOL_SOCKET, SO_RCVTIMEO, &moment, sizeof(moment));
-  std::string bytes(most, '\0');
-  const ssize_t count = recv(client.Number(), bytes.data(), bytes.size(), 0);
-  bytes.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
-  return bytes;
-}
-
-void ResetAtEnd(const Descriptor& client) {
-  const linger now = {1, 0};
-  setsockopt(client.Number(), SOL_SOCKET, SO_LINGER, &now, sizeof(now));
-}
-
-// The kinds of clients, each from connecting to leaving.
-
-void SayNothing(std::uint16_t port) { const Descriptor client = ConnectTo(port); }
-
-void ResetAtOnce(std::uint16_t port) {
-  const Descriptor client = ConnectTo(port);
-  ResetAtEnd(client);
-  bench::SendAll(client.Number(), "GET");
-}
-
-void ShutOneSide(std::uint16_t port) {
-  const Descriptor client = ConnectTo(port);
-  bench::SendAll(client.Number(), "nonsense\r\n");
-  shutdown(client.Number(), SHUT_WR);
-  Receive(client);
-}
-
-void Flood(std::uint16_t port) {
-  static const std::string flood(100000, 'x');
-  const Descriptor client = ConnectTo(port);
-  bench::SendAll(client.Number(), flood);
-}
-
-// Asks for a file of several pieces and leaves without reading.
-void NeverRead(std::uint16_t port) {
-  const Descriptor client = ConnectTo(port);
-  bench::SendAll(client.Number(), "GET /paced.bin HTTP/1.0\r\n\r\n");
-}
-
-void Fetch(std::uint16_t port) {
-  const Descriptor client = ConnectTo(port);
-  bench::SendAll(client.Number(), "GET /small.txt HTTP/1.0\r\n\r\n");
-  bench::ReceiveAll(client.Number());
-}
-
-// Each byte an arrival of its own.
-void Dribble(std::uint16_t port) {
-  const Descriptor client = ConnectTo(port);
-  for (const char byte : std::string_view("GET ...\r\n")) {
-    bench::SendAll(client.Number(), {&byte, 1});
-  }
-}
-
-// Begins a download and leaves in the middle of it, the data connection with a reset.
-void AbandonDownload(std::uint16_t port) {
-  const Descriptor control = ConnectTo(port);
-  Receive(control);
-  bench::SendAll(control.Number(), "PASV\r\n");
-  const std::string reply = Receive(control);
-  const std::size_t low = reply.rfind(',');
-  if (!reply.starts_with("227 ") || low == std::string::npos) return;
-  const auto dataPort = static_cast<std::uint16_t>(1024 + std::atoi(reply.c_str() + low + 1));
-  const Descriptor data = bench::TryConnectTo(dataPort);  // others' PASV closes the port again
-  if (data.Number() < 0) return;
-  bench::SendAll(control.Number(), "RETR /paced.bin\r\n");
-  Receive(data, 1000);
-  ResetAtEnd(data);
-}
-
-// Says each line and reads its answer; leaves at the first that is not answered.
-void Converse(std::uint16_t port, const std::vector<std::string_view>& lines) {
-  const Descriptor client = ConnectTo(port);
-  if (Receive(client).empty()) return;
-  for (const std::string_view line : lines) {
-    bench::SendAll(client.Number(), line);
-    if (Receive(client).empty()) return;
-  }
-}
-
-using Kinds = std::vector<std::function<void()>>;
-
-void AddRude(Kinds& kinds, std::uint16_t port) {
-  for (const auto& kind : {SayNothing, ResetAtOnce, ShutOneSide, Flood, Dribble}) {
-    kinds.emplace_back([kind, port] { kind(port); });
-  }
-}
-
-void AddPolite(Kinds& kinds, std::uint16_t port, std::vector<std::string_view> lines) {
-  kinds.emplace_back([port, lines = std::move(lines)] { Converse(port, lines); });
-}
-
-Kinds WebKinds(const Tarnwerk& tarnwerk) {
-  Kinds kinds;
-  AddRude(kinds, tarnwerk.WebPort());
-  kinds.emplace_back([port = tarnwerk.WebPort()] { Fetch(port); });
-  kinds.emplace_back([port = tarnwerk.WebPort()] { NeverRead(port); });
-  return kinds;
-}
-
-Kinds OtherKinds(const Tarnwerk& tarnwerk) {
-  Kinds kinds;
-  for (const auto port : {tarnwerk.FtpPort(), tarnwerk.SmtpPort(), tarnwerk.Pop3Port()}) {
-    AddRude(kinds, port);
-  }
-  AddPolite(kinds, tarnwerk.FtpPort(),
-            {"USER a\r\n", "PASS b\r\n", "CWD /\r\n", "PWD\r\n", "PASV\r\n"});
-  kinds.emplace_back([port = tarnwerk.FtpPort()] { AbandonDownload(port); });
-  // No recipient: what others flood the port with would become his message.
-  AddPolite(kinds, tarnwerk.SmtpPort(),
-            {"HELO x\r\n", "MAIL FROM:<box@x>\r\n", "RCPT TO:<nobody@x>\r\n", "QUIT\r\n"});
-  // Leaves in the middle of a message.
-  AddPolite(kinds, tarnwerk.SmtpPort(), {"MAIL FROM:<box@x>\r\n", "DATA\r\n", "Subject: x\r\n"});
-  AddPolite(kinds, tarnwerk.Pop3Port(),
-            {"USER box\r\n", "PASS x\r\n", "STAT\r\n", "LIST\r\n", "QUIT\r\n"});
-  return kinds;
-}
+constexpr double kLongestAnswer = 0.1;
+constexpr double kLongestEnd = 2;
 
 // `count` connections, the kinds in turn.
 void Come(const Kinds& kinds, std::uint64_t count) {
@@ -218,6 +101,31 @@ double SlowestPaced(const Tarnwerk& tarnwerk, const Kinds& kinds) {
   return slowest;
 }
 
+double Mebibytes(std::uintmax_t bytes) { return static_cast<double>(bytes) / (1 << 20); }
+
+void ReportDisk(const bench::Folder& folder) {
+  std::uintmax_t all = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path())) {
+    if (!entry.is_regular_file()) continue;
+    all += entry.file_size();
+    if (entry.path().parent_path() == folder.Path() && entry.file_size() > (1 << 20)) {
+      std::printf("%s: %.1f MiB\n", entry.path().filename().c_str(), Mebibytes(entry.file_size()));
+    }
+  }
+  std::printf("all files: %.1f MiB\n", Mebibytes(all));
+}
+
+void FillFolder(const bench::Folder& folder) {
+  folder.Write("wwwroot/small.txt", "hello");
+  folder.Write("wwwroot/paced.bin", std::string(kPieces * kPieceBytes + 1, 'p'));
+  folder.Write("wwwroot/cgi-bin/slow.cgi", "#!/bin/sh\nsleep 0.2\n");
+  std::filesystem::permissions(folder.Path("wwwroot/cgi-bin/slow.cgi"),
+                               std::filesystem::perms::owner_all);
+  folder.Write("ftproot/paced.bin", std::string(1 << 20, 'd'));
+  folder.Write("ftproot/small.bin", "hello");
+  mkfifo(folder.Path("ftproot/pipe").c_str(), 0600);
+}
+
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -228,12 +136,10 @@ int main(int argumentCount, char** arguments) {
   const std::uint64_t wanted =
       argumentCount > 2 ? std::strtoull(arguments[2], nullptr, 10) : 1000000;
   const bench::Folder folder;
-  folder.Write("wwwroot/small.txt", "hello");
-  folder.Write("ftproot/paced.bin", std::string(1 << 20, 'd'));
-  folder.Write("wwwroot/paced.bin", std::string(kPieces * kPieceBytes + 1, 'p'));
-  const Tarnwerk tarnwerk(arguments[1], folder);
-  const Kinds others = OtherKinds(tarnwerk);
-  Kinds kinds = WebKinds(tarnwerk);
+  FillFolder(folder);
+  Tarnwerk tarnwerk(arguments[1], folder);
+  const Kinds others = bench::OtherKinds(tarnwerk);
+  Kinds kinds = bench::WebKinds(tarnwerk);
   kinds.insert(kinds.end(), others.begin(), others.end());
 
   Come(kinds, wanted / 10);
@@ -259,6 +165,12 @@ int main(int argumentCount, char** arguments) {
               SlowestPaced(tarnwerk, others));
   const bool flat =
       late.mebibytes < early.mebibytes + 1 && late.descriptors <= early.descriptors + 2;
+  ReportDisk(folder);
+  const std::vector<Descriptor> guests = bench::ComeToStay(tarnwerk);
+  const double end = tarnwerk.End();
+  std::printf("from SIGTERM to its end: %.2f s\n", end);
   if (!flat) std::puts("NOT FLAT");
-  return flat ? 0 : 1;
+  if (longest >= kLongestAnswer) std::puts("AN ANSWER TOO LATE");
+  if (end >= kLongestEnd) std::puts("AN END TOO LATE");
+  return flat && longest < kLongestAnswer && end < kLongestEnd ? 0 : 1;
 }

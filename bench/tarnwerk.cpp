@@ -8,15 +8,18 @@ namespace bench {
 Tarnwerk::Tarnwerk(const std::string& program, const Folder& folder, Display display)
     : folder_(folder) {
   folder.Write("mailroot/User/box/UserInfo.ini", "[用户信息]\r\nPassword=x\r\n");
-  folder.Write("Server.ini",
-               "[WebServer Options]\r\nDNS=localhost\r\nStartDefaultPage=1\r\nRead=1\r\n"
-               "optAppDone=True\r\nWebRootDir=" +
-                   folder.Path("wwwroot") + "\r\nTCPPort=" + std::to_string(webPort_) +
-                   "\r\n[FtpServer Options]\r\nDNS=localhost\r\nFtpServer Root=" +
-                   folder.Path("ftproot") + "\r\nFtpPort=" + std::to_string(ftpPort_) +
-                   "\r\n[MailServer Options]\r\nDNS=localhost\r\nMailServer Root=" +
-                   folder.Path("mailroot") + "\r\nSMTP Port=" + std::to_string(smtpPort_) +
-                   "\r\nPOP3 Port=" + std::to_string(pop3Port_) + "\r\n");
+  folder.Write(
+      "Server.ini",
+      "[WebServer Options]\r\nDNS=localhost\r\nStartDefaultPage=1\r\nRead=1\r\n"
+      "optAppDone=True\r\nWebRootDir=" +
+          folder.Path("wwwroot") + "\r\nTCPPort=" + std::to_string(webPort_) +
+          "\r\n[FtpServer Options]\r\nDNS=localhost\r\nFtpServer Root=" + folder.Path("ftproot") +
+          // Without one every path may be changed, and there are clients that try.
+          "\r\nFtpServer UploadDir=" + folder.Path("ftproot") +
+          "\r\nFtpPort=" + std::to_string(ftpPort_) +
+          "\r\n[MailServer Options]\r\nDNS=localhost\r\nMailServer Root=" +
+          folder.Path("mailroot") + "\r\nSMTP Port=" + std::to_string(smtpPort_) +
+          "\r\nPOP3 Port=" + std::to_string(pop3Port_) + "\r\n");
   std::map<std::string, std::string> environment = {{"TARNWERK_HOME", folder.Path()},
                                                     {"TARNWERK_HOSTS", folder.Path("hosts")},
                                                     {"XDG_RUNTIME_DIR", folder.Path()},

@@ -29,6 +29,9 @@ class Tarnwerk {
   /// The path of a message of the mailbox.
   std::string Message(int number) const;
 
+  /// Seconds from being asked to until it has ended.
+  double End() { return process_->End(); }
+
   const RunningProgram& Process() const { return *process_; }
 
  private:

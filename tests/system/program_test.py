@@ -6,11 +6,13 @@ program_test.py PROGRAM...
 import os
 import pathlib
 import signal
+import socket
 import subprocess
 import sys
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
+from conversation import FtpConversation  # noqa: E402
 from program import PATIENCE, Home, accepts, fetch, wait_until  # noqa: E402
 
 program = []
@@ -30,6 +32,10 @@ class ProgramTest(unittest.TestCase):
         self.addCleanup(self.home.close)
         self.home.write_settings()
         self.home.write("wwwroot/index.htm", "<p>home</p>")
+
+    def under(self, shell):
+        """From now on the program starts after these words of a shell."""
+        self.home.program = ["sh", "-c", f'{shell}; exec "$@"', "sh", *program]
 
     def start_all(self):
         process = self.home.start("START", "SHOW")
@@ -85,6 +91,45 @@ class ProgramTest(unittest.TestCase):
         self.home.wait_for_services()
         self.assertIsNone(process.poll())
 
+    def test_closed_standard_streams_lead_into_no_file(self):
+        self.under("exec <&- >&- 2>&-")
+        process = self.start_all()
+        self.assertEqual(fetch(self.home.ports["web"], b"GET / HTTP/1.0\r\n\r\n"), b"<p>home</p>")
+        process.terminate()
+        self.expect_end(process)
+        files = [path for path in self.home.path.rglob("*") if path.is_file()]
+        self.assertEqual([path for path in files if "服务：ON".encode() in path.read_bytes()], [])
+        self.assertEqual(self.home.read("RunErr.Log"), "")
+
+    def test_a_limit_of_file_sizes_costs_the_upload_alone(self):
+        self.under("ulimit -f 8")
+        self.home.write("ftproot/up/old.txt", "old")
+        process = self.start_all()
+        ftp = FtpConversation(self.home.ports["ftp"])
+        self.addCleanup(ftp.close)
+        ftp.ask("CWD /up")
+        ftp.transfer("STOR large.bin", b"x" * 100_000)
+        self.assertIn(b"\r\n550 ", ftp.transcript[-1][1])
+        process.terminate()
+        self.expect_end(process)
+
+    def test_whoever_says_on_serves_however_few_descriptors_there_are(self):
+        for limit in (12, 16, 20):
+            self.under(f"ulimit -n {limit}")
+            output = self.home.path / "output"
+            with self.subTest(limit), output.open("wb") as file:
+                self.home.start("START", "SHOW", output=file)
+                wait_until(lambda: self.home.read("output").count("服务：") == 3, "the status texts")
+                said = self.home.read("output")
+                for word, port in (("Web", "web"), ("Mail", "smtp"), ("Mail", "pop3"), ("Ftp", "ftp")):
+                    if f"{word}服务：OFF" in said:
+                        self.assertNotEqual(self.home.read("RunErr.Log"), "")
+                        continue
+                    with socket.create_connection(("127.0.0.1", self.home.ports[port]), 10) as client:
+                        client.sendall(b"GET / HTTP/1.0\r\n\r\n")
+                        self.assertNotEqual(client.recv(1), b"", port)
+            self.home.kill()
+
     def test_settings_decide_without_words_and_not_with_them(self):
         self.home.write_settings(AutoStartService="1", StartInTaskBar="1")
         process = self.home.start()
@@ -118,7 +163,7 @@ class ProgramTest(unittest.TestCase):
 
     def test_signals_close_it_with_clients_in_the_middle(self):
         self.home.write("wwwroot/large.bin", b"x" * 2_000_001)
-        for number in (signal.SIGTERM, signal.SIGINT):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
             process = self.start_all()
             download = subprocess.Popen(
                 ["curl", "-s", "--http0.9", f"http://127.0.0.1:{self.home.ports['web']}/large.bin"],
@@ -152,7 +197,6 @@ class ProgramTest(unittest.TestCase):
         self.expect_end(process)
 
     def test_a_taken_port_fails_that_service_alone(self):
-        import socket
         with socket.socket() as taken:
             taken.bind(("", self.home.ports["pop3"]))
             taken.listen()
