@@ -98,6 +98,17 @@ void Converse(std::uint16_t port, const std::vector<std::string>& lines) {
   }
 }
 
+// What it says last is not answered.
+void LeaveInMessage(std::uint16_t port) {
+  const Descriptor client = ConnectTo(port);
+  if (Receive(client).empty()) return;
+  for (const char* line : {"MAIL FROM:<box@x>\r\n", "DATA\r\n"}) {
+    SendAll(client.Number(), line);
+    if (Receive(client).empty()) return;
+  }
+  SendAll(client.Number(), "Subject: x\r\n");
+}
+
 // Each asks for as much as a client can, and takes nothing of it.
 
 // The program that it asks for runs longer than it takes the next client to come.
@@ -147,7 +158,7 @@ void WaitForNobody(std::uint16_t port) {
 
 // Requests less their version. They name no file of the machine: a server that falls for them runs,
 // sends and removes what they name.
-std::vector<std::string> OddResources() {
+std::vector<std::string> OddRequests() {
   std::string deep;
   for (int i = 0; i < 2000; ++i) deep += "/a";
   return {"GET /small.txt\0.htm"s, "GET " + deep, "POST /slow.cgi\0.cgi?"s,
@@ -181,8 +192,9 @@ Kinds WebKinds(const Tarnwerk& tarnwerk) {
   for (const auto& kind : {Fetch, NeverRead, PostAndLeave}) {
     kinds.emplace_back([kind, port = tarnwerk.WebPort()] { kind(port); });
   }
-  for (const std::string& resource : OddResources())
-    AddRequest(kinds, tarnwerk.WebPort(), resource);
+  for (const std::string& request : OddRequests()) {
+    AddRequest(kinds, tarnwerk.WebPort(), request);
+  }
   return kinds;
 }
 
@@ -196,18 +208,18 @@ Kinds OtherKinds(const Tarnwerk& tarnwerk) {
   for (const auto& kind : {AbandonDownload, StoreIntoPipe, LeaveRepliesUnread, WaitForNobody}) {
     kinds.emplace_back([kind, port = tarnwerk.FtpPort()] { kind(port); });
   }
-  AddPolite(kinds, tarnwerk.FtpPort(),
-            {DeepFolder(), "PWD\r\n", "MKD x\r\n", "RNFR x\r\n", "RNTO y\r\n", "DELE *?*?\r\n"});
+  AddPolite(
+      kinds, tarnwerk.FtpPort(),
+      {DeepFolder(), "PWD\r\n", "MKD x\r\n", "RNFR x\r\n", "RNTO y\r\n", "DELE *?*?.none\r\n"});
   AddPolite(kinds, tarnwerk.FtpPort(), {"PWD\r\n", "DELE small.bin\0x\r\n"s, "RMD x\0y\r\n"s});
   // No recipient: what others flood the port with would become his message.
   AddPolite(kinds, tarnwerk.SmtpPort(),
             {"HELO x\r\n", "MAIL FROM:<box@x>\r\n", "RCPT TO:<nobody@x>\r\n", "QUIT\r\n"});
-  // Leaves in the middle of a message.
-  AddPolite(kinds, tarnwerk.SmtpPort(), {"MAIL FROM:<box@x>\r\n", "DATA\r\n", "Subject: x\r\n"});
+  kinds.emplace_back([port = tarnwerk.SmtpPort()] { LeaveInMessage(port); });
   AddPolite(kinds, tarnwerk.Pop3Port(),
             {"USER box\r\n", "PASS x\r\n", "STAT\r\n", "LIST\r\n", "QUIT\r\n"});
   AddPolite(kinds, tarnwerk.Pop3Port(), {"USER box\0x\r\n"s, std::string(50000, 'a')});
-  AddPolite(kinds, tarnwerk.SmtpPort(), {"MAIL FROM:<box\0x@x>\r\n"s, "half"});
+  AddPolite(kinds, tarnwerk.SmtpPort(), {"MAIL FROM:<box\0x@x>\r\n"s, "RCPT TO:<box\0x@x>\r\n"s});
   return kinds;
 }
 
