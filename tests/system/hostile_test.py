@@ -145,8 +145,10 @@ def ftp(*commands):
     """A listing or transfer gets its data connection. To be closed on is no fault."""
     def act(ground):
         guest = ground.connect("ftp", MOMENT)
-        with contextlib.suppress(OSError):
-            for command in commands:
+        # A long command can arrive in pieces, each with a reply, and the one to PASV is missed.
+        is_long = max(map(len, commands)) > 4096
+        for command in commands:
+            with contextlib.suppress(OSError, *[IndexError] * is_long):
                 if command[:4] in ("LIST", "RETR", "STOR"):
                     guest.transfer(command, b"new" * 100_000 if command[:4] == "STOR" else None)
                 else:
@@ -327,7 +329,6 @@ class HostileTest(unittest.TestCase):
                 current.guests.close()
                 ground = current
 
-
     def test_it_ends_at_once_in_the_middle_of_it(self):
         ground = Ground()
         self.addCleanup(ground.close)
@@ -338,10 +339,7 @@ class HostileTest(unittest.TestCase):
         wait_until(program_input.exists, "the program")
         for act in (replies_unread, commands_that_wait):
             act(ground)
-        guest = ground.connect("ftp", MOMENT)
-        guest.ask("CWD /up" + "/a" * 65536)
-        with contextlib.suppress(OSError):
-            guest.transfer("LIST")
+        ftp("CWD /up" + "/a" * 65536, "LIST")(ground)
         if on_windows:
             self.assertEqual(ground.home.run("STOP"), (0, "", ""))
         else:
