@@ -95,9 +95,6 @@ File OpenIfExists(std::string_view path) {
 std::string ReadFile(std::string_view path, std::error_code& error, std::size_t most) {
   File file = OpenFile(path, File::Mode::kRead, error);
   if (!file.IsOpen()) return {};
-  const bool ordinary = WithExisting(
-      path, error, [&](const fs::path& native) { return fs::is_regular_file(native, error); });
-  if (!ordinary && !error) error = std::make_error_code(std::errc::not_supported);
   // The size is only a hint: a file of the system's own says 0 and has content.
   constexpr std::size_t kStep = 65536;
   std::string content;

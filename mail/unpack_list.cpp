@@ -44,20 +44,6 @@ std::optional<ReceivedMessage> MessageOf(std::string_view line) {
   return ReceivedMessage{*number, std::string(*user), std::string(line)};
 }
 
-// None, with `error`, also for what is longer than any list; nothing at all if there is no file.
-std::string ReadList(const std::string& path, std::error_code& error) {
-  platform::File file = core::OpenFile(path, platform::File::Mode::kRead, error);
-  if (!file.IsOpen()) {
-    if (error == std::errc::no_such_file_or_directory) error.clear();
-    return {};
-  }
-  std::string content(kLargestFile + 1, '\0');
-  content.resize(file.Read(content.data(), content.size(), error));
-  if (!error && content.size() > kLargestFile)
-    error = std::make_error_code(std::errc::file_too_large);
-  return error ? std::string() : content;
-}
-
 std::vector<ReceivedMessage> MessagesIn(std::string_view content, std::size_t& badLines) {
   std::vector<ReceivedMessage> messages;
   while (!content.empty()) {
@@ -87,7 +73,8 @@ bool SaveUnpackList(const core::Program& program, const std::deque<ReceivedMessa
 std::vector<ReceivedMessage> TakeUnpackList(const core::Program& program) {
   const std::string path = ListFile(program);
   std::error_code error;
-  const std::string content = ReadList(path, error);
+  const std::string content = core::ReadFile(path, error, kLargestFile);
+  if (error == std::errc::no_such_file_or_directory) return {};
   std::size_t badLines = 0;
   std::vector<ReceivedMessage> messages = MessagesIn(content, badLines);
   std::string fault = error ? platform::SystemMessage(error) : std::string();

@@ -71,14 +71,16 @@ void WebOptions::SetDefaults(const core::Program& program) {
 
 void WebOptions::LoadDefaultPages(const core::Program& program) {
   const std::string file = program.File("IndexFN.Log");
+  std::error_code error;
+  const std::string content = core::DecodeFile(core::ReadFile(file, error, kMostOfDefaultPages));
+  if (error && error != std::errc::no_such_file_or_directory) {
+    program.errors.LogError("IndexFN.Log: " + platform::SystemMessage(error));
+  }
   if (!ModCommon::FileExists(file)) {
     DefaultPages[0] = "index.htm";
     DefaultPages[1] = "default.htm";
     return;
   }
-  std::error_code error;
-  const std::string content = core::DecodeFile(core::ReadFile(file, error, kMostOfDefaultPages));
-  if (error) program.errors.LogError("IndexFN.Log: " + platform::SystemMessage(error));
   // Entries beyond the last line keep what they held.
   std::string_view rest = content;
   std::string_view line;
