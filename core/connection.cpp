@@ -297,8 +297,7 @@ void Connection::Break() {
 // Draining
 
 std::size_t Connection::UnsentBytes() const {
-  return outbox_.inFlight.size() + outbox_.waiting.size() +
-         platform::UnconfirmedBytes(socket_.Native());
+  return WaitingBytes() + platform::UnconfirmedBytes(socket_.Native());
 }
 
 void Connection::ShutWhenSent() {

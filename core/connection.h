@@ -152,6 +152,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void OnTaken(const asio::error_code& error);
 
   // While draining.
+  std::size_t WaitingBytes() const { return outbox_.inFlight.size() + outbox_.waiting.size(); }
   std::size_t UnsentBytes() const;
   void ShutWhenSent();
   void DiscardArrivals();

@@ -7,7 +7,7 @@
 namespace core {
 
 void DrainingConnections::Add(std::shared_ptr<Connection> connection) {
-  if (entries_.size() >= kMost) {
+  while (IsTooMuch(connection->WaitingBytes())) {
     const std::shared_ptr<Connection> oldest = entries_.front().connection;
     entries_.pop_front();
     oldest->Reset();
@@ -15,6 +15,16 @@ void DrainingConnections::Add(std::shared_ptr<Connection> connection) {
   GlanceAtOldest();
   entries_.push_back({std::move(connection)});
   LookAgain();
+}
+
+// Most connections have nothing waiting any more, and need no count.
+bool DrainingConnections::IsTooMuch(std::size_t moreBytes) const {
+  if (entries_.empty()) return false;
+  if (entries_.size() >= kMost) return true;
+  if (moreBytes == 0) return false;
+  std::size_t bytes = moreBytes;
+  for (const Entry& entry : entries_) bytes += entry.connection->WaitingBytes();
+  return bytes > kMostBytes;
 }
 
 void DrainingConnections::GlanceAtOldest() {

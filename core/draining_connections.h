@@ -7,8 +7,8 @@
 // Most peers shut their side a moment later. That is seen by looking at the oldest ones whenever
 // another comes, and at all of them soon after; only who takes longer is waited for.
 //
-// Bounded in number, the oldest going first, and in time: a peer that takes nothing for a few
-// seconds is given up.
+// Bounded in number and in the bytes that wait for their peers, the oldest going first, and in
+// time: a peer that takes nothing for a few seconds is given up.
 
 #include <cstddef>
 #include <limits>
@@ -38,6 +38,7 @@ class DrainingConnections {
 
  private:
   static constexpr std::size_t kMost = 256;
+  static constexpr std::size_t kMostBytes = 96U << 20;  // but for a single connection's
   static constexpr std::size_t kNotLookedAt = std::numeric_limits<std::size_t>::max();
   static constexpr std::chrono::seconds kPatience{5};
   static constexpr std::chrono::milliseconds kGlance{50};
@@ -47,6 +48,7 @@ class DrainingConnections {
     std::size_t unsent = kNotLookedAt;  // at the last look
   };
 
+  bool IsTooMuch(std::size_t moreBytes) const;
   void GlanceAtOldest();
   void LookAgain();
   void AwaitTheRest();

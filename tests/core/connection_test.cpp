@@ -17,7 +17,15 @@ using Arrival = std::shared_ptr<Connection>;
 // An engine whose one behaviour a test names; everything happens on slot 1 upwards.
 class Scripted : public core::SlotEngine {
  public:
-  enum class Behaviour { kRecord, kAnswerBig, kCloseUnread, kWaitForever, kLateWrite, kThrow };
+  enum class Behaviour {
+    kRecord,
+    kAnswerBig,
+    kCloseUnread,
+    kWaitForever,
+    kLateWrite,
+    kCloseHuge,
+    kThrow
+  };
 
   core::Task<> OnDataArrival(int, Arrival connection) override {
     switch (behaviour) {
@@ -31,6 +39,8 @@ class Scripted : public core::SlotEngine {
         return WaitForever(connection);
       case Behaviour::kLateWrite:
         return LateWrite(connection);
+      case Behaviour::kCloseHuge:
+        return CloseHuge(connection);
       case Behaviour::kThrow:
         throw std::bad_alloc();
     }
@@ -57,6 +67,11 @@ class Scripted : public core::SlotEngine {
     connection->Close();
     co_return;
   }
+  core::Task<> CloseHuge(Arrival connection) {
+    connection->SendData(std::string(kHuge, 'h'));
+    connection->Close();
+    co_return;
+  }
   core::Task<> WaitForever(Arrival connection) {
     arrivals.push_back(connection->GetData());
     try {
@@ -73,6 +88,8 @@ class Scripted : public core::SlotEngine {
     co_await core::YieldToEvents();
     connection->SendData("mine\r\n");
   }
+
+  static constexpr std::size_t kHuge = 60U << 20;
 
   Behaviour behaviour = Behaviour::kRecord;
   std::vector<std::string> arrivals;
@@ -161,6 +178,18 @@ TEST_F(Connections, ThatAreClosedAndReadByNobodyAreGivenUp) {
   OnLoop([&] { EXPECT_EQ(draining_->Count(), kMost); });
   EXPECT_EQ(idle.back()->ReceiveAll().size(), 300000U);
   EXPECT_TRUE(Eventually([&] { return draining_->Count() == 0; }));
+}
+
+TEST_F(Connections, ThatAreClosedAndNotReadHoldLittleTogether) {
+  OnLoop([this] { engine_.behaviour = Scripted::Behaviour::kCloseHuge; });
+  Client first(port_);
+  first.Send("x");
+  ASSERT_TRUE(Eventually([this] { return draining_->Count() == 1; }));
+  Client second(port_);
+  second.Send("x");
+  EXPECT_EQ(second.ReceiveAll().size(), Scripted::kHuge);
+  first.ReceiveAll();
+  EXPECT_TRUE(first.WasReset());
 }
 
 TEST_F(Connections, AHandlerEndsWithItsConnectionAndNeverReachesTheNextOne) {
