@@ -69,16 +69,6 @@ TEST_F(FtpCommandsTest, TwoCommandsInOneArrivalAreOneUnknownCommand) {
   EXPECT_TRUE(client.HearsNothing());
 }
 
-TEST_F(FtpCommandsTest, ACommandOfAMegabyteHarmsNobody) {
-  FtpClient client = Connect();
-  FtpClient other = Connect();
-  client.TellRaw("STOR " + std::string(1 << 20, 'x') + "\r\n");
-  client.TellRaw(std::string(1 << 20, '\0'));
-  EXPECT_EQ(other.Ask("NOOP"), "200 \r\n");
-  client.Control().Close();
-  EXPECT_EQ(Connect().Ask("NOOP"), "200 \r\n");
-}
-
 TEST_F(FtpCommandsTest, AllSessionsShareLastCommandAndType) {
   FtpClient one = Connect();
   FtpClient two = Connect();

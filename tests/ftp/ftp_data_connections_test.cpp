@@ -161,22 +161,6 @@ TEST_F(FtpDataConnectionsTest, ASecondPassiveConnectionReplacesTheFirst) {
   EXPECT_TRUE(Accepts(port));
 }
 
-TEST_F(FtpDataConnectionsTest, HundredsOfDataConnectionsReuseTheSamePorts) {
-  Put("a.txt", "hello");
-  FtpClient client = Connect();
-  client.Ask("PWD");
-  ActiveClient active;
-  for (int i = 0; i < 300; ++i) {
-    ASSERT_EQ(client.Fetch("RETR a.txt").bytes, "hello") << i;
-    ASSERT_EQ(client.Ask("PORT " + active.Argument()), "200 \r\n") << i;
-    client.Tell("RETR a.txt");
-    std::uint16_t from = 0;
-    ASSERT_EQ(active.ReceiveAll(from), "hello") << i;
-    client.Reply();
-    ASSERT_EQ(client.Reply(), "226 \r\n") << i;
-  }
-}
-
 TEST_F(FtpDataConnectionsTest, ALineWithoutAWordTurnsTheReplyAndNotTheTransfer) {
   const std::string content = Content(30000000);
   Put("big.bin", content);

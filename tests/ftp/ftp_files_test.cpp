@@ -123,14 +123,5 @@ TEST_F(FtpFilesTest, AnEmptyUploadDirectoryLetsEveryPathPass) {
   EXPECT_EQ(client.Ask("DELE /x.txt"), kDeleDone);
 }
 
-TEST_F(FtpFilesTest, ANulDoesNotHideTheFileThatIsMeant) {
-  FtpClient client = InRoot();
-  Put("x.txt", "x");
-  const std::string disguised = std::string("x.txt") + '\0' + UploadDir() + "\\y";
-  EXPECT_TRUE(client.Ask("DELE " + disguised).starts_with("550"));
-  EXPECT_TRUE(Has("x.txt"));
-  EXPECT_EQ(client.Ask("RNTO " + disguised), "502 \r\n");
-}
-
 }  // namespace
 }  // namespace test

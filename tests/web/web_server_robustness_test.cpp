@@ -17,20 +17,6 @@ class WebServerUnderAttack : public test::WebFixture {
   void ExpectHealthy() { EXPECT_EQ(Get("/a.txt"), "fine"); }
 };
 
-TEST_F(WebServerUnderAttack, TakesAnyBytesInAnySizes) {
-  std::string bytes;
-  for (int i = 0; i < 4096; ++i) bytes += static_cast<char>(i * 7919 >> 3);
-  for (const std::string& request :
-       {bytes, "GET " + bytes, "GET /" + std::string(100000, 'x') + " HTTP/1.0\r\n\r\n",
-        "POST /" + bytes + ".cgi?", std::string("GET /\0 HTTP", 11),
-        "GET /" + std::string(500, '/') + "a.txt HTTP/1.0", std::string("GET \\..\\..\\ HTTP")}) {
-    Client client(port_);
-    client.Send(request);
-    client.ReceiveFor(std::chrono::milliseconds(30));
-  }
-  ExpectHealthy();
-}
-
 TEST_F(WebServerUnderAttack, TreatsEveryArrivalAsARequestOfItsOwn) {
   Client client(port_);
   for (const char c : std::string("GET /a.txt HTTP/1.0\r\n\r\n")) {
@@ -49,18 +35,6 @@ TEST_F(WebServerUnderAttack, TakesTenMegabytesAtOnce) {
   ExpectHealthy();
 }
 
-TEST_F(WebServerUnderAttack, OutlivesClientsThatNeverReadAndThoseThatVanish) {
-  Page("large.bin", std::string(10240 * 30, 'l'));
-  std::vector<std::unique_ptr<Client>> clients;
-  for (int i = 0; i < 60; ++i) {
-    clients.push_back(std::make_unique<Client>(port_));
-    clients.back()->Send("GET /large.bin HTTP/1.0\r\n\r\n");
-    if (i % 3 == 0) clients.back()->Reset();
-    if (i % 3 == 1) clients.back()->ShutSending();
-  }
-  ExpectHealthy();
-}
-
 TEST_F(WebServerUnderAttack, SurvivesAFileThatShrinksOrGoesWhileItIsSent) {
   Page("shrinks.bin", std::string(10240 * 6 + 1, 's'));
   Client client(port_);
@@ -70,10 +44,6 @@ TEST_F(WebServerUnderAttack, SurvivesAFileThatShrinksOrGoesWhileItIsSent) {
   client.ReceiveAll();
   EXPECT_THAT(ErrorLog(), testing::HasSubstr("捕获错误"));
   ExpectHealthy();
-}
-
-TEST_F(WebServerUnderAttack, ServesThousandsOfConnectionsInARow) {
-  for (int i = 0; i < 3000; ++i) ASSERT_EQ(Get("/a.txt"), "fine");
 }
 
 }  // namespace
