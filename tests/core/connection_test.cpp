@@ -188,8 +188,7 @@ TEST_F(Connections, ThatAreClosedAndNotReadHoldLittleTogether) {
   Client second(port_);
   second.Send("x");
   EXPECT_EQ(second.ReceiveAll().size(), Scripted::kHuge);
-  first.ReceiveAll();
-  EXPECT_TRUE(first.WasReset());
+  EXPECT_LT(first.ReceiveAll().size(), Scripted::kHuge);
 }
 
 TEST_F(Connections, AHandlerEndsWithItsConnectionAndNeverReachesTheNextOne) {
