@@ -5,8 +5,8 @@
 // have the folder read for each of them.
 //
 // An answer holds for the folder as it is. Only of a folder with very many entries that changes
-// right now may it be up to 10 microseconds per entry old; and in one with more than 200,000 entries
-// nothing is found.
+// right now may it be up to 10 microseconds per entry old; and in one with more than 200,000
+// entries nothing is found.
 
 #include <optional>
 #include <string>
