@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <ctime>
 #include <map>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -99,13 +100,21 @@ std::optional<Names> ReadNames(int folder) {
   return names;
 }
 
+// In nanoseconds; 0 where the file system does not tell.
+std::int64_t BornAt(int folder) {
+  constexpr std::int64_t kNanoseconds = 1000000000;
+  struct statx facts = {};
+  if (statx(folder, "", AT_EMPTY_PATH, STATX_BTIME, &facts) != 0) return 0;
+  return facts.stx_btime.tv_sec * kNanoseconds + facts.stx_btime.tv_nsec;
+}
+
 // The folders that were read last, within a bound of memory.
 class FolderMemory {
  public:
   std::optional<std::string> Find(int folder, const std::string& name) {
     struct stat facts = {};
     if (fstat(folder, &facts) != 0) return std::nullopt;
-    const Key key = {facts.st_dev, facts.st_ino};
+    const Key key = {facts.st_dev, facts.st_ino, BornAt(folder)};
     auto known = folders_.find(key);
     if (known == folders_.end() || !IsGood(known->second, facts.st_mtim)) {
       known = Read(key, folder, facts.st_mtim);
@@ -115,7 +124,8 @@ class FolderMemory {
   }
 
  private:
-  using Key = std::pair<dev_t, ino_t>;
+  // A number is given to another folder as soon as its own is gone; that one was born later.
+  using Key = std::tuple<dev_t, ino_t, std::int64_t>;
   struct Folder {
     Names names;
     timespec changed;
