@@ -2,14 +2,14 @@
 
 #include "app/frontend.h"
 #include "core/console_view.h"
-#include "core/plain_loop.h"
+#include "net/plain_loop.h"
 
 namespace app {
 namespace {
 
 class ConsoleFrontend : public Frontend {
  public:
-  core::EventLoop& Loop() override { return loop_.Events(); }
+  net::EventLoop& Loop() override { return loop_.Events(); }
   core::ManagerView& View() override { return view_; }
   void Attach(const ui::Manager&, std::function<void()>) override {}
   void ShowMainWindow() override {}
@@ -18,7 +18,7 @@ class ConsoleFrontend : public Frontend {
   void End() override { loop_.Stop(); }
 
  private:
-  core::PlainLoop loop_;
+  net::PlainLoop loop_;
   core::ConsoleView view_{stdout};
 };
 

@@ -6,9 +6,9 @@
 #include <functional>
 #include <memory>
 
-#include "core/event_loop.h"
 #include "core/manager_view.h"
-#include "ui/manager.h"
+#include "net/event_loop.h"
+#include "ui/window/manager.h"
 
 namespace app {
 
@@ -16,7 +16,7 @@ class Frontend {
  public:
   virtual ~Frontend() = default;
 
-  virtual core::EventLoop& Loop() = 0;
+  virtual net::EventLoop& Loop() = 0;
   virtual core::ManagerView& View() = 0;
 
   /// Tells the front end what its buttons act on, before anything is shown, and what is to happen

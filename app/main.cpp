@@ -14,9 +14,9 @@ int main(int argumentCount, char** arguments) {
   const std::filesystem::path executable = platform::ExecutablePath();
   const std::filesystem::path installedIn =
       platform::IsInstalled() ? executable.parent_path() : std::filesystem::path();
-  const core::Program program(platform::PathText(platform::ProgramDirectory()),
-                              platform::PathText(executable.stem()),
-                              platform::PathText(installedIn));
+  const settings::Program program(platform::PathText(platform::ProgramDirectory()),
+                                  platform::PathText(executable.stem()),
+                                  platform::PathText(installedIn));
   try {
     app::Tarnwerk tarnwerk(program);
     const std::string commandLine = platform::CommandLineText(argumentCount, arguments);

@@ -1,18 +1,18 @@
 #include "app/tarnwerk.h"
 
-#include <asio/signal_set.hpp>
 #include <string>
 #include <utility>
 
 #include "app/first_start.h"
 #include "core/firewall.h"
 #include "core/hosts_file.h"
-#include "core/registry.h"
+#include "core/service_environment.h"
+#include "net/termination_signals.h"
 #include "platform/native_path.h"
-#include "platform/process_limits.h"
 #include "platform/program_location.h"
 #include "platform/shell.h"
 #include "platform/standard_streams.h"
+#include "settings/registry.h"
 
 namespace app {
 namespace {
@@ -28,20 +28,16 @@ std::unique_ptr<Frontend> MakeFrontend() {
 }  // namespace
 
 struct Tarnwerk::Running {
-  explicit Running(const core::Program& program)
+  explicit Running(const settings::Program& program)
       : frontend(MakeFrontend()),
         environment{program, frontend->Loop(), core::HostsFile()},
         web(environment),
         ftp(environment),
         mail(environment),
         control(program, {web, ftp, mail}, frontend->View()),
-        signals(frontend->Loop().Executor()) {
+        signals(frontend->Loop()) {
     frontend->Loop().OnError(
         [&program](const std::string& error) { program.errors.LogError(error); });
-    for (const int signal : platform::EndSignals()) {
-      asio::error_code ignored;
-      signals.add(signal, ignored);
-    }
   }
 
   // The services go before the loop that they live on.
@@ -51,10 +47,10 @@ struct Tarnwerk::Running {
   ModFtp::FtpServer ftp;
   ModMail::MailServer mail;
   core::ServiceControl control;
-  asio::signal_set signals;
+  net::TerminationSignals signals;
 };
 
-Tarnwerk::Tarnwerk(const core::Program& program) : program_(program) {}
+Tarnwerk::Tarnwerk(const settings::Program& program) : program_(program) {}
 
 Tarnwerk::~Tarnwerk() {
   // The announcement listens on the loop that running_ holds.
@@ -71,9 +67,7 @@ Tarnwerk::Running& Tarnwerk::Made() {
   const auto close = [this] { Close(); };
   running_->frontend->Attach(
       {program_, running_->control, running_->web, running_->ftp, running_->mail}, close);
-  running_->signals.async_wait([close](const asio::error_code& error, int) {
-    if (!error) close();
-  });
+  running_->signals.OnFirst(close);
   instance_->OnCloseRequest(running_->frontend->Loop().Executor(), close);
   return *running_;
 }

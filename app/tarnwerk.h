@@ -6,20 +6,20 @@
 #include <optional>
 
 #include "app/frontend.h"
-#include "core/program.h"
 #include "core/service_control.h"
 #include "core/startup.h"
 #include "core/system_proxy.h"
 #include "ftp/ftp_server.h"
 #include "mail/mail_server.h"
 #include "platform/running_instance.h"
+#include "settings/program.h"
 #include "web/web_server.h"
 
 namespace app {
 
 class Tarnwerk : public core::StartupSteps {
  public:
-  explicit Tarnwerk(const core::Program& program);
+  explicit Tarnwerk(const settings::Program& program);
   ~Tarnwerk() override;
   Tarnwerk(const Tarnwerk&) = delete;
   Tarnwerk& operator=(const Tarnwerk&) = delete;
@@ -48,7 +48,7 @@ class Tarnwerk : public core::StartupSteps {
   Running& Made();
   void Close();
 
-  const core::Program& program_;
+  const settings::Program& program_;
   core::SystemProxy proxy_;
   std::unique_ptr<platform::RunningInstance> instance_;
   std::unique_ptr<Running> running_;

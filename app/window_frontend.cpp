@@ -7,9 +7,9 @@
 
 #include <utility>
 
-#include "core/window_loop.h"
-#include "ui/main_window.h"
-#include "ui/splash_screen.h"
+#include "net/window_loop.h"
+#include "ui/window/main_window.h"
+#include "ui/window/splash_screen.h"
 
 namespace app {
 namespace {
@@ -77,7 +77,7 @@ class WindowFrontend : public Frontend {
   WindowFrontend(const WindowFrontend&) = delete;
   WindowFrontend& operator=(const WindowFrontend&) = delete;
 
-  core::EventLoop& Loop() override { return loop_.Events(); }
+  net::EventLoop& Loop() override { return loop_.Events(); }
   core::ManagerView& View() override { return *window_; }
   void Attach(const ui::Manager& manager, std::function<void()> onClose) override {
     window_->Attach(manager, std::move(onClose));
@@ -93,7 +93,7 @@ class WindowFrontend : public Frontend {
 
  private:
   std::unique_ptr<Toolkit> toolkit_;
-  core::WindowLoop loop_;
+  net::WindowLoop loop_;
   ui::frmMain* window_;
 };
 

@@ -9,7 +9,7 @@ foreach(picture ${pictures})
   string(APPEND entries "    {\"${name}\", R\"svg(${text})svg\"},\n")
 endforeach()
 file(WRITE ${OUTPUT} "// Made from ui/art by cmake/EmbedPictures.cmake.
-#include \"ui/art.h\"
+#include \"ui/controls/art.h\"
 
 namespace ui {
 

@@ -1,6 +1,6 @@
 #include "core/console_view.h"
 
-#include "core/code_page.h"
+#include "text/code_page.h"
 
 namespace core {
 namespace {
@@ -20,7 +20,7 @@ void ConsoleView::SetAddress(ServiceKind service, const std::string& text) {
 void ConsoleView::SetStatusPanel(ServiceKind, bool, const std::string& text) { Print(text); }
 
 void ConsoleView::Print(const std::string& line) {
-  const std::string bytes = ToSystem(line) + "\n";
+  const std::string bytes = text::ToSystem(line) + "\n";
   std::fwrite(bytes.data(), 1, bytes.size(), stream_);
   // At once, also when the stream is a file or a pipe that somebody watches.
   std::fflush(stream_);

@@ -4,7 +4,7 @@
 
 namespace modFirewall {
 
-void AuthorizeInFirewall(const core::Program& program) {
+void AuthorizeInFirewall(const settings::Program& program) {
   platform::AuthorizeProgram(program.ExecutableFile(), "Tarnwerk(TARN)");
 }
 

@@ -1,11 +1,12 @@
 #include "core/hosts_file.h"
 
-#include "core/code_page.h"
-#include "core/files.h"
 #include "core/os_name.h"
+#include "core/service_environment.h"
+#include "files/files.h"
 #include "platform/native_path.h"
 #include "platform/system_message.h"
 #include "platform/text_case.h"
+#include "text/code_page.h"
 
 namespace core {
 namespace {
@@ -48,13 +49,13 @@ bool IsMissing(const std::error_code& error) {
 
 bool Update(std::string_view hostsFile, std::string_view address, std::string_view domain,
             std::error_code& unread) {
-  const std::string content = ReadFile(hostsFile, unread, kLargestHostsFile);
+  const std::string content = files::ReadFile(hostsFile, unread, kLargestHostsFile);
   // What cannot be read may have the entry already.
   if (unread && !IsMissing(unread)) return false;
-  const std::string domainBytes = ToSystem(domain);
+  const std::string domainBytes = text::ToSystem(domain);
   if (!unread && HasEntry(content, address, domainBytes)) return true;
   const std::string entry = "\r\n" + std::string(address) + "    " + domainBytes + "\r\n";
-  return !AppendToFile(hostsFile, entry);
+  return !files::AppendToFile(hostsFile, entry);
 }
 
 }  // namespace

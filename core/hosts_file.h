@@ -6,8 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/program.h"
+#include "core/service_environment.h"
 #include "platform/system_folders.h"
+#include "settings/program.h"
 
 namespace core {
 

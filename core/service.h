@@ -2,15 +2,24 @@
 
 // What service control knows of a service, whatever protocol it speaks.
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
-#include "core/activity.h"
+#include "net/connection_report.h"
 
 namespace core {
 
 enum class ServiceKind { kWeb, kFtp, kMail };
+
+/// Why a service did not start.
+struct StartFailure {
+  std::error_code reason;
+  std::int16_t port = 0;  // that was to be listened on; 0 if it did not come to that
+  bool settings = false;  // it did not come to that because Server.ini cannot be used
+};
 
 class Service {
  public:
@@ -33,8 +42,8 @@ class Service {
   virtual std::string Domain() const = 0;
 
   /// Its open connections at this moment, and the bytes of all of them, closed ones too.
-  virtual std::vector<ConnectionReport> Connections() const { return {}; }
-  virtual Traffic TotalTraffic() const { return {}; }
+  virtual std::vector<net::ConnectionReport> Connections() const { return {}; }
+  virtual net::Traffic TotalTraffic() const { return {}; }
 
   /// Why the last start failed; none if it did not.
   virtual std::optional<StartFailure> LastFailure() const { return std::nullopt; }

@@ -1,11 +1,11 @@
 #include "core/service_control.h"
 
-#include "core/conversions.h"
-#include "core/ini_file.h"
 #include "core/service_texts.h"
 #include "core/start_diagnosis.h"
 #include "platform/native_path.h"
 #include "platform/text_case.h"
+#include "settings/ini_file.h"
+#include "text/conversions.h"
 
 namespace core {
 
@@ -130,7 +130,7 @@ void ServiceControl::UpdateServiceStatus(std::string_view state, const std::stri
 
 void ServiceControl::WriteStartFlag(ServiceKind key, bool started) {
   const bool written = ModINIOP::WriteIni(program_.File("startflg.dat"), "ServerStatus",
-                                          TextsOf(key).flagKey, BooleanText(started)) != 0;
+                                          TextsOf(key).flagKey, text::BooleanText(started)) != 0;
   if (!written) program_.errors.LogError("startflg.dat: cannot be written");
 }
 

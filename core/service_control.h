@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "core/manager_view.h"
-#include "core/program.h"
 #include "core/service.h"
+#include "settings/program.h"
 
 namespace core {
 
@@ -20,7 +20,7 @@ class ServiceControl {
     Service& mail;
   };
 
-  ServiceControl(const Program& program, Services services, ManagerView& view)
+  ServiceControl(const settings::Program& program, Services services, ManagerView& view)
       : program_(program), services_(services), view_(view) {}
 
   void cmdStartWebService();
@@ -53,7 +53,7 @@ class ServiceControl {
                            std::string_view service);
   void WriteStartFlag(ServiceKind key, bool started);
 
-  const Program& program_;
+  const settings::Program& program_;
   Services services_;
   ManagerView& view_;
 };

@@ -1,8 +1,8 @@
 #include "core/start_diagnosis.h"
 
-#include "core/paths.h"
-#include "core/settings_file.h"
 #include "platform/system_message.h"
+#include "settings/server_ini.h"
+#include "text/strings.h"
 
 namespace core {
 namespace {
@@ -26,7 +26,9 @@ Diagnosis ExplainTaken(const StartFailure& failure,
 }
 
 // Quoted for the shell in which the command is pasted.
-std::string Quoted(const std::string& path) { return "'" + ReplaceAll(path, "'", "'\\''") + "'"; }
+std::string Quoted(const std::string& path) {
+  return "'" + text::ReplaceAll(path, "'", "'\\''") + "'";
+}
 
 Diagnosis ExplainNoRight(const StartFailure& failure, const std::string& executable) {
   const std::string port = PortText(failure);
@@ -62,7 +64,7 @@ Diagnosis Explain(const StartFailure& failure, const std::optional<platform::Por
 }
 
 std::string SettingsFaultText(const std::error_code& fault) {
-  if (fault == TornSettings()) return "设置文件 Server.ini 不完整，它的内容有缺损。";
+  if (fault == settings::TornSettings()) return "设置文件 Server.ini 不完整，它的内容有缺损。";
   return "设置文件 Server.ini 无法读取：" + platform::SystemMessage(fault);
 }
 
@@ -75,7 +77,7 @@ Diagnosis ExplainSettings(const std::error_code& fault) {
 }
 
 std::string UnsavedText(const std::error_code& error) {
-  const bool torn = error == TornSettings();
+  const bool torn = error == settings::TornSettings();
   return "设置没有保存，原来的内容没有改动。\n" +
          (torn ? SettingsFaultText(error) : "系统的说明：" + platform::SystemMessage(error)) +
          "\n请检查程序目录中的文件是否可以读写，然后再按“确定”。";

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "core/activity.h"
+#include "core/service.h"
 #include "platform/listening_port.h"
 
 namespace core {
@@ -26,7 +26,7 @@ struct Diagnosis {
 Diagnosis Explain(const StartFailure& failure, const std::optional<platform::PortOwner>& owner,
                   const std::string& executable);
 
-/// Why Server.ini, though it is there, cannot be used (core/settings_file.h), in one line; and the
+/// Why Server.ini, though it is there, cannot be used (settings/server_ini.h), in one line; and the
 /// same with what follows from it.
 std::string SettingsFaultText(const std::error_code& fault);
 Diagnosis ExplainSettings(const std::error_code& fault);

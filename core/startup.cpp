@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "core/command_line.h"
-#include "core/conversions.h"
-#include "core/ini_file.h"
 #include "platform/text_case.h"
+#include "settings/ini_file.h"
+#include "text/conversions.h"
 
 namespace ModMain {
 namespace {
@@ -29,13 +29,13 @@ class Words {
   std::vector<std::string> words_;
 };
 
-bool SystemFlag(const core::Program& program, std::string_view key) {
+bool SystemFlag(const settings::Program& program, std::string_view key) {
   const std::string text = ModINIOP::ReadIni(program.File("Server.ini"), "System", key);
-  return core::ToBoolean(text).value_or(false);
+  return text::ToBoolean(text).value_or(false);
 }
 
 // As soon as there is any word, the settings decide neither flag.
-StartFlags FlagsOf(const core::Program& program, const Words& words) {
+StartFlags FlagsOf(const settings::Program& program, const Words& words) {
   if (words.IsEmpty()) {
     return {SystemFlag(program, "AutoStartService"), SystemFlag(program, "StartInTaskBar")};
   }
@@ -45,7 +45,8 @@ StartFlags FlagsOf(const core::Program& program, const Words& words) {
 
 }  // namespace
 
-bool Main(const core::Program& program, std::string_view commandLine, core::StartupSteps& steps) {
+bool Main(const settings::Program& program, std::string_view commandLine,
+          core::StartupSteps& steps) {
   steps.AuthorizeInFirewall();
   const Words words(commandLine);
   if (words.Is(1, "STOP")) {

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "core/program.h"
+#include "settings/program.h"
 
 namespace core {
 
@@ -35,6 +35,7 @@ namespace ModMain {
 
 /// Runs the entry procedure on the words of `commandLine`. True if the process lives on; false if
 /// its work is done ("STOP", or another instance runs).
-bool Main(const core::Program& program, std::string_view commandLine, core::StartupSteps& steps);
+bool Main(const settings::Program& program, std::string_view commandLine,
+          core::StartupSteps& steps);
 
 }  // namespace ModMain

@@ -1,6 +1,6 @@
 #include "core/system_proxy.h"
 
-#include "core/registry.h"
+#include "settings/registry.h"
 
 namespace core {
 namespace {

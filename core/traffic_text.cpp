@@ -30,15 +30,15 @@ std::string ByteText(std::uint64_t bytes) {
   return text.data();
 }
 
-std::string ProgressText(const Activity& activity) {
+std::string ProgressText(const net::Activity& activity) {
   if (activity.total == 0) return {};
   const double share =
       static_cast<double>(activity.traffic.sent) / static_cast<double>(activity.total);
   return std::to_string(static_cast<int>(std::min(share, 1.0) * 100)) + "%";
 }
 
-Traffic TrafficRate::Next(const Traffic& total, Clock::time_point now) {
-  Traffic rate;
+net::Traffic TrafficRate::Next(const net::Traffic& total, Clock::time_point now) {
+  net::Traffic rate;
   if (lastLook_ != Clock::time_point()) {
     const double seconds = std::chrono::duration<double>(now - lastLook_).count();
     rate = {PerSecond(total.received, last_.received, seconds),

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "core/activity.h"
+#include "net/connection_report.h"
 
 namespace core {
 
@@ -13,7 +13,7 @@ namespace core {
 std::string ByteText(std::uint64_t bytes);
 
 /// How far a transfer is, "45%". Empty where the size is unknown.
-std::string ProgressText(const Activity& activity);
+std::string ProgressText(const net::Activity& activity);
 
 /// Measures a rate from totals that are looked at now and then.
 class TrafficRate {
@@ -21,10 +21,10 @@ class TrafficRate {
   using Clock = std::chrono::steady_clock;
 
   /// The bytes per second since the last look; 0 at the first.
-  Traffic Next(const Traffic& total, Clock::time_point now);
+  net::Traffic Next(const net::Traffic& total, Clock::time_point now);
 
  private:
-  Traffic last_;
+  net::Traffic last_;
   Clock::time_point lastLook_ = {};
 };
 

@@ -4,16 +4,16 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "core/code_page.h"
 #include "ftp/command_text.h"
 #include "ftp/ftp_server.h"
 #include "ftp/path_mapping.h"
 #include "ftp/replies.h"
 #include "ftp/trapped.h"
+#include "text/code_page.h"
 
 namespace ModFtp {
 
-using core::Task;
+using net::Task;
 
 namespace {
 

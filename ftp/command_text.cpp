@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "core/code_page.h"
 #include "platform/text_case.h"
+#include "text/code_page.h"
 
 namespace ModFtp {
 namespace {
@@ -20,7 +20,7 @@ std::size_t SequenceLength(unsigned char lead) {
 std::size_t CharacterLength(std::string_view text) {
   const std::size_t length = SequenceLength(static_cast<unsigned char>(text.front()));
   if (length == 1 || length > text.size()) return 1;
-  return core::IsValidUtf8(text.substr(0, length)) ? length : 1;
+  return text::IsValidUtf8(text.substr(0, length)) ? length : 1;
 }
 
 }  // namespace

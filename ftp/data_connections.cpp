@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <numeric>
 
-#include "core/conversions.h"
 #include "ftp/data_address.h"
 #include "ftp/ftp_server.h"
 #include "ftp/replies.h"
+#include "text/conversions.h"
 
 namespace ModFtp {
 namespace {
 
-using core::Task;
+using net::Task;
 
 // A command's place among those of its slot that wait for a data connection.
 class WaitingPlace {
@@ -37,10 +37,10 @@ Task<bool> FtpServer::OpenActiveDataConnection(int slot, std::string text) {
   if (!FtpSvrDataSock(slot).IsClosed()) co_return false;
   const std::optional<PortArgument> argument = CutPortArgument(text);
   if (!argument) co_return false;
-  const auto high = core::ToInt16(argument->high);
+  const auto high = text::ToInt16(argument->high);
   if (!high) co_return false;
   state_.portHigh = *high;
-  const auto low = core::ToInt16(argument->low);
+  const auto low = text::ToInt16(argument->low);
   if (!low) co_return false;
   state_.portLow = *low;
   const std::optional<ActivePorts> ports = ComputeActivePorts(*high, *low, slot);
@@ -49,7 +49,7 @@ Task<bool> FtpServer::OpenActiveDataConnection(int slot, std::string text) {
   const auto& [a, b, c, d] = argument->address;
   const std::string address = a + "." + b + "." + c + "." + d;
   FtpSvrDataSock(slot).Connect(ports->local, address, ports->remote);
-  co_await core::YieldToEvents();
+  co_await net::YieldToEvents();
   Session(slot).closeAfterSend = false;
   state_.pendingDataSlot = static_cast<std::int16_t>(slot);
   co_return true;
@@ -79,7 +79,7 @@ int FtpServer::ListenOnPassivePort() {
   return lowBytes.back();
 }
 
-void FtpServer::OnFtpDataConnectionRequest(int, core::ConnectionRequest& request) {
+void FtpServer::OnFtpDataConnectionRequest(int, net::ConnectionRequest& request) {
   const int slot = state_.pendingDataSlot;
   CloseDataSocket(slot);
   FtpSvrDataSock(slot).Accept(request);
@@ -104,10 +104,10 @@ void FtpServer::CloseDataSocket(int slot) {
 // came does not answer a client that has gone on to ask for something else.
 Task<> FtpServer::AwaitDataConnection(int slot) {
   FtpSession& session = Session(slot);
-  core::EventSocket& data = FtpSvrDataSock(slot);
+  net::EventSocket& data = FtpSvrDataSock(slot);
   const WaitingPlace place(session.waiting);
-  while (!place.IsNewest() || session.transfer || data.State() != core::SocketState::kConnected) {
-    core::WaitList::Awaiter change = data.StateChanges().Wait();
+  while (!place.IsNewest() || session.transfer || data.State() != net::SocketState::kConnected) {
+    net::WaitList::Awaiter change = data.StateChanges().Wait();
     co_await change;
   }
   session.transfer = std::make_shared<Transfer>();
@@ -115,13 +115,13 @@ Task<> FtpServer::AwaitDataConnection(int slot) {
 
 // Waits for the end of the connection that is carried now, whatever the slot carries then.
 Task<> FtpServer::AwaitDataClose(int slot) {
-  core::EventSocket& socket = FtpSvrDataSock(slot);
+  net::EventSocket& socket = FtpSvrDataSock(slot);
   const Client data = socket.Current();
   while (data && !data->IsClosed()) {
-    core::WaitList::Awaiter change = socket.StateChanges().Wait();
+    net::WaitList::Awaiter change = socket.StateChanges().Wait();
     co_await change;
   }
-  co_await core::YieldToEvents();
+  co_await net::YieldToEvents();
 }
 
 }  // namespace ModFtp

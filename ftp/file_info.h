@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "core/task.h"
 #include "ftp/listing_lines.h"
 #include "ftp/memory_budget.h"
+#include "net/task.h"
 
 namespace ModFtp {
 
@@ -17,7 +17,7 @@ namespace ModFtp {
 std::optional<FileInfo> GetFileInfo(const std::string& path);
 
 /// The same of a folder, which counts with all that is in it; a link to one counts as empty.
-core::Task<std::optional<FileInfo>> GetFolderInfo(std::string path, bool isLink,
-                                                  std::shared_ptr<MemoryShare> memory);
+net::Task<std::optional<FileInfo>> GetFolderInfo(std::string path, bool isLink,
+                                                 std::shared_ptr<MemoryShare> memory);
 
 }  // namespace ModFtp

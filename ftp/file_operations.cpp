@@ -1,19 +1,20 @@
 // Commands that walk and change the file system.
 
-#include "core/code_page.h"
-#include "core/files.h"
-#include "core/paths.h"
-#include "core/wildcards.h"
+#include "files/files.h"
 #include "ftp/command_text.h"
 #include "ftp/folder_walk.h"
 #include "ftp/ftp_server.h"
 #include "ftp/path_mapping.h"
 #include "platform/system_message.h"
+#include "text/code_page.h"
+#include "text/path_text.h"
+#include "text/strings.h"
+#include "text/wildcards.h"
 
 namespace ModFtp {
 namespace {
 
-using core::Task;
+using net::Task;
 
 // What CWDs without end would make of the current directory names nothing long before this.
 constexpr std::size_t kLongestDirectory = 32768;
@@ -29,12 +30,12 @@ Task<std::error_code> DeleteMatches(std::string folder, std::string pattern,
   if (!entries) co_return result;
   Turn turn;
   while (const std::optional<platform::DirectoryEntry> entry = entries->Next()) {
-    if (!entry->isFolder && core::MatchesWildcard(entry->name, pattern)) {
-      result = core::RemoveFile(folder + entry->name);
+    if (!entry->isFolder && text::MatchesWildcard(entry->name, pattern)) {
+      result = files::RemoveFile(folder + entry->name);
       if (result) co_return result;
     }
     if (!turn.IsOver()) continue;
-    co_await core::YieldToEvents();
+    co_await net::YieldToEvents();
     turn.Renew();
   }
   co_return result;
@@ -45,7 +46,7 @@ Task<std::error_code> DeleteFiles(std::string path, std::shared_ptr<MemoryShare>
   const std::size_t separator = path.find_last_of("\\/");
   const std::size_t nameBegin = separator == std::string::npos ? 0 : separator + 1;
   const std::string pattern = path.substr(nameBegin);
-  if (!HasWildcard(pattern)) co_return core::RemoveFile(path);
+  if (!HasWildcard(pattern)) co_return files::RemoveFile(path);
   Task<std::error_code> deleting = DeleteMatches(path.substr(0, nameBegin), pattern, memory);
   const std::error_code error = co_await deleting;
   co_return error;
@@ -57,7 +58,7 @@ bool FtpServer::ChangeFtpDirectory(int slot, const std::string& text) {
   constexpr std::size_t kBareCommand = 5;
   state_.ftpRoot = ModCommon::AddSlash(state_.ftpRoot);
   if (CharacterCount(text) <= kBareCommand) return true;
-  const std::string argument = core::ReplaceAll(FromPosition(text, kAfterThreeLetters), "\r\n", "");
+  const std::string argument = text::ReplaceAll(FromPosition(text, kAfterThreeLetters), "\r\n", "");
   FtpSession& session = Session(slot);
   CurrentDirectory changed = ChangedDirectory(state_.ftpRoot, session.physicalDir, argument);
   if (changed.physicalDir.size() > kLongestDirectory) return false;
@@ -71,14 +72,14 @@ bool FtpServer::MakeFtpDirectory(int slot, const std::string& text) {
   const std::optional<std::string> name = CutArgument(text, kAfterThreeLetters);
   if (!name) return false;
   const std::string path = PathFromDirectory(Session(slot).physicalDir, *name);
-  return MayChange(path) && !core::CreateFolder(path);
+  return MayChange(path) && !files::CreateFolder(path);
 }
 
 // A folder that is not there counts as removed.
 bool FtpServer::RemoveFtpDirectory(int slot, const std::string& text) {
   const std::optional<std::string> path = PathOf(slot, text, kAfterThreeLetters);
   if (!path || !MayChange(*path)) return false;
-  return !core::FolderExists(*path) || !core::RemoveFolder(*path);
+  return !files::FolderExists(*path) || !files::RemoveFolder(*path);
 }
 
 Task<FtpServer::Deletion> FtpServer::DeleteFtpFile(int slot, std::string text) {
@@ -105,7 +106,7 @@ bool FtpServer::RenameFrom(int slot, const std::string& text) {
 bool FtpServer::RenameTo(int slot, const std::string& text) {
   const std::optional<std::string> target = PathOf(slot, text, kAfterFourLetters);
   if (!target || !MayChange(*target)) return false;
-  return !core::RenamePath(Session(slot).renameFrom, *target);
+  return !files::RenamePath(Session(slot).renameFrom, *target);
 }
 
 bool FtpServer::MayChange(const std::string& path) const {

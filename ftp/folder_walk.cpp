@@ -4,15 +4,15 @@
 #include <limits>
 #include <utility>
 
-#include "core/files.h"
-#include "core/handler_scope.h"
-#include "core/paths.h"
+#include "files/files.h"
+#include "net/handler_scope.h"
 #include "platform/text_case.h"
+#include "text/path_text.h"
 
 namespace ModFtp {
 namespace {
 
-using core::Task;
+using net::Task;
 using platform::DirectoryEntry;
 
 // Some milliseconds' worth. Fewer and longer runs are kinder to the processor's caches.
@@ -38,7 +38,7 @@ struct Sum {
       return memory->Take(sizeof(std::string) + path.size());
     }
     std::error_code error;
-    bytes += static_cast<std::int64_t>(core::InspectPath(path, error).size);
+    bytes += static_cast<std::int64_t>(files::InspectPath(path, error).size);
     return !error;
   }
 };
@@ -95,7 +95,7 @@ std::optional<DirectoryEntry> SortedEntries::Next() {
 Task<std::optional<SortedEntries>> ReadSorted(std::string folder,
                                               std::shared_ptr<MemoryShare> memory) {
   std::error_code error;
-  platform::DirectoryReader reader = core::ReadFolder(folder, error);
+  platform::DirectoryReader reader = files::ReadFolder(folder, error);
   SortedEntries entries;
   std::vector<DirectoryEntry> batch;
   Turn turn;
@@ -103,7 +103,7 @@ Task<std::optional<SortedEntries>> ReadSorted(std::string folder,
     if (!memory->Take(batch.size() * kBytesPerEntry)) co_return std::nullopt;
     entries.Add(std::move(batch));
     if (!turn.IsOver()) continue;
-    co_await core::YieldToEvents();
+    co_await net::YieldToEvents();
     turn.Renew();
   }
   if (error) co_return std::nullopt;
@@ -119,13 +119,13 @@ Task<std::optional<std::int32_t>> AddUpFolder(std::string folder,
     const std::string parent = ModCommon::AddSlash(sum.folders.back());
     sum.folders.pop_back();
     std::error_code error;
-    platform::DirectoryReader reader = core::ReadFolder(parent, error);
+    platform::DirectoryReader reader = files::ReadFolder(parent, error);
     std::vector<DirectoryEntry> batch;
     while (!error && ReadBatch(reader, batch, error)) {
       for (const DirectoryEntry& entry : batch) {
         if (!sum.Add(parent + entry.name, entry) || !sum.Fits()) co_return std::nullopt;
         if (!turn.IsOver()) continue;
-        co_await core::YieldToEvents();
+        co_await net::YieldToEvents();
         turn.Renew();
       }
     }

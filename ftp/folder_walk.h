@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "core/task.h"
 #include "ftp/memory_budget.h"
+#include "net/task.h"
 #include "platform/directory.h"
 
 namespace ModFtp {
@@ -60,13 +60,13 @@ class SortedEntries {
 
 /// All entries of `folder`, a path text. None if it cannot be read, or if `memory` does not
 /// suffice, of which it takes what the entries need.
-core::Task<std::optional<SortedEntries>> ReadSorted(std::string folder,
-                                                    std::shared_ptr<MemoryShare> memory);
+net::Task<std::optional<SortedEntries>> ReadSorted(std::string folder,
+                                                   std::shared_ptr<MemoryShare> memory);
 
 /// The bytes of all files in `folder` and below, as far as they are no more than a 32-bit number
 /// with a sign holds; none if they are more or something cannot be looked at. Links are not
 /// followed, neither below `folder` nor if it is one itself.
-core::Task<std::optional<std::int32_t>> AddUpFolder(std::string folder,
-                                                    std::shared_ptr<MemoryShare> memory);
+net::Task<std::optional<std::int32_t>> AddUpFolder(std::string folder,
+                                                   std::shared_ptr<MemoryShare> memory);
 
 }  // namespace ModFtp

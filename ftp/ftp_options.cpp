@@ -1,6 +1,7 @@
 #include "ftp/ftp_options.h"
 
-#include "core/settings_section.h"
+#include "core/service_environment.h"
+#include "settings/section.h"
 
 namespace ModFtp {
 namespace {
@@ -9,8 +10,8 @@ constexpr std::string_view kSection = "FtpServer Options";
 
 }  // namespace
 
-bool FtpOptions::LoadFtpOptions(const core::Program& program, const std::string& localAddress) {
-  const core::SettingsSection settings(program, kSection);
+bool FtpOptions::LoadFtpOptions(const settings::Program& program, const std::string& localAddress) {
+  const settings::Section settings(program, kSection);
   settingsFault = settings.Fault();
   if (settingsFault) return false;
   if (settings.FileExists()) return ReadSettings(settings, localAddress);
@@ -18,18 +19,17 @@ bool FtpOptions::LoadFtpOptions(const core::Program& program, const std::string&
   return true;
 }
 
-bool FtpOptions::ReadSettings(const core::SettingsSection& settings,
-                              const std::string& localAddress) {
+bool FtpOptions::ReadSettings(const settings::Section& settings, const std::string& localAddress) {
   ftpRoot = settings.Path("FtpServer Root");
   if (!settings.Read("FtpPort", ftpPort)) return false;
   ftpDomain = settings.Text("DNS");
   ftpLocalAddress = localAddress;
   uploadDir = settings.Path("FtpServer UploadDir");
-  FtpRights = core::ReadAccessRights(settings);
+  FtpRights = settings::ReadAccessRights(settings);
   return true;
 }
 
-void FtpOptions::SetDefaults(const core::Program& program) {
+void FtpOptions::SetDefaults(const settings::Program& program) {
   ftpRoot = program.File("ftproot");
   ftpPort = 21;
   ftpDomain = core::kDefaultDomain;

@@ -1,12 +1,12 @@
 #include "ftp/ftp_options_entry.h"
 
-#include "core/paths.h"
 #include "platform/native_path.h"
+#include "text/strings.h"
 
 namespace ModFtp {
 namespace {
 
-bool IsBlank(const std::string& text) { return core::TrimBlanks(text).empty(); }
+bool IsBlank(const std::string& text) { return text::TrimBlanks(text).empty(); }
 
 }  // namespace
 
@@ -16,7 +16,7 @@ FtpOptionsEntry EntryOf(const FtpOptions& options) {
           .domain = options.ftpDomain,
           .root = platform::PathTextForUser(options.ftpRoot),
           .uploadDir = platform::PathTextForUser(options.uploadDir),
-          .rights = core::ToAccessRights(options.FtpRights)};
+          .rights = settings::ToAccessRights(options.FtpRights)};
 }
 
 std::optional<FtpOptionsFault> FindFault(const FtpOptionsEntry& entry) {
@@ -26,14 +26,14 @@ std::optional<FtpOptionsFault> FindFault(const FtpOptionsEntry& entry) {
   return std::nullopt;
 }
 
-void WriteSettings(core::SettingsChange& change, const FtpOptionsEntry& entry) {
-  const core::SectionChange settings = change.In("FtpServer Options");
+void WriteSettings(settings::Change& change, const FtpOptionsEntry& entry) {
+  const settings::SectionChange settings = change.In("FtpServer Options");
   settings.Write("IP", entry.localIP);
   settings.Write("FtpPort", entry.port);
   settings.Write("DNS", entry.domain);
   settings.Write("FtpServer Root", entry.root);
   settings.Write("FtpServer UploadDir", entry.uploadDir);
-  core::WriteAccessRights(settings, entry.rights);
+  settings::WriteAccessRights(settings, entry.rights);
 }
 
 }  // namespace ModFtp

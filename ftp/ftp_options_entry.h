@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "core/settings_change.h"
 #include "ftp/ftp_options.h"
+#include "settings/change.h"
 
 namespace ModFtp {
 
@@ -17,7 +17,7 @@ struct FtpOptionsEntry {
   std::string domain;
   std::string root;       // in the user's own form
   std::string uploadDir;  // in the user's own form
-  core::AccessRights rights;
+  settings::AccessRights rights;
 };
 
 enum class FtpOptionsFault { kNoDomain, kNoRoot, kNoUploadDir };
@@ -29,6 +29,6 @@ FtpOptionsEntry EntryOf(const FtpOptions& options);
 std::optional<FtpOptionsFault> FindFault(const FtpOptionsEntry& entry);
 
 /// Puts every key into a change of Server.ini.
-void WriteSettings(core::SettingsChange& change, const FtpOptionsEntry& entry);
+void WriteSettings(settings::Change& change, const FtpOptionsEntry& entry);
 
 }  // namespace ModFtp

@@ -2,12 +2,13 @@
 
 #include <chrono>
 
-#include "core/code_page.h"
 #include "core/hosts_file.h"
+#include "core/service_environment.h"
 #include "ftp/command_text.h"
 #include "ftp/ftp_options_entry.h"
 #include "ftp/replies.h"
 #include "platform/system_message.h"
+#include "text/code_page.h"
 
 namespace ModFtp {
 namespace {
@@ -18,27 +19,26 @@ std::uint32_t ClockSeed() {
 
 }  // namespace
 
-using core::Task;
+using net::Task;
 
-std::string ReplyLine(std::string_view text) { return core::ToSystem(text) + "\r\n"; }
+std::string ReplyLine(std::string_view text) { return text::ToSystem(text) + "\r\n"; }
 
 FtpServer::FtpServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
       draining_(environment_.loop),
       sockets_{environment_.loop, draining_,
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
-      FtpSvrSock_(sockets_, *this, core::ConnectionSlots::BusySlot::kRefuse,
+      FtpSvrSock_(sockets_, *this, net::ConnectionSlots::BusySlot::kRefuse,
                   ReplyLine(replies::kGreeting)),
       dataEvents_(*this),
-      heldOptions_(
-          environment_.program.Holders(),
-          [this](core::SettingsChange& change) { WriteSettings(change, EntryOf(options_)); }),
+      heldOptions_(environment_.program.Holders(),
+                   [this](settings::Change& change) { WriteSettings(change, EntryOf(options_)); }),
       random_(ClockSeed()) {
   options_.SetDefaults(environment_.program);
   state_.ftpRoot = options_.ftpRoot;
   for (int index = 0; index <= kLastSlot; ++index) {
     FtpSvrDataSock_[static_cast<std::size_t>(index)] =
-        std::make_unique<core::EventSocket>(sockets_, dataEvents_, index);
+        std::make_unique<net::EventSocket>(sockets_, dataEvents_, index);
   }
 }
 
@@ -80,9 +80,9 @@ bool FtpServer::StopFtpListener() {
 }
 
 // A transfer is shown in place of the command that started it.
-std::vector<core::ConnectionReport> FtpServer::Connections() const {
-  std::vector<core::ConnectionReport> report = FtpSvrSock_.Report("FTP");
-  for (core::ConnectionReport& connection : report) {
+std::vector<net::ConnectionReport> FtpServer::Connections() const {
+  std::vector<net::ConnectionReport> report = FtpSvrSock_.Report("FTP");
+  for (net::ConnectionReport& connection : report) {
     const auto& data = FtpSvrDataSock_.at(static_cast<std::size_t>(connection.slot))->Current();
     if (!data || data->IsClosed() || data->CurrentActivity().what.empty()) continue;
     connection.activity = data->CurrentActivity();
@@ -100,7 +100,7 @@ Task<> FtpServer::OnFtpControlData(int slot, Client client) {
   if (bytes.size() > kLongestCommand) {
     return RefuseCommand(client, bytes.substr(0, kLongestCommand));
   }
-  return HandleFtpCommand(slot, client, core::FromSystem(bytes));
+  return HandleFtpCommand(slot, client, text::FromSystem(bytes));
 }
 
 void FtpServer::OnFtpControlClose(int slot) {

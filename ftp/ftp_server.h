@@ -18,18 +18,19 @@
 #include <random>
 #include <string>
 
-#include "core/connection_slots.h"
-#include "core/draining_connections.h"
-#include "core/program.h"
 #include "core/service.h"
+#include "core/service_environment.h"
 #include "ftp/ftp_options.h"
 #include "ftp/ftp_session.h"
 #include "ftp/listing_lines.h"
 #include "ftp/memory_budget.h"
+#include "net/connection_slots.h"
+#include "net/draining_connections.h"
+#include "settings/program.h"
 
 namespace ModFtp {
 
-class FtpServer : public core::Service, private core::SlotEngine {
+class FtpServer : public core::Service, private net::SlotEngine {
  public:
   explicit FtpServer(core::ServiceEnvironment environment);
   ~FtpServer() override { StopFtpListener(); }
@@ -43,8 +44,8 @@ class FtpServer : public core::Service, private core::SlotEngine {
   bool LoadOptions() override;
   std::string Domain() const override { return options_.ftpDomain; }
   std::string RootDir() const override { return options_.ftpRoot; }
-  std::vector<core::ConnectionReport> Connections() const override;
-  core::Traffic TotalTraffic() const override { return sockets_.traffic; }
+  std::vector<net::ConnectionReport> Connections() const override;
+  net::Traffic TotalTraffic() const override { return sockets_.traffic; }
   std::optional<core::StartFailure> LastFailure() const override { return failure_; }
 
   const FtpOptions& Options() const { return options_; }
@@ -54,9 +55,9 @@ class FtpServer : public core::Service, private core::SlotEngine {
   std::uint16_t ListeningPort() const { return FtpSvrSock_.Listener().LocalPort(); }
 
  private:
-  using Client = std::shared_ptr<core::Connection>;
+  using Client = std::shared_ptr<net::Connection>;
 
-  static constexpr int kLastSlot = core::ConnectionSlots::kLastSlot;
+  static constexpr int kLastSlot = net::ConnectionSlots::kLastSlot;
   static constexpr std::size_t kMostListingBytes = 512U << 20;
 
   // A command as it arrived, and who sent it.
@@ -66,7 +67,7 @@ class FtpServer : public core::Service, private core::SlotEngine {
     std::string text;
   };
   // Runs a command; what it returns is sent, line end included.
-  using Handler = core::Task<std::string> (FtpServer::*)(Command);
+  using Handler = net::Task<std::string> (FtpServer::*)(Command);
   static Handler HandlerOf(const std::string& word);
 
   // What became of a deletion; the reason is empty if the rule refused it.
@@ -76,15 +77,15 @@ class FtpServer : public core::Service, private core::SlotEngine {
   };
 
   // The events of the data sockets.
-  class DataSocketEvents final : public core::SocketEvents {
+  class DataSocketEvents final : public net::SocketEvents {
    public:
     explicit DataSocketEvents(FtpServer& server) : server_(server) {}
 
-    void OnConnectionRequest(int index, core::ConnectionRequest& request) override {
+    void OnConnectionRequest(int index, net::ConnectionRequest& request) override {
       server_.OnFtpDataConnectionRequest(index, request);
     }
     void OnConnect(int index) override { server_.HoldData(index); }
-    core::Task<> OnDataArrival(int index, Client data) override {
+    net::Task<> OnDataArrival(int index, Client data) override {
       return server_.OnFtpDataArrival(index, std::move(data));
     }
     void OnClose(int index) override { server_.OnFtpDataClose(index); }
@@ -95,64 +96,64 @@ class FtpServer : public core::Service, private core::SlotEngine {
   };
 
   // The control connection's events
-  core::Task<> OnDataArrival(int slot, Client client) override;
+  net::Task<> OnDataArrival(int slot, Client client) override;
   void OnClose(int slot) override { OnFtpControlClose(slot); }
   void OnError(int slot) override { OnFtpControlError(slot); }
-  core::Task<> OnFtpControlData(int slot, Client client);
+  net::Task<> OnFtpControlData(int slot, Client client);
   void OnFtpControlClose(int slot);
   void OnFtpControlError(int slot);
 
   // Commands (command_interpreter.cpp, transfer_commands.cpp)
-  core::Task<> HandleFtpCommand(int slot, Client client, std::string text);
-  core::Task<> RefuseCommand(Client client, std::string beginning);
-  core::Task<std::string> OnUser(Command command);
-  core::Task<std::string> OnPass(Command command);
-  core::Task<std::string> OnOpts(Command command);
-  core::Task<std::string> OnSyst(Command command);
-  core::Task<std::string> OnSite(Command command);
-  core::Task<std::string> OnPwd(Command command);
-  core::Task<std::string> OnType(Command command);
-  core::Task<std::string> OnCwd(Command command);
-  core::Task<std::string> OnNoop(Command command);
-  core::Task<std::string> OnPort(Command command);
-  core::Task<std::string> OnList(Command command);
-  core::Task<std::string> OnPasv(Command command);
-  core::Task<std::string> OnRest(Command command);
-  core::Task<std::string> OnFeat(Command command);
-  core::Task<std::string> OnRetr(Command command);
-  core::Task<std::string> OnQuit(Command command);
-  core::Task<std::string> OnSize(Command command);
-  core::Task<std::string> OnMkd(Command command);
-  core::Task<std::string> OnRnfr(Command command);
-  core::Task<std::string> OnRnto(Command command);
-  core::Task<std::string> OnStor(Command command);
-  core::Task<std::string> OnDele(Command command);
-  core::Task<std::string> OnRmd(Command command);
-  core::Task<std::string> OnEmptyWord(Command command);
-  core::Task<std::string> OnUnknown(Command command);
+  net::Task<> HandleFtpCommand(int slot, Client client, std::string text);
+  net::Task<> RefuseCommand(Client client, std::string beginning);
+  net::Task<std::string> OnUser(Command command);
+  net::Task<std::string> OnPass(Command command);
+  net::Task<std::string> OnOpts(Command command);
+  net::Task<std::string> OnSyst(Command command);
+  net::Task<std::string> OnSite(Command command);
+  net::Task<std::string> OnPwd(Command command);
+  net::Task<std::string> OnType(Command command);
+  net::Task<std::string> OnCwd(Command command);
+  net::Task<std::string> OnNoop(Command command);
+  net::Task<std::string> OnPort(Command command);
+  net::Task<std::string> OnList(Command command);
+  net::Task<std::string> OnPasv(Command command);
+  net::Task<std::string> OnRest(Command command);
+  net::Task<std::string> OnFeat(Command command);
+  net::Task<std::string> OnRetr(Command command);
+  net::Task<std::string> OnQuit(Command command);
+  net::Task<std::string> OnSize(Command command);
+  net::Task<std::string> OnMkd(Command command);
+  net::Task<std::string> OnRnfr(Command command);
+  net::Task<std::string> OnRnto(Command command);
+  net::Task<std::string> OnStor(Command command);
+  net::Task<std::string> OnDele(Command command);
+  net::Task<std::string> OnRmd(Command command);
+  net::Task<std::string> OnEmptyWord(Command command);
+  net::Task<std::string> OnUnknown(Command command);
 
   // Data connections (data_connections.cpp)
-  core::Task<bool> OpenActiveDataConnection(int slot, std::string text);
+  net::Task<bool> OpenActiveDataConnection(int slot, std::string text);
   std::string EnterPassiveMode(int slot);
   int ListenOnPassivePort();
-  void OnFtpDataConnectionRequest(int index, core::ConnectionRequest& request);
+  void OnFtpDataConnectionRequest(int index, net::ConnectionRequest& request);
   void OnFtpDataClose(int slot) { CloseDataSocket(slot); }
   void HoldData(int slot);
   void CloseDataSocket(int slot);
-  core::Task<> AwaitDataConnection(int slot);
-  core::Task<> AwaitDataClose(int slot);
+  net::Task<> AwaitDataConnection(int slot);
+  net::Task<> AwaitDataClose(int slot);
 
   // Transfers (transfers.cpp, listing.cpp)
-  core::Task<bool> SendFtpListing(int slot);
-  core::Task<std::optional<std::string>> BuildListing(std::string folder, Client data,
-                                                      std::shared_ptr<MemoryShare> memory);
-  core::Task<bool> OpenRetrieve(int slot);
+  net::Task<bool> SendFtpListing(int slot);
+  net::Task<std::optional<std::string>> BuildListing(std::string folder, Client data,
+                                                     std::shared_ptr<MemoryShare> memory);
+  net::Task<bool> OpenRetrieve(int slot);
   bool SendNextChunk(int slot);
   bool SendPiece(int slot, std::size_t size);
-  core::Task<> PaceSending(int slot, Client data);
+  net::Task<> PaceSending(int slot, Client data);
   void OnFtpDataSendComplete(int slot);
-  core::Task<bool> OpenStore(int slot, std::string text);
-  core::Task<> OnFtpDataArrival(int slot, Client data);
+  net::Task<bool> OpenStore(int slot, std::string text);
+  net::Task<> OnFtpDataArrival(int slot, Client data);
   void WriteUploadData(int slot, const std::string& bytes);
   void FailTransfer(int slot);
 
@@ -160,7 +161,7 @@ class FtpServer : public core::Service, private core::SlotEngine {
   bool ChangeFtpDirectory(int slot, const std::string& text);
   bool MakeFtpDirectory(int slot, const std::string& text);
   bool RemoveFtpDirectory(int slot, const std::string& text);
-  core::Task<Deletion> DeleteFtpFile(int slot, std::string text);
+  net::Task<Deletion> DeleteFtpFile(int slot, std::string text);
   bool RenameFrom(int slot, const std::string& text);
   bool RenameTo(int slot, const std::string& text);
   bool MayChange(const std::string& path) const;
@@ -171,21 +172,21 @@ class FtpServer : public core::Service, private core::SlotEngine {
   const FtpSession& Session(int slot) const {
     return sessions_.at(static_cast<std::size_t>(slot - 1));
   }
-  core::EventSocket& FtpSvrDataSock(int index) {
+  net::EventSocket& FtpSvrDataSock(int index) {
     return *FtpSvrDataSock_.at(static_cast<std::size_t>(index));
   }
   void Reply(int slot, std::string_view text);
-  const core::ErrorLog& Errors() const { return environment_.program.errors; }
+  const files::ErrorLog& Errors() const { return environment_.program.errors; }
 
   core::ServiceEnvironment environment_;
-  core::DrainingConnections draining_;
-  core::SocketContext sockets_;
-  core::ConnectionSlots FtpSvrSock_;
+  net::DrainingConnections draining_;
+  net::SocketContext sockets_;
+  net::ConnectionSlots FtpSvrSock_;
   DataSocketEvents dataEvents_;
-  std::array<std::unique_ptr<core::EventSocket>, kLastSlot + 1> FtpSvrDataSock_;
+  std::array<std::unique_ptr<net::EventSocket>, kLastSlot + 1> FtpSvrDataSock_;
   std::optional<core::StartFailure> failure_;
   FtpOptions options_;
-  core::SettingsHolders::Holder heldOptions_;
+  settings::SettingsHolders::Holder heldOptions_;
   FtpServerState state_;
   MemoryBudget listingMemory_{kMostListingBytes};  // goes after the sessions
   std::array<FtpSession, kLastSlot> sessions_;

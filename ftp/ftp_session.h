@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "core/connection.h"
 #include "ftp/memory_budget.h"
+#include "net/connection.h"
 #include "platform/file.h"
 
 namespace ModFtp {

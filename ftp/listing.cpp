@@ -1,16 +1,16 @@
 // LIST: built whole, then sent in one piece.
 
-#include "core/code_page.h"
-#include "core/paths.h"
 #include "ftp/file_info.h"
 #include "ftp/folder_walk.h"
 #include "ftp/ftp_server.h"
 #include "ftp/replies.h"
 #include "ftp/trapped.h"
+#include "text/code_page.h"
+#include "text/path_text.h"
 
 namespace ModFtp {
 
-using core::Task;
+using net::Task;
 
 Task<bool> FtpServer::SendFtpListing(int slot) {
   Task<> connected = AwaitDataConnection(slot);
@@ -60,9 +60,9 @@ Task<std::optional<std::string>> FtpServer::BuildListing(std::string folder, Cli
       info = GetFileInfo(path);
     }
     if (!info) co_return std::nullopt;
-    listing += core::ToSystem(ListingLine(entry->name, entry->isFolder, *info));
+    listing += text::ToSystem(ListingLine(entry->name, entry->isFolder, *info));
     if (!turn.IsOver()) continue;
-    co_await core::YieldToEvents();
+    co_await net::YieldToEvents();
     turn.Renew();
     if (data->IsClosed()) co_return std::nullopt;
   }

@@ -1,12 +1,13 @@
 #include "ftp/path_mapping.h"
 
-#include "core/paths.h"
 #include "platform/text_case.h"
+#include "text/path_text.h"
+#include "text/strings.h"
 
 namespace ModFtp {
 
-using core::ReplaceAll;
 using ModCommon::AddSlash;
+using text::ReplaceAll;
 
 bool IsRootedName(std::string_view name) { return name.starts_with('/'); }
 

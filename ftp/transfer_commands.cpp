@@ -8,7 +8,7 @@
 
 namespace ModFtp {
 
-using core::Task;
+using net::Task;
 
 Task<std::string> FtpServer::OnPort(Command command) {
   Task<bool> opening = Trapped(Errors(), OpenActiveDataConnection(command.slot, command.text));

@@ -5,7 +5,7 @@
 #include <array>
 #include <limits>
 
-#include "core/files.h"
+#include "files/files.h"
 #include "ftp/command_text.h"
 #include "ftp/file_info.h"
 #include "ftp/ftp_server.h"
@@ -16,7 +16,7 @@
 namespace ModFtp {
 namespace {
 
-using core::Task;
+using net::Task;
 using platform::File;
 
 constexpr std::int32_t kChunkBytes = 4096;
@@ -53,7 +53,7 @@ bool FtpServer::SendNextChunk(int slot) {
   FtpSession& session = Session(slot);
   if (!session.retrHandle.IsOpen()) {
     std::error_code error;
-    session.retrHandle = core::OpenFile(session.transferPath, File::Mode::kRead, error);
+    session.retrHandle = files::OpenFile(session.transferPath, File::Mode::kRead, error);
     if (error) return false;
   }
   if (session.chunksSent < session.fullChunks) {
@@ -88,7 +88,7 @@ Task<> FtpServer::PaceSending(int slot, Client data) {
       co_await taken;
       inThisTurn = 0;
     } else if (++inThisTurn > kChunksPerTurn) {
-      co_await core::YieldToEvents();
+      co_await net::YieldToEvents();
       inThisTurn = 0;
     }
     OnFtpDataSendComplete(slot);
@@ -134,7 +134,7 @@ void FtpServer::WriteUploadData(int slot, const std::string& bytes) {
   const bool written = Succeeds(Errors(), [&] {
     std::error_code error;
     if (!session.storHandle.IsOpen()) {
-      session.storHandle = core::OpenFile(session.uploadPath, File::Mode::kUpdate, error);
+      session.storHandle = files::OpenFile(session.uploadPath, File::Mode::kUpdate, error);
     }
     if (!error) session.storHandle.Write(bytes, error);
     return !error;

@@ -7,19 +7,19 @@
 #include <exception>
 #include <utility>
 
-#include "core/handler_scope.h"
-#include "core/logs.h"
-#include "core/task.h"
+#include "files/logs.h"
+#include "net/handler_scope.h"
+#include "net/task.h"
 
 namespace ModFtp {
 
 /// Whether a step succeeded; false if it throws.
 template <class Step>
-bool Succeeds(const core::ErrorLog& errors, Step step) {
+bool Succeeds(const files::ErrorLog& errors, Step step) {
   try {
     return step();
   } catch (...) {
-    errors.LogError(core::DescriptionOf(std::current_exception()));
+    errors.LogError(net::DescriptionOf(std::current_exception()));
     return false;
   }
 }
@@ -27,14 +27,14 @@ bool Succeeds(const core::ErrorLog& errors, Step step) {
 /// What a step that waits returns; a T of nothing (false, none) if it throws. The end of the
 /// handler passes.
 template <class T>
-core::Task<T> Trapped(const core::ErrorLog& errors, core::Task<T> step) {
+net::Task<T> Trapped(const files::ErrorLog& errors, net::Task<T> step) {
   try {
     T result = co_await step;
     co_return std::move(result);
-  } catch (const core::HandlerEnded&) {
+  } catch (const net::HandlerEnded&) {
     throw;
   } catch (...) {
-    errors.LogError(core::DescriptionOf(std::current_exception()));
+    errors.LogError(net::DescriptionOf(std::current_exception()));
   }
   co_return T{};
 }

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 
-#include "core/code_page.h"
 #include "mail/ascii_case.h"
 #include "mail/encoded_subject.h"
 #include "mail/whole_file.h"
+#include "text/code_page.h"
 
 namespace ModMail {
 namespace {
@@ -62,7 +62,7 @@ std::string Shortened(std::string_view name) {
 
 std::string AttachmentName(std::string_view value) {
   if (IsEncodedSubject(value)) return DecodeEncodedSubject(value);
-  return core::Decode(core::CharsetOf(value), value);
+  return text::Decode(text::CharsetOf(value), value);
 }
 
 std::string HarmlessFileName(std::string_view name) {

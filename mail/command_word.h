@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/code_page.h"
 #include "mail/ascii_case.h"
+#include "text/code_page.h"
 
 namespace ModMail {
 
@@ -17,7 +17,7 @@ inline constexpr std::size_t kLongestCommand = 65536;
 
 /// The arrival as a text, as far as a command goes.
 inline std::string CommandText(std::string_view arrival) {
-  return core::FromSystem(arrival.substr(0, kLongestCommand));
+  return text::FromSystem(arrival.substr(0, kLongestCommand));
 }
 
 /// The first four characters of an arrival, in upper case. Commands of three letters therefore

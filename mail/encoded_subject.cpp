@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "core/code_page.h"
 #include "mail/ascii_case.h"
 #include "mail/base64.h"
+#include "text/code_page.h"
 
 namespace ModMail {
 namespace {
@@ -42,7 +42,7 @@ std::string DecodeEncodedSubject(std::string_view encoded) {
     encoded = next;
     bytes += DecodeBase64(TakeWord(encoded));
   }
-  return core::FromGbk(bytes) + core::FromSystem(encoded);
+  return text::FromGbk(bytes) + text::FromSystem(encoded);
 }
 
 }  // namespace ModMail

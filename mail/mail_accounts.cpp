@@ -2,12 +2,13 @@
 
 #include <algorithm>
 
-#include "core/files.h"
-#include "core/ini_change.h"
-#include "core/ini_file.h"
-#include "core/paths.h"
-#include "core/wildcards.h"
+#include "files/files.h"
 #include "platform/system_message.h"
+#include "settings/ini_change.h"
+#include "settings/ini_file.h"
+#include "text/path_text.h"
+#include "text/strings.h"
+#include "text/wildcards.h"
 
 namespace ModMail {
 namespace {
@@ -31,17 +32,17 @@ std::string BoxOf(std::string_view mailRoot, std::string_view name) {
 std::string UserInfo(std::string_view box) { return std::string(box) + "UserInfo.ini"; }
 
 bool MakeFolder(std::string_view path) {
-  return core::FolderExists(path) || !core::CreateFolder(path);
+  return files::FolderExists(path) || !files::CreateFolder(path);
 }
 
-void DeleteContents(const std::string& folder, const core::ErrorLog& errors) {
+void DeleteContents(const std::string& folder, const files::ErrorLog& errors) {
   std::error_code error;
-  for (const platform::DirectoryEntry& entry : core::ListFolder(folder, error)) {
+  for (const platform::DirectoryEntry& entry : files::ListFolder(folder, error)) {
     const std::string path = folder + entry.name;
     // A link to a folder goes like an empty folder; what it points to is not ours.
-    if (entry.isFolder && !core::RemoveFolder(path)) continue;
+    if (entry.isFolder && !files::RemoveFolder(path)) continue;
     if (entry.isFolder) DeleteContents(AddSlash(path), errors);
-    error = entry.isFolder ? core::RemoveFolder(path) : core::RemoveFile(path);
+    error = entry.isFolder ? files::RemoveFolder(path) : files::RemoveFile(path);
     if (error) errors.LogError(path + ": " + platform::SystemMessage(error));
   }
 }
@@ -61,7 +62,7 @@ bool IsAccountName(std::string_view name) {
 std::vector<MailUser> ListMailUsers(std::string_view mailRoot) {
   std::vector<MailUser> users;
   std::error_code error;
-  for (const platform::DirectoryEntry& entry : core::ListFolder(MailUserFolder(mailRoot), error)) {
+  for (const platform::DirectoryEntry& entry : files::ListFolder(MailUserFolder(mailRoot), error)) {
     if (!entry.isFolder) continue;
     users.push_back({entry.name, ReadMailPassword(BoxOf(mailRoot, entry.name))});
   }
@@ -71,15 +72,15 @@ std::vector<MailUser> ListMailUsers(std::string_view mailRoot) {
 std::size_t MessagesOf(std::string_view mailRoot, std::string_view name) {
   if (!MailUserExists(mailRoot, name)) return 0;
   std::error_code error;
-  const auto entries = core::ListFolder(BoxOf(mailRoot, name), error);
+  const auto entries = files::ListFolder(BoxOf(mailRoot, name), error);
   return static_cast<std::size_t>(
       std::count_if(entries.begin(), entries.end(), [](const platform::DirectoryEntry& entry) {
-        return !entry.isFolder && core::MatchesWildcard(entry.name, "*.eml");
+        return !entry.isFolder && text::MatchesWildcard(entry.name, "*.eml");
       }));
 }
 
 bool MailUserExists(std::string_view mailRoot, std::string_view name) {
-  return !name.empty() && IsAccountName(name) && core::FolderExists(BoxOf(mailRoot, name));
+  return !name.empty() && IsAccountName(name) && files::FolderExists(BoxOf(mailRoot, name));
 }
 
 std::string ReadMailPassword(std::string_view box) {
@@ -97,26 +98,26 @@ bool SaveMailUser(std::string_view mailRoot, const MailUser& user) {
   const std::string box = BoxOf(mailRoot, user.name);
   const bool made = MakeFolder(mailRoot) && MakeFolder(MailUserFolder(mailRoot)) && MakeFolder(box);
   if (!made) return false;
-  core::IniChange change(UserInfo(box));
+  settings::IniChange change(UserInfo(box));
   change.Set(kSection, kNameKey, user.name);
   change.Set(kSection, kPasswordKey, user.password);
   return !change.Save();
 }
 
 void RemoveMailUser(std::string_view mailRoot, std::string_view name,
-                    const core::ErrorLog& errors) {
+                    const files::ErrorLog& errors) {
   if (!MailUserExists(mailRoot, name)) return;
   const std::string folder = MailUserFolder(mailRoot) + std::string(name);
   // The mailbox may be a link itself.
-  if (!core::RemoveFolder(folder)) return;
+  if (!files::RemoveFolder(folder)) return;
   DeleteContents(AddSlash(folder), errors);
-  core::RemoveFolder(folder);
+  files::RemoveFolder(folder);
 }
 
 std::string CleanText(std::string_view text) {
   std::string cleaned(text);
   std::erase_if(cleaned, CannotBeInFileNames);
-  const std::string_view trimmed = core::TrimBlanks(cleaned);
+  const std::string_view trimmed = text::TrimBlanks(cleaned);
   return trimmed == "." || trimmed == ".." ? std::string() : std::string(trimmed);
 }
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/logs.h"
+#include "files/logs.h"
 
 namespace ModMail {
 
@@ -47,7 +47,8 @@ bool SaveMailUser(std::string_view mailRoot, const MailUser& user);
 
 /// Removes a mailbox with everything in it. What cannot be deleted is told to the error log and
 /// stays. Does nothing for a name that names no mailbox.
-void RemoveMailUser(std::string_view mailRoot, std::string_view name, const core::ErrorLog& errors);
+void RemoveMailUser(std::string_view mailRoot, std::string_view name,
+                    const files::ErrorLog& errors);
 
 /// A user name or password as it is kept: without control characters and characters that no file
 /// name may hold, and without blanks at its ends. What would be "." or ".." is empty.

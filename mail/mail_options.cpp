@@ -1,6 +1,7 @@
 #include "mail/mail_options.h"
 
-#include "core/settings_section.h"
+#include "core/service_environment.h"
+#include "settings/section.h"
 
 namespace ModMail {
 namespace {
@@ -9,14 +10,15 @@ constexpr std::string_view kSection = "MailServer Options";
 
 }  // namespace
 
-void MailOptions::LoadMailOptions(const core::Program& program, const std::string& machineAddress) {
-  const core::SettingsSection settings(program, kSection);
+void MailOptions::LoadMailOptions(const settings::Program& program,
+                                  const std::string& machineAddress) {
+  const settings::Section settings(program, kSection);
   settingsFault = settings.Fault();
   if (settingsFault) return;
   settings.FileExists() ? ReadSettings(settings, machineAddress) : SetDefaults(program);
 }
 
-void MailOptions::ReadSettings(const core::SettingsSection& settings,
+void MailOptions::ReadSettings(const settings::Section& settings,
                                const std::string& machineAddress) {
   mailRoot = settings.Path("MailServer Root");
   settings.Read("SMTP Port", smtpPort);
@@ -25,7 +27,7 @@ void MailOptions::ReadSettings(const core::SettingsSection& settings,
   localAddress = machineAddress;
 }
 
-void MailOptions::SetDefaults(const core::Program& program) {
+void MailOptions::SetDefaults(const settings::Program& program) {
   mailRoot = program.File("mailroot");
   smtpPort = 25;
   pop3Port = 110;

@@ -6,18 +6,18 @@
 #include <string>
 #include <system_error>
 
-#include "core/program.h"
-#include "core/settings_section.h"
+#include "settings/program.h"
+#include "settings/section.h"
 
 namespace ModMail {
 
 struct MailOptions {
   /// `machineAddress`: this machine's own, taken when Server.ini exists. What cannot be converted
   /// is told to the error log and keeps its value.
-  void LoadMailOptions(const core::Program& program, const std::string& machineAddress);
+  void LoadMailOptions(const settings::Program& program, const std::string& machineAddress);
 
   /// What holds while there is no Server.ini.
-  void SetDefaults(const core::Program& program);
+  void SetDefaults(const settings::Program& program);
 
   std::string mailRoot;  // a path text
   std::string mailDomain;
@@ -30,7 +30,7 @@ struct MailOptions {
   std::error_code settingsFault;
 
  private:
-  void ReadSettings(const core::SettingsSection& settings, const std::string& machineAddress);
+  void ReadSettings(const settings::Section& settings, const std::string& machineAddress);
 };
 
 }  // namespace ModMail

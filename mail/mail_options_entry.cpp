@@ -1,12 +1,12 @@
 #include "mail/mail_options_entry.h"
 
-#include "core/paths.h"
 #include "platform/native_path.h"
+#include "text/strings.h"
 
 namespace ModMail {
 namespace {
 
-using core::TrimBlanks;
+using text::TrimBlanks;
 
 }  // namespace
 
@@ -24,8 +24,8 @@ std::optional<MailOptionsFault> FindFault(const MailOptionsEntry& entry) {
   return std::nullopt;
 }
 
-void WriteSettings(core::SettingsChange& change, const MailOptionsEntry& entry) {
-  const core::SectionChange settings = change.In("MailServer Options");
+void WriteSettings(settings::Change& change, const MailOptionsEntry& entry) {
+  const settings::SectionChange settings = change.In("MailServer Options");
   settings.Write("IP", TrimBlanks(entry.localIP));
   // Read as "SMTP Port": keys are known in any case, and existing files have both spellings.
   settings.Write("SMTP port", TrimBlanks(entry.smtpPort));

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "core/settings_change.h"
 #include "mail/mail_options.h"
+#include "settings/change.h"
 
 namespace ModMail {
 
@@ -28,6 +28,6 @@ MailOptionsEntry EntryOf(const MailOptions& options);
 std::optional<MailOptionsFault> FindFault(const MailOptionsEntry& entry);
 
 /// Puts every key into a change of Server.ini, the texts trimmed.
-void WriteSettings(core::SettingsChange& change, const MailOptionsEntry& entry);
+void WriteSettings(settings::Change& change, const MailOptionsEntry& entry);
 
 }  // namespace ModMail

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "core/code_page.h"
 #include "core/hosts_file.h"
-#include "core/printable_text.h"
-#include "core/settings_section.h"
+#include "core/service_environment.h"
 #include "mail/command_word.h"
 #include "mail/mail_log.h"
 #include "mail/mail_options_entry.h"
@@ -14,11 +12,14 @@
 #include "mail/smtp_replies.h"
 #include "platform/native_path.h"
 #include "platform/system_message.h"
+#include "settings/section.h"
+#include "text/code_page.h"
+#include "text/printable_text.h"
 
 namespace ModMail {
 
-using core::ConnectionSlots;
-using core::Task;
+using net::ConnectionSlots;
+using net::Task;
 
 namespace {
 
@@ -26,15 +27,15 @@ bool HasPassword(std::string_view word) { return word == "PASS" || word == "AUTH
 
 // A command's first line, without a password. A piece of a message goes on with what its sender was
 // doing.
-void NoteCommand(core::Connection& client, std::string_view arrival) {
+void NoteCommand(net::Connection& client, std::string_view arrival) {
   constexpr std::size_t kMost = 120;
   const std::string word = CommandWord(arrival);
   const auto isLetter = [](char c) { return c >= 'A' && c <= 'Z'; };
   if (word.size() < 3 || !std::all_of(word.begin(), word.begin() + 3, isLetter)) return;
   if (HasPassword(word)) return client.Doing(word);
   const std::string_view beginning = arrival.substr(0, kMost);
-  const std::string line = core::FromSystem(beginning.substr(0, beginning.find_first_of("\r\n")));
-  client.Doing(core::Printable(line, kMost - std::string_view("…").size()));
+  const std::string line = text::FromSystem(beginning.substr(0, beginning.find_first_of("\r\n")));
+  client.Doing(text::Printable(line, kMost - std::string_view("…").size()));
 }
 
 }  // namespace
@@ -48,9 +49,8 @@ MailServer::MailServer(core::ServiceEnvironment environment)
       pop3_(*this, MailSvrPop3Sock_, &MailServer::OnPop3DataArrival),
       MailSvrSmtpSock_(sockets_, smtp_, ConnectionSlots::BusySlot::kEvict, Line(smtp::kGreeting)),
       MailSvrPop3Sock_(sockets_, pop3_, ConnectionSlots::BusySlot::kEvict, Line(pop3::kGreeting)),
-      heldOptions_(
-          environment_.program.Holders(),
-          [this](core::SettingsChange& change) { WriteSettings(change, EntryOf(options_)); }),
+      heldOptions_(environment_.program.Holders(),
+                   [this](settings::Change& change) { WriteSettings(change, EntryOf(options_)); }),
       store_(environment_.program, options_),
       smtpInterpreter_(store_),
       pop3Interpreter_(store_),
@@ -69,7 +69,7 @@ void MailServer::SetMailRoot(std::string_view root) {
 
 void MailServer::EnsureMailRoot() {
   if (!options_.mailRoot.empty()) return;
-  const core::SettingsSection settings(environment_.program, "MailServer Options");
+  const settings::Section settings(environment_.program, "MailServer Options");
   options_.mailRoot = settings.Path("MailServer Root");
 }
 
@@ -90,7 +90,7 @@ bool MailServer::StartMailListeners() {
 }
 
 bool MailServer::ListenOnBothPorts() {
-  const std::pair<core::ConnectionSlots&, std::int16_t> listeners[] = {
+  const std::pair<net::ConnectionSlots&, std::int16_t> listeners[] = {
       {MailSvrSmtpSock_, options_.smtpPort}, {MailSvrPop3Sock_, options_.pop3Port}};
   failure_.reset();
   for (const auto& [slots, port] : listeners) {
@@ -104,9 +104,9 @@ bool MailServer::ListenOnBothPorts() {
   return true;
 }
 
-std::vector<core::ConnectionReport> MailServer::Connections() const {
-  std::vector<core::ConnectionReport> report = MailSvrSmtpSock_.Report("SMTP");
-  std::vector<core::ConnectionReport> pop3 = MailSvrPop3Sock_.Report("POP3");
+std::vector<net::ConnectionReport> MailServer::Connections() const {
+  std::vector<net::ConnectionReport> report = MailSvrSmtpSock_.Report("SMTP");
+  std::vector<net::ConnectionReport> pop3 = MailSvrPop3Sock_.Report("POP3");
   report.insert(report.end(), std::make_move_iterator(pop3.begin()),
                 std::make_move_iterator(pop3.end()));
   return report;
@@ -142,7 +142,7 @@ Task<> MailServer::OnPop3DataArrival(int, Client client) {
 }
 
 // The arrival goes with it: sending the answer can take minutes.
-Pop3Outcome MailServer::AnswerOf(core::Connection& client) {
+Pop3Outcome MailServer::AnswerOf(net::Connection& client) {
   const std::string arrival = client.GetData();
   NoteCommand(client, arrival);
   try {

@@ -8,15 +8,16 @@
 #include <memory>
 #include <string>
 
-#include "core/connection_slots.h"
-#include "core/draining_connections.h"
-#include "core/program.h"
 #include "core/service.h"
+#include "core/service_environment.h"
 #include "mail/mail_options.h"
 #include "mail/mailbox_store.h"
 #include "mail/pop3_interpreter.h"
 #include "mail/smtp_interpreter.h"
 #include "mail/unpack_queue.h"
+#include "net/connection_slots.h"
+#include "net/draining_connections.h"
+#include "settings/program.h"
 
 namespace ModMail {
 
@@ -35,8 +36,8 @@ class MailServer : public core::Service {
   bool LoadOptions() override;
   std::string Domain() const override { return options_.mailDomain; }
   std::string RootDir() const override { return options_.mailRoot; }
-  std::vector<core::ConnectionReport> Connections() const override;
-  core::Traffic TotalTraffic() const override { return sockets_.traffic; }
+  std::vector<net::ConnectionReport> Connections() const override;
+  net::Traffic TotalTraffic() const override { return sockets_.traffic; }
   std::optional<core::StartFailure> LastFailure() const override { return failure_; }
 
   const MailOptions& Options() const { return options_; }
@@ -55,46 +56,46 @@ class MailServer : public core::Service {
   bool HasUnpackedAll() const { return unpacking_.IsIdle(); }
 
  private:
-  using Client = std::shared_ptr<core::Connection>;
+  using Client = std::shared_ptr<net::Connection>;
 
   // The engine of one of the two arrays.
-  class Engine : public core::SlotEngine {
+  class Engine : public net::SlotEngine {
    public:
-    using Handler = core::Task<> (MailServer::*)(int slot, Client client);
-    Engine(MailServer& server, core::ConnectionSlots& slots, Handler onArrival)
+    using Handler = net::Task<> (MailServer::*)(int slot, Client client);
+    Engine(MailServer& server, net::ConnectionSlots& slots, Handler onArrival)
         : server_(server), slots_(slots), onArrival_(onArrival) {}
 
-    core::Task<> OnDataArrival(int slot, Client client) override;
+    net::Task<> OnDataArrival(int slot, Client client) override;
     void OnClose(int slot) override;
     void OnError(int slot) override;
 
    private:
     MailServer& server_;
-    core::ConnectionSlots& slots_;
+    net::ConnectionSlots& slots_;
     Handler onArrival_;
   };
 
   bool ListenOnBothPorts();
-  core::Task<> OnSmtpDataArrival(int slot, Client client);
-  core::Task<> OnPop3DataArrival(int slot, Client client);
-  Pop3Outcome AnswerOf(core::Connection& client);
-  core::Task<> AwaitReader(Client client);
+  net::Task<> OnSmtpDataArrival(int slot, Client client);
+  net::Task<> OnPop3DataArrival(int slot, Client client);
+  Pop3Outcome AnswerOf(net::Connection& client);
+  net::Task<> AwaitReader(Client client);
   void LogQuit(const Client& client, std::string_view event) const;
 
   // Sending (pop3_transfer.cpp)
-  core::Task<> SendOutcome(Client client, Pop3Outcome outcome);
-  core::Task<> SendRest(Client client, StoredMessage message);
+  net::Task<> SendOutcome(Client client, Pop3Outcome outcome);
+  net::Task<> SendRest(Client client, StoredMessage message);
 
   core::ServiceEnvironment environment_;
-  core::DrainingConnections draining_;
-  core::SocketContext sockets_;
+  net::DrainingConnections draining_;
+  net::SocketContext sockets_;
   Engine smtp_;
   Engine pop3_;
-  core::ConnectionSlots MailSvrSmtpSock_;
-  core::ConnectionSlots MailSvrPop3Sock_;
+  net::ConnectionSlots MailSvrSmtpSock_;
+  net::ConnectionSlots MailSvrPop3Sock_;
   std::optional<core::StartFailure> failure_;
   MailOptions options_;
-  core::SettingsHolders::Holder heldOptions_;
+  settings::SettingsHolders::Holder heldOptions_;
   MailboxStore store_;
   SmtpInterpreter smtpInterpreter_;
   Pop3Interpreter pop3Interpreter_;

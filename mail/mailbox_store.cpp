@@ -4,15 +4,15 @@
 #include <limits>
 #include <utility>
 
-#include "core/files.h"
-#include "core/paths.h"
-#include "core/printable_text.h"
-#include "core/wildcards.h"
+#include "files/files.h"
 #include "mail/ascii_case.h"
 #include "mail/mail_accounts.h"
 #include "platform/directory.h"
 #include "platform/system_message.h"
 #include "platform/text_case.h"
+#include "text/path_text.h"
+#include "text/printable_text.h"
+#include "text/wildcards.h"
 
 namespace ModMail {
 namespace {
@@ -67,7 +67,7 @@ bool IsMissing(const std::error_code& error) {
 // With `flushed`, returns once the file is on the disk.
 std::error_code Append(const std::string& path, std::string_view chunk, bool flushed) {
   std::error_code error;
-  File file = core::OpenFile(path, File::Mode::kAppend, error);
+  File file = files::OpenFile(path, File::Mode::kAppend, error);
   if (file.IsOpen()) file.Write(chunk, error);
   if (!error && flushed) file.Flush(error);
   return error;
@@ -82,7 +82,7 @@ bool EndsAlike(std::string_view name, std::string_view pattern) {
 
 bool IsMessage(const platform::DirectoryEntry& entry, std::string_view pattern) {
   return !entry.isFolder && !entry.isHidden && EndsAlike(entry.name, pattern) &&
-         core::MatchesWildcard(entry.name, pattern);
+         text::MatchesWildcard(entry.name, pattern);
 }
 
 // As a file system lists them that sorts by name.
@@ -122,7 +122,7 @@ std::optional<std::string> MailboxStore::Box() const {
 
 bool MailboxStore::CurrentUserExists() const {
   const std::optional<std::string> box = Box();
-  return box && core::FolderExists(*box);
+  return box && files::FolderExists(*box);
 }
 
 // One that is too long to be an account's is kept as long as it needs to be to stay so.
@@ -155,7 +155,7 @@ std::vector<std::string> MailboxStore::FilesMatching(std::string_view pattern) c
   std::error_code error;
   std::vector<std::string> names;
   std::vector<platform::DirectoryEntry> entries;
-  platform::DirectoryReader folder = core::ReadFolder(*box, error);
+  platform::DirectoryReader folder = files::ReadFolder(*box, error);
   do {
     entries.clear();
     if (!error) folder.Read(kStep, entries, error);
@@ -172,7 +172,7 @@ std::vector<std::string> MailboxStore::FilesMatching(std::string_view pattern) c
 std::int32_t MailboxStore::SizeOf(const std::string& name) const {
   const std::string path = *Box() + name;
   std::error_code error;
-  const std::uint64_t size = core::ReadableSize(path, error);
+  const std::uint64_t size = files::ReadableSize(path, error);
   if (error) Fail(path, error);
   return Narrow<std::int32_t>(size, "the size of a message");
 }
@@ -198,7 +198,7 @@ void MailboxStore::ListMessageSizes() {
 std::vector<std::string> MailboxStore::ListMessageIds() const {
   std::vector<std::string> ids = FilesMatching(kMessagePattern);
   for (std::size_t i = 0; i < ids.size(); ++i) {
-    ids[i] = std::to_string(i + 1) + " " + core::Printable(ids[i]);
+    ids[i] = std::to_string(i + 1) + " " + text::Printable(ids[i]);
   }
   return ids;
 }
@@ -207,7 +207,7 @@ bool MailboxStore::ReadMessage(int number, std::optional<StoredMessage>& message
   const auto names = FilesMatching("Message_" + std::to_string(number) + "*.eml");
   if (names.empty()) return true;
   std::error_code error;
-  File file = core::OpenFile(*Box() + names.front(), File::Mode::kRead, error);
+  File file = files::OpenFile(*Box() + names.front(), File::Mode::kRead, error);
   if (!file.IsOpen()) return false;
   const std::uint64_t size = file.Size(error);
   if (error) return false;
@@ -221,7 +221,7 @@ void MailboxStore::DeleteMessage(int number) const {
   const std::optional<std::string> box = Box();
   if (!box) return;
   const std::string path = *box + MessageFileName(number);
-  const std::error_code error = core::RemoveFile(path);
+  const std::error_code error = files::RemoveFile(path);
   if (error && !IsMissing(error) && error != std::errc::is_a_directory) Fail(path, error);
 }
 
@@ -234,7 +234,7 @@ bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk, bool is
     const std::string directory = ModCommon::AddSlash(UserFolder() + recipient);
     const std::string path = directory + MessageFileName(number);
     std::error_code error = Append(path, chunk, isLast);
-    if (!error && isLast) error = core::FlushFolder(directory);
+    if (!error && isLast) error = files::FlushFolder(directory);
     isLast && !error ? void(unflushed_.erase(path)) : void(unflushed_.insert(path));
     if (error) {
       program_.errors.LogError(path + ": " + platform::SystemMessage(error));
@@ -250,7 +250,7 @@ bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk, bool is
 
 void MailboxStore::FlushMailboxes() {
   for (const std::string& path : unflushed_) {
-    const std::error_code error = core::FlushFile(path);
+    const std::error_code error = files::FlushFile(path);
     // Whoever deleted a message meanwhile does not miss it.
     if (error && !IsMissing(error))
       program_.errors.LogError(path + ": " + platform::SystemMessage(error));
@@ -269,7 +269,7 @@ std::vector<ReceivedMessage> MailboxStore::TakeRecipients(int number) {
 }
 
 void MailboxStore::WriteMailLog(std::string_view line) const {
-  core::AppendLine(program_.File("Mail.log"), line);
+  files::AppendLine(program_.File("Mail.log"), line);
 }
 
 }  // namespace ModMail

@@ -22,11 +22,11 @@
 #include <string_view>
 #include <vector>
 
-#include "core/program.h"
 #include "mail/mail_options.h"
 #include "mail/mail_session_state.h"
 #include "mail/received_message.h"
 #include "platform/file.h"
+#include "settings/program.h"
 
 namespace ModMail {
 
@@ -43,7 +43,7 @@ struct StoredMessage {
 
 class MailboxStore {
  public:
-  MailboxStore(const core::Program& program, const MailOptions& options)
+  MailboxStore(const settings::Program& program, const MailOptions& options)
       : program_(program), options_(options) {}
 
   MailSessionState& State() { return state_; }
@@ -101,7 +101,7 @@ class MailboxStore {
   std::vector<std::string> FilesMatching(std::string_view pattern) const;
   std::int32_t SizeOf(const std::string& name) const;
 
-  const core::Program& program_;
+  const settings::Program& program_;
   const MailOptions& options_;
   MailSessionState state_;
   std::set<std::string> unflushed_;  // files appended to since they were flushed

@@ -2,11 +2,8 @@
 
 #include <utility>
 
-#include "core/code_page.h"
-#include "core/files.h"
-#include "core/handler_scope.h"
-#include "core/logs.h"
-#include "core/paths.h"
+#include "files/files.h"
+#include "files/logs.h"
 #include "mail/ascii_case.h"
 #include "mail/attachment_name.h"
 #include "mail/base64.h"
@@ -14,11 +11,14 @@
 #include "mail/mail_accounts.h"
 #include "mail/quoted_printable.h"
 #include "mail/whole_file.h"
+#include "net/handler_scope.h"
+#include "text/code_page.h"
+#include "text/path_text.h"
 
 namespace ModMail {
 namespace {
 
-using core::Task;
+using net::Task;
 using platform::File;
 
 constexpr std::string_view kMessageExtension = ".eml";
@@ -42,7 +42,7 @@ Task<bool> WriteDecoded(std::string path, StretchReader text, Decoder decoder) {
   for (std::string_view piece = text.Next(error); file.IsGood() && !piece.empty();
        piece = text.Next(error)) {
     file.Write(decoder.Next(piece));
-    co_await core::YieldToEvents();
+    co_await net::YieldToEvents();
   }
   file.Write(decoder.End());
   co_return !error && file.PutInPlace();
@@ -51,7 +51,7 @@ Task<bool> WriteDecoded(std::string path, StretchReader text, Decoder decoder) {
 // For files that are there. False if not all of it could be copied.
 Task<bool> Copy(std::string from, std::string to) {
   std::error_code error;
-  File source = core::OpenFile(from, File::Mode::kRead, error);
+  File source = files::OpenFile(from, File::Mode::kRead, error);
   if (!source.IsOpen()) co_return false;
   Task<bool> writing = WriteDecoded(
       std::move(to), StretchReader(source, {0, source.SizeWhenOpened()}), PlainBytes());
@@ -68,14 +68,14 @@ MessageParser::MessageParser(std::string messagePath, std::string mailRoot)
       traceFile_(MailUserFolder(mailRoot) + "email.msg") {}
 
 Task<> MessageParser::Unpack() {
-  file_ = core::OpenIfExists(messagePath_);
+  file_ = files::OpenIfExists(messagePath_);
   if (!file_.IsOpen()) co_return;
   size_ = file_.SizeWhenOpened();
   Task<bool> finding = FindPieces();
   const bool found = co_await finding;
   if (!found) co_return;
-  core::CreateFolder(folder_);
-  core::CreateFolder(accessary_);
+  files::CreateFolder(folder_);
+  files::CreateFolder(accessary_);
   Task<> writing = WriteBody();
   co_await writing;
   for (const Attachment& attachment : structure_.attachments) {
@@ -92,7 +92,7 @@ Task<bool> MessageParser::FindPieces() {
   std::error_code error;
   for (std::string_view piece = text.Next(error); !piece.empty(); piece = text.Next(error)) {
     scanner.Take(piece);
-    co_await core::YieldToEvents();
+    co_await net::YieldToEvents();
   }
   structure_ = scanner.End();
   co_return !error;
@@ -131,7 +131,7 @@ Task<> MessageParser::ExtractAttachment(Attachment attachment) {
 Task<> MessageParser::Trace() {
   const std::string& subject = structure_.subject;
   const std::string clear =
-      IsEncodedSubject(subject) ? core::ToSystem(DecodeEncodedSubject(subject)) : subject;
+      IsEncodedSubject(subject) ? text::ToSystem(DecodeEncodedSubject(subject)) : subject;
   WholeAppendix trace(traceFile_);
   for (int variant = 0; variant < 2 && trace.IsGood(); ++variant) {
     Task<> appending = AppendText(trace, clear);
@@ -155,7 +155,7 @@ Task<> MessageParser::AppendStretch(WholeAppendix& trace, Stretch stretch) {
   for (std::string_view piece = text.Next(error); trace.IsGood() && !piece.empty();
        piece = text.Next(error)) {
     trace.Write(piece);
-    co_await core::YieldToEvents();
+    co_await net::YieldToEvents();
   }
   if (error) trace.Fail(error);
 }

@@ -13,8 +13,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/task.h"
 #include "mail/message_structure.h"
+#include "net/task.h"
 #include "platform/file.h"
 
 namespace ModMail {
@@ -27,16 +27,16 @@ class MessageParser {
   MessageParser(std::string messagePath, std::string mailRoot);
 
   /// Does nothing if there is no such message. The parser must live until it has ended.
-  core::Task<> Unpack();
+  net::Task<> Unpack();
 
  private:
-  core::Task<bool> FindPieces();
-  core::Task<> WriteBody();
-  core::Task<> ExtractAttachment(Attachment attachment);
-  core::Task<bool> Write(std::string path, std::string encoding, Stretch text);
-  core::Task<> Trace();
-  core::Task<> AppendText(WholeAppendix& trace, std::string_view clearSubject);
-  core::Task<> AppendStretch(WholeAppendix& trace, Stretch stretch);
+  net::Task<bool> FindPieces();
+  net::Task<> WriteBody();
+  net::Task<> ExtractAttachment(Attachment attachment);
+  net::Task<bool> Write(std::string path, std::string encoding, Stretch text);
+  net::Task<> Trace();
+  net::Task<> AppendText(WholeAppendix& trace, std::string_view clearSubject);
+  net::Task<> AppendStretch(WholeAppendix& trace, Stretch stretch);
 
   std::string messagePath_;
   std::string folder_;

@@ -4,11 +4,11 @@
 #include <array>
 #include <utility>
 
-#include "core/code_page.h"
-#include "core/conversions.h"
-#include "core/printable_text.h"
 #include "mail/command_word.h"
 #include "mail/pop3_replies.h"
+#include "text/code_page.h"
+#include "text/conversions.h"
+#include "text/printable_text.h"
 
 namespace ModMail {
 namespace {
@@ -55,14 +55,14 @@ Command CommandOf(std::string_view text) {
 }
 
 MailFault NoMessageNumber(std::string_view argument) {
-  return MailFault("no message number: " + core::Printable(argument, 80));
+  return MailFault("no message number: " + text::Printable(argument, 80));
 }
 
 // 0 for a command without one.
 int MessageNumber(std::string_view text) {
   const std::string_view argument = CommandArgument(text);
   if (argument.empty()) return 0;
-  const std::optional<std::int16_t> number = core::ToInt16(argument);
+  const std::optional<std::int16_t> number = text::ToInt16(argument);
   if (!number || *number < 0) throw NoMessageNumber(argument);
   return *number;
 }
@@ -131,7 +131,7 @@ std::string Pop3Interpreter::List() {
 std::string Pop3Interpreter::Uidl() {
   std::string lines = Line(pop3::kOkBlank);
   for (const std::string& id : store_.ListMessageIds()) lines += Line(id + " ");
-  return core::ToSystem(lines + Line(pop3::kEnd));
+  return text::ToSystem(lines + Line(pop3::kEnd));
 }
 
 // The size is said before the message is looked for, as it was when messages were last listed. The

@@ -25,7 +25,7 @@ std::string ReadPiece(StoredMessage& message, std::error_code& error) {
 
 }  // namespace
 
-using core::Task;
+using net::Task;
 
 // A message that fits one piece goes out in one send, and nobody sees it in parts.
 Task<> MailServer::SendOutcome(Client client, Pop3Outcome outcome) {
@@ -61,11 +61,11 @@ Task<> MailServer::SendRest(Client client, StoredMessage message) {
       // Whatever came now would be taken for the message.
       environment_.program.errors.LogError(platform::SystemMessage(error));
       client->Close();
-      throw core::HandlerEnded();
+      throw net::HandlerEnded();
     }
     client->SendData(piece);
     // A fast reader alone must not hold up the others.
-    co_await core::YieldToEvents();
+    co_await net::YieldToEvents();
   }
   client->HoldReading(false);
 }

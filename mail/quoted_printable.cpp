@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/code_page.h"
+#include "text/code_page.h"
 
 namespace modQPDedode {
 namespace {
@@ -63,7 +63,7 @@ void QuotedPrintableDecoder::TakeValue(std::uint8_t value, std::string& decoded)
 const std::string& QuotedPrintableDecoder::Character(std::uint8_t lead, std::uint8_t trail) {
   const auto code = static_cast<std::uint16_t>(lead << 8 | trail);
   const auto [entry, isNew] = characters_.try_emplace(code);
-  if (isNew) entry->second = core::ToSystem(core::GbkCharacter(lead, trail).value_or("?"));
+  if (isNew) entry->second = text::ToSystem(text::GbkCharacter(lead, trail).value_or("?"));
   return entry->second;
 }
 

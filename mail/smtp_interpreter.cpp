@@ -4,9 +4,9 @@
 #include <array>
 #include <utility>
 
-#include "core/paths.h"
 #include "mail/command_word.h"
 #include "mail/smtp_replies.h"
+#include "text/strings.h"
 
 namespace ModMail {
 namespace {
@@ -42,7 +42,7 @@ Command CommandOf(std::string_view text) {
 // Looked for in one chunk only: an end that two arrivals share is not seen, and a chunk that ends
 // in a line ending with a full stop is one. These bytes are no half of a character in any code
 // page.
-bool EndsMessage(std::string_view chunk) { return core::TrimBlanks(chunk).ends_with(".\r\n"); }
+bool EndsMessage(std::string_view chunk) { return text::TrimBlanks(chunk).ends_with(".\r\n"); }
 
 }  // namespace
 

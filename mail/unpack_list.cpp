@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/files.h"
+#include "files/files.h"
 #include "mail/mail_accounts.h"
 #include "platform/system_message.h"
 
@@ -15,7 +15,7 @@ namespace {
 // More than a full queue of the longest names takes.
 constexpr std::size_t kLargestFile = 4U << 20;
 
-std::string ListFile(const core::Program& program) { return program.File("unpack.lst"); }
+std::string ListFile(const settings::Program& program) { return program.File("unpack.lst"); }
 
 // Up to `tabulator`, which goes too; none if there is no such end.
 std::optional<std::string_view> TakeField(std::string_view& line) {
@@ -58,29 +58,29 @@ std::vector<ReceivedMessage> MessagesIn(std::string_view content, std::size_t& b
 
 }  // namespace
 
-bool SaveUnpackList(const core::Program& program, const std::deque<ReceivedMessage>& messages) {
+bool SaveUnpackList(const settings::Program& program, const std::deque<ReceivedMessage>& messages) {
   std::string content;
   for (const ReceivedMessage& message : messages) {
     content +=
         std::to_string(message.number) + "\t" + message.user + "\t" + message.mailRoot + "\r\n";
   }
   const std::string path = ListFile(program);
-  const std::error_code error = core::ReplaceContent(path, content);
+  const std::error_code error = files::ReplaceContent(path, content);
   if (error) program.errors.LogError(path + ": " + platform::SystemMessage(error));
   return !error;
 }
 
-std::vector<ReceivedMessage> TakeUnpackList(const core::Program& program) {
+std::vector<ReceivedMessage> TakeUnpackList(const settings::Program& program) {
   const std::string path = ListFile(program);
   std::error_code error;
-  const std::string content = core::ReadFile(path, error, kLargestFile);
+  const std::string content = files::ReadFile(path, error, kLargestFile);
   if (error == std::errc::no_such_file_or_directory) return {};
   std::size_t badLines = 0;
   std::vector<ReceivedMessage> messages = MessagesIn(content, badLines);
   std::string fault = error ? platform::SystemMessage(error) : std::string();
   if (badLines > 0) fault = std::to_string(badLines) + " lines name no message";
   if (!fault.empty()) program.errors.LogError(path + ": " + fault);
-  core::RemoveFile(path);
+  files::RemoveFile(path);
   return messages;
 }
 

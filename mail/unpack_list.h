@@ -8,16 +8,16 @@
 #include <deque>
 #include <vector>
 
-#include "core/program.h"
 #include "mail/received_message.h"
+#include "settings/program.h"
 
 namespace ModMail {
 
 /// Puts a new file in the place of an old one. What goes wrong is logged, and then it is false.
-bool SaveUnpackList(const core::Program& program, const std::deque<ReceivedMessage>& messages);
+bool SaveUnpackList(const settings::Program& program, const std::deque<ReceivedMessage>& messages);
 
 /// What is in the file, which is removed. Lines that say nothing are passed over; of them, and of a
 /// file that cannot be read or is larger than any list, one line of the error log tells.
-std::vector<ReceivedMessage> TakeUnpackList(const core::Program& program);
+std::vector<ReceivedMessage> TakeUnpackList(const settings::Program& program);
 
 }  // namespace ModMail

@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "core/service_environment.h"
 #include "mail/message_parser.h"
 #include "mail/unpack_list.h"
 
@@ -54,13 +55,13 @@ bool UnpackQueue::MakeRoom() {
 void UnpackQueue::Begin() {
   if (busy_ || waiting_.empty()) return;
   if (!scope_) {
-    scope_ = std::make_shared<core::HandlerScope>(
+    scope_ = std::make_shared<net::HandlerScope>(
         loop_, [this](const std::string& error) { program_.errors.LogError(error); });
   }
   scope_->Start(Work());
 }
 
-core::Task<> UnpackQueue::Work() {
+net::Task<> UnpackQueue::Work() {
   struct Busy {
     explicit Busy(bool& flag) : flag_(flag) { flag_ = true; }
     ~Busy() { flag_ = false; }
@@ -68,21 +69,21 @@ core::Task<> UnpackQueue::Work() {
   } const busy(busy_);
 
   // First whoever is waiting for the reply that was sent just now.
-  co_await core::YieldToEvents();
+  co_await net::YieldToEvents();
   while (!waiting_.empty()) {
-    core::Task<> unpacking = Unpack(waiting_.front());
+    net::Task<> unpacking = Unpack(waiting_.front());
     co_await unpacking;
   }
 }
 
 // It waits until it has begun, and again if it is interrupted.
-core::Task<> UnpackQueue::Unpack(ReceivedMessage message) {
+net::Task<> UnpackQueue::Unpack(ReceivedMessage message) {
   waiting_.pop_front();
   try {
     MessageParser parser(PathOf(message), message.mailRoot);
-    core::Task<> unpacking = parser.Unpack();
+    net::Task<> unpacking = parser.Unpack();
     co_await unpacking;
-  } catch (const core::HandlerEnded&) {
+  } catch (const net::HandlerEnded&) {
     waiting_.push_front(message);
     throw;
   } catch (const std::exception& error) {

@@ -16,9 +16,10 @@
 #include <memory>
 #include <vector>
 
-#include "core/handler_scope.h"
-#include "core/program.h"
+#include "core/service_environment.h"
 #include "mail/received_message.h"
+#include "net/handler_scope.h"
+#include "settings/program.h"
 
 namespace ModMail {
 
@@ -43,12 +44,12 @@ class UnpackQueue {
   void Enter(const ReceivedMessage& message);
   bool MakeRoom();
   void Begin();
-  core::Task<> Work();
-  core::Task<> Unpack(ReceivedMessage message);
+  net::Task<> Work();
+  net::Task<> Unpack(ReceivedMessage message);
 
-  const core::Program& program_;
-  core::EventLoop& loop_;
-  std::shared_ptr<core::HandlerScope> scope_;
+  const settings::Program& program_;
+  net::EventLoop& loop_;
+  std::shared_ptr<net::HandlerScope> scope_;
   std::deque<ReceivedMessage> waiting_;
   bool busy_ = false;
 };

@@ -2,7 +2,7 @@
 
 // The character sets in which texts cross to the outside. The system has one of them as its own;
 // the conversions between the Chinese ones and UTF-8 are the operating system's. What is converted
-// when is decided in core/code_page.h.
+// when is decided in text/code_page.h.
 
 #include <optional>
 #include <string>

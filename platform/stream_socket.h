@@ -1,7 +1,7 @@
 #pragma once
 
 // A connected TCP socket at the level of the system, for what never waits. Waiting is the I/O
-// library's business (core/connection.h), and a connection that is answered at once never gets that
+// library's business (net/connection.h), and a connection that is answered at once never gets that
 // far: on Linux it is spared the calls that make a socket known there.
 
 #include <asio/any_io_executor.hpp>

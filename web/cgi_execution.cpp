@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-#include "core/files.h"
-#include "core/paths.h"
+#include "files/files.h"
 #include "platform/text_case.h"
 #include "web/url_decoding.h"
 #include "web/web_server.h"
@@ -21,7 +20,7 @@ bool IsProgram(const std::string& resource) {
 
 }  // namespace
 
-using core::Task;
+using net::Task;
 using platform::File;
 
 Task<> WebServer::ServePostRequest(std::string requestText, Client client) {
@@ -44,8 +43,8 @@ Task<> WebServer::ServePostRequest(std::string requestText, Client client) {
 Task<> WebServer::RefusePost(Client client) {
   SendNotFoundPage(client);
   try {
-    co_await core::YieldToEvents();
-  } catch (const core::HandlerEnded&) {
+    co_await net::YieldToEvents();
+  } catch (const net::HandlerEnded&) {
     // Who left at once has asked all the same.
   }
   LogAccess(client, "Failed!");
@@ -63,7 +62,7 @@ Task<File> WebServer::RunCgiProgram(std::string cgiDir, std::string resource, st
   if (!ModCommon::FileExists(job.program)) co_return File();
   Task<File> running = cgi_.Run(std::move(job));
   File page = co_await running;
-  co_await core::YieldToEvents();
+  co_await net::YieldToEvents();
   co_return std::move(page);
 }
 

@@ -7,11 +7,12 @@
 #include <stdexcept>
 #include <utility>
 
-#include "core/code_page.h"
-#include "core/files.h"
+#include "core/service_environment.h"
+#include "files/files.h"
 #include "platform/native_path.h"
 #include "platform/process.h"
 #include "platform/system_message.h"
+#include "text/code_page.h"
 
 namespace ModWeb {
 namespace {
@@ -29,8 +30,8 @@ std::filesystem::path AbsolutePath(const std::string& pathText) {
 }
 
 void WriteInput(const CgiJob& job) {
-  if (ModCommon::FileExists(job.inPath)) core::RemoveFile(job.inPath);
-  const std::error_code error = core::WriteFile(job.inPath, core::ToSystem(job.body) + "\r\n");
+  if (ModCommon::FileExists(job.inPath)) files::RemoveFile(job.inPath);
+  const std::error_code error = files::WriteFile(job.inPath, text::ToSystem(job.body) + "\r\n");
   if (error) throw std::runtime_error("TempFileIn: " + platform::SystemMessage(error));
 }
 
@@ -39,10 +40,10 @@ void WriteInput(const CgiJob& job) {
 // One run of a program, which may outlive the service's own.
 class CgiQueue::Execution : public std::enable_shared_from_this<CgiQueue::Execution> {
  public:
-  Execution(core::EventLoop& loop, std::string outPath)
+  Execution(net::EventLoop& loop, std::string outPath)
       : loop_(loop),
         outPath_(std::move(outPath)),
-        before_(core::StampOf(outPath_)),
+        before_(files::StampOf(outPath_)),
         patience_(loop) {}
 
   void Start(const CgiJob& job, std::error_code& error) {
@@ -55,17 +56,17 @@ class CgiQueue::Execution : public std::enable_shared_from_this<CgiQueue::Execut
 
   /// The program has ended, or nobody waits for it any longer.
   bool IsOver() const { return isOver_; }
-  core::WaitList& Waiters() { return waiters_; }
+  net::WaitList& Waiters() { return waiters_; }
 
   /// What the program has written, taken out of the site.
   File TakePage(const std::string& aside) {
     if (!HasWritten()) return {};
     // Beside the input file: in the same file system, so that this is one step. The name goes as
     // soon as the file is open.
-    if (ModCommon::FileExists(aside)) core::RemoveFile(aside);
-    const std::string& place = core::RenamePath(outPath_, aside) ? outPath_ : aside;
-    File page = core::OpenIfExists(place);
-    core::RemoveFile(place);
+    if (ModCommon::FileExists(aside)) files::RemoveFile(aside);
+    const std::string& place = files::RenamePath(outPath_, aside) ? outPath_ : aside;
+    File page = files::OpenIfExists(place);
+    files::RemoveFile(place);
     return page;
   }
 
@@ -92,20 +93,20 @@ class CgiQueue::Execution : public std::enable_shared_from_this<CgiQueue::Execut
   }
 
   bool HasWritten() const {
-    const auto now = core::StampOf(outPath_);
+    const auto now = files::StampOf(outPath_);
     return now && now != before_;
   }
 
   void RemovePage() {
-    if (HasWritten()) core::RemoveFile(outPath_);
+    if (HasWritten()) files::RemoveFile(outPath_);
   }
 
-  core::EventLoop& loop_;
+  net::EventLoop& loop_;
   std::string outPath_;
   std::optional<platform::FileStamp> before_;  // a page of the site that has this name
   std::unique_ptr<platform::StartedProgram> program_;
-  core::Timer patience_;
-  core::WaitList waiters_;
+  net::Timer patience_;
+  net::WaitList waiters_;
   bool isOver_ = false;
   bool isAbandoned_ = false;
 };
@@ -118,7 +119,7 @@ struct CgiQueue::Ticket {
   bool done = false;
   File page;
   std::string failure;
-  core::WaitList waiters;
+  net::WaitList waiters;
 };
 
 // A ticket's place in the queue, which it leaves when its turn comes or its client goes.
@@ -149,7 +150,7 @@ CgiQueue::~CgiQueue() {
   if (execution_) execution_->EndWithin(kPatienceAtTheEnd);
 }
 
-core::Task<File> CgiQueue::Run(CgiJob job) {
+net::Task<File> CgiQueue::Run(CgiJob job) {
   if (IsFull(job)) {
     RefuseOverflow();
     co_return File();
@@ -157,12 +158,12 @@ core::Task<File> CgiQueue::Run(CgiJob job) {
   const auto ticket = std::make_shared<Ticket>(std::move(job));
   const Place place(*this, ticket);
   if (!runs_) {
-    runs_ = std::make_shared<core::HandlerScope>(
+    runs_ = std::make_shared<net::HandlerScope>(
         loop_, [this](const std::string& error) { program_.errors.LogError(error); });
   }
   if (!isWorking_) runs_->Start(Work());
   while (!ticket->done) {
-    core::WaitList::Awaiter done = ticket->waiters.Wait();
+    net::WaitList::Awaiter done = ticket->waiters.Wait();
     co_await done;
   }
   if (!ticket->failure.empty()) throw std::runtime_error(ticket->failure);
@@ -184,7 +185,7 @@ void CgiQueue::Stop() {
   if (const auto runs = std::exchange(runs_, nullptr)) runs->End();
 }
 
-core::Task<> CgiQueue::Work() {
+net::Task<> CgiQueue::Work() {
   struct Working {
     explicit Working(bool& flag) : flag_(flag) { flag_ = true; }
     ~Working() { flag_ = false; }
@@ -192,12 +193,12 @@ core::Task<> CgiQueue::Work() {
   } const working(isWorking_);
 
   // One that runs still was left by a stop.
-  core::Task<> former = AwaitExecution();
+  net::Task<> former = AwaitExecution();
   co_await former;
   while (!waiting_.empty()) {
     const std::shared_ptr<Ticket> ticket = waiting_.front();
     waiting_.pop_front();
-    core::Task<> executing = Execute(ticket);
+    net::Task<> executing = Execute(ticket);
     co_await executing;
     ticket->done = true;
     ticket->waiters.WakeAll();
@@ -205,27 +206,27 @@ core::Task<> CgiQueue::Work() {
   hasOverflowed_ = false;
 }
 
-core::Task<> CgiQueue::AwaitExecution() {
+net::Task<> CgiQueue::AwaitExecution() {
   while (execution_ && !execution_->IsOver()) {
-    core::WaitList::Awaiter over = execution_->Waiters().Wait();
+    net::WaitList::Awaiter over = execution_->Waiters().Wait();
     co_await over;
   }
   execution_.reset();
 }
 
-core::Task<> CgiQueue::Execute(std::shared_ptr<Ticket> ticket) {
+net::Task<> CgiQueue::Execute(std::shared_ptr<Ticket> ticket) {
   try {
     WriteInput(ticket->job);
-    core::Task<> running = RunProgram(ticket);
+    net::Task<> running = RunProgram(ticket);
     co_await running;
-  } catch (const core::HandlerEnded&) {
+  } catch (const net::HandlerEnded&) {
     throw;
   } catch (const std::exception& error) {
     ticket->failure = error.what();
   }
 }
 
-core::Task<> CgiQueue::RunProgram(std::shared_ptr<Ticket> ticket) {
+net::Task<> CgiQueue::RunProgram(std::shared_ptr<Ticket> ticket) {
   const CgiJob& job = ticket->job;
   const auto execution = std::make_shared<Execution>(loop_, job.outPath);
   std::error_code error;
@@ -235,7 +236,7 @@ core::Task<> CgiQueue::RunProgram(std::shared_ptr<Ticket> ticket) {
     co_return;
   }
   execution_ = execution;
-  core::Task<> over = AwaitExecution();
+  net::Task<> over = AwaitExecution();
   co_await over;
   ticket->page = execution->TakePage(job.pagePath + std::to_string(++pagesTaken_));
 }

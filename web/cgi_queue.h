@@ -15,9 +15,10 @@
 #include <memory>
 #include <string>
 
-#include "core/handler_scope.h"
-#include "core/program.h"
+#include "core/service_environment.h"
+#include "net/handler_scope.h"
 #include "platform/file.h"
+#include "settings/program.h"
 
 namespace ModWeb {
 
@@ -41,7 +42,7 @@ class CgiQueue {
   /// to 30 seconds. The result is its page, whose file has no name any more; it is not open where
   /// there is no page, or where too much waits already. A program that cannot be started is told to
   /// the error log. Throws if the input file cannot be written.
-  core::Task<platform::File> Run(CgiJob job);
+  net::Task<platform::File> Run(CgiJob job);
 
   /// Ends what waits. The queue can be used again.
   void Stop();
@@ -53,17 +54,17 @@ class CgiQueue {
 
   bool IsFull(const CgiJob& job) const;
   void RefuseOverflow();
-  core::Task<> Work();
-  core::Task<> AwaitExecution();
-  core::Task<> Execute(std::shared_ptr<Ticket> ticket);
-  core::Task<> RunProgram(std::shared_ptr<Ticket> ticket);
+  net::Task<> Work();
+  net::Task<> AwaitExecution();
+  net::Task<> Execute(std::shared_ptr<Ticket> ticket);
+  net::Task<> RunProgram(std::shared_ptr<Ticket> ticket);
 
   static constexpr std::size_t kMostWaiting = 64;
   static constexpr std::size_t kMostBytesWaiting = 8U << 20;
 
-  const core::Program& program_;
-  core::EventLoop& loop_;
-  std::shared_ptr<core::HandlerScope> runs_;
+  const settings::Program& program_;
+  net::EventLoop& loop_;
+  std::shared_ptr<net::HandlerScope> runs_;
   std::deque<std::shared_ptr<Ticket>> waiting_;
   std::size_t bytesWaiting_ = 0;
   bool isWorking_ = false;

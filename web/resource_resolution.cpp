@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-#include "core/files.h"
-#include "core/paths.h"
+#include "files/files.h"
 #include "platform/text_case.h"
+#include "text/path_text.h"
+#include "text/strings.h"
 #include "web/web_server.h"
 
 namespace ModWeb {
@@ -19,7 +20,7 @@ bool IsHtmlPage(const std::string& resource) {
 
 }  // namespace
 
-using core::Task;
+using net::Task;
 
 Task<> WebServer::ServeGetRequest(Client client) {
   if (CurrentResource_ != "/") {
@@ -34,7 +35,7 @@ Task<> WebServer::ServeGetRequest(Client client) {
     co_await refusing;
     co_return;
   }
-  CurrentResource_ = core::ReplaceAll(CurrentResource_, "/", "\\");
+  CurrentResource_ = text::ReplaceAll(CurrentResource_, "/", "\\");
 
   // From here on this request's own: the next one overwrites the shared text while we wait.
   const std::string resource = CurrentResource_;
@@ -52,7 +53,7 @@ Task<> WebServer::ServeGetRequest(Client client) {
 Task<> WebServer::RefuseGet(Client client) {
   SendNotFoundPage(client);
   LogAccess(client, "Failed!");
-  co_await core::YieldToEvents();
+  co_await net::YieldToEvents();
   client->Close();
 }
 

@@ -4,19 +4,19 @@
 #include <chrono>
 #include <optional>
 
-#include "core/code_page.h"
-#include "core/files.h"
+#include "files/files.h"
 #include "platform/system_message.h"
+#include "text/code_page.h"
 #include "web/not_found_page.h"
 #include "web/web_server.h"
 
 namespace ModWeb {
 namespace {
 
-using core::Task;
+using net::Task;
 using platform::Departure;
 using platform::File;
-using Client = std::shared_ptr<core::Connection>;
+using Client = std::shared_ptr<net::Connection>;
 using Failure = std::optional<std::string>;
 
 constexpr std::size_t kPieceBytes = 10240;
@@ -35,11 +35,11 @@ Failure SendPiece(File& file, std::size_t size, const Client& client, Departure 
 
 // About 200 KB a second: the pause keeps a large file from taking the line for itself.
 Task<> Pace(Client client) {
-  for (int i = 0; i < kYieldsPerPiece; ++i) co_await core::YieldToEvents();
+  for (int i = 0; i < kYieldsPerPiece; ++i) co_await net::YieldToEvents();
   // A slow reader delays the next piece, so that there is never more than one.
   Task<> sent = client->Sent();
   co_await sent;
-  core::Pause pause(kPause);
+  net::Pause pause(kPause);
   co_await pause;
 }
 
@@ -48,7 +48,7 @@ Task<Failure> SendPieces(File file, Client client) {
   client->Expect(size);
   const std::uint64_t full = size / kPieceBytes;
   const auto rest = static_cast<std::size_t>(size % kPieceBytes);
-  co_await core::YieldToEvents();
+  co_await net::YieldToEvents();
   for (std::uint64_t piece = 0; piece < full; ++piece) {
     if (Failure failure = SendPiece(file, kPieceBytes, client, Departure::kAtOnce))
       co_return failure;
@@ -59,16 +59,16 @@ Task<Failure> SendPieces(File file, Client client) {
   if (rest == 0) co_return "the last piece of the file has no bytes";
   if (Failure failure = SendPiece(file, rest, client, Departure::kWithEnd)) co_return failure;
   file.Close();
-  co_await core::YieldToEvents();
+  co_await net::YieldToEvents();
   co_return std::nullopt;
 }
 
 // The file that the existence test found; the test alone overlooks a separator at the end.
 File OpenFound(const std::string& path, Failure& failure) {
-  File file = core::OpenIfExists(path);
+  File file = files::OpenIfExists(path);
   if (!file.IsOpen() || !path.ends_with('\\')) return file;
   std::error_code error;
-  file = core::OpenFile(path, File::Mode::kRead, error);
+  file = files::OpenFile(path, File::Mode::kRead, error);
   if (error) failure = platform::SystemMessage(error);
   return file;
 }
@@ -107,7 +107,7 @@ Task<> WebServer::SendOpened(File file, Client client, bool pageIfMissing) {
     } else if (pageIfMissing) {
       SendNotFoundPage(client);
     }
-  } catch (const core::HandlerEnded&) {
+  } catch (const net::HandlerEnded&) {
     // A client that leaves early is no error, and whoever called goes on as if it had stayed.
   }
   EndResponse(client, failure);
@@ -119,7 +119,7 @@ void WebServer::EndResponse(const Client& client, const Failure& failure) const 
 }
 
 void WebServer::SendNotFoundPage(const Client& client) const {
-  client->SendData(core::ToSystem(BuildNotFoundPage()), Departure::kWithEnd);
+  client->SendData(text::ToSystem(BuildNotFoundPage()), Departure::kWithEnd);
 }
 
 }  // namespace ModWeb

@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/files.h"
+#include "core/service_environment.h"
+#include "files/files.h"
 #include "platform/system_message.h"
 
 namespace ModWeb {
 namespace {
 
-using core::Task;
+using net::Task;
 using platform::File;
 
 constexpr std::size_t kMostWaiting = 100;
@@ -27,7 +28,7 @@ void SearchCopies::Add(const std::string& from, const std::string& to, const std
   waiting_.push_back(job);
   if (isWorking_) return;
   if (!scope_) {
-    scope_ = std::make_shared<core::HandlerScope>(
+    scope_ = std::make_shared<net::HandlerScope>(
         loop_, [this](const std::string& error) { program_.errors.LogError(error); });
   }
   scope_->Start(Work());
@@ -57,16 +58,16 @@ Task<> SearchCopies::Work() {
 
 Task<std::error_code> SearchCopies::Copy(Job job) {
   std::error_code error;
-  File source = core::OpenFile(job.from, File::Mode::kRead, error);
+  File source = files::OpenFile(job.from, File::Mode::kRead, error);
   if (error) co_return error;
   // Emptying the copy would empty the page.
-  if (core::StampOf(job.from) == core::StampOf(job.to)) co_return error;
-  File target = core::OpenFile(job.to, File::Mode::kReplace, error);
+  if (files::StampOf(job.from) == files::StampOf(job.to)) co_return error;
+  File target = files::OpenFile(job.to, File::Mode::kReplace, error);
   std::string piece(kPieceBytes, '\0');
   for (std::size_t count = kPieceBytes; count == kPieceBytes && !error;) {
     count = source.Read(piece.data(), piece.size(), error);
     if (!error) target.Write(std::string_view(piece).substr(0, count), error);
-    if (count == kPieceBytes) co_await core::YieldToEvents();
+    if (count == kPieceBytes) co_await net::YieldToEvents();
   }
   co_return error;
 }

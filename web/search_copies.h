@@ -8,8 +8,9 @@
 #include <memory>
 #include <string>
 
-#include "core/handler_scope.h"
-#include "core/program.h"
+#include "core/service_environment.h"
+#include "net/handler_scope.h"
+#include "settings/program.h"
 
 namespace ModWeb {
 
@@ -32,12 +33,12 @@ class SearchCopies {
     bool operator==(const Job&) const = default;
   };
 
-  core::Task<> Work();
-  core::Task<std::error_code> Copy(Job job);
+  net::Task<> Work();
+  net::Task<std::error_code> Copy(Job job);
 
-  const core::Program& program_;
-  core::EventLoop& loop_;
-  std::shared_ptr<core::HandlerScope> scope_;
+  const settings::Program& program_;
+  net::EventLoop& loop_;
+  std::shared_ptr<net::HandlerScope> scope_;
   std::deque<Job> waiting_;
   bool isWorking_ = false;
 };

@@ -3,8 +3,8 @@
 #include <charconv>
 #include <cstdint>
 
-#include "core/code_page.h"
-#include "core/conversions.h"
+#include "text/code_page.h"
+#include "text/conversions.h"
 
 namespace ModWeb {
 namespace {
@@ -62,7 +62,7 @@ std::string DecodeUrl(std::string_view encoded) {
     const bool listed = kNeverPaired.find(static_cast<char>(code)) != std::string_view::npos;
     const bool paired = escape + 3 < text.size() && text[escape + 3] == '%' && !listed;
     if (paired) {
-      decoded += core::GbkCharacter(code, EscapeCode(text, escape + 4)).value_or("?");
+      decoded += text::GbkCharacter(code, EscapeCode(text, escape + 4)).value_or("?");
     } else {
       decoded += SingleCharacter(code);
     }
@@ -79,7 +79,7 @@ std::string ExtractPostBody(std::string_view requestText) {
   const std::size_t end = requestText.find("\r\n", header);
   if (end == std::string_view::npos) throw BadRequest("Content-Length without a line end");
   const std::string_view value = requestText.substr(begin, end - begin);
-  const auto length = core::ToInt16(value);
+  const auto length = text::ToInt16(value);
   if (!length) throw BadRequest("invalid Content-Length: " + std::string(value));
   if (*length <= 0) return std::string(requestText);
 

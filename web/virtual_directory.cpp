@@ -1,8 +1,8 @@
 #include "web/virtual_directory.h"
 
-#include "core/conversions.h"
-#include "core/paths.h"
-#include "core/settings_section.h"
+#include "settings/section.h"
+#include "text/conversions.h"
+#include "text/strings.h"
 
 namespace ModWeb {
 namespace {
@@ -11,28 +11,28 @@ constexpr std::string_view kSection = "VirturlDirInfo";
 
 }  // namespace
 
-VirtualDirectory ReadVirtualDirectory(const core::Program& program) {
-  const core::SettingsSection settings(program, kSection);
+VirtualDirectory ReadVirtualDirectory(const settings::Program& program) {
+  const settings::Section settings(program, kSection);
   const auto isSet = [&](const char* key) {
-    return core::ToBoolean(settings.Text(key)).value_or(false);
+    return text::ToBoolean(settings.Text(key)).value_or(false);
   };
   VirtualDirectory directory;
   directory.path = settings.Text("Path");
   if (directory.path.empty()) return directory;
   directory.noPrograms = isSet("optNoApp");
   directory.programs = isSet("optAppDone");
-  directory.rights = core::ToAccessRights(core::ReadAccessRights(settings));
+  directory.rights = settings::ToAccessRights(settings::ReadAccessRights(settings));
   return directory;
 }
 
-std::error_code SaveVirtualDirectory(const core::Program& program,
+std::error_code SaveVirtualDirectory(const settings::Program& program,
                                      const VirtualDirectory& directory) {
-  core::SettingsChange change(program);
-  const core::SectionChange settings = change.In(kSection);
-  settings.Write("Path", core::TrimBlanks(directory.path));
-  settings.Write("optNoApp", core::BooleanText(directory.noPrograms));
-  settings.Write("optAppDone", core::BooleanText(directory.programs));
-  core::WriteAccessRights(settings, directory.rights);
+  settings::Change change(program);
+  const settings::SectionChange settings = change.In(kSection);
+  settings.Write("Path", text::TrimBlanks(directory.path));
+  settings.Write("optNoApp", text::BooleanText(directory.noPrograms));
+  settings.Write("optAppDone", text::BooleanText(directory.programs));
+  settings::WriteAccessRights(settings, directory.rights);
   return change.Save();
 }
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <system_error>
 
-#include "core/access_rights.h"
-#include "core/program.h"
+#include "settings/access_rights.h"
+#include "settings/program.h"
 
 namespace ModWeb {
 
@@ -14,14 +14,14 @@ struct VirtualDirectory {
   std::string path;  // in the user's own form
   bool noPrograms = true;
   bool programs = false;
-  core::AccessRights rights = {.read = true};
+  settings::AccessRights rights = {.read = true};
 };
 
 /// The one in Server.ini; a fresh one if there is none.
-VirtualDirectory ReadVirtualDirectory(const core::Program& program);
+VirtualDirectory ReadVirtualDirectory(const settings::Program& program);
 
 /// Replaces the one in Server.ini. The path is trimmed.
-std::error_code SaveVirtualDirectory(const core::Program& program,
+std::error_code SaveVirtualDirectory(const settings::Program& program,
                                      const VirtualDirectory& directory);
 
 }  // namespace ModWeb

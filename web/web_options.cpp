@@ -2,11 +2,12 @@
 
 #include <string_view>
 
-#include "core/code_page.h"
-#include "core/conversions.h"
-#include "core/files.h"
-#include "core/settings_section.h"
+#include "core/service_environment.h"
+#include "files/files.h"
 #include "platform/system_message.h"
+#include "settings/section.h"
+#include "text/code_page.h"
+#include "text/conversions.h"
 
 namespace ModWeb {
 namespace {
@@ -31,8 +32,8 @@ bool NextLine(std::string_view& text, std::string_view& line) {
 
 }  // namespace
 
-bool WebOptions::LoadWebOptions(const core::Program& program, const std::string& localAddress) {
-  const core::SettingsSection settings(program, kSection);
+bool WebOptions::LoadWebOptions(const settings::Program& program, const std::string& localAddress) {
+  const settings::Section settings(program, kSection);
   settingsFault = settings.Fault();
   if (!settingsFault) {
     settings.FileExists() ? ReadSettings(settings, localAddress) : SetDefaults(program);
@@ -44,22 +45,21 @@ bool WebOptions::LoadWebOptions(const core::Program& program, const std::string&
   return true;
 }
 
-bool WebOptions::MayRead() const { return core::ToAccessRights(WebRights).read; }
+bool WebOptions::MayRead() const { return settings::ToAccessRights(WebRights).read; }
 
-bool WebOptions::MayRunPrograms() const { return core::ToBoolean(AppOptions[1]).value_or(false); }
+bool WebOptions::MayRunPrograms() const { return text::ToBoolean(AppOptions[1]).value_or(false); }
 
-void WebOptions::ReadSettings(const core::SettingsSection& settings,
-                              const std::string& localAddress) {
+void WebOptions::ReadSettings(const settings::Section& settings, const std::string& localAddress) {
   WebRootDir = settings.Path("WebRootDir");
   WebDomain = settings.Text("DNS");
   settings.Read("TCPPort", WebPort);
   settings.Read("StartDefaultPage", StartDefaultPage);
-  WebRights = core::ReadAccessRights(settings);
+  WebRights = settings::ReadAccessRights(settings);
   AppOptions = {settings.Text("optNoApp"), settings.Text("optAppDone")};
   WebLocalIP = localAddress;
 }
 
-void WebOptions::SetDefaults(const core::Program& program) {
+void WebOptions::SetDefaults(const settings::Program& program) {
   WebRootDir = program.File("wwwroot");
   WebDomain = core::kDefaultDomain;
   WebLocalIP = "127.0.0.1";
@@ -69,10 +69,10 @@ void WebOptions::SetDefaults(const core::Program& program) {
   AppOptions = {"False", "True"};
 }
 
-void WebOptions::LoadDefaultPages(const core::Program& program) {
+void WebOptions::LoadDefaultPages(const settings::Program& program) {
   const std::string file = program.File("IndexFN.Log");
   std::error_code error;
-  const std::string content = core::DecodeFile(core::ReadFile(file, error, kMostOfDefaultPages));
+  const std::string content = text::DecodeFile(files::ReadFile(file, error, kMostOfDefaultPages));
   if (error && error != std::errc::no_such_file_or_directory) {
     program.errors.LogError("IndexFN.Log: " + platform::SystemMessage(error));
   }

@@ -7,8 +7,8 @@
 #include <string>
 #include <system_error>
 
-#include "core/access_rights.h"
-#include "core/program.h"
+#include "settings/access_rights.h"
+#include "settings/program.h"
 
 namespace ModWeb {
 
@@ -16,10 +16,10 @@ struct WebOptions {
   /// `localAddress`: the listening socket's own, taken when Server.ini exists. What cannot be
   /// converted is told to the error log and keeps its value. Always true; settingsFault says
   /// whether there were settings to load.
-  bool LoadWebOptions(const core::Program& program, const std::string& localAddress);
+  bool LoadWebOptions(const settings::Program& program, const std::string& localAddress);
 
   /// What holds while there is no Server.ini; the default documents are left alone.
-  void SetDefaults(const core::Program& program);
+  void SetDefaults(const settings::Program& program);
 
   /// Whether files may be read at all. What is neither yes nor no is no.
   bool MayRead() const;
@@ -32,7 +32,7 @@ struct WebOptions {
   std::string WebLocalIP;
   std::int16_t WebPort = 80;
   bool StartDefaultPage = true;
-  core::AccessRightsTexts WebRights;
+  settings::AccessRightsTexts WebRights;
   std::array<std::string, 2> AppOptions;     // optNoApp, optAppDone
   std::array<std::string, 11> DefaultPages;  // tried in this order, the last one never
   std::string FirstDefaultPage;
@@ -42,8 +42,8 @@ struct WebOptions {
   std::error_code settingsFault;
 
  private:
-  void ReadSettings(const core::SettingsSection& settings, const std::string& localAddress);
-  void LoadDefaultPages(const core::Program& program);
+  void ReadSettings(const settings::Section& settings, const std::string& localAddress);
+  void LoadDefaultPages(const settings::Program& program);
 };
 
 }  // namespace ModWeb

@@ -1,20 +1,20 @@
 #include "web/web_options_entry.h"
 
-#include "core/code_page.h"
-#include "core/conversions.h"
-#include "core/files.h"
-#include "core/ini_file.h"
-#include "core/paths.h"
+#include "files/files.h"
 #include "platform/native_path.h"
+#include "settings/ini_file.h"
+#include "text/code_page.h"
+#include "text/conversions.h"
+#include "text/strings.h"
 
 namespace ModWeb {
 namespace {
 
-bool IsSet(const std::string& text) { return core::ToBoolean(text).value_or(false); }
+bool IsSet(const std::string& text) { return text::ToBoolean(text).value_or(false); }
 
-bool IsBlank(const std::string& text) { return core::TrimBlanks(text).empty(); }
+bool IsBlank(const std::string& text) { return text::TrimBlanks(text).empty(); }
 
-bool ProgramsAreSwitchedOff(const core::Program& program) {
+bool ProgramsAreSwitchedOff(const settings::Program& program) {
   const std::string file = program.File("EnabalExecute.txt");
   if (!ModCommon::FileExists(file)) return true;
   return IsSet(ModINIOP::ReadIni(file, "应用程序许可", "EnabalExecute"));
@@ -34,13 +34,13 @@ WebOptionsEntry EntryOf(const WebOptions& options) {
           .port = std::to_string(options.WebPort),
           .domain = options.WebDomain,
           .startDefaultPage = options.StartDefaultPage,
-          .rights = core::ToAccessRights(options.WebRights),
+          .rights = settings::ToAccessRights(options.WebRights),
           .noPrograms = IsSet(options.AppOptions[0]),
           .programs = IsSet(options.AppOptions[1]),
           .documents = NamesIn(options.DefaultPages)};
 }
 
-WebOptionsEntry EntryToShow(const core::Program& program, const WebOptions& options) {
+WebOptionsEntry EntryToShow(const settings::Program& program, const WebOptions& options) {
   WebOptionsEntry entry = EntryOf(options);
   entry.noPrograms = !entry.programs && ProgramsAreSwitchedOff(program);
   return entry;
@@ -53,25 +53,25 @@ std::optional<WebOptionsFault> FindFault(const WebOptionsEntry& entry) {
   return std::nullopt;
 }
 
-void WriteSettings(core::SettingsChange& change, const WebOptionsEntry& entry) {
-  const core::SectionChange settings = change.In("WebServer Options");
+void WriteSettings(settings::Change& change, const WebOptionsEntry& entry) {
+  const settings::SectionChange settings = change.In("WebServer Options");
   settings.Write("WebRootDir", entry.rootDir);
   settings.Write("WebServerIP", entry.localIP);
   settings.Write("TCPPort", entry.port);
   settings.Write("DNS", entry.domain);
-  settings.Write("StartDefaultPage", core::CheckText(entry.startDefaultPage));
-  core::WriteAccessRights(settings, entry.rights);
-  settings.Write("optNoApp", core::BooleanText(entry.noPrograms));
-  settings.Write("optAppDone", core::BooleanText(entry.programs));
+  settings.Write("StartDefaultPage", text::CheckText(entry.startDefaultPage));
+  settings::WriteAccessRights(settings, entry.rights);
+  settings.Write("optNoApp", text::BooleanText(entry.noPrograms));
+  settings.Write("optAppDone", text::BooleanText(entry.programs));
 }
 
-std::error_code SaveDefaultPages(const core::Program& program,
+std::error_code SaveDefaultPages(const settings::Program& program,
                                  const std::vector<std::string>& documents) {
   const std::string file = program.File("IndexFN.Log");
   std::string lines;
   for (const std::string& document : documents) lines += document + "\r\n";
-  if (!documents.empty()) return core::ReplaceContent(file, core::EncodeFile(lines));
-  const std::error_code error = core::RemoveFile(file);
+  if (!documents.empty()) return files::ReplaceContent(file, text::EncodeFile(lines));
+  const std::error_code error = files::RemoveFile(file);
   return error == std::errc::no_such_file_or_directory ? std::error_code() : error;
 }
 

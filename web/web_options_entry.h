@@ -8,8 +8,8 @@
 #include <system_error>
 #include <vector>
 
-#include "core/program.h"
-#include "core/settings_change.h"
+#include "settings/change.h"
+#include "settings/program.h"
 #include "web/web_options.h"
 
 namespace ModWeb {
@@ -20,7 +20,7 @@ struct WebOptionsEntry {
   std::string port;
   std::string domain;
   bool startDefaultPage = true;
-  core::AccessRights rights;
+  settings::AccessRights rights;
   bool noPrograms = false;
   bool programs = false;
   std::vector<std::string> documents;
@@ -33,18 +33,18 @@ WebOptionsEntry EntryOf(const WebOptions& options);
 
 /// What a user is shown. As EntryOf, but that programs are not to run is asked of EnabalExecute.txt
 /// and holds where there is no such file; that they are to run overrules it.
-WebOptionsEntry EntryToShow(const core::Program& program, const WebOptions& options);
+WebOptionsEntry EntryToShow(const settings::Program& program, const WebOptions& options);
 
 /// The first thing that keeps `entry` from being saved. Blanks are no port and no root, but may be
 /// a domain.
 std::optional<WebOptionsFault> FindFault(const WebOptionsEntry& entry);
 
 /// Puts every key into a change of Server.ini.
-void WriteSettings(core::SettingsChange& change, const WebOptionsEntry& entry);
+void WriteSettings(settings::Change& change, const WebOptionsEntry& entry);
 
 /// Writes IndexFN.Log anew in one replacement, one document per line. Without documents there is no
 /// such file.
-std::error_code SaveDefaultPages(const core::Program& program,
+std::error_code SaveDefaultPages(const settings::Program& program,
                                  const std::vector<std::string>& documents);
 
 }  // namespace ModWeb

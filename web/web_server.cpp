@@ -1,16 +1,17 @@
 #include "web/web_server.h"
 
-#include "core/code_page.h"
-#include "core/date_time.h"
 #include "core/hosts_file.h"
-#include "core/printable_text.h"
+#include "core/service_environment.h"
 #include "platform/system_message.h"
+#include "text/code_page.h"
+#include "text/date_time.h"
+#include "text/printable_text.h"
 #include "web/request_intake.h"
 #include "web/web_options_entry.h"
 
 namespace ModWeb {
 
-using core::Task;
+using net::Task;
 
 namespace {
 
@@ -26,12 +27,11 @@ WebServer::WebServer(core::ServiceEnvironment environment)
       draining_(environment_.loop),
       sockets_{environment_.loop, draining_,
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
-      WebSvrSock_(sockets_, *this, core::ConnectionSlots::BusySlot::kEvict, ""),
+      WebSvrSock_(sockets_, *this, net::ConnectionSlots::BusySlot::kEvict, ""),
       cgi_(environment_),
       searchCopies_(environment_),
-      heldOptions_(environment_.program.Holders(), [this](core::SettingsChange& change) {
-        WriteSettings(change, EntryOf(options_));
-      }) {
+      heldOptions_(environment_.program.Holders(),
+                   [this](settings::Change& change) { WriteSettings(change, EntryOf(options_)); }) {
   options_.SetDefaults(environment_.program);
 }
 
@@ -66,7 +66,7 @@ bool WebServer::StopWebListener() {
   return !IsRunning();
 }
 
-std::vector<core::ConnectionReport> WebServer::Connections() const {
+std::vector<net::ConnectionReport> WebServer::Connections() const {
   return WebSvrSock_.Report("HTTP");
 }
 
@@ -74,7 +74,7 @@ Task<> WebServer::OnDataArrival(int, Client client) { return OnWebDataArrival(st
 
 // One arrival is one request; nothing is kept for a later one, and no request while it is answered.
 Task<> WebServer::OnWebDataArrival(Client client) {
-  const std::string requestText = core::FromSystem(client->GetData());
+  const std::string requestText = text::FromSystem(client->GetData());
   switch (MethodOf(requestText)) {
     case RequestMethod::kGet:
       CurrentMethod_ = "GET";
@@ -98,12 +98,12 @@ void WebServer::OnClose(int slot) { WebSvrSock_[slot].Current()->CloseWhenHandle
 void WebServer::OnError(int slot) { WebSvrSock_[slot].Close(); }
 
 void WebServer::LogAccess(const Client& client, std::string_view result) const {
-  std::string line = "时间：" + core::DateTimeText(std::chrono::system_clock::now());
+  std::string line = "时间：" + text::DateTimeText(std::chrono::system_clock::now());
   line += "  客户机IP：" + client->RemoteAddress();
   line += "  请求方法：" + CurrentMethod_;
-  line += "  请求资源：" + core::Printable(CurrentResource_, kMostOfResource);
+  line += "  请求资源：" + text::Printable(CurrentResource_, kMostOfResource);
   line += "  " + std::string(result);
-  core::AppendLine(environment_.program.File("Web.log"), line);
+  files::AppendLine(environment_.program.File("Web.log"), line);
 }
 
 std::string WithoutFirstCharacter(const std::string& resource) {

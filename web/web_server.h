@@ -10,17 +10,18 @@
 #include <memory>
 #include <string>
 
-#include "core/connection_slots.h"
-#include "core/draining_connections.h"
-#include "core/program.h"
 #include "core/service.h"
+#include "core/service_environment.h"
+#include "net/connection_slots.h"
+#include "net/draining_connections.h"
+#include "settings/program.h"
 #include "web/cgi_queue.h"
 #include "web/search_copies.h"
 #include "web/web_options.h"
 
 namespace ModWeb {
 
-class WebServer : public core::Service, private core::SlotEngine {
+class WebServer : public core::Service, private net::SlotEngine {
  public:
   explicit WebServer(core::ServiceEnvironment environment);
   ~WebServer() override { StopWebListener(); }
@@ -34,8 +35,8 @@ class WebServer : public core::Service, private core::SlotEngine {
   bool LoadOptions() override;
   std::string Domain() const override { return options_.WebDomain; }
   std::string RootDir() const override { return options_.WebRootDir; }
-  std::vector<core::ConnectionReport> Connections() const override;
-  core::Traffic TotalTraffic() const override { return sockets_.traffic; }
+  std::vector<net::ConnectionReport> Connections() const override;
+  net::Traffic TotalTraffic() const override { return sockets_.traffic; }
   std::optional<core::StartFailure> LastFailure() const override { return failure_; }
 
   const WebOptions& Options() const { return options_; }
@@ -44,49 +45,49 @@ class WebServer : public core::Service, private core::SlotEngine {
   std::uint16_t ListeningPort() const { return WebSvrSock_.Listener().LocalPort(); }
 
  private:
-  using Client = std::shared_ptr<core::Connection>;
+  using Client = std::shared_ptr<net::Connection>;
 
   // Intake
-  core::Task<> OnDataArrival(int slot, Client client) override;
-  core::Task<> OnWebDataArrival(Client client);
+  net::Task<> OnDataArrival(int slot, Client client) override;
+  net::Task<> OnWebDataArrival(Client client);
   void OnClose(int slot) override;
   void OnError(int slot) override;
 
   // Resolution (resource_resolution.cpp)
-  core::Task<> ServeGetRequest(Client client);
-  core::Task<> RefuseGet(Client client);
+  net::Task<> ServeGetRequest(Client client);
+  net::Task<> RefuseGet(Client client);
   std::string FindDefaultPage() const;
   void CopyIntoSearch(const std::string& path, const std::string& resource);
   std::string PathInRoot(std::string_view name) const;
 
   // Sending (response_sending.cpp)
-  core::Task<> SendWebFile(std::string path, Client client);
-  core::Task<> SendHtmlFile(std::string path, Client client);
-  core::Task<> SendPage(platform::File page, Client client);
-  core::Task<> SendFile(std::string path, Client client, bool pageIfMissing);
-  core::Task<> SendOpened(platform::File file, Client client, bool pageIfMissing);
+  net::Task<> SendWebFile(std::string path, Client client);
+  net::Task<> SendHtmlFile(std::string path, Client client);
+  net::Task<> SendPage(platform::File page, Client client);
+  net::Task<> SendFile(std::string path, Client client, bool pageIfMissing);
+  net::Task<> SendOpened(platform::File file, Client client, bool pageIfMissing);
   void EndResponse(const Client& client, const std::optional<std::string>& failure) const;
   void SendNotFoundPage(const Client& client) const;
 
   // CGI (cgi_execution.cpp)
-  core::Task<> ServePostRequest(std::string requestText, Client client);
-  core::Task<> RefusePost(Client client);
-  core::Task<platform::File> RunCgiProgram(std::string cgiDir, std::string resource,
-                                           std::string body);
+  net::Task<> ServePostRequest(std::string requestText, Client client);
+  net::Task<> RefusePost(Client client);
+  net::Task<platform::File> RunCgiProgram(std::string cgiDir, std::string resource,
+                                          std::string body);
 
   // One line of Web.log for the request that came last.
   void LogAccess(const Client& client, std::string_view result) const;
 
   core::ServiceEnvironment environment_;
-  core::DrainingConnections draining_;
-  core::SocketContext sockets_;
-  core::ConnectionSlots WebSvrSock_;
+  net::DrainingConnections draining_;
+  net::SocketContext sockets_;
+  net::ConnectionSlots WebSvrSock_;
   std::optional<core::StartFailure> failure_;
   WebOptions options_;
   CgiQueue cgi_;
   SearchCopies searchCopies_;
 
-  core::SettingsHolders::Holder heldOptions_;
+  settings::SettingsHolders::Holder heldOptions_;
 
   std::string CurrentMethod_;
   std::string CurrentResource_;

@@ -3,7 +3,7 @@
 #include <map>
 
 #include "core/console_view.h"
-#include "core/ini_file.h"
+#include "settings/ini_file.h"
 #include "tests/support/server_fixture.h"
 
 namespace {

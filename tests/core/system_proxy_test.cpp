@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/registry.h"
+#include "settings/registry.h"
 #include "tests/support/user_directories.h"
 
 namespace {

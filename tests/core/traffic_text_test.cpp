@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/reach.h"
+#include "core/service_addresses.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ TEST(TrafficText, RatesCountFromTheLookBefore) {
   core::TrafficRate rate;
   const core::TrafficRate::Clock::time_point start(10s);
   EXPECT_EQ(rate.Next({1000, 1000}, start).sent, 0U);
-  const core::Traffic next = rate.Next({1000, 3000}, start + 500ms);
+  const net::Traffic next = rate.Next({1000, 3000}, start + 500ms);
   EXPECT_EQ(next.sent, 4000U);
   EXPECT_EQ(next.received, 0U);
   EXPECT_EQ(rate.Next({1000, 3000}, start + 500ms).sent, 0U);  // twice at the same moment

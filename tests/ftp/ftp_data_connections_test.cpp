@@ -3,8 +3,8 @@
 #include <asio/ip/tcp.hpp>
 #include <random>
 
-#include "core/wildcards.h"
 #include "tests/ftp/ftp_fixture.h"
+#include "text/wildcards.h"
 
 namespace test {
 namespace {
@@ -71,7 +71,7 @@ TEST_F(FtpDataConnectionsTest, PasvNamesAPortOfItsRange) {
   FtpClient client = Connect();
   for (int i = 0; i < 20; ++i) {
     const std::string reply = client.Ask("PASV");
-    EXPECT_TRUE(core::MatchesWildcard(reply, "227 (127,0,0,1,4,*).\r\n")) << reply;
+    EXPECT_TRUE(text::MatchesWildcard(reply, "227 (127,0,0,1,4,*).\r\n")) << reply;
     EXPECT_LE(FtpClient::PortOf(reply), 1279);
     EXPECT_TRUE(Client(FtpClient::PortOf(reply)).IsConnected());
   }

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "core/wildcards.h"
 #include "platform/directory.h"
 #include "tests/ftp/ftp_fixture.h"
+#include "text/wildcards.h"
 
 namespace test {
 namespace {
@@ -44,7 +44,7 @@ TEST_F(FtpTransfersTest, ListsVisibleEntriesInOrder) {
   client.Ask("PWD");
   const Transferred listed = client.Fetch("LIST");
   EXPECT_EQ(listed.before, kSending);
-  EXPECT_TRUE(core::MatchesWildcard(listed.bytes,
+  EXPECT_TRUE(text::MatchesWildcard(listed.bytes,
                                     "-r-xr-xr-x  1 owner group   0 ??? ?? ???? A.txt\r\n"
                                     "-r-xr-xr-x  1 owner group   5 ??? ?? ???? b.txt\r\n"
                                     "dr-xr-xr-x  1 owner group   7 ??? ?? ???? up\r\n"))

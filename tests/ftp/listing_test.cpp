@@ -4,10 +4,10 @@
 #include <filesystem>
 #include <fstream>
 
-#include "core/handler_scope.h"
 #include "ftp/file_info.h"
 #include "ftp/folder_walk.h"
 #include "ftp/listing_lines.h"
+#include "net/handler_scope.h"
 #include "tests/support/server_fixture.h"
 
 namespace ModFtp {
@@ -66,17 +66,17 @@ class FolderInfoTest : public test::ProgramFixture {
     bool done = false;
     std::int64_t size = -1;
     const auto scope =
-        std::make_shared<core::HandlerScope>(Environment().loop, [](const std::string&) {});
+        std::make_shared<net::HandlerScope>(Environment().loop, [](const std::string&) {});
     OnLoop([&] { scope->Start(Inspect(path, done, size)); });
     EXPECT_TRUE(Eventually([&] { return done; }));
     return size;
   }
 
  private:
-  static core::Task<> Inspect(std::string path, bool& done, std::int64_t& size) {
+  static net::Task<> Inspect(std::string path, bool& done, std::int64_t& size) {
     MemoryBudget budget(1U << 20);
     const auto memory = std::make_shared<MemoryShare>(budget);
-    core::Task<std::optional<FileInfo>> inspecting = GetFolderInfo(path, false, memory);
+    net::Task<std::optional<FileInfo>> inspecting = GetFolderInfo(path, false, memory);
     const std::optional<FileInfo> info = co_await inspecting;
     if (info) size = info->size;
     done = true;

@@ -1,8 +1,8 @@
-#include "core/wildcards.h"
 #include "ftp/command_text.h"
 #include "ftp/data_address.h"
 #include "ftp/path_mapping.h"
 #include "tests/fuzz/fuzz_input.h"
+#include "text/wildcards.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ void CutAsEveryCommandDoes(std::string_view text) {
   fuzz::Require(name->size() < text.size());
   fuzz::Require(ModFtp::LocalPath("C:\\root", "C:\\root\\here\\", *name).starts_with("C:\\root"));
   static_cast<void>(ModFtp::ChangedDirectory("C:\\root\\", "C:\\root\\here\\", *name));
-  fuzz::Require(core::MatchesWildcard(*name, "*"));
+  fuzz::Require(text::MatchesWildcard(*name, "*"));
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <set>
 
-#include "core/files.h"
+#include "files/files.h"
 #include "platform/native_path.h"
 #include "tests/fuzz/fuzz_input.h"
 
@@ -86,9 +86,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string name = NameOf(fuzz::Text(data, size));
   const std::string path = tree.Root() + '\\' + name;
   const bool isFile = ModCommon::FileExists(path);
-  const bool isFolder = core::FolderExists(path);
+  const bool isFolder = files::FolderExists(path);
   std::error_code error;
-  core::InspectPath(path, error);
+  files::InspectPath(path, error);
   fuzz::Require(!error || !(isFile || isFolder));
   if (name.find('\0') != std::string::npos || path.size() > kLongestPath) {
     fuzz::Require(error && !isFile && !isFolder);

@@ -1,11 +1,11 @@
 #include <filesystem>
 
-#include "core/program.h"
 #include "mail/mail_options.h"
 #include "mail/mailbox_store.h"
 #include "mail/pop3_interpreter.h"
 #include "mail/smtp_interpreter.h"
 #include "platform/native_path.h"
+#include "settings/program.h"
 #include "tests/fuzz/fuzz_input.h"
 
 namespace {
@@ -22,7 +22,7 @@ class Home {
     options_.mailRoot = platform::PathText(path_ / "mailroot");
   }
 
-  const core::Program& Program() const { return *program_; }
+  const settings::Program& Program() const { return *program_; }
   const ModMail::MailOptions& Options() const { return options_; }
 
   // Messages and logs come and go; nothing else is ever made, and the mailbox stays.
@@ -46,7 +46,7 @@ class Home {
 
  private:
   fs::path path_;
-  std::optional<core::Program> program_;
+  std::optional<settings::Program> program_;
   ModMail::MailOptions options_;
 };
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "core/printable_text.h"
 #include "tests/mail/mail_fixture.h"
+#include "text/printable_text.h"
 
 namespace {
 
@@ -82,7 +82,7 @@ TEST_F(MailServerUnderAttack, MakesNoMoreRepliesThanAClientReads) {
   }
   MailClient client(pop3Port_);
   client.Ask("USER bob");
-  core::Traffic traffic;
+  net::Traffic traffic;
   for (int i = 0; i < kCommands; ++i) {
     const std::uint64_t before = traffic.received;
     client.Send("UIDL\r\n");
@@ -104,7 +104,7 @@ TEST_F(MailServerUnderAttack, ShowsWhatClientsSendOnOneShortLine) {
     OnLoop([&] { shown = TheServer().Connections().at(0).activity.what; });
     EXPECT_THAT(shown, testing::StartsWith("NOOP ")) << tail.size();
     EXPECT_LE(shown.size(), 120U);
-    EXPECT_EQ(shown, core::Printable(shown));
+    EXPECT_EQ(shown, text::Printable(shown));
     client.Ask("AUTH PLAIN " + tail);
     OnLoop([&] { shown = TheServer().Connections().at(0).activity.what; });
     EXPECT_THAT(shown, testing::Not(testing::HasSubstr("PLAIN")));

@@ -5,14 +5,14 @@
 
 #include <functional>
 
-#include "core/event_loop.h"
+#include "net/event_loop.h"
 
 namespace test {
 
 class LoopHost {
  public:
   virtual ~LoopHost() = default;
-  virtual core::EventLoop& Loop() = 0;
+  virtual net::EventLoop& Loop() = 0;
 
   /// Runs `action` on the loop's thread and returns when it has run.
   void Call(const std::function<void()>& action);

@@ -4,7 +4,7 @@
 
 #include <thread>
 
-#include "core/plain_loop.h"
+#include "net/plain_loop.h"
 #include "tests/support/loop_host.h"
 
 namespace {
@@ -16,10 +16,10 @@ class PlainLoopHost : public test::LoopHost {
     loop_.Stop();
     thread_.join();
   }
-  core::EventLoop& Loop() override { return loop_.Events(); }
+  net::EventLoop& Loop() override { return loop_.Events(); }
 
  private:
-  core::PlainLoop loop_;
+  net::PlainLoop loop_;
   std::thread thread_;
 };
 

@@ -4,6 +4,8 @@
 #include <future>
 #include <thread>
 
+#include "core/service_environment.h"
+
 namespace test {
 namespace {
 

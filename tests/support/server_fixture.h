@@ -9,7 +9,8 @@
 #include <optional>
 #include <string>
 
-#include "core/program.h"
+#include "core/service_environment.h"
+#include "settings/program.h"
 #include "tests/support/client.h"
 #include "tests/support/loop_host.h"
 #include "tests/support/temporary_folder.h"
@@ -19,7 +20,7 @@ namespace test {
 class ProgramFixture : public testing::Test {
  protected:
   const TemporaryFolder& Home() const { return home_; }
-  const core::Program& Program() const { return program_; }
+  const settings::Program& Program() const { return program_; }
   core::ServiceEnvironment Environment();
 
   /// What the program has written to RunErr.Log so far.
@@ -32,7 +33,7 @@ class ProgramFixture : public testing::Test {
 
  private:
   TemporaryFolder home_;
-  core::Program program_{home_.Text(), "Tarnwerk"};
+  settings::Program program_{home_.Text(), "Tarnwerk"};
 };
 
 /// A started server of type `Server`; on a port that the system chose if Server.ini says 0.

@@ -14,7 +14,7 @@
 #include <utility>
 
 #include "platform/native_path.h"
-#include "ui/toolkit_text.h"
+#include "ui/controls/toolkit_text.h"
 
 namespace test {
 

@@ -10,19 +10,20 @@
 #include <functional>
 #include <string>
 
-#include "core/window_loop.h"
+#include "core/service_environment.h"
+#include "net/window_loop.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/ui/toolkit_start.h"
-#include "ui/domain_questions.h"
-#include "ui/ftp_options_dialog.h"
-#include "ui/login_dialog.h"
-#include "ui/mail_options_dialog.h"
-#include "ui/mail_user_dialog.h"
-#include "ui/options_dialog.h"
-#include "ui/questions.h"
-#include "ui/toolkit_text.h"
-#include "ui/virtual_directory_dialog.h"
-#include "ui/web_options_dialog.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/domain_questions.h"
+#include "ui/dialogs/ftp_options_dialog.h"
+#include "ui/dialogs/login_dialog.h"
+#include "ui/dialogs/mail_options_dialog.h"
+#include "ui/dialogs/mail_user_dialog.h"
+#include "ui/dialogs/options_dialog.h"
+#include "ui/dialogs/questions.h"
+#include "ui/dialogs/virtual_directory_dialog.h"
+#include "ui/dialogs/web_options_dialog.h"
 
 namespace {
 
@@ -79,8 +80,8 @@ class Photographer {
 };
 
 void TakeAll(Photographer photographer, const test::TemporaryFolder& home) {
-  const core::Program program(home.Text(), "Tarnwerk");
-  core::WindowLoop loop;
+  const settings::Program program(home.Text(), "Tarnwerk");
+  net::WindowLoop loop;
   const core::ServiceEnvironment environment{program, loop.Events(), home.Text("hosts")};
   ModWeb::WebServer web(environment);
   ModFtp::FtpServer ftp(environment);

@@ -1,4 +1,4 @@
-#include "ui/login_dialog.h"
+#include "ui/dialogs/login_dialog.h"
 
 #include <wx/stattext.h>
 

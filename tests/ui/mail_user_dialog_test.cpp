@@ -1,4 +1,4 @@
-#include "ui/mail_user_dialog.h"
+#include "ui/dialogs/mail_user_dialog.h"
 
 #include "tests/ui/dialog_fixture.h"
 

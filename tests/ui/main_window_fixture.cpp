@@ -4,7 +4,7 @@
 #include <wx/evtloop.h>
 #include <wx/utils.h>
 
-#include "ui/toolkit_text.h"
+#include "ui/controls/toolkit_text.h"
 
 namespace test {
 

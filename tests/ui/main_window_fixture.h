@@ -7,7 +7,7 @@
 
 #include "core/service_control.h"
 #include "tests/ui/dialog_fixture.h"
-#include "ui/main_window.h"
+#include "ui/window/main_window.h"
 
 namespace test {
 

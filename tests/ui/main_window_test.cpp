@@ -6,15 +6,15 @@
 
 #include <tuple>
 
-#include "core/manager_password.h"
 #include "core/service_texts.h"
+#include "settings/manager_password.h"
 #include "tests/ui/main_window_fixture.h"
-#include "ui/folder_tree.h"
-#include "ui/mail_user_list.h"
-#include "ui/service_looks.h"
-#include "ui/status_bar.h"
-#include "ui/tip_of_the_day.h"
-#include "ui/toolkit_text.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/tip_of_the_day.h"
+#include "ui/pages/folder_tree.h"
+#include "ui/pages/mail_user_list.h"
+#include "ui/pages/service_looks.h"
+#include "ui/window/status_bar.h"
 
 namespace test {
 namespace {
@@ -315,7 +315,7 @@ TEST_F(MainWindow, ComesBackWhereItWas) {
 
 TEST_F(MainWindow, IsShownOnlyToWhoKnowsTheManagerPassword) {
   MakeWindow();
-  core::SetManagerPassword(Program(), "sesame");
+  settings::SetManagerPassword(Program(), "sesame");
   const auto answer = [&](const std::string& password, const char* button) {
     Later([=] {
       wxWindow& form = *wxWindow::FindWindowByName("frmPassWord");

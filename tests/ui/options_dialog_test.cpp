@@ -1,10 +1,10 @@
-#include "ui/options_dialog.h"
+#include "ui/dialogs/options_dialog.h"
 
 #include <wx/textctrl.h>
 
-#include "core/autostart.h"
-#include "core/manager_password.h"
-#include "core/registry.h"
+#include "settings/autostart.h"
+#include "settings/manager_password.h"
+#include "settings/registry.h"
 #include "tests/ui/dialog_fixture.h"
 
 namespace {
@@ -15,8 +15,8 @@ using testing::IsEmpty;
 class OptionsDialog : public test::DialogFixture {
  protected:
   ~OptionsDialog() override {
-    core::SetManagerPassword(Program(), "");
-    core::SetStartsWithSystem(Program(), false);
+    settings::SetManagerPassword(Program(), "");
+    settings::SetStartsWithSystem(Program(), false);
     SetVersion("");
   }
 
@@ -43,7 +43,7 @@ TEST_F(OptionsDialog, KeepsWhatIsTicked) {
             wxID_OK);
   EXPECT_THAT(Home().Read("Server.ini"),
               HasSubstr("[System]\r\nAutoStartService=1\r\nStartInTaskBar=0\r\n"));
-  EXPECT_TRUE(core::StartsWithSystem(Program()));
+  EXPECT_TRUE(settings::StartsWithSystem(Program()));
   {
     ui::frmOptions form(nullptr, Program());
     EXPECT_TRUE(IsSet(form, "chkSysAutoStart"));
@@ -52,7 +52,7 @@ TEST_F(OptionsDialog, KeepsWhatIsTicked) {
     EXPECT_FALSE(IsSet(form, "chkManagerPwd"));
   }
   Confirm([](auto& form) { Set(form, "chkSysAutoStart", false); });
-  EXPECT_FALSE(core::StartsWithSystem(Program()));
+  EXPECT_FALSE(settings::StartsWithSystem(Program()));
 }
 
 TEST_F(OptionsDialog, TakesAPasswordOnlyWhileItsBoxIsTicked) {
@@ -63,8 +63,8 @@ TEST_F(OptionsDialog, TakesAPasswordOnlyWhileItsBoxIsTicked) {
               Type(form, "txtPwd", "geheim 密码");
             }),
             wxID_OK);
-  EXPECT_EQ(core::ManagerPassword(Program()), "geheim 密码");
-  EXPECT_TRUE(core::CheckUser(Program(), "Admin", "geheim 密码"));
+  EXPECT_EQ(settings::ManagerPassword(Program()), "geheim 密码");
+  EXPECT_TRUE(settings::CheckUser(Program(), "Admin", "geheim 密码"));
   EXPECT_EQ(Home().Read("ETUser.dzt").size(), 50U);
 
   Confirm([](auto& form) {
@@ -73,12 +73,12 @@ TEST_F(OptionsDialog, TakesAPasswordOnlyWhileItsBoxIsTicked) {
     Set(form, "chkManagerPwd", false);
     EXPECT_FALSE(form.txtPwd->IsEnabled());
   });
-  EXPECT_EQ(core::ManagerPassword(Program()), "");
+  EXPECT_EQ(settings::ManagerPassword(Program()), "");
   EXPECT_FALSE(Home().Has("ETUser.dzt"));
 }
 
 TEST_F(OptionsDialog, SavesNothingWithoutThePasswordThatIsTicked) {
-  core::SetManagerPassword(Program(), "before");
+  settings::SetManagerPassword(Program(), "before");
   EXPECT_EQ(Confirm([](auto& form) {
               Set(form, "chkSysAutoStart", true);
               Set(form, "chkAutoStartService", true);
@@ -88,9 +88,9 @@ TEST_F(OptionsDialog, SavesNothingWithoutThePasswordThatIsTicked) {
   const test::Box box = boxes.TakeOnly();
   EXPECT_EQ(box.text, "请输入管理密码！");
   EXPECT_EQ(box.style & wxICON_MASK, wxICON_EXCLAMATION);
-  EXPECT_EQ(core::ManagerPassword(Program()), "before");
+  EXPECT_EQ(settings::ManagerPassword(Program()), "before");
   EXPECT_FALSE(Home().Has("Server.ini"));
-  EXPECT_FALSE(core::StartsWithSystem(Program()));
+  EXPECT_FALSE(settings::StartsWithSystem(Program()));
 }
 
 TEST_F(OptionsDialog, EndsAPasswordWhereItsFieldOfTheUserFileEnds) {
@@ -106,7 +106,7 @@ TEST_F(OptionsDialog, TellsOfSystemsThatNeedAServiceAndWritesTheValueAllTheSame)
   const test::Box box = boxes.TakeOnly();
   EXPECT_EQ(box.text, "您使用的操作系统是WINDOWS NT本程序须注册服务后才能使用！");
   EXPECT_EQ(box.style & wxICON_MASK, wxICON_EXCLAMATION);
-  EXPECT_TRUE(core::StartsWithSystem(Program()));
+  EXPECT_TRUE(settings::StartsWithSystem(Program()));
 
   SetVersion("Windows 98");
   Confirm(tick);

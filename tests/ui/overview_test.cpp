@@ -14,12 +14,12 @@
 #include "core/service_texts.h"
 #include "platform/local_addresses.h"
 #include "tests/ui/main_window_fixture.h"
-#include "ui/live_panel.h"
-#include "ui/log_panel.h"
-#include "ui/mail_user_list.h"
-#include "ui/service_looks.h"
-#include "ui/status_bar.h"
-#include "ui/toolkit_text.h"
+#include "ui/controls/log_panel.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/pages/live_panel.h"
+#include "ui/pages/mail_user_list.h"
+#include "ui/pages/service_looks.h"
+#include "ui/window/status_bar.h"
 
 namespace test {
 namespace {

@@ -1,6 +1,6 @@
 // QR codes as a reader that is none of ours sees them: Debian's zbar-tools.
 
-#include "ui/qr_code.h"
+#include "ui/controls/qr_code.h"
 
 #include <gtest/gtest.h>
 

@@ -8,10 +8,10 @@
 
 #include "platform/native_path.h"
 #include "tests/ui/dialog_fixture.h"
-#include "ui/ftp_options_dialog.h"
-#include "ui/mail_options_dialog.h"
-#include "ui/toolkit_text.h"
-#include "ui/web_options_dialog.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/ftp_options_dialog.h"
+#include "ui/dialogs/mail_options_dialog.h"
+#include "ui/dialogs/web_options_dialog.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ struct Chooser {
 
 struct DialogCase {
   const char* name;
-  std::unique_ptr<wxDialog> (*make)(const core::Program& program, Servers& servers);
+  std::unique_ptr<wxDialog> (*make)(const settings::Program& program, Servers& servers);
   core::Service& (*service)(Servers& servers);
   int (*port)(const Servers& servers);
   const char* settings;    // are loaded
@@ -59,7 +59,7 @@ struct DialogCase {
 
 const DialogCase kWeb = {
     .name = "Web",
-    .make = [](const core::Program& program, Servers& servers) -> std::unique_ptr<wxDialog> {
+    .make = [](const settings::Program& program, Servers& servers) -> std::unique_ptr<wxDialog> {
       return std::make_unique<ui::frmWebOptions>(nullptr, program, servers.web);
     },
     .service = [](Servers& servers) -> core::Service& { return servers.web; },
@@ -94,7 +94,7 @@ const DialogCase kWeb = {
 
 const DialogCase kFtp = {
     .name = "Ftp",
-    .make = [](const core::Program& program, Servers& servers) -> std::unique_ptr<wxDialog> {
+    .make = [](const settings::Program& program, Servers& servers) -> std::unique_ptr<wxDialog> {
       return std::make_unique<ui::frmFtpOptions>(nullptr, program, servers.ftp);
     },
     .service = [](Servers& servers) -> core::Service& { return servers.ftp; },
@@ -130,7 +130,7 @@ const DialogCase kFtp = {
 
 const DialogCase kMail = {
     .name = "Mail",
-    .make = [](const core::Program& program, Servers& servers) -> std::unique_ptr<wxDialog> {
+    .make = [](const settings::Program& program, Servers& servers) -> std::unique_ptr<wxDialog> {
       return std::make_unique<ui::frmMailOptions>(nullptr, program, servers.mail);
     },
     .service = [](Servers& servers) -> core::Service& { return servers.mail; },

@@ -1,9 +1,9 @@
 // The questions for domain names, the virtual directory, and texts on their way to the toolkit.
 
 #include "tests/ui/dialog_fixture.h"
-#include "ui/domain_questions.h"
-#include "ui/toolkit_text.h"
-#include "ui/virtual_directory_dialog.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/domain_questions.h"
+#include "ui/dialogs/virtual_directory_dialog.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include <cstdio>
 
-#include "core/window_loop.h"
+#include "net/window_loop.h"
 #include "tests/support/loop_host.h"
 
 namespace test {
@@ -25,10 +25,10 @@ inline bool StartToolkit(char** arguments) {
 class WindowLoopHost : public LoopHost {
  public:
   WindowLoopHost() { SetLoopHost(*this); }
-  core::EventLoop& Loop() override { return loop_.Events(); }
+  net::EventLoop& Loop() override { return loop_.Events(); }
 
  private:
-  core::WindowLoop loop_;
+  net::WindowLoop loop_;
 };
 
 }  // namespace test

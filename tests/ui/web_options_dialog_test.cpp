@@ -1,11 +1,11 @@
-#include "ui/web_options_dialog.h"
+#include "ui/dialogs/web_options_dialog.h"
 
 #include <wx/listbox.h>
 
 #include "ftp/ftp_server.h"
 #include "mail/mail_server.h"
 #include "tests/ui/dialog_fixture.h"
-#include "ui/toolkit_text.h"
+#include "ui/controls/toolkit_text.h"
 
 namespace {
 

@@ -142,8 +142,8 @@ TEST_F(Cgi, TheEndOfTheServerEndsTheProgramAndRemovesItsPage) {
   EXPECT_FALSE(Home().Has("wwwroot/slow.htm"));
 }
 
-core::Task<> Ask(ModWeb::CgiQueue& queue, ModWeb::CgiJob job, int& answered) {
-  core::Task<platform::File> running = queue.Run(std::move(job));
+net::Task<> Ask(ModWeb::CgiQueue& queue, ModWeb::CgiJob job, int& answered) {
+  net::Task<platform::File> running = queue.Run(std::move(job));
   const platform::File page = co_await running;
   ++answered;
 }
@@ -155,8 +155,8 @@ TEST_F(Cgi, WhatWaitsForAProgramIsBounded) {
     int refused = 0;
     OnLoop([&] {
       ModWeb::CgiQueue queue(Environment());
-      const auto scope = std::make_shared<core::HandlerScope>(test::TheLoopHost().Loop(),
-                                                              [](const std::string&) {});
+      const auto scope = std::make_shared<net::HandlerScope>(test::TheLoopHost().Loop(),
+                                                             [](const std::string&) {});
       for (int i = 0; i < count; ++i) {
         scope->Start(Ask(queue,
                          {.program = cgiBin + "slow.exe",

@@ -1,0 +1,245 @@
+#include "files/files.h"
+
+#include <algorithm>
+
+#include "platform/entry.h"
+#include "platform/native_path.h"
+
+namespace ModCommon {
+
+bool FileExists(std::string_view path) { return files::OpenIfExists(path).IsOpen(); }
+
+}  // namespace ModCommon
+
+namespace files {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::ExistingPath;
+using platform::File;
+using platform::NativePath;
+
+bool IsMissing(const std::error_code& error) {
+  return error == std::errc::no_such_file_or_directory;
+}
+
+// Does something with the path exactly as written first: that is the common case, and one look
+// fewer. Only if nothing is there, with the one that is found without regard to case.
+template <class Action>
+auto WithExisting(std::string_view path, std::error_code& error, Action action) {
+  const fs::path exact = NativePath(path);
+  auto result = action(exact);
+  if (!IsMissing(error)) return result;
+  const fs::path found = ExistingPath(path);
+  return found == exact ? std::move(result) : action(found);
+}
+
+// In the folder of `target`, since only within one file system is a rename one step.
+fs::path TemporaryBeside(const fs::path& target) {
+  fs::path temporary = target;
+  temporary += ".new";
+  return temporary;
+}
+
+// A link stays a link: what it points to is replaced.
+fs::path Resolved(const fs::path& path) {
+  std::error_code error;
+  const fs::path target = fs::canonical(path, error);
+  return error ? path : target;
+}
+
+// Whether the system has refused to put another file beside this one or in its place: no right in
+// the folder, or a file that is mounted by itself.
+bool RefusesAnotherFile(const std::error_code& error) {
+  return error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
+         error == std::errc::read_only_file_system || error == std::errc::device_or_resource_busy;
+}
+
+// Not safe from a power cut, but better than to lose what the user has set.
+std::error_code OverwriteContent(const fs::path& target, std::string_view bytes) {
+  std::error_code error;
+  if (!fs::exists(target, error)) return std::make_error_code(std::errc::no_such_file_or_directory);
+  File file = File::Open(target, File::Mode::kUpdate, error);
+  if (!file.IsOpen()) return error;
+  file.Write(bytes, error);
+  if (!error) file.Flush(error);
+  file.Close();
+  if (!error) fs::resize_file(target, bytes.size(), error);
+  return error;
+}
+
+void KeepPermissions(const fs::path& from, const fs::path& to) {
+  std::error_code ignored;
+  const fs::file_status status = fs::status(from, ignored);
+  if (fs::exists(status)) fs::permissions(to, status.permissions(), ignored);
+}
+
+}  // namespace
+
+File OpenFile(std::string_view path, File::Mode mode, std::error_code& error) {
+  if (path.empty()) {
+    error = std::make_error_code(std::errc::no_such_file_or_directory);
+    return {};
+  }
+  if (mode != File::Mode::kRead) return File::Open(ExistingPath(path), mode, error);
+  return WithExisting(path, error,
+                      [&](const fs::path& native) { return File::Open(native, mode, error); });
+}
+
+File OpenIfExists(std::string_view path) {
+  if (path.ends_with('\\')) path.remove_suffix(1);
+  std::error_code error;
+  return OpenFile(path, File::Mode::kRead, error);
+}
+
+std::string ReadFile(std::string_view path, std::error_code& error, std::size_t most) {
+  File file = OpenFile(path, File::Mode::kRead, error);
+  if (!file.IsOpen()) return {};
+  // The size is only a hint: a file of the system's own says 0 and has content.
+  constexpr std::size_t kStep = 65536;
+  std::string content;
+  for (std::size_t count = kStep; count == kStep && content.size() <= most && !error;) {
+    const std::size_t before = content.size();
+    content.resize(before + kStep);
+    count = file.Read(content.data() + before, kStep, error);
+    content.resize(before + count);
+  }
+  if (!error && content.size() > most) error = std::make_error_code(std::errc::file_too_large);
+  return error ? std::string() : content;
+}
+
+std::optional<std::string> ReadFile(std::string_view path) {
+  std::error_code error;
+  std::string content = ReadFile(path, error);
+  if (error) return std::nullopt;
+  return content;
+}
+
+std::error_code AppendToFile(std::string_view path, std::string_view bytes) {
+  std::error_code error;
+  File file = OpenFile(path, File::Mode::kAppend, error);
+  if (file.IsOpen()) file.Write(bytes, error);
+  return error;
+}
+
+std::error_code WriteFile(std::string_view path, std::string_view bytes) {
+  std::error_code error;
+  File file = OpenFile(path, File::Mode::kReplace, error);
+  if (file.IsOpen()) file.Write(bytes, error);
+  return error;
+}
+
+std::uint64_t ReadableSize(std::string_view path, std::error_code& error) {
+  return WithExisting(path, error,
+                      [&](const fs::path& native) { return File::ReadableSize(native, error); });
+}
+
+std::error_code FlushFolder(std::string_view path) {
+  std::error_code error;
+  return WithExisting(path, error, [&](const fs::path& native) {
+    File::FlushFolder(native, error);
+    return error;
+  });
+}
+
+std::error_code FlushFile(std::string_view path) {
+  std::error_code error;
+  const fs::path native = ExistingPath(path);
+  if (!fs::exists(native, error)) return std::make_error_code(std::errc::no_such_file_or_directory);
+  // Windows flushes only what is open for writing.
+  File file = File::Open(native, File::Mode::kUpdate, error);
+  if (file.IsOpen()) file.Flush(error);
+  if (!error) File::FlushFolder(native.parent_path(), error);
+  return error;
+}
+
+std::error_code ReplaceContent(std::string_view path, std::string_view bytes) {
+  const fs::path target = Resolved(ExistingPath(path));
+  if (target.empty()) return std::make_error_code(std::errc::no_such_file_or_directory);
+  const fs::path temporary = TemporaryBeside(target);
+  std::error_code error;
+  {
+    File file = File::Open(temporary, File::Mode::kReplace, error);
+    if (RefusesAnotherFile(error)) return OverwriteContent(target, bytes);
+    if (!file.IsOpen()) return error;
+    file.Write(bytes, error);
+    if (!error) file.Flush(error);
+  }
+  if (!error) {
+    KeepPermissions(target, temporary);
+    fs::rename(temporary, target, error);
+  }
+  std::error_code ignored;
+  if (error) fs::remove(temporary, ignored);
+  return RefusesAnotherFile(error) ? OverwriteContent(target, bytes) : error;
+}
+
+std::error_code RemoveFile(std::string_view path) {
+  const fs::path native = ExistingPath(path);
+  std::error_code error;
+  if (fs::is_directory(native, error)) return std::make_error_code(std::errc::is_a_directory);
+  if (!fs::remove(native, error) && !error) {
+    error = std::make_error_code(std::errc::no_such_file_or_directory);
+  }
+  return error;
+}
+
+std::error_code RenamePath(std::string_view from, std::string_view to) {
+  const fs::path source = ExistingPath(from);
+  const fs::path occupied = ExistingPath(to);
+  std::error_code error;
+  if (fs::exists(fs::symlink_status(occupied, error)) && !fs::equivalent(source, occupied, error)) {
+    return std::make_error_code(std::errc::file_exists);
+  }
+  // In the folder that is found, but under the name as written.
+  platform::MoveEntry(source, occupied.parent_path() / NativePath(to).filename(), error);
+  return error;
+}
+
+bool FolderExists(std::string_view path) {
+  std::error_code error;
+  return WithExisting(path, error,
+                      [&](const fs::path& native) { return fs::is_directory(native, error); });
+}
+
+std::error_code CreateFolder(std::string_view path) {
+  std::error_code error;
+  if (!fs::create_directory(ExistingPath(path), error) && !error) {
+    error = std::make_error_code(std::errc::file_exists);
+  }
+  return error;
+}
+
+std::error_code RemoveFolder(std::string_view path) {
+  const fs::path native = ExistingPath(path);
+  std::error_code error;
+  if (!fs::is_directory(native, error)) {
+    return error ? error : std::make_error_code(std::errc::not_a_directory);
+  }
+  fs::remove(native, error);
+  return error;
+}
+
+std::vector<platform::DirectoryEntry> ListFolder(std::string_view path, std::error_code& error) {
+  return WithExisting(
+      path, error, [&](const fs::path& native) { return platform::ListDirectory(native, error); });
+}
+
+platform::DirectoryReader ReadFolder(std::string_view path, std::error_code& error) {
+  return platform::DirectoryReader(ExistingPath(path), error);
+}
+
+platform::EntryFacts InspectPath(std::string_view path, std::error_code& error) {
+  return WithExisting(
+      path, error, [&](const fs::path& native) { return platform::InspectEntry(native, error); });
+}
+
+std::optional<platform::FileStamp> StampOf(std::string_view path) {
+  std::error_code error;
+  const platform::FileStamp stamp = WithExisting(
+      path, error, [&](const fs::path& native) { return platform::StampOf(native, error); });
+  if (error) return std::nullopt;
+  return stamp;
+}
+
+}  // namespace files

@@ -1,0 +1,40 @@
+#pragma once
+
+// The log files of the program directory. Each line opens the file, appends and closes it, so a log
+// can be read, cleared or copied at any time. A line that cannot be written is lost without a word:
+// logging never stops anything.
+
+#include <string>
+#include <string_view>
+
+#include "text/date_time.h"
+
+namespace files {
+
+/// Appends `line` and CR LF in the system code page.
+void AppendLine(std::string_view file, std::string_view line);
+
+class ErrorLog {
+ public:
+  /// `programDirectory`: a path text. The log is RunErr.Log in it.
+  explicit ErrorLog(std::string_view programDirectory);
+
+  /// One line with the current time and `message`, of which what is not printable is replaced and
+  /// what is far too long is cut. A line break at its end is kept.
+  void LogError(std::string_view message) const;
+
+  /// The line for `message` at `time`, without its line end.
+  static std::string Line(std::string_view message, text::WallTime time);
+
+ private:
+  std::string file_;
+};
+
+}  // namespace files
+
+namespace ModCommon {
+
+/// Appends `text` as a line to a trace file; with `marker`, a line with the marker behind it.
+void AppendTrace(std::string_view text, std::string_view file, bool marker);
+
+}  // namespace ModCommon

@@ -1,0 +1,91 @@
+#include "net/connection_slots.h"
+
+#include <utility>
+
+#include "platform/process_limits.h"
+
+namespace net {
+namespace {
+
+// The listener, a client with its data connection, a file, a log and what a program takes that is
+// started. With fewer the service would be there and serve nobody.
+constexpr int kDescriptorsToServe = 10;
+
+}  // namespace
+
+ConnectionSlots::ConnectionSlots(SocketContext& context, SlotEngine& engine, BusySlot busySlot,
+                                 std::string greeting)
+    : context_(context),
+      engine_(engine),
+      busySlot_(busySlot),
+      greeting_(std::move(greeting)),
+      listener_(context, *this, 0) {}
+
+void ConnectionSlots::Listen(std::int16_t port, std::error_code& error) {
+  if (port < 0) {
+    error = std::make_error_code(std::errc::invalid_argument);
+    return;
+  }
+  if (!platform::HasFreeDescriptors(kDescriptorsToServe)) {
+    error = std::make_error_code(std::errc::too_many_files_open);
+    return;
+  }
+  listener_.Listen(static_cast<std::uint16_t>(port), error);
+}
+
+void ConnectionSlots::CreateSlots() {
+  for (int slot = 1; slot <= kLastSlot; ++slot) {
+    slots_[static_cast<std::size_t>(slot)] =
+        std::make_unique<EventSocket>(context_, static_cast<SocketEvents&>(*this), slot);
+  }
+  NextSlot = 0;
+}
+
+void ConnectionSlots::Close() {
+  listener_.Close();
+  for (auto& slot : slots_) {
+    if (slot) slot->Close();
+    slot.reset();
+  }
+}
+
+bool ConnectionSlots::Exists(int slot) const {
+  return slot >= 1 && slot <= kLastSlot && slots_[static_cast<std::size_t>(slot)] != nullptr;
+}
+
+std::vector<ConnectionReport> ConnectionSlots::Report(std::string_view protocol) const {
+  std::vector<ConnectionReport> report;
+  for (int slot = 1; slot <= kLastSlot; ++slot) {
+    const auto& socket = slots_[static_cast<std::size_t>(slot)];
+    if (!socket || socket->IsClosed() || !socket->Current()) continue;
+    const Connection& connection = *socket->Current();
+    report.push_back({std::string(protocol), slot, socket->RemoteAddress(), connection.Since(),
+                      connection.CurrentActivity()});
+  }
+  return report;
+}
+
+void ConnectionSlots::OnConnectionRequest(int index, ConnectionRequest& request) {
+  if (index != 0) return;
+  const int candidate = NextSlot + 1;
+  NextSlot = static_cast<std::int16_t>(candidate > kLastSlot ? 1 : candidate);
+  // The turn is used up even if the request is not accepted.
+  EventSocket& slot = (*this)[NextSlot];
+  if (!slot.IsClosed()) {
+    if (busySlot_ == BusySlot::kRefuse) return;
+    slot.Close();
+  }
+  slot.Accept(request);
+  if (!greeting_.empty()) slot.SendData(greeting_);
+  slot.Current()->StartReading();
+}
+
+Task<> ConnectionSlots::OnDataArrival(int index, std::shared_ptr<Connection> connection) {
+  return engine_.OnDataArrival(index, std::move(connection));
+}
+
+void ConnectionSlots::OnClose(int index) { engine_.OnClose(index); }
+
+void ConnectionSlots::OnError(int index) { engine_.OnError(index); }
+
+}  // namespace net

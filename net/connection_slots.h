@@ -1,0 +1,86 @@
+#pragma once
+
+// The listener of a service and its nineteen connection slots, with the accept rule that all
+// services share. Slots are handed out strictly in turn, without a search for a free one.
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "net/connection_report.h"
+#include "net/event_socket.h"
+
+namespace net {
+
+/// What a protocol engine is told. Slots are numbered 1 to 19.
+class SlotEngine {
+ public:
+  /// An arrival; `connection` is the one that the slot carries now.
+  virtual Task<> OnDataArrival(int slot, std::shared_ptr<Connection> connection) = 0;
+
+  /// The peer has shut its side. The engine closes the slot.
+  virtual void OnClose(int slot) = 0;
+
+  /// The connection broke. The engine closes the slot.
+  virtual void OnError(int slot) = 0;
+
+ protected:
+  ~SlotEngine() = default;
+};
+
+class ConnectionSlots final : private SocketEvents {
+ public:
+  static constexpr int kLastSlot = 19;
+
+  /// What becomes of a client whose turn falls on a slot that is not closed.
+  enum class BusySlot {
+    kEvict,   // it gets the slot, and whoever had it is dropped
+    kRefuse,  // it is closed without a greeting
+  };
+
+  /// `greeting` is sent on every accepted connection, line end included; empty for none.
+  ConnectionSlots(SocketContext& context, SlotEngine& engine, BusySlot busySlot,
+                  std::string greeting);
+  ~ConnectionSlots() { Close(); }
+
+  /// Element 0 listens on `port`. An error where the process has too few descriptors left to serve
+  /// a client.
+  void Listen(std::int16_t port, std::error_code& error);
+
+  /// Makes the slots and starts with slot 1 again.
+  void CreateSlots();
+
+  /// Closes the listener and every connection, without a goodbye.
+  void Close();
+
+  bool IsListening() const { return listener_.State() == SocketState::kListening; }
+  EventSocket& Listener() { return listener_; }
+  const EventSocket& Listener() const { return listener_; }
+
+  /// Whether `slot` is one of those that exist now.
+  bool Exists(int slot) const;
+  /// The open connections, by slot.
+  std::vector<ConnectionReport> Report(std::string_view protocol) const;
+
+  EventSocket& operator[](int slot) { return *slots_.at(static_cast<std::size_t>(slot)); }
+
+ private:
+  void OnConnectionRequest(int index, ConnectionRequest& request) override;
+  Task<> OnDataArrival(int index, std::shared_ptr<Connection> connection) override;
+  void OnClose(int index) override;
+  void OnError(int index) override;
+
+  SocketContext& context_;
+  SlotEngine& engine_;
+  BusySlot busySlot_;
+  std::string greeting_;
+  EventSocket listener_;
+  std::array<std::unique_ptr<EventSocket>, kLastSlot + 1> slots_;  // element 0 stays empty
+  std::int16_t NextSlot = 0;  // the slot of the most recent request
+};
+
+}  // namespace net

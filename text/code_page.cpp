@@ -1,0 +1,104 @@
+#include "text/code_page.h"
+
+#include <algorithm>
+#include <array>
+
+namespace text {
+namespace {
+
+using platform::Charset;
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool IsAscii(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+bool IsValidIn(Charset charset, std::string_view bytes) {
+  if (charset == Charset::kUtf8) return IsValidUtf8(bytes);
+  bool lossless = false;
+  platform::ToUtf8(charset, bytes, &lossless);
+  return lossless;
+}
+
+// Bytes of the sequence that `lead` begins; 0 if none begins so.
+std::size_t SequenceLength(unsigned char lead) {
+  if (lead < 0x80) return 1;
+  if (lead >= 0xC2 && lead <= 0xDF) return 2;
+  if (lead >= 0xE0 && lead <= 0xEF) return 3;
+  return lead >= 0xF0 && lead <= 0xF4 ? 4 : 0;
+}
+
+bool IsSequence(std::string_view bytes, std::size_t length) {
+  if (length == 0 || bytes.size() < length) return false;
+  for (std::size_t i = 1; i < length; ++i) {
+    if ((static_cast<unsigned char>(bytes[i]) & 0xC0) != 0x80) return false;
+  }
+  const auto lead = static_cast<unsigned char>(bytes[0]);
+  const auto second = static_cast<unsigned char>(length > 1 ? bytes[1] : 0);
+  const bool overlong = (lead == 0xE0 && second < 0xA0) || (lead == 0xF0 && second < 0x90);
+  const bool outside = (lead == 0xED && second > 0x9F) || (lead == 0xF4 && second > 0x8F);
+  return !overlong && !outside;
+}
+
+}  // namespace
+
+std::string FromSystem(std::string_view bytes) { return Decode(platform::SystemCharset(), bytes); }
+
+std::string ToSystem(std::string_view text) { return Encode(platform::SystemCharset(), text); }
+
+std::optional<std::string> GbkCharacter(unsigned char lead, unsigned char trail) {
+  const std::array<char, 2> bytes = {static_cast<char>(lead), static_cast<char>(trail)};
+  bool lossless = false;
+  std::string text = platform::ToUtf8(Charset::kGbk, {bytes.data(), bytes.size()}, &lossless);
+  // Two single-byte characters are no double-byte one.
+  const bool single = lead < 0x80;
+  if (!lossless || single) return std::nullopt;
+  return text;
+}
+
+std::string FromGbk(std::string_view bytes) { return Decode(Charset::kGbk, bytes); }
+
+bool IsValidUtf8(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::size_t length = SequenceLength(static_cast<unsigned char>(bytes[0]));
+    if (!IsSequence(bytes, length)) return false;
+    bytes.remove_prefix(length);
+  }
+  return true;
+}
+
+// UTF-8 first: a text in it is often valid in GBK too, but hardly ever the other way round.
+Charset CharsetOf(std::string_view fileBytes) {
+  if (fileBytes.starts_with(kByteOrderMark)) return Charset::kUtf8;
+  if (IsAscii(fileBytes)) return platform::SystemCharset();
+  for (const Charset charset : {Charset::kUtf8, platform::SystemCharset(), Charset::kGbk}) {
+    if (IsValidIn(charset, fileBytes)) return charset;
+  }
+  return platform::SystemCharset();
+}
+
+std::string Decode(Charset charset, std::string_view bytes) {
+  return charset == Charset::kUtf8 ? std::string(bytes) : platform::ToUtf8(charset, bytes);
+}
+
+std::string Encode(Charset charset, std::string_view text, bool* lossless) {
+  if (charset != Charset::kUtf8) return platform::FromUtf8(charset, text, lossless);
+  if (lossless != nullptr) *lossless = true;
+  return std::string(text);
+}
+
+std::string EncodeFile(std::string_view text) {
+  bool lossless = false;
+  std::string bytes = Encode(platform::SystemCharset(), text, &lossless);
+  return lossless && DecodeFile(bytes) == text ? bytes : std::string(text);
+}
+
+std::string DecodeFile(std::string_view fileBytes) {
+  const Charset charset = CharsetOf(fileBytes);
+  if (fileBytes.starts_with(kByteOrderMark)) fileBytes.remove_prefix(kByteOrderMark.size());
+  return Decode(charset, fileBytes);
+}
+
+}  // namespace text

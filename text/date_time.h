@@ -1,0 +1,15 @@
+#pragma once
+
+// Local date and time as the logs write it.
+
+#include <chrono>
+#include <string>
+
+namespace text {
+
+using WallTime = std::chrono::system_clock::time_point;
+
+/// "YYYY-MM-DD HH:MM:SS" in the local time zone.
+std::string DateTimeText(WallTime time);
+
+}  // namespace text

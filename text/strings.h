@@ -1,0 +1,17 @@
+#pragma once
+
+// Small operations on strings that the standard library lacks.
+
+#include <string>
+#include <string_view>
+
+namespace text {
+
+/// `text` without the blanks at both ends (blanks only, as everywhere in our file formats).
+std::string_view TrimBlanks(std::string_view text);
+std::string_view TrimTrailingBlanks(std::string_view text);
+
+/// `text` with every `from` replaced by `to`.
+std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
+
+}  // namespace text

@@ -1,0 +1,55 @@
+#include "text/wildcards.h"
+
+#include <string>
+
+#include "platform/text_case.h"
+
+namespace text {
+namespace {
+
+constexpr std::size_t kNone = std::string_view::npos;
+
+bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
+std::size_t CharacterEnd(std::string_view text, std::size_t begin) {
+  std::size_t end = begin + 1;
+  while (end < text.size() && IsContinuation(text[end])) ++end;
+  return end;
+}
+
+// The last "*" seen takes one character more whenever what stands behind it does not fit.
+bool Matches(std::string_view name, std::string_view pattern) {
+  std::size_t n = 0;
+  std::size_t p = 0;
+  std::size_t star = kNone;
+  std::size_t starName = 0;
+  while (n < name.size()) {
+    if (p < pattern.size() && pattern[p] == '*') {
+      star = p++;
+      starName = n;
+    } else if (p < pattern.size() && pattern[p] == '?') {
+      n = CharacterEnd(name, n);
+      ++p;
+    } else if (p < pattern.size() && pattern[p] == name[n]) {
+      ++n;
+      ++p;
+    } else if (star != kNone) {
+      starName = CharacterEnd(name, starName);
+      n = starName;
+      p = star + 1;
+    } else {
+      return false;
+    }
+  }
+  while (p < pattern.size() && pattern[p] == '*') ++p;
+  return p == pattern.size();
+}
+
+}  // namespace
+
+bool MatchesWildcard(std::string_view name, std::string_view pattern) {
+  if (pattern == "*.*") return true;
+  return Matches(platform::UpperCase(name), platform::UpperCase(pattern));
+}
+
+}  // namespace text

@@ -1,0 +1,46 @@
+#include "ui/controls/basic_controls.h"
+
+#include <wx/button.h>
+#include <wx/dcclient.h>
+#include <wx/hyperlink.h>
+#include <wx/stattext.h>
+
+#include "ui/controls/layout.h"
+#include "ui/controls/toolkit_text.h"
+
+namespace ui {
+
+wxStaticText* MakeHeading(wxWindow* parent, const char* text, double factor) {
+  auto* heading = new wxStaticText(parent, wxID_ANY, Shown(text));
+  heading->SetFont(heading->GetFont().Bold().Scaled(static_cast<float>(factor)));
+  return heading;
+}
+
+wxHyperlinkCtrl* MakeAddress(wxWindow* parent, const char* name,
+                             const std::function<void()>& onClick) {
+  auto* address = new wxHyperlinkCtrl(parent, wxID_ANY, " ", "", wxDefaultPosition, wxDefaultSize,
+                                      wxHL_ALIGN_LEFT | wxBORDER_NONE);
+  // The same colour however often it was opened.
+  address->SetVisitedColour(address->GetNormalColour());
+  address->Bind(wxEVT_HYPERLINK, [onClick](wxHyperlinkEvent&) { onClick(); });
+  address->Hide();
+  return Named(address, name);
+}
+
+void ShowAddress(wxHyperlinkCtrl& address, const std::string& text, int width) {
+  // The whole of it, also where there is less room.
+  address.SetToolTip(Shown(text));
+  const wxClientDC dc(&address);
+  address.SetLabel(wxControl::Ellipsize(Shown(text), dc, wxELLIPSIZE_MIDDLE, width));
+  address.SetCursor(wxCursor(wxCURSOR_HAND));
+  address.Show(!text.empty());
+}
+
+wxButton* MakeActionButton(wxWindow* parent, const char* name, const char* text,
+                           const std::function<void()>& action) {
+  wxButton* button = MakeButton(parent, name, text);
+  button->Bind(wxEVT_BUTTON, [action](wxCommandEvent&) { action(); });
+  return button;
+}
+
+}  // namespace ui

@@ -1,0 +1,133 @@
+#include "ui/controls/layout.h"
+
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/dialog.h>
+#include <wx/statbox.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+#include "ui/controls/accessible.h"
+#include "ui/controls/toolkit_text.h"
+
+namespace ui {
+namespace {
+
+constexpr int kFieldWidth = 280;
+
+template <class Content>
+void FillWith(wxDialog& dialog, Content* content, const DialogButtons& buttons) {
+  const int edge = dialog.FromDIP(kEdge);
+  // In the order that the system's own dialogs have.
+  auto* row = new wxStdDialogButtonSizer;
+  row->SetAffirmativeButton(buttons.ok);
+  row->SetCancelButton(buttons.cancel);
+  row->Realize();
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(content, wxSizerFlags(1).Expand().Border(wxALL, edge));
+  column->Add(row, wxSizerFlags().Expand().Border(wxBOTTOM, edge));
+  dialog.SetSizerAndFit(column);
+  DescribeFields(dialog);
+}
+
+}  // namespace
+
+wxButton* MakeButton(wxWindow* parent, const char* name, const char* text, int id) {
+  return Named(new wxButton(parent, id, Shown(text)), name);
+}
+
+wxCheckBox* MakeCheckBox(wxWindow* parent, const char* name, const char* text) {
+  return Named(new wxCheckBox(parent, wxID_ANY, Shown(text)), name);
+}
+
+Column::Column(wxWindow* window, int gap)
+    : sizer_(new wxBoxSizer(wxVERTICAL)), gap_(window->FromDIP(gap)) {}
+
+void Column::Add(wxWindow* part, int proportion) { sizer_->Add(part, Next(proportion)); }
+
+void Column::Add(wxSizer* part, int proportion) { sizer_->Add(part, Next(proportion)); }
+
+wxSizerFlags Column::Next(int proportion) {
+  return wxSizerFlags(proportion).Expand().Border(wxTOP, sizer_->IsEmpty() ? 0 : gap_);
+}
+
+Group::Group(wxWindow* parent, const char* heading)
+    : box_(new wxStaticBoxSizer(wxVERTICAL, parent, Shown(heading))), content_(parent) {
+  box_->Add(content_.Sizer(), wxSizerFlags(1).Expand().Border(wxALL, parent->FromDIP(kGap)));
+}
+
+wxWindow* Group::Parent() const { return box_->GetStaticBox(); }
+
+FieldRows::FieldRows(wxWindow* parent)
+    : parent_(parent), grid_(new wxGridBagSizer(parent->FromDIP(kGap), parent->FromDIP(kGap))) {}
+
+wxTextCtrl* FieldRows::Add(const char* name, const char* label, long style) {
+  return AddField(name, label, style, 2);
+}
+
+wxTextCtrl* FieldRows::AddWithButton(const char* name, const char* label, const char* buttonName,
+                                     const char* buttonText, wxButton*& button) {
+  wxTextCtrl* field = AddField(name, label, 0, 1);
+  button = MakeButton(parent_, buttonName, buttonText);
+  grid_->Add(button, {row_, 2}, {1, 1}, wxEXPAND);
+  return field;
+}
+
+// The label is made first: its mnemonic leads to the control that was made after it.
+wxTextCtrl* FieldRows::AddField(const char* name, const char* label, long style, int columns) {
+  ++row_;
+  auto* text = new wxStaticText(parent_, wxID_ANY, Shown(label));
+  auto* field = new wxTextCtrl(parent_, wxID_ANY, "", wxDefaultPosition,
+                               parent_->FromDIP(wxSize(kFieldWidth, -1)), style);
+  grid_->Add(text, {row_, 0}, {1, 1}, wxALIGN_CENTRE_VERTICAL);
+  grid_->Add(field, {row_, 1}, {1, columns}, wxEXPAND | wxALIGN_CENTRE_VERTICAL);
+  if (row_ == 0) grid_->AddGrowableCol(1);
+  return Named(field, name);
+}
+
+wxSizer* MakeRow(wxWindow* window, std::initializer_list<wxWindow*> controls) {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  for (wxWindow* control : controls) {
+    const int gap = row->IsEmpty() ? 0 : window->FromDIP(kEdge);
+    row->Add(control, wxSizerFlags().CentreVertical().Border(wxLEFT, gap));
+  }
+  return row;
+}
+
+void ShowInstead(wxWindow& of, wxWindow& shown) {
+  const bool hadFocus = of.HasFocus();
+  shown.Show();
+  if (hadFocus) shown.SetFocus();
+  of.Hide();
+}
+
+wxWindow* WithMargin(wxWindow* page, wxSizer* content) {
+  auto* frame = new wxBoxSizer(wxVERTICAL);
+  frame->Add(content, wxSizerFlags(1).Expand().Border(wxALL, page->FromDIP(kEdge)));
+  page->SetSizer(frame);
+  return page;
+}
+
+wxWindow* WithMargin(wxWindow* page, wxWindow* content) {
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(content, wxSizerFlags(1).Expand());
+  return WithMargin(page, column);
+}
+
+DialogButtons MakeDialogButtons(wxDialog& dialog, const char* okName, const char* cancelName) {
+  const DialogButtons buttons{MakeButton(&dialog, okName, "确定", wxID_OK),
+                              MakeButton(&dialog, cancelName, "取消", wxID_CANCEL)};
+  buttons.ok->SetDefault();
+  dialog.SetEscapeId(wxID_CANCEL);
+  return buttons;
+}
+
+void Fill(wxDialog& dialog, wxSizer* content, const DialogButtons& buttons) {
+  FillWith(dialog, content, buttons);
+}
+
+void Fill(wxDialog& dialog, wxWindow* content, const DialogButtons& buttons) {
+  FillWith(dialog, content, buttons);
+}
+
+}  // namespace ui

@@ -1,0 +1,13 @@
+#include "ui/controls/message_dialog.h"
+
+#include <wx/generic/msgdlgg.h>
+
+namespace ui {
+
+// GTK has given up the icons of message boxes.
+std::unique_ptr<wxMessageDialogBase> MakeMessageDialog(wxWindow* parent, const wxString& text,
+                                                       const wxString& title, long style) {
+  return std::make_unique<wxGenericMessageDialog>(parent, text, title, style);
+}
+
+}  // namespace ui

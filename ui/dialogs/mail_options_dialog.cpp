@@ -1,0 +1,99 @@
+#include "ui/dialogs/mail_options_dialog.h"
+
+#include <wx/button.h>
+#include <wx/notebook.h>
+#include <wx/panel.h>
+#include <wx/textctrl.h>
+
+#include "text/strings.h"
+#include "ui/controls/layout.h"
+#include "ui/controls/message_box.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/questions.h"
+#include "ui/dialogs/save_report.h"
+
+namespace ui {
+namespace {
+
+using ModMail::MailOptionsEntry;
+using ModMail::MailOptionsFault;
+
+constexpr const char* kTitle = "E-Mail服务器选项";
+
+}  // namespace
+
+frmMailOptions::frmMailOptions(wxWindow* parent, const settings::Program& program,
+                               ModMail::MailServer& server)
+    : wxDialog(parent, wxID_ANY, Shown(kTitle), wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+      program_(program),
+      server_(server),
+      pages_(new wxNotebook(this, wxID_ANY)) {
+  SetName("frmMailOptions");
+  pages_->AddPage(MakeServerPage(), Shown("服务器"));
+  auto* logPage = new wxPanel(pages_);
+  auto* log = new LogPanel(logPage, program.File("Mail.log"));
+  lstLog = log->lstLog;
+  cmdClearLog = log->cmdClearLog;
+  cmdExportLog = log->cmdExportLog;
+  pages_->AddPage(WithMargin(logPage, log), Shown("邮件日志"));
+
+  const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
+  cmdOK = buttons.ok;
+  cmdCancel = buttons.cancel;
+  cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
+  Fill(*this, pages_, buttons);
+
+  server.LoadOptions();
+  Load(ModMail::EntryOf(server.Options()));
+  txtMailAddress->SetFocus();
+  CentreOnScreen();
+}
+
+wxWindow* frmMailOptions::MakeServerPage() {
+  auto* page = new wxPanel(pages_);
+  FieldRows rows(page);
+  txtMailAddress = rows.Add("txtMailAddress", "本地域名(&D)：");
+  txtMailIP = rows.Add("txtMailIP", "IP地址(&I)：");
+  txtSMTPPort = rows.Add("txtSMTPPort", "SMTP端口(&S)：");
+  txtPop3Port = rows.Add("txtPop3Port", "POP3端口(&P)：");
+  txtMailRootDir =
+      rows.AddWithButton("txtMailRootDir", "主目录(&R)：", "cmdBrowser", "浏览(&B)...", cmdBrowser);
+  LetChooseFolder(cmdBrowser, txtMailRootDir, "选择Email服务器内容的存放目录");
+  return WithMargin(page, rows.Sizer());
+}
+
+void frmMailOptions::Load(const MailOptionsEntry& entry) {
+  txtMailIP->ChangeValue(Shown(entry.localIP));
+  txtSMTPPort->ChangeValue(Shown(entry.smtpPort));
+  txtPop3Port->ChangeValue(Shown(entry.pop3Port));
+  txtMailAddress->ChangeValue(Shown(entry.domain));
+  txtMailRootDir->ChangeValue(Shown(entry.root));
+}
+
+MailOptionsEntry frmMailOptions::Entry() const {
+  return {.localIP = Typed(txtMailIP->GetValue()),
+          .smtpPort = Typed(txtSMTPPort->GetValue()),
+          .pop3Port = Typed(txtPop3Port->GetValue()),
+          .domain = Typed(txtMailAddress->GetValue()),
+          .root = Typed(txtMailRootDir->GetValue())};
+}
+
+void frmMailOptions::OnConfirm() {
+  const MailOptionsEntry entry = Entry();
+  if (const auto fault = ModMail::FindFault(entry)) return Refuse(*fault);
+  settings::Change change(program_);
+  ModMail::WriteSettings(change, entry);
+  if (!IsSaved(this, program_, change.Save(), kTitle)) return;
+  server_.SetMailRoot(text::TrimBlanks(entry.root));
+  EndModal(wxID_OK);
+}
+
+void frmMailOptions::Refuse(MailOptionsFault fault) {
+  const bool noDomain = fault == MailOptionsFault::kNoDomain;
+  Warn(this, noDomain ? "本地域名不能为空！" : "主目录不能为空！", kTitle);
+  pages_->SetSelection(0);
+  (noDomain ? txtMailAddress : txtMailRootDir)->SetFocus();
+}
+
+}  // namespace ui

@@ -1,0 +1,77 @@
+#include "ui/dialogs/mail_user_dialog.h"
+
+#include <wx/button.h>
+#include <wx/textctrl.h>
+
+#include "mail/mail_accounts.h"
+#include "platform/native_path.h"
+#include "ui/controls/layout.h"
+#include "ui/controls/message_box.h"
+#include "ui/controls/toolkit_text.h"
+
+namespace ui {
+namespace {
+
+// Of the boxes, also when a user is edited and the dialog is titled otherwise.
+constexpr const char* kTitle = "添加用户";
+
+}  // namespace
+
+frmEmailUsers::frmEmailUsers(wxWindow* parent, const settings::Program& program,
+                             ModMail::MailServer& server)
+    : wxDialog(parent, wxID_ANY, Shown(kTitle), wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+      program_(program),
+      server_(server) {
+  SetName("frmEmailUsers");
+  FieldRows rows(this);
+  txtUser = rows.Add("txtUser", "用户名(&U)：", wxTE_PROCESS_ENTER);
+  txtPass = rows.Add("txtPass", "密码(&P)：", wxTE_PROCESS_ENTER);
+  const DialogButtons buttons = MakeDialogButtons(*this, "OKButton", "CancelButton");
+  OKButton = buttons.ok;
+  CancelButton = buttons.cancel;
+  txtUser->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { OnEnterInUser(); });
+  txtPass->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { OnEnterInPass(); });
+  OKButton->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
+  Fill(*this, rows.Sizer(), buttons);
+  server.EnsureMailRoot();
+  txtUser->SetFocus();
+  CentreOnParent();
+}
+
+void frmEmailUsers::OnEnterInUser() {
+  if (!txtUser->IsEmpty()) txtPass->SetFocus();
+}
+
+void frmEmailUsers::OnEnterInPass() {
+  if (!txtPass->IsEmpty()) OnConfirm();
+}
+
+void frmEmailUsers::OnConfirm() {
+  const ModMail::MailUser user{ModMail::CleanText(Typed(txtUser->GetValue())),
+                               ModMail::CleanText(Typed(txtPass->GetValue()))};
+  if (user.name.empty()) return Refuse("请输入用户名！", txtUser);
+  if (user.password.empty()) return Refuse("请输入密码！", txtPass);
+  const std::string& root = server_.Options().mailRoot;
+  if (ModMail::MailUserExists(root, user.name)) {
+    if (!Confirm(this, "该用户账号已存在，是否要更改密码？", kTitle)) return;
+    if (!ModMail::ChangeMailPassword(root, user)) return TellUnsaved(user.name);
+    ShowMessage(this, "您已成功更改密码！", kTitle, wxOK | wxICON_INFORMATION);
+  }
+  if (!ModMail::SaveMailUser(root, user)) return TellUnsaved(user.name);
+  EndModal(wxID_OK);
+}
+
+void frmEmailUsers::TellUnsaved(const std::string& name) {
+  const std::string folder = ModMail::MailUserFolder(server_.Options().mailRoot);
+  program_.errors.LogError(folder + name + ": cannot be written");
+  Warn(this, "用户没有保存：他的文件夹无法读写。\n" + platform::PathTextForUser(folder + name),
+       kTitle);
+}
+
+void frmEmailUsers::Refuse(const char* text, wxTextCtrl* field) {
+  Warn(this, text, kTitle);
+  field->SetFocus();
+}
+
+}  // namespace ui

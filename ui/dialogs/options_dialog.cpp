@@ -1,0 +1,115 @@
+#include "ui/dialogs/options_dialog.h"
+
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/textctrl.h>
+
+#include "settings/autostart.h"
+#include "settings/manager_password.h"
+#include "settings/start_options.h"
+#include "text/strings.h"
+#include "ui/controls/layout.h"
+#include "ui/controls/message_box.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/save_report.h"
+
+namespace ui {
+namespace {
+
+constexpr int kPasswordWidth = 160;
+
+}  // namespace
+
+frmOptions::frmOptions(wxWindow* parent, const settings::Program& program)
+    : wxDialog(parent, wxID_ANY, Shown("系统选项")), program_(program) {
+  SetName("frmOptions");
+  wxSizer* content = MakeContent();
+  const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
+  cmdOK = buttons.ok;
+  cmdCancel = buttons.cancel;
+  chkManagerPwd->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent&) {
+    EnablePassword();
+    if (txtPwd->IsEnabled()) txtPwd->SetFocus();
+  });
+  txtPwd->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { KeepPasswordFitting(); });
+  cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
+  Fill(*this, content, buttons);
+  Load();
+  CentreOnParent();
+}
+
+wxSizer* frmOptions::MakeContent() {
+  Group start(this, "启动");
+  chkSysAutoStart = MakeCheckBox(start.Parent(), "chkSysAutoStart", "随系统启动本程序(&S)");
+  chkShowInBar = MakeCheckBox(start.Parent(), "chkShowInBar", "启动后只显示任务栏图标(&T)");
+  chkAutoStartService =
+      MakeCheckBox(start.Parent(), "chkAutoStartService", "启动后自动开始各项服务(&A)");
+  for (wxCheckBox* box : {chkSysAutoStart, chkShowInBar, chkAutoStartService}) {
+    start.Content().Add(box);
+  }
+
+  Group manager(this, "管理密码");
+  chkManagerPwd = MakeCheckBox(manager.Parent(), "chkManagerPwd", "打开管理窗口时要求密码(&P)：");
+  txtPwd = Named(new wxTextCtrl(manager.Parent(), wxID_ANY, "", wxDefaultPosition,
+                                FromDIP(wxSize(kPasswordWidth, -1)), wxTE_PASSWORD),
+                 "txtPwd");
+  manager.Content().Add(MakeRow(this, {chkManagerPwd, txtPwd}));
+
+  Column column(this, kEdge);
+  column.Add(start.Sizer());
+  column.Add(manager.Sizer());
+  return column.Sizer();
+}
+
+void frmOptions::Load() {
+  const settings::StartOptions options = settings::ReadStartOptions(program_);
+  chkAutoStartService->SetValue(options.autoStartService);
+  chkShowInBar->SetValue(options.startInTaskBar);
+  chkSysAutoStart->SetValue(settings::StartsWithSystem(program_));
+  const std::string password = settings::ManagerPassword(program_);
+  chkManagerPwd->SetValue(!password.empty());
+  txtPwd->ChangeValue(Shown(password));
+  EnablePassword();
+}
+
+void frmOptions::EnablePassword() { txtPwd->Enable(chkManagerPwd->GetValue()); }
+
+// The user sees where it ends rather than being locked out by a password that was cut.
+void frmOptions::KeepPasswordFitting() {
+  const std::string typed = Typed(txtPwd->GetValue());
+  const std::string fitting = settings::FittingManagerPassword(typed);
+  if (fitting == typed) return;
+  txtPwd->ChangeValue(Shown(fitting));
+  txtPwd->SetInsertionPointEnd();
+  wxBell();
+}
+
+void frmOptions::OnConfirm() {
+  const std::string password = Typed(txtPwd->GetValue());
+  const bool wanted = chkManagerPwd->GetValue();
+  if (wanted && text::TrimBlanks(password).empty()) {
+    Warn(this, "请输入管理密码！");
+    txtPwd->SetFocus();
+    return;
+  }
+  settings::Change change(program_);
+  settings::WriteStartOptions(change, {.autoStartService = chkAutoStartService->GetValue(),
+                                       .startInTaskBar = chkShowInBar->GetValue()});
+  if (!IsSaved(this, program_, change.Fault())) return;
+  settings::SetManagerPassword(program_, wanted ? password : "");
+  if (!IsSaved(this, program_, change.Save())) return;
+  SaveStartWithSystem();
+  EndModal(wxID_OK);
+}
+
+void frmOptions::SaveStartWithSystem() {
+  const bool wanted = chkSysAutoStart->GetValue();
+  const std::string version = wanted ? settings::SystemVersionText() : "";
+  // A hint only: the value is written all the same.
+  if (settings::NeedsRegistrationAsService(version)) {
+    Warn(this, "您使用的操作系统是" + version + "本程序须注册服务后才能使用！");
+  }
+  settings::SetStartsWithSystem(program_, wanted);
+}
+
+}  // namespace ui

@@ -1,0 +1,38 @@
+#pragma once
+
+// The general options: start with the system, start hidden, start the services, manager password.
+
+#include <wx/dialog.h>
+
+#include "settings/program.h"
+
+class wxButton;
+class wxCheckBox;
+class wxTextCtrl;
+
+namespace ui {
+
+class frmOptions : public wxDialog {
+ public:
+  frmOptions(wxWindow* parent, const settings::Program& program);
+
+  wxCheckBox* chkSysAutoStart;
+  wxCheckBox* chkShowInBar;
+  wxCheckBox* chkAutoStartService;
+  wxCheckBox* chkManagerPwd;
+  wxTextCtrl* txtPwd;
+  wxButton* cmdOK;
+  wxButton* cmdCancel;
+
+ private:
+  wxSizer* MakeContent();
+  void Load();
+  void EnablePassword();
+  void KeepPasswordFitting();
+  void OnConfirm();
+  void SaveStartWithSystem();
+
+  const settings::Program& program_;
+};
+
+}  // namespace ui

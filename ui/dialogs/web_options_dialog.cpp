@@ -1,0 +1,142 @@
+#include "ui/dialogs/web_options_dialog.h"
+
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/listbox.h>
+#include <wx/notebook.h>
+#include <wx/panel.h>
+#include <wx/textctrl.h>
+
+#include "ui/controls/layout.h"
+#include "ui/controls/message_box.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/questions.h"
+#include "ui/dialogs/save_report.h"
+
+namespace ui {
+namespace {
+
+using ModWeb::WebOptionsEntry;
+using ModWeb::WebOptionsFault;
+
+}  // namespace
+
+frmWebOptions::frmWebOptions(wxWindow* parent, const settings::Program& program,
+                             ModWeb::WebServer& server)
+    : wxDialog(parent, wxID_ANY, Shown("Web服务器选项"), wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+      program_(program),
+      pages_(new wxNotebook(this, wxID_ANY)) {
+  SetName("frmWebOptions");
+  pages_->AddPage(MakeSitePage(), Shown("站点"));
+  pages_->AddPage(MakeDocumentPage(), Shown("默认文档"));
+  pages_->AddPage(MakeRightsPage(), Shown("权限"));
+  auto* logPage = new wxPanel(pages_);
+  auto* log = new LogPanel(logPage, program.File("Web.log"));
+  lstLog = log->lstLog;
+  pages_->AddPage(WithMargin(logPage, log), Shown("访问日志"));
+
+  const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
+  cmdOK = buttons.ok;
+  cmdCancel = buttons.cancel;
+  cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
+  Fill(*this, pages_, buttons);
+
+  server.LoadOptions();
+  Load(ModWeb::EntryToShow(program, server.Options()));
+  txtWebRoot->SetFocus();
+  CentreOnScreen();
+}
+
+wxWindow* frmWebOptions::MakeSitePage() {
+  auto* page = new wxPanel(pages_);
+  FieldRows rows(page);
+  txtWebRoot =
+      rows.AddWithButton("txtWebRoot", "主目录(&R)：", "cmdBrowser", "浏览(&B)...", cmdBrowser);
+  txtWebAddress = rows.Add("txtWebAddress", "本地域名(&D)：");
+  txtWebIP = rows.Add("txtWebIP", "IP地址(&I)：");
+  txtWebPort = rows.Add("txtWebPort", "TCP端口(&P)：");
+  LetChooseFolder(cmdBrowser, txtWebRoot, "选择Web服务器的主目录");
+  return WithMargin(page, rows.Sizer());
+}
+
+wxWindow* frmWebOptions::MakeDocumentPage() {
+  auto* page = new wxPanel(pages_);
+  chkDefaultFile = MakeCheckBox(page, "chkDefaultFile", "访问根目录时发送默认文档(&S)");
+  documents_ = new DocumentList(page);
+  lstDocument = documents_->lstDocument;
+  Column column(page);
+  column.Add(chkDefaultFile);
+  column.Add(documents_, 1);
+  return WithMargin(page, column.Sizer());
+}
+
+wxWindow* frmWebOptions::MakeRightsPage() {
+  auto* page = new wxPanel(pages_);
+  rights = RightsGroup(page);
+  programs = ProgramsGroup(page, "optAppNone");
+  Column column(page, kEdge);
+  column.Add(rights.Sizer());
+  column.Add(programs.Sizer());
+  return WithMargin(page, column.Sizer());
+}
+
+void frmWebOptions::Load(const WebOptionsEntry& entry) {
+  txtWebRoot->ChangeValue(Shown(entry.rootDir));
+  txtWebIP->ChangeValue(Shown(entry.localIP));
+  txtWebPort->ChangeValue(Shown(entry.port));
+  txtWebAddress->ChangeValue(Shown(entry.domain));
+  chkDefaultFile->SetValue(entry.startDefaultPage);
+  rights.Set(entry.rights);
+  programs.Set(entry.noPrograms, entry.programs);
+  documents_->Set(entry.documents);
+}
+
+WebOptionsEntry frmWebOptions::Entry() const {
+  return {.rootDir = Typed(txtWebRoot->GetValue()),
+          .localIP = Typed(txtWebIP->GetValue()),
+          .port = Typed(txtWebPort->GetValue()),
+          .domain = Typed(txtWebAddress->GetValue()),
+          .startDefaultPage = chkDefaultFile->GetValue(),
+          .rights = rights.Rights(),
+          .noPrograms = programs.AreForbidden(),
+          .programs = programs.AreAllowed(),
+          .documents = documents_->Names()};
+}
+
+void frmWebOptions::OnConfirm() {
+  const WebOptionsEntry entry = Entry();
+  if (const auto fault = ModWeb::FindFault(entry)) return Refuse(*fault);
+  settings::Change change(program_);
+  ModWeb::WriteSettings(change, entry);
+  // The documents are not to be new with the settings old.
+  if (IsSaved(this, program_, change.Fault()) &&
+      IsSaved(this, program_, ModWeb::SaveDefaultPages(program_, entry.documents)) &&
+      IsSaved(this, program_, change.Save())) {
+    EndModal(wxID_OK);
+  }
+}
+
+void frmWebOptions::Refuse(WebOptionsFault fault) {
+  wxTextCtrl* field = nullptr;
+  switch (fault) {
+    case WebOptionsFault::kNoPort:
+      Warn(this, "请指定TCP端口！");
+      field = txtWebPort;
+      break;
+    case WebOptionsFault::kNoDomain:
+      // Two icons at once: which one is shown is the system's choice.
+      ShowMessage(this, "请指定本地域名", kProgramTitle,
+                  wxOK | wxICON_INFORMATION | wxICON_QUESTION);
+      field = txtWebAddress;
+      break;
+    case WebOptionsFault::kNoRoot:
+      Warn(this, "请指定WEB主目录！");
+      field = txtWebRoot;
+      break;
+  }
+  pages_->SetSelection(0);
+  field->SetFocus();
+}
+
+}  // namespace ui

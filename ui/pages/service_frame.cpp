@@ -1,0 +1,296 @@
+#include "ui/pages/service_frame.h"
+
+#include <wx/button.h>
+#include <wx/dcclient.h>
+#include <wx/hyperlink.h>
+#include <wx/notebook.h>
+#include <wx/sizer.h>
+#include <wx/statbmp.h>
+#include <wx/stattext.h>
+
+#include <utility>
+
+#include "core/service_addresses.h"
+#include "core/service_texts.h"
+#include "ui/controls/accessible.h"
+#include "ui/controls/art.h"
+#include "ui/controls/basic_controls.h"
+#include "ui/controls/colours.h"
+#include "ui/controls/layout.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/pages/live_panel.h"
+#include "ui/pages/service_looks.h"
+
+namespace ui {
+namespace {
+
+constexpr int kPictureSize = 48;
+constexpr int kStateSize = 20;
+constexpr double kTitleFactor = 1.5;
+constexpr int kAddressWidth = 440;  // at most so much of the address is shown
+constexpr int kPathWidth = 240;     // at least so much of the root directory is shown
+
+constexpr const char* kLiveTab = "正在进行";
+
+std::string Joined(const std::vector<std::string>& texts, const char* between) {
+  std::string joined;
+  for (const std::string& text : texts) joined += (joined.empty() ? "" : between) + text;
+  return joined;
+}
+
+wxSizerFlags InRow(wxWindow* window) {
+  return wxSizerFlags().CentreVertical().Border(wxRIGHT, window->FromDIP(kGap));
+}
+
+wxStaticText* MakeQuietText(wxWindow* parent, const wxString& text, long style = 0) {
+  auto* label = new wxStaticText(parent, wxID_ANY, text, wxDefaultPosition, wxDefaultSize, style);
+  label->SetForegroundColour(QuietText());
+  return label;
+}
+
+}  // namespace
+
+ServiceFrame::ServiceFrame(wxWindow* parent, core::ServiceKind service, Actions actions)
+    : wxPanel(parent) {
+  Named(this, LooksOf(service).frame);
+  const int edge = FromDIP(kEdge);
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  const wxSizerFlags row = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, edge);
+  column->Add(MakeHeader(service), row);
+  // Above the facts, which come and go: what is to be pressed again stays where it is.
+  column->Add(MakeButtons(service, actions), row);
+  column->Add(MakeFacts(service, actions), row);
+  column->Add(MakeTabs(service), wxSizerFlags(1).Expand().Border(wxALL, edge));
+  SetSizer(column);
+  SetHint(core::TextsOf(service).startHint);
+  ShowButtons(false);
+}
+
+wxSizer* ServiceFrame::MakeHeader(core::ServiceKind service) {
+  const ServiceLooks& looks = LooksOf(service);
+  auto* texts = new wxBoxSizer(wxVERTICAL);
+  texts->Add(MakeHeading(this, looks.title, kTitleFactor));
+  texts->Add(MakeQuietText(this, Shown(looks.purpose)));
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(new wxStaticBitmap(this, wxID_ANY, Art(looks.picture, kPictureSize)),
+           wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kEdge)));
+  row->Add(texts, wxSizerFlags(1).CentreVertical());
+  return row;
+}
+
+wxSizer* ServiceFrame::MakeFacts(core::ServiceKind service, const Actions& actions) {
+  const ServiceLooks& looks = LooksOf(service);
+  const wxSizerFlags below = wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap));
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(MakeOutcome(looks, actions));
+  column->Add(MakeReason(actions), below);
+  hint_ = Named(MakeQuietText(this, ""), looks.hint);
+  column->Add(hint_, below);
+  column->Add(MakeRoot(looks, actions), wxSizerFlags().Expand().Border(wxTOP, FromDIP(kGap)));
+  column->Add(MakeRootMissing(actions), below);
+  column->Add(MakeReach(service, actions), below);
+  column->Add(MakePortNote(actions), below);
+  return column;
+}
+
+wxSizer* ServiceFrame::MakeOutcome(const ServiceLooks& looks, const Actions& actions) {
+  state_ = new wxStaticBitmap(this, wxID_ANY, Art("off", kStateSize));
+  result_ = Named(new wxStaticText(this, wxID_ANY, Shown(looks.idle)), looks.result);
+  address_ = MakeAddress(this, looks.address, actions.openAddress);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(state_, InRow(this));
+  row->Add(result_, wxSizerFlags().CentreVertical());
+  row->Add(address_, wxSizerFlags().CentreVertical());
+  return row;
+}
+
+wxSizer* ServiceFrame::MakeReason(const Actions& actions) {
+  reason_ = Named(new wxStaticText(this, wxID_ANY, ""), "lblReason");
+  remedy_ = MakeActionButton(this, "cmdRemedy", "", [this, act = actions.remedy] {
+    if (diagnosis_) act(*diagnosis_);
+  });
+  reason_->Hide();
+  remedy_->Hide();
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(reason_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
+  row->Add(remedy_, wxSizerFlags().CentreVertical());
+  return row;
+}
+
+wxSizer* ServiceFrame::MakeRoot(const ServiceLooks& looks, const Actions& actions) {
+  rootDir_ = Named(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition,
+                                    FromDIP(wxSize(kPathWidth, -1)), wxST_ELLIPSIZE_MIDDLE),
+                   looks.rootDir);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(MakeQuietText(this, Shown("主目录：")), wxSizerFlags().CentreVertical());
+  row->Add(rootDir_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
+  row->Add(MakeActionButton(this, "cmdOpenRoot", "打开文件夹(&F)", actions.openRoot),
+           wxSizerFlags().CentreVertical());
+  return row;
+}
+
+wxSizer* ServiceFrame::MakeRootMissing(const Actions& actions) {
+  rootMissing_ =
+      Named(new wxStaticText(this, wxID_ANY, Shown("这个文件夹不存在，他人访问时什么也得不到。")),
+            "lblRootMissing");
+  rootMissing_->SetForegroundColour(FailedText());
+  makeRoot_ = MakeActionButton(this, "cmdMakeRoot", "新建文件夹(&W)", actions.makeRoot);
+  SetRootMissing(false);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(rootMissing_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
+  row->Add(makeRoot_, wxSizerFlags().CentreVertical());
+  return row;
+}
+
+wxSizer* ServiceFrame::MakeReach(core::ServiceKind service, const Actions& actions) {
+  hasQrCode_ = core::IsReachedByUrl(service);
+  reachHeading_ = MakeQuietText(this, Shown("局域网地址："));
+  reach_ = Named(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition,
+                                  FromDIP(wxSize(kPathWidth, -1)), wxST_ELLIPSIZE_END),
+                 "lblReach");
+  copyReach_ = MakeActionButton(this, "cmdCopyReach", "复制(&C)",
+                                [this, copy = actions.copy] { copy(Joined(reachedAt_, "\n")); });
+  showQrCode_ = MakeActionButton(this, "cmdShowQrCode", "二维码(&Q)...",
+                                 [this, show = actions.showQrCode] { show(reachedAt_); });
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(reachHeading_, wxSizerFlags().CentreVertical());
+  row->Add(reach_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
+  row->Add(copyReach_, wxSizerFlags().CentreVertical());
+  row->Add(showQrCode_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
+  ShowReach();
+  return row;
+}
+
+void ServiceFrame::ShowReach() {
+  const bool shown = !reachedAt_.empty();
+  reachHeading_->Show(shown);
+  reach_->Show(shown);
+  copyReach_->Show(shown);
+  showQrCode_->Show(shown && hasQrCode_);
+}
+
+wxSizer* ServiceFrame::MakePortNote(const Actions& actions) {
+  portNote_ = Named(
+      MakeQuietText(this, Shown("现在的浏览器只在端口 80 上显示这种网页；当前设置的是别的端口。")),
+      "lblPortNote");
+  changePort_ = MakeActionButton(this, "cmdChangePort", "更改(&U)...", actions.showOptions);
+  portNote_->Hide();
+  changePort_->Hide();
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(portNote_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
+  row->Add(changePort_, wxSizerFlags().CentreVertical());
+  return row;
+}
+
+wxWindow* ServiceFrame::MakeTabs(core::ServiceKind service) {
+  tabs_ = Named(new wxNotebook(this, wxID_ANY), "tabs");
+  Describe(*tabs_, LooksOf(service).title);
+  bodyPage_ = new wxPanel(tabs_);
+  body_ = new wxBoxSizer(wxVERTICAL);
+  WithMargin(bodyPage_, body_);
+  live_ = new LivePanel(tabs_);
+  tabs_->AddPage(bodyPage_, "");
+  tabs_->AddPage(live_, Shown(kLiveTab));
+  return tabs_;
+}
+
+wxSizer* ServiceFrame::MakeButtons(core::ServiceKind service, const Actions& actions) {
+  const ServiceLooks& looks = LooksOf(service);
+  start_ = MakeActionButton(this, looks.start, "启动(&G)", actions.start);
+  stop_ = MakeActionButton(this, looks.stop, "停止(&P)", actions.stop);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(start_, InRow(this));
+  row->Add(stop_, InRow(this));
+  row->Add(MakeActionButton(this, looks.dns, "域名(&D)...", actions.askDomain), InRow(this));
+  row->Add(MakeActionButton(this, looks.options, "选项(&O)...", actions.showOptions), InRow(this));
+  return row;
+}
+
+void ServiceFrame::SetResult(const std::string& text) { result_->SetLabel(Shown(text)); }
+
+void ServiceFrame::SetAddress(const std::string& text) {
+  ShowAddress(*address_, text, FromDIP(kAddressWidth));
+  Layout();
+}
+
+void ServiceFrame::EnableAddress(bool enabled) { address_->Enable(enabled); }
+
+void ServiceFrame::SetHint(const std::string& text) { hint_->SetLabel(Shown(text)); }
+
+void ServiceFrame::SetRootDir(const std::string& path) {
+  rootDir_->SetLabel(Shown(path));
+  rootDir_->SetToolTip(Shown(path));
+}
+
+void ServiceFrame::ShowButtons(bool running) {
+  ShowInstead(running ? *start_ : *stop_, running ? *stop_ : *start_);
+  Layout();
+}
+
+void ServiceFrame::SetState(bool on) { state_->SetBitmap(Art(on ? "on" : "off", kStateSize)); }
+
+void ServiceFrame::SetDiagnosis(const std::optional<core::Diagnosis>& diagnosis) {
+  using Remedy = core::Diagnosis::Remedy;
+  diagnosis_ = diagnosis;
+  const Remedy remedy = diagnosis ? diagnosis->remedy : Remedy::kNone;
+  reason_->SetLabel(Shown(diagnosis ? diagnosis->text : ""));
+  reason_->Show(diagnosis.has_value());
+  remedy_->SetLabel(Shown(remedy == Remedy::kCopyCommand ? "复制命令(&Y)" : "更改端口(&Y)..."));
+  remedy_->Show(remedy != Remedy::kNone);
+  Layout();
+}
+
+void ServiceFrame::SetRootMissing(bool missing) {
+  if (rootMissing_->IsShown() == missing && makeRoot_->IsShown() == missing) return;
+  rootMissing_->Show(missing);
+  makeRoot_->Show(missing);
+  Layout();
+}
+
+void ServiceFrame::SetReach(const std::vector<std::string>& addresses) {
+  if (addresses == reachedAt_) return;
+  reachedAt_ = addresses;
+  reach_->SetLabel(Shown(Joined(addresses, "   ")));
+  reach_->SetToolTip(Shown(Joined(addresses, "\n")));
+  ShowReach();
+  Layout();
+}
+
+void ServiceFrame::SetPortNote(bool shown) {
+  if (portNote_->IsShown() == shown) return;
+  portNote_->Show(shown);
+  changePort_->Show(shown);
+  Layout();
+}
+
+void ServiceFrame::ShowConnections(const std::vector<net::ConnectionReport>& connections) {
+  const std::size_t open = connections.size();
+  const wxString title =
+      Shown(open == 0 ? kLiveTab : kLiveTab + ("（" + std::to_string(open) + "）"));
+  if (tabs_->GetPageText(1) != title) tabs_->SetPageText(1, title);
+  if (tabs_->GetSelection() == 1) live_->ShowNow(connections);
+}
+
+void ServiceFrame::TurnTabs(bool forward) {
+  tabs_->AdvanceSelection(forward);
+  tabs_->SetFocus();  // what had it may be on the other page
+}
+
+bool ServiceFrame::ShowsRunning() const { return stop_->IsShown(); }
+
+wxBoxSizer* ServiceFrame::AddBodyHeading(const char* text) {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  tabs_->SetPageText(0, Shown(text));
+  row->AddStretchSpacer();
+  body_->Add(row, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(kGap)));
+  return row;
+}
+
+wxButton* ServiceFrame::AddBodyButton(wxBoxSizer* heading, const char* name, const char* text,
+                                      std::function<void()> action) {
+  wxButton* button = MakeActionButton(bodyPage_, name, text, action);
+  heading->Add(button, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
+  return button;
+}
+
+}  // namespace ui

@@ -1,0 +1,213 @@
+#include "ui/pages/welcome_frame.h"
+
+#include <wx/button.h>
+#include <wx/hyperlink.h>
+#include <wx/sizer.h>
+#include <wx/statbmp.h>
+#include <wx/stattext.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "text/strings.h"
+#include "ui/controls/accessible.h"
+#include "ui/controls/art.h"
+#include "ui/controls/basic_controls.h"
+#include "ui/controls/card.h"
+#include "ui/controls/colours.h"
+#include "ui/controls/layout.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/pages/service_looks.h"
+
+namespace ui {
+namespace {
+
+constexpr int kLogoSize = 64;
+constexpr int kPictureSize = 56;
+constexpr int kStateSize = 16;
+constexpr int kCardWidth = 196;  // at least, and room for an address
+constexpr const char* kUsualAddress = "Http://www.example-name.com";
+constexpr int kAddressHeight = 46;  // room for two lines
+constexpr double kNameFactor = 1.8;
+constexpr double kTitleFactor = 1.2;
+
+// Each card has a control of a kind; a screen reader and a test tell them apart by the service.
+struct CardNames {
+  const char* state;
+  const char* address;
+  const char* reason;
+  const char* start;
+  const char* stop;
+  const char* page;
+  const char* root;
+};
+
+constexpr std::array<CardNames, 3> kNames = {{
+    {"lblCardWebState", "lblCardWebAddress", "lblCardWebReason", "cmdCardStartWeb",
+     "cmdCardStopWeb", "cmdCardWebPage", "cmdCardWebRoot"},
+    {"lblCardFtpState", "lblCardFtpAddress", "lblCardFtpReason", "cmdCardStartFtp",
+     "cmdCardStopFtp", "cmdCardFtpPage", "cmdCardFtpRoot"},
+    {"lblCardMailState", "lblCardMailAddress", "lblCardMailReason", "cmdCardStartMail",
+     "cmdCardStopMail", "cmdCardMailPage", "cmdCardMailRoot"},
+}};
+
+}  // namespace
+
+WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
+    : wxPanel(parent), actions_(std::move(actions)) {
+  Named(this, "fraWelcome");
+  auto* cards = new wxGridSizer(1, static_cast<int>(kServices.size()), 0, FromDIP(kEdge));
+  for (const core::ServiceKind service : kServices) {
+    cards->Add(MakeCard(service), wxSizerFlags().Expand());
+  }
+  const int edge = FromDIP(kEdge);
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(MakeHeader(), wxSizerFlags().Expand().Border(wxALL, edge));
+  steps_ = new FirstSteps(this, actions_.firstSteps);
+  column->Add(steps_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
+  column->Add(cards, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge));
+  column->Add(MakeFooter(), wxSizerFlags().Expand().Border(wxALL, edge));
+  SetSizer(column);
+  for (const core::ServiceKind service : kServices) SetRunning(service, false);
+}
+
+wxSizer* WelcomeFrame::MakeHeader() {
+  picIcon = Named(new wxStaticBitmap(this, wxID_ANY, Art("tarnwerk", kLogoSize)), "picIcon");
+  auto* purpose = new wxStaticText(this, wxID_ANY, Shown("让您的电脑成为网站、文件与邮件服务器"));
+  purpose->SetForegroundColour(QuietText());
+  auto* texts = new wxBoxSizer(wxVERTICAL);
+  texts->Add(MakeHeading(this, "Tarnwerk", kNameFactor));
+  texts->Add(purpose, wxSizerFlags().Border(wxTOP, FromDIP(kTightGap)));
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(picIcon, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kEdge)));
+  row->Add(texts, wxSizerFlags(1).CentreVertical());
+  return row;
+}
+
+wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
+  const ServiceLooks& looks = LooksOf(service);
+  const CardNames& names = kNames[IndexOf(service)];
+  const auto call = [this, service](std::function<void(core::ServiceKind)> Actions::*action) {
+    return [this, service, action] { (actions_.*action)(service); };
+  };
+  ServiceCard& card = CardOf(service);
+  auto* panel = new Card(this);
+  card.panel = panel;
+  card.stateIcon = new wxStaticBitmap(panel, wxID_ANY, Art("off", kStateSize));
+  card.state = Named(new wxStaticText(panel, wxID_ANY, ""), names.state);
+  card.address = MakeAddress(panel, names.address, call(&Actions::openAddress));
+  card.reason = Named(new wxStaticText(panel, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                                       wxALIGN_CENTRE_HORIZONTAL),
+                      names.reason);
+  card.reason->Hide();
+  card.start = MakeActionButton(panel, names.start, "启动", call(&Actions::start));
+  card.stop = MakeActionButton(panel, names.stop, "停止", call(&Actions::stop));
+  auto* state = new wxBoxSizer(wxHORIZONTAL);
+  state->Add(card.stateIcon, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kTightGap)));
+  state->Add(card.state, wxSizerFlags().CentreVertical());
+  // As high as the longest address wherever none is shown, so that the cards do not jump.
+  auto* address = new wxBoxSizer(wxHORIZONTAL);
+  address->Add(card.address, wxSizerFlags().CentreVertical());
+  address->Add(card.reason, wxSizerFlags().CentreVertical());
+  address->Add(0, FromDIP(kAddressHeight));
+
+  const wxSizerFlags centred = wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kGap));
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(new wxStaticBitmap(panel, wxID_ANY, Art(looks.picture, kPictureSize)),
+              wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kEdge)));
+  column->Add(MakeHeading(panel, looks.title, kTitleFactor), centred);
+  column->Add(state, centred);
+  column->Add(address, wxSizerFlags().CentreHorizontal().Border(wxLEFT | wxRIGHT, FromDIP(kGap)));
+  const wxSizerFlags wide = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, FromDIP(kEdge));
+  column->Add(card.start, wide);
+  column->Add(card.stop, wide);
+  column->AddSpacer(FromDIP(kGap));
+  wxButton* page = MakeActionButton(panel, names.page, "查看与设置...", call(&Actions::showPage));
+  wxButton* root = MakeActionButton(panel, names.root, "打开文件夹", call(&Actions::openRoot));
+  column->Add(page, wide);
+  column->AddSpacer(FromDIP(kGap));
+  column->Add(root, wide);
+  column->AddSpacer(FromDIP(kEdge));
+  // Each card has them.
+  for (wxButton* button : {card.start, card.stop, page, root}) {
+    Describe(*button, Typed(button->GetLabel()) + " " + looks.title);
+  }
+  const int room = panel->GetTextExtent(kUsualAddress).x + FromDIP(2 * kGap);
+  column->SetMinSize(std::max(FromDIP(kCardWidth), room), -1);
+  panel->SetSizer(column);
+  return panel;
+}
+
+wxSizer* WelcomeFrame::MakeFooter() {
+  startAll_ =
+      MakeActionButton(this, "cmdStartAll", "全部启动(&A)", [this] { actions_.startAll(); });
+  stopAll_ = MakeActionButton(this, "cmdStopAll", "全部停止(&L)", [this] { actions_.stopAll(); });
+  const wxSize large = FromDIP(wxSize(160, 36));
+  for (wxButton* button : {startAll_, stopAll_}) button->SetMinSize(large);
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->AddStretchSpacer();
+  row->Add(startAll_);
+  row->AddSpacer(FromDIP(kGap));
+  row->Add(stopAll_);
+  row->AddStretchSpacer();
+  return row;
+}
+
+void WelcomeFrame::SetAddress(core::ServiceKind service, const std::string& text) {
+  ServiceCard& card = CardOf(service);
+  // Two addresses, the mail server's, are one below the other.
+  ShowAddress(*card.address, text::ReplaceAll(text, "  ", "\n"), FromDIP(kCardWidth));
+  card.panel->Layout();
+}
+
+void WelcomeFrame::EnableAddress(core::ServiceKind service, bool enabled) {
+  CardOf(service).address->Enable(enabled);
+}
+
+void WelcomeFrame::SetRunning(core::ServiceKind service, bool running) {
+  ServiceCard& card = CardOf(service);
+  card.running = running;
+  card.address->Enable(running);
+  ShowInstead(running ? *card.start : *card.stop, running ? *card.stop : *card.start);
+  running ? ShowState(card, "on", "正在运行", RunningText())
+          : ShowState(card, "off", "已停止", QuietText());
+  const auto runs = [](const ServiceCard& each) { return each.running; };
+  const bool allRun = std::all_of(cards_.begin(), cards_.end(), runs);
+  const bool anyRuns = std::any_of(cards_.begin(), cards_.end(), runs);
+  const bool startHadFocus = startAll_->HasFocus();
+  const bool stopHadFocus = stopAll_->HasFocus();
+  startAll_->Enable(!allRun);
+  stopAll_->Enable(anyRuns);
+  // The keyboard goes on with the one that can be pressed.
+  if (startHadFocus && allRun) stopAll_->SetFocus();
+  if (stopHadFocus && !anyRuns) startAll_->SetFocus();
+}
+
+void WelcomeFrame::SetFailed(core::ServiceKind service) {
+  ShowState(CardOf(service), "failed", "启动失败", FailedText());
+}
+
+void WelcomeFrame::ShowSteps(const StepsLeft& left) {
+  if (steps_->ShowSteps(left)) Layout();
+}
+
+void WelcomeFrame::SetReason(core::ServiceKind service, const std::string& text) {
+  ServiceCard& card = CardOf(service);
+  card.reason->SetLabel(Shown(text));
+  card.reason->Show(!text.empty());
+  card.panel->Layout();
+}
+
+void WelcomeFrame::ShowState(ServiceCard& card, const char* icon, const char* text,
+                             const wxColour& colour) {
+  card.stateIcon->SetBitmap(Art(icon, kStateSize));
+  card.state->SetForegroundColour(colour);
+  card.state->SetLabel(Shown(text));
+  card.panel->Layout();
+}
+
+WelcomeFrame::ServiceCard& WelcomeFrame::CardOf(core::ServiceKind service) {
+  return cards_[IndexOf(service)];
+}
+
+}  // namespace ui

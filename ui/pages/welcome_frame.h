@@ -1,0 +1,80 @@
+#pragma once
+
+// The first page: the three services side by side, each with its state, its address and the one
+// button that fits, and a button for all of them; above them what a new user does first. Decides
+// nothing; what is pressed is told.
+
+#include <wx/panel.h>
+
+#include <array>
+#include <functional>
+#include <string>
+
+#include "core/service.h"
+#include "ui/pages/first_steps.h"
+
+class wxBoxSizer;
+class wxButton;
+class wxHyperlinkCtrl;
+class wxStaticBitmap;
+class wxStaticText;
+
+namespace ui {
+
+class WelcomeFrame : public wxPanel {
+ public:
+  struct Actions {
+    std::function<void(core::ServiceKind)> start;
+    std::function<void(core::ServiceKind)> stop;
+    std::function<void(core::ServiceKind)> showPage;
+    std::function<void(core::ServiceKind)> openAddress;
+    std::function<void(core::ServiceKind)> openRoot;
+    std::function<void()> startAll;
+    std::function<void()> stopAll;
+    FirstSteps::Actions firstSteps;
+  };
+
+  WelcomeFrame(wxWindow* parent, Actions actions);
+
+  void SetAddress(core::ServiceKind service, const std::string& text);
+  void EnableAddress(core::ServiceKind service, bool enabled);
+  void SetRunning(core::ServiceKind service, bool running);
+
+  /// Says that the last start failed, until the service runs or is stopped.
+  void SetFailed(core::ServiceKind service);
+
+  /// Why it failed, in up to two short lines, where the address stands otherwise.
+  void SetReason(core::ServiceKind service, const std::string& text);
+
+  /// What is left to do for a new user.
+  void ShowSteps(const StepsLeft& left);
+
+  wxStaticBitmap* picIcon;
+
+ private:
+  struct ServiceCard {
+    wxStaticBitmap* stateIcon;
+    wxStaticText* state;
+    wxHyperlinkCtrl* address;
+    wxStaticText* reason;
+    wxButton* start;
+    wxButton* stop;
+    wxBoxSizer* sizer;
+    wxPanel* panel;
+    bool running = false;
+  };
+
+  wxSizer* MakeHeader();
+  wxPanel* MakeCard(core::ServiceKind service);
+  wxSizer* MakeFooter();
+  void ShowState(ServiceCard& card, const char* icon, const char* text, const wxColour& colour);
+  ServiceCard& CardOf(core::ServiceKind service);
+
+  Actions actions_;
+  std::array<ServiceCard, 3> cards_;
+  FirstSteps* steps_;
+  wxButton* startAll_;
+  wxButton* stopAll_;
+};
+
+}  // namespace ui

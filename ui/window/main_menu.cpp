@@ -1,0 +1,104 @@
+#include "ui/window/main_menu.h"
+
+#include "ui/controls/toolkit_text.h"
+#include "ui/pages/service_looks.h"
+
+namespace ui {
+namespace {
+
+constexpr std::size_t kServiceMenu = 0;  // its place in the bar
+
+struct StartAndStop {
+  MenuItem start;
+  const char* startCaption;
+  MenuItem stop;
+  const char* stopCaption;
+};
+
+constexpr std::array<StartAndStop, 3> kStartAndStop = {{
+    {mnuStartWeb, "启动 Web 服务(&W)", mnuStopWeb, "停止 Web 服务(&W)"},
+    {mnuStartFtp, "启动 FTP 服务(&F)", mnuStopFtp, "停止 FTP 服务(&F)"},
+    {mnuStartMail, "启动 E-Mail 服务(&M)", mnuStopMail, "停止 E-Mail 服务(&M)"},
+}};
+
+void Add(wxMenu& menu, MenuItem item, const char* caption) { menu.Append(item, Shown(caption)); }
+
+void AddBar(wxMenu& menu, MenuItem bar) {
+  menu.Append(new wxMenuItem(&menu, wxID_SEPARATOR))->SetId(bar);
+}
+
+void AddServices(wxMenu& menu, const ServiceStates& running) {
+  for (const core::ServiceKind service : kServices) {
+    const StartAndStop& items = kStartAndStop[IndexOf(service)];
+    running[IndexOf(service)] ? Add(menu, items.stop, items.stopCaption)
+                              : Add(menu, items.start, items.startCaption);
+  }
+}
+
+void FillServiceMenu(wxMenu& menu, const ServiceStates& running) {
+  AddServices(menu, running);
+  AddBar(menu, mnuServiceBar1);
+  Add(menu, mnuShowSystemTray, "最小化到托盘(&Y)\tCtrl+H");
+  AddBar(menu, mnubar4);
+  Add(menu, mnuExit, "退出(&X)\tCtrl+Q");
+}
+
+wxMenu* MakeViewMenu() {
+  auto* menu = new wxMenu;
+  Add(*menu, mnuViewWelcome, "概览(&V)\tCtrl+1");
+  Add(*menu, mnuViewWeb, "Web 服务(&W)\tCtrl+2");
+  Add(*menu, mnuViewFtp, "FTP 服务(&F)\tCtrl+3");
+  Add(*menu, mnuViewEmail, "E-Mail 服务(&M)\tCtrl+4");
+  return menu;
+}
+
+wxMenu* MakeToolsMenu() {
+  auto* menu = new wxMenu;
+  Add(*menu, mnuOptions, "选项(&O)...\tCtrl+P");
+  return menu;
+}
+
+wxMenu* MakeHelpMenu() {
+  auto* menu = new wxMenu;
+  Add(*menu, mnuHelpTopic, "帮助主题(&H)\tF1");
+  Add(*menu, mnuTips, "每日提示(&T)...");
+  menu->AppendSeparator();
+  Add(*menu, mnuAbout, "关于 Tarnwerk(&A)...");
+  return menu;
+}
+
+}  // namespace
+
+wxMenuBar* MakeMenuBar(const ServiceStates& running) {
+  auto* services = new wxMenu;
+  FillServiceMenu(*services, running);
+  auto* bar = new wxMenuBar;
+  bar->Append(services, Shown("服务(&S)"));
+  bar->Append(MakeViewMenu(), Shown("查看(&V)"));
+  bar->Append(MakeToolsMenu(), Shown("工具(&T)"));
+  bar->Append(MakeHelpMenu(), Shown("帮助(&H)"));
+  return bar;
+}
+
+void UpdateMenuBar(wxMenuBar& bar, const ServiceStates& running) {
+  wxMenu& menu = *bar.GetMenu(kServiceMenu);
+  while (menu.GetMenuItemCount() > 0) menu.Destroy(menu.FindItemByPosition(0));
+  FillServiceMenu(menu, running);
+}
+
+std::unique_ptr<wxMenu> MakeTrayMenu(const ServiceStates& running) {
+  auto menu = std::make_unique<wxMenu>();
+  Add(*menu, mnuShowFrmMain, "显示主窗口(&R)");
+  menu->AppendSubMenu(MakeViewMenu(), Shown("查看(&V)"));
+  AddBar(*menu, mnubar4);
+  AddServices(*menu, running);
+  AddBar(*menu, mnuServiceBar1);
+  Add(*menu, mnuOptions, "选项(&O)...");
+  Add(*menu, mnuHelpTopic, "帮助主题(&H)");
+  Add(*menu, mnuAbout, "关于 Tarnwerk(&A)...");
+  menu->AppendSeparator();
+  Add(*menu, mnuExit, "退出(&X)");
+  return menu;
+}
+
+}  // namespace ui
