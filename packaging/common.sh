@@ -18,15 +18,6 @@ export SOURCE_DATE_EPOCH
 version=$(ProjectVersion)
 day=$(date -d "@$SOURCE_DATE_EPOCH" +%F)
 
-# MakeSample FOLDER GUESTBOOK
-#
-# The sample site as a new user gets it, with the folders that the services look for.
-MakeSample() {
-    mkdir -p "$1"/{wwwroot/cgi-bin,ftproot/upload,mailroot/User}
-    cp -r packaging/sample/. "$1"
-    install -m 755 "$2" "$1/wwwroot/cgi-bin/guestbook.cgi"
-}
-
 # MakeGuide FOLDER: the user's guide under the name by which the program's help finds it.
 MakeGuide() { packaging/make_guide.py docs/guide.zh-CN.md "$1/使用说明.html"; }
 
