@@ -6,7 +6,7 @@
 // With a display the program opens its window, without one it has none. Names of measurements
 // (retr, stor, eight, small, list, answers, memory) leave out the others.
 //
-// Every figure is a ratio within this run, or a size. "want" says what we hold ourselves to.
+// Every figure is a ratio within this run, or a size. "want" is the goal.
 
 #include <algorithm>
 #include <atomic>
@@ -43,7 +43,7 @@ using bench::Vsftpd;
 constexpr std::size_t kBigBytes = 256U << 20;
 constexpr int kRounds = 7;
 
-// The fastest of some rounds of each, in turn: what others take of the machine only ever adds.
+// The fastest of several alternating rounds: other load on the machine only ever adds time.
 struct Fastest {
   double plain = 1e9;
   double ours = 1e9;
@@ -93,7 +93,7 @@ void CompareStor(const Tarnwerk& tarnwerk, const Folder& folder) {
                   std::filesystem::file_size(folder.Path("ftproot/stored.bin"))));
 }
 
-// When each of so many clients at once had the whole file.
+// The seconds until all of `count` concurrent clients have the whole file.
 std::vector<double> FetchTogether(std::uint16_t port, std::size_t count) {
   std::vector<std::unique_ptr<Ftp>> clients;
   std::vector<Descriptor> data;
@@ -175,7 +175,7 @@ void CompareListings(const Tarnwerk& tarnwerk, const Vsftpd& vsftpd) {
   std::printf("  vsftpd: %.2f of its time per entry of 1,000\n", theirs / theirSmall);
 }
 
-// How long another session waits for an answer while large listings are built.
+// How long another session waits for a reply while large listings are built.
 void MeasureAnswers(const Tarnwerk& tarnwerk) {
   std::atomic<bool> done = false;
   std::thread listing([&] {

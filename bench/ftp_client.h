@@ -1,6 +1,6 @@
 #pragma once
 
-// An FTP client that blocks: a control connection, and passive data connections one at a time.
+// A blocking FTP client: a control connection, and one passive data connection at a time.
 
 #include <cstdint>
 #include <string>
@@ -14,14 +14,14 @@ class FtpClient {
   /// Connects and reads the greeting.
   explicit FtpClient(std::uint16_t port);
 
-  /// Sends a command and returns the line that answers it; empty once the connection has ended.
+  /// Sends a command and returns its one-line reply; empty once the connection has ended.
   std::string Ask(const std::string& line);
   void Tell(const std::string& line);
   std::string Reply();
 
   Descriptor OpenPassive();
 
-  /// Bytes received; the replies are waited for.
+  /// Returns the number of bytes received, after the final reply.
   std::uint64_t Fetch(const std::string& line);
 
  private:
@@ -29,7 +29,7 @@ class FtpClient {
   std::string received_;
 };
 
-/// Sends so many bytes, in large pieces.
+/// Sends that many bytes, in large pieces.
 void SendMany(int connection, std::size_t bytes);
 
 }  // namespace bench

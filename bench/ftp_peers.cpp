@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t kChunkBytes = 4096;
 
-// Two connected sockets of this process.
+// A connected pair of sockets within this process.
 struct SocketPair {
   SocketPair() {
     const Descriptor listener(socket(AF_INET, SOCK_STREAM, 0));

@@ -1,7 +1,6 @@
 #pragma once
 
-// What the FTP benchmark compares the program with: plain loops that do no more than they must, and
-// vsftpd.
+// What the FTP benchmark compares the program with: minimal loops, and vsftpd.
 
 #include <cstdint>
 #include <string>
@@ -10,14 +9,14 @@
 
 namespace bench {
 
-/// Seconds in which a plain loop sends the file to a client of this process, 4 KiB at a time as the
-/// server does.
+/// Seconds a plain loop takes to send the file within this process, 4 KiB at a time like the
+/// server.
 double PlainSend(const std::string& path);
 
-/// Seconds in which a plain loop receives so many bytes from one and writes them to the file.
+/// Seconds a plain loop takes to receive that many bytes and write them to the file.
 double PlainReceive(const std::string& path, std::size_t bytes);
 
-/// Serves the folder "ftproot" to anybody, if it is installed.
+/// Serves the folder "ftproot" anonymously, where vsftpd is installed.
 class Vsftpd {
  public:
   explicit Vsftpd(const Folder& folder);

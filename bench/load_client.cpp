@@ -19,7 +19,7 @@ double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// A readiness queue and the sockets in it; a socket's number is its own key.
+// An epoll set and its sockets, keyed by descriptor.
 class Poll {
  public:
   Poll() : descriptor_(epoll_create1(0)) {}
@@ -62,7 +62,7 @@ int ConnectAndAsk(const Load& load) {
   return client;
 }
 
-// What is there; -1 at an error, 0 at the end.
+// The bytes read; -1 on an error, 0 at the end.
 ssize_t ReadSome(int client) {
   static std::array<char, 65536> buffer;
   return recv(client, buffer.data(), buffer.size(), MSG_DONTWAIT);

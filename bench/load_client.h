@@ -1,6 +1,6 @@
 #pragma once
 
-// Clients that fetch over and over, each time on a new connection, from one thread.
+// Clients that fetch in a loop from one thread, with a new connection for each fetch.
 
 #include <chrono>
 #include <cstdint>
@@ -24,8 +24,8 @@ struct LoadResult {
 
 LoadResult Run(const Load& load);
 
-/// One fetch by each of `clients` at once: how long each took from connecting to the last byte, and
-/// how much came.
+/// One fetch by each of `clients` at the same time: the seconds from connecting to the last byte,
+/// and the bytes received.
 struct Fetched {
   double seconds = 0;
   std::uint64_t bytes = 0;

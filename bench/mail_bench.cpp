@@ -2,7 +2,7 @@
 //
 // mail_bench <Tarnwerk>
 //
-// Every figure is a ratio within this run. "want" says what we hold ourselves to. Dovecot must be
+// Every figure is a ratio within this run. "want" is the goal. Dovecot must be
 // started by root.
 
 #include <unistd.h>
@@ -31,7 +31,7 @@ using bench::Tarnwerk;
 using Clock = std::chrono::steady_clock;
 namespace fs = std::filesystem;
 
-// A mailbox takes 49.
+// A mailbox holds 49 messages.
 constexpr int kMessages = 40;
 constexpr int kRounds = 9;
 constexpr int kReceivingRounds = 60;  // short ones: what a flush takes differs widely
@@ -72,8 +72,8 @@ double MessagesPerSecond(std::uint16_t port, const std::string& message) {
   return kMessages / seconds;
 }
 
-// The recipients of all messages but the first are still there when the next RCPT comes: only its
-// first may enter the name, or each message would be written once for each.
+// Recipients survive until QUIT, so only the first message may name the recipient: each further
+// RCPT would have every message written once more.
 double OurMessagesPerSecond(std::uint16_t port, const std::string& message) {
   MailClient client(port);
   if (!client.Ask("RCPT TO:<box@x>\r\n")) Fail("no recipient");
@@ -98,7 +98,7 @@ void CompareReceiving(const Tarnwerk& tarnwerk, const Folder& folder) {
   std::vector<double> ratios;
   double rate = 0;
   for (int round = 0; round < kReceivingRounds; ++round) {
-    // Who goes first finds the disk as the other's last files left it.
+    // Alternate who goes first: the disk is still busy with the other's last files.
     const bool oursFirst = round % 2 == 1;
     double ours = oursFirst ? OurMessagesPerSecond(tarnwerk.SmtpPort(), message) : 0;
     const double theirs = MessagesPerSecond(plain.Port(), message);
@@ -174,12 +174,12 @@ struct Unpacked {
   std::uint64_t memory = 0;  // KiB beyond what there was before
 };
 
-// From QUIT to the last line of the trace, which comes last.
+// Seconds from QUIT to the last line of the trace, which is written last.
 Unpacked Unpack(const Tarnwerk& tarnwerk, const Folder& folder) {
   const std::string trace = folder.Path("mailroot/User/email.msg");
   const auto ending = fs::file_size(tarnwerk.Message(1)) * 2;
   fs::remove(trace);
-  // The number of the message is one more than were counted last.
+  // The message's number is one more than the last count.
   MailClient(tarnwerk.Pop3Port()).Ask("REST\r\n");
   MailClient client(tarnwerk.SmtpPort());
   client.Ask("RCPT TO:<box@x>\r\n");

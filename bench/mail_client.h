@@ -1,6 +1,6 @@
 #pragma once
 
-// A client that blocks and sends one command per packet, as the mail server wants it.
+// A blocking client that sends one command per packet, as the mail server expects.
 
 #include <cstdint>
 #include <string>
@@ -16,7 +16,7 @@ class MailClient {
   MailClient(const MailClient&) = delete;
   MailClient& operator=(const MailClient&) = delete;
 
-  /// Sends `bytes` and reads up to and with `end`. False once the connection has ended.
+  /// Sends `bytes` and reads through `end`. False once the connection has ended.
   bool Ask(std::string_view bytes, std::string_view end = "\r\n");
 
  private:

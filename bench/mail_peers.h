@@ -1,7 +1,7 @@
 #pragma once
 
-// What the mail benchmark compares the program with: a plain loop that does no more than it must,
-// and dovecot. Each has one mailbox, "box".
+// What the mail benchmark compares the program with: a minimal loop, and dovecot. Each has one
+// mailbox, "box".
 
 #include <memory>
 #include <string>
@@ -11,8 +11,8 @@
 namespace bench {
 
 /// Answers one client at a time. A packet that begins with four capital letters is a command; any
-/// other is appended to a file of its own per message, which is closed after each packet and
-/// flushed, with its folder, after the last.
+/// other is appended to the message's file, which is closed after each packet and flushed, together
+/// with its folder, after the last one.
 class PlainLoop {
  public:
   explicit PlainLoop(const Folder& folder);

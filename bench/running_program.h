@@ -1,6 +1,6 @@
 #pragma once
 
-// A server that a benchmark starts, measures and ends.
+// A server process that a benchmark starts, measures and stops.
 
 #include <sys/types.h>
 
@@ -14,21 +14,21 @@ namespace bench {
 
 class RunningProgram {
  public:
-  /// Starts `words` with `environment` added, its output thrown away.
+  /// Starts the command `words` with `environment` added and its output discarded.
   RunningProgram(const std::vector<std::string>& words,
                  const std::map<std::string, std::string>& environment);
   ~RunningProgram();
   RunningProgram(const RunningProgram&) = delete;
   RunningProgram& operator=(const RunningProgram&) = delete;
 
-  /// Asks it to end (SIGTERM); the seconds until it has. One that does not within 30 is killed.
+  /// Sends SIGTERM and returns the seconds until the process has ended; kills it after 30.
   double End();
 
   pid_t Id() const { return process_; }
 
   /// Anonymous resident memory, in KiB.
   std::uint64_t AnonymousMemory() const;
-  /// Processor time used so far, in clock ticks, and times that the process was put to sleep.
+  /// Processor time used so far, in clock ticks, and the number of voluntary context switches.
   std::uint64_t ProcessorTicks() const;
   std::uint64_t ContextSwitches() const;
   std::size_t Descriptors() const;
@@ -39,13 +39,13 @@ class RunningProgram {
   pid_t process_ = 0;
 };
 
-/// Seconds until `port` of this machine accepts connections; negative if it does not within 10.
+/// Seconds until the local `port` accepts connections; negative after 10 seconds without success.
 double WaitForPort(std::uint16_t port);
 
-/// A port of this machine that is free now and fits 16 bits with a sign.
+/// A free local port that fits a signed 16-bit number.
 std::uint16_t FreePort();
 
-/// A fresh folder under the system's temporary one, removed at the end of the program.
+/// A new temporary folder, removed when the program exits.
 class Folder {
  public:
   Folder();

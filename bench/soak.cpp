@@ -1,4 +1,4 @@
-// A million connections, and what is left of them.
+// A million connections, and what they leave behind.
 //
 // soak <Tarnwerk> [connections]
 //
@@ -7,7 +7,7 @@
 // download has to keep its time while such clients come to the other ports; on its own port the
 // twentieth of them would take its slot. At last the program is asked to end.
 //
-// Fails if memory or descriptors grow; says so if an answer takes too long, or the end does.
+// Fails if memory or descriptors grow; only reports a slow answer or a slow end.
 
 #include <sys/stat.h>
 
@@ -40,7 +40,7 @@ constexpr int kThreads = 4;
 constexpr double kLongestAnswer = 0.1;
 constexpr double kLongestEnd = 2;
 
-// `count` connections, the kinds in turn.
+// Makes `count` connections, going through the kinds in turn.
 void Come(const Kinds& kinds, std::uint64_t count) {
   std::atomic<std::uint64_t> next = 0;
   std::vector<std::thread> threads;
@@ -54,8 +54,8 @@ void Come(const Kinds& kinds, std::uint64_t count) {
   for (std::thread& thread : threads) thread.join();
 }
 
-// The longest of an FTP session's answers while the others come, as long as `done` is not set. The
-// session is given up when its slot is taken by another, and begun anew.
+// The slowest reply to an FTP session until `done` is set. The session starts over whenever another
+// client takes its slot.
 double LongestAnswer(std::uint16_t port, const std::atomic<bool>& done) {
   double longest = 0;
   while (!done) {
@@ -77,14 +77,14 @@ struct Figures {
   std::size_t descriptors = 0;
 };
 
-// After everybody has left and what drained has gone.
+// Once all clients have left and draining connections are gone.
 Figures AtRest(const Tarnwerk& tarnwerk) {
   std::this_thread::sleep_for(std::chrono::seconds(7));
   return {static_cast<double>(tarnwerk.Process().AnonymousMemory()) / 1024,
           tarnwerk.Process().Descriptors()};
 }
 
-// The slowest of some paced downloads, as a ratio to its pacing, while `kinds` come.
+// The slowest of several paced downloads, relative to its pacing, while `kinds` connect.
 double SlowestPaced(const Tarnwerk& tarnwerk, const Kinds& kinds) {
   std::atomic<bool> done = false;
   std::thread coming([&] {
@@ -103,7 +103,7 @@ double SlowestPaced(const Tarnwerk& tarnwerk, const Kinds& kinds) {
 
 double Mebibytes(std::uintmax_t bytes) { return static_cast<double>(bytes) / (1 << 20); }
 
-// The logs are all that grows.
+// Only the logs may grow.
 void ReportDisk(const bench::Folder& folder) {
   std::uintmax_t logs = 0;
   std::uintmax_t others = 0;
@@ -172,6 +172,6 @@ int main(int argumentCount, char** arguments) {
   if (!flat) std::puts("NOT FLAT");
   if (longest >= kLongestAnswer) std::puts("AN ANSWER TOO LATE");
   if (end >= kLongestEnd) std::puts("AN END TOO LATE");
-  // The times are the machine's as well: one that is busy elsewhere makes no fault of ours.
+  // Times depend on the machine's other load, so they cannot fail the run.
   return flat ? 0 : 1;
 }

@@ -25,7 +25,7 @@ void ResetAtEnd(const Descriptor& client) {
   setsockopt(client.Number(), SOL_SOCKET, SO_LINGER, &now, sizeof(now));
 }
 
-// The kinds of clients, each from connecting to leaving.
+// Each kind of client, from connecting to leaving.
 
 void SayNothing(std::uint16_t port) { const Descriptor client = ConnectTo(port); }
 
@@ -60,7 +60,7 @@ void Fetch(std::uint16_t port) {
   ReceiveAll(client.Number());
 }
 
-// Each byte an arrival of its own.
+// Sends each byte as an arrival of its own.
 void Dribble(std::uint16_t port) {
   const Descriptor client = ConnectTo(port);
   for (const char byte : std::string_view("GET ...\r\n")) {
@@ -68,7 +68,7 @@ void Dribble(std::uint16_t port) {
   }
 }
 
-// Without a number if others' PASV has closed the port again.
+// Holds no descriptor if another session's PASV has closed the port again.
 Descriptor OpenPassive(const Descriptor& control) {
   SendAll(control.Number(), "PASV\r\n");
   const std::string reply = Receive(control);
@@ -77,7 +77,7 @@ Descriptor OpenPassive(const Descriptor& control) {
   return TryConnectTo(static_cast<std::uint16_t>(1024 + std::atoi(reply.c_str() + low + 1)));
 }
 
-// Begins a download and leaves in the middle of it, the data connection with a reset.
+// Leaves in the middle of a download, resetting the data connection.
 void AbandonDownload(std::uint16_t port) {
   const Descriptor control = ConnectTo(port);
   Receive(control);
@@ -88,7 +88,7 @@ void AbandonDownload(std::uint16_t port) {
   ResetAtEnd(data);
 }
 
-// Says each line and reads its answer; leaves at the first that is not answered.
+// Sends each line and reads its reply; leaves at the first line without one.
 void Converse(std::uint16_t port, const std::vector<std::string>& lines) {
   const Descriptor client = ConnectTo(port);
   if (Receive(client).empty()) return;
@@ -98,7 +98,7 @@ void Converse(std::uint16_t port, const std::vector<std::string>& lines) {
   }
 }
 
-// What it says last is not answered.
+// Its last line gets no reply.
 void LeaveInMessage(std::uint16_t port) {
   const Descriptor client = ConnectTo(port);
   if (Receive(client).empty()) return;
@@ -109,9 +109,9 @@ void LeaveInMessage(std::uint16_t port) {
   SendAll(client.Number(), "Subject: x\r\n");
 }
 
-// Each asks for as much as a client can, and takes nothing of it.
+// Each asks for as much as a client can and reads nothing.
 
-// The program that it asks for runs longer than it takes the next client to come.
+// The CGI program outlasts the arrival of the next client.
 void PostAndLeave(std::uint16_t port) {
   static const std::string request = "POST /slow.cgi? HTTP/1.0\r\n\r\n" + std::string(200000, 'x');
   const Descriptor client = ConnectTo(port);
@@ -145,7 +145,7 @@ void LeaveRepliesUnread(std::uint16_t port) {
   for (int i = 0; i < 100; ++i) SendAll(client.Number(), "PWD\r\n");
 }
 
-// As many commands as may wait for a data connection that never comes.
+// The maximum of commands waiting for a data connection that never comes.
 void WaitForNobody(std::uint16_t port) {
   const Descriptor client = ConnectTo(port);
   Receive(client);
@@ -156,8 +156,8 @@ void WaitForNobody(std::uint16_t port) {
   }
 }
 
-// Requests less their version. They name no file of the machine: a server that falls for them runs,
-// sends and removes what they name.
+// Requests without their version. They must not name files of this machine: a vulnerable server
+// would run, send or remove what they name.
 std::vector<std::string> OddRequests() {
   std::string deep;
   for (int i = 0; i < 2000; ++i) deep += "/a";
@@ -175,7 +175,7 @@ void AddPolite(Kinds& kinds, std::uint16_t port, std::vector<std::string> lines)
   kinds.emplace_back([port, lines = std::move(lines)] { Converse(port, lines); });
 }
 
-// Says it and reads what comes.
+// Sends it and reads the answer.
 void AddRequest(Kinds& kinds, std::uint16_t port, const std::string& request) {
   kinds.emplace_back([port, bytes = request + " HTTP/1.0\r\n\r\n"] {
     const Descriptor client = ConnectTo(port);
@@ -212,7 +212,7 @@ Kinds OtherKinds(const Tarnwerk& tarnwerk) {
       kinds, tarnwerk.FtpPort(),
       {DeepFolder(), "PWD\r\n", "MKD x\r\n", "RNFR x\r\n", "RNTO y\r\n", "DELE *?*?.none\r\n"});
   AddPolite(kinds, tarnwerk.FtpPort(), {"PWD\r\n", "DELE small.bin\0x\r\n"s, "RMD x\0y\r\n"s});
-  // No recipient: what others flood the port with would become his message.
+  // No recipient: the data of flooding clients would become its message.
   AddPolite(kinds, tarnwerk.SmtpPort(),
             {"HELO x\r\n", "MAIL FROM:<box@x>\r\n", "RCPT TO:<nobody@x>\r\n", "QUIT\r\n"});
   kinds.emplace_back([port = tarnwerk.SmtpPort()] { LeaveInMessage(port); });

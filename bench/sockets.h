@@ -1,6 +1,6 @@
 #pragma once
 
-// Blocking sockets on this machine, for clients that measure.
+// Blocking loopback sockets for measuring clients.
 
 #include <netinet/in.h>
 
@@ -28,16 +28,16 @@ class Descriptor {
 
 sockaddr_in Loopback(std::uint16_t port);
 
-/// Without a number if there is nobody to connect to.
+/// Holds no descriptor if nothing listens there.
 Descriptor TryConnectTo(std::uint16_t port);
 
-/// Ends the program if there is nobody to connect to.
+/// Exits the program if nothing listens there.
 Descriptor ConnectTo(std::uint16_t port);
 
 /// Gives up when the connection ends.
 void SendAll(int connection, std::string_view bytes);
 
-/// Reads to the end of the connection and returns how much came.
+/// Reads to the end of the connection and returns the number of bytes.
 std::uint64_t ReceiveAll(int connection);
 
 }  // namespace bench

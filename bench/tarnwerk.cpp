@@ -14,7 +14,7 @@ Tarnwerk::Tarnwerk(const std::string& program, const Folder& folder, Display dis
       "optAppDone=True\r\nWebRootDir=" +
           folder.Path("wwwroot") + "\r\nTCPPort=" + std::to_string(webPort_) +
           "\r\n[FtpServer Options]\r\nDNS=localhost\r\nFtpServer Root=" + folder.Path("ftproot") +
-          // Without one every path may be changed, and there are clients that try.
+          // Without an upload folder every path could be changed, and some clients try.
           "\r\nFtpServer UploadDir=" + folder.Path("ftproot") +
           "\r\nFtpPort=" + std::to_string(ftpPort_) +
           "\r\n[MailServer Options]\r\nDNS=localhost\r\nMailServer Root=" +
@@ -26,7 +26,7 @@ Tarnwerk::Tarnwerk(const std::string& program, const Folder& folder, Display dis
                                                     {"XDG_CONFIG_HOME", folder.Path()},
                                                     {"XDG_STATE_HOME", folder.Path()}};
   if (display == Display::kNone) environment.insert({{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}});
-  // With a display the window is to be seen: "SHOW" would send it to the tray.
+  // "SHOW" would send the window to the tray.
   process_ =
       std::make_unique<RunningProgram>(std::vector<std::string>{program, "START"}, environment);
   readySeconds_ = WaitForPort(webPort_);

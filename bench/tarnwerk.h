@@ -1,7 +1,7 @@
 #pragma once
 
-// The program under measurement: all three services on ports of their own, everything it keeps in
-// `folder`, one mailbox "box".
+// The program under measurement: all three services on free ports, all files in `folder`, one
+// mailbox "box".
 
 #include <memory>
 #include <string>
@@ -14,8 +14,8 @@ class Tarnwerk {
  public:
   enum class Display { kNone, kOurs };
 
-  /// Returns once the services can be reached; ends the program if they cannot. With a display of
-  /// ours the window is open.
+  /// Returns once the services accept connections; exits if they do not. The window opens if a
+  /// display is given.
   Tarnwerk(const std::string& program, const Folder& folder, Display display = Display::kNone);
 
   std::uint16_t WebPort() const { return webPort_; }
@@ -23,13 +23,13 @@ class Tarnwerk {
   std::uint16_t SmtpPort() const { return smtpPort_; }
   std::uint16_t Pop3Port() const { return pop3Port_; }
 
-  /// From the start of the process to the first answer of its Web service.
+  /// Seconds from the start of the process to the first answer of its Web service.
   double ReadySeconds() const { return readySeconds_; }
 
-  /// The path of a message of the mailbox.
+  /// The path of a message in the mailbox.
   std::string Message(int number) const;
 
-  /// Seconds from being asked to until it has ended.
+  /// Seconds from SIGTERM to the end of the process.
   double End() { return process_->End(); }
 
   const RunningProgram& Process() const { return *process_; }

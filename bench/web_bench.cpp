@@ -2,7 +2,7 @@
 //
 // web_bench <Tarnwerk>
 //
-// Every figure is a ratio within this run, or a size. "want" says what we hold ourselves to.
+// Every figure is a ratio within this run, or a size. "want" is the goal.
 
 #include <unistd.h>
 
@@ -72,7 +72,7 @@ double Median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-// In turn, so that both see the same noise.
+// Alternating, so that both see the same noise.
 void CompareSmallFiles(const Tarnwerk& tarnwerk, const Nginx& nginx, int clients) {
   constexpr int kRounds = 7;
   std::vector<double> ratios;

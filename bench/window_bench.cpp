@@ -1,11 +1,10 @@
-// What it costs a transfer that somebody looks on: the same downloads from three programs, one with
-// its window open and the live view of the service shown, one with its window open and the overview
-// shown, one without a window.
+// What the live view costs a transfer: the same downloads from three programs, one showing the live
+// view of the service, one showing the overview, one without a window.
 //
 // window_bench <Tarnwerk>
 //
-// Needs a display, and Debian's xdotool. Every figure is a ratio within this run. "want" says what
-// we hold ourselves to.
+// Needs a display, and Debian's xdotool. Every figure is a ratio within this run. "want" is the
+// goal.
 
 #include <algorithm>
 #include <array>
@@ -36,7 +35,7 @@ void Fill(const Folder& folder) {
   folder.Write("wwwroot/paced.bin", std::string(kPacedBytes, 'y'));
 }
 
-// The window of a program, used from the keyboard.
+// A program's window, used from the keyboard.
 class Window {
  public:
   explicit Window(const Tarnwerk& program)
@@ -69,13 +68,13 @@ struct Programs {
   Folder bareFolder;
   Folder quietFolder;
   Folder liveFolder;
-  // The last window is above the others, and drawn as a whole.
+  // The last window is on top and fully drawn.
   Tarnwerk bare;
   Tarnwerk quiet;
   Tarnwerk live;
 };
 
-// The fastest of some rounds of each, in turn: what others take of the machine only ever adds.
+// The fastest of several alternating rounds: other load on the machine only ever adds time.
 template <class Download>
 void Compare(const char* what, const Programs& programs, int rounds, const Download& download) {
   const std::array<const Tarnwerk*, 3> all = {&programs.live, &programs.quiet, &programs.bare};
