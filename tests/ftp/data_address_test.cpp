@@ -50,11 +50,5 @@ TEST(ActivePortsComputed, FailWhereSixteenBitsWithASignDoNotHoldThem) {
   }
 }
 
-TEST(PassiveAddress, AlwaysHasFourForItsHighByte) {
-  EXPECT_EQ(PassiveAddress("192.168.0.5", 37), "(192,168,0,5,4,37).");
-  EXPECT_EQ(PassiveAddress("127.0.0.1", 0), "(127,0,0,1,4,0).");
-  EXPECT_EQ(PassiveAddress("10.20.30.255", 255), "(10,20,30,255,4,255).");
-}
-
 }  // namespace
 }  // namespace ModFtp

@@ -87,17 +87,6 @@ class FtplibTest(ClientTest):
         self.assertEqual(list(self.server.upload.iterdir()), [])
         self.assertFalse((self.server.root / "refused.bin").exists())
 
-    def test_what_the_server_does_not_know(self):
-        with self.assertRaises(ftplib.error_perm):
-            self.ftp.nlst()
-        self.assertIsNone(self.ftp.size("big.bin"))
-        with self.assertRaises(ftplib.error_temp):
-            self.ftp.retrbinary("RETR missing", lambda _: None)
-        self.ftp.set_pasv(False)  # its ports are beyond 16 bits with a sign
-        with self.assertRaises(ftplib.error_perm):
-            self.listing()
-        self.assertEqual(self.ftp.quit(), "221 再见")
-
 
 class CurlTest(ClientTest):
     def curl(self, path, *options):

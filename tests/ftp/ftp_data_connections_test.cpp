@@ -4,7 +4,6 @@
 #include <random>
 
 #include "tests/ftp/ftp_fixture.h"
-#include "text/wildcards.h"
 
 namespace test {
 namespace {
@@ -67,32 +66,6 @@ class ActiveClient {
 
 using FtpDataConnectionsTest = FtpServerTest;
 
-TEST_F(FtpDataConnectionsTest, PasvNamesAPortOfItsRange) {
-  FtpClient client = Connect();
-  for (int i = 0; i < 20; ++i) {
-    const std::string reply = client.Ask("PASV");
-    EXPECT_TRUE(text::MatchesWildcard(reply, "227 (127,0,0,1,4,*).\r\n")) << reply;
-    EXPECT_LE(FtpClient::PortOf(reply), 1279);
-    EXPECT_TRUE(Client(FtpClient::PortOf(reply)).IsConnected());
-  }
-}
-
-TEST_F(FtpDataConnectionsTest, ActiveModeConnectsFromTheFirstPortNumberPlusTheSlot) {
-  Put("a.txt", "hello");
-  FtpClient client = Connect();
-  ActiveClient active;
-  client.Ask("PWD");
-  for (int i = 0; i < 3; ++i) {
-    ASSERT_EQ(client.Ask("PORT " + active.Argument()), "200 \r\n");
-    client.Tell("RETR /a.txt");
-    std::uint16_t from = 0;
-    EXPECT_EQ(active.ReceiveAll(from), "hello");
-    EXPECT_EQ(client.Reply(), kSending);
-    EXPECT_EQ(client.Reply(), "226 \r\n");
-  }
-  OnLoop([&] { EXPECT_EQ(TheServer().State().pendingDataSlot, 1); });
-}
-
 TEST_F(FtpDataConnectionsTest, ActiveModeTakesAnyPortWhereTheSystemRefusesTheStatedOne) {
   Put("a.txt", "hello");
   FtpClient client = Connect();
@@ -108,44 +81,6 @@ TEST_F(FtpDataConnectionsTest, ActiveModeTakesAnyPortWhereTheSystemRefusesTheSta
   EXPECT_NE(from, stated);
 }
 
-TEST_F(FtpDataConnectionsTest, PortFailsBeyondSixteenBitsAndWhileADataConnectionStands) {
-  FtpClient client = Connect();
-  FtpClient other = Connect();
-  other.Ask("PASV");
-  for (const char* argument : {"127,0,0,1,200,10", "127,0,0,1,128,0", "nonsense", "1,2,3", "",
-                               "127,0,0,1,a,1", "127,0,0,1,4,b", "1270,0,0,1,4,1"}) {
-    EXPECT_EQ(client.Ask(std::string("PORT ") + argument), "530 暂时无法连接.\r\n") << argument;
-  }
-  OnLoop([&] { EXPECT_EQ(TheServer().State().pendingDataSlot, 2); });  // a refusal claims nothing
-  const auto data = client.OpenPassive();
-  ASSERT_TRUE(Eventually([&] { return TheServer().State().pendingDataSlot == 1; }));
-  client.Ask("NOOP");
-  ActiveClient active;
-  EXPECT_EQ(client.Ask("PORT " + active.Argument()), "530 暂时无法连接.\r\n");
-  data->Close();
-  std::string reply;
-  for (int i = 0; i < 100 && reply != "200 \r\n"; ++i) {
-    reply = client.Ask("PORT " + active.Argument());
-  }
-  EXPECT_EQ(reply, "200 \r\n");  // that it has gone is noticed
-}
-
-TEST_F(FtpDataConnectionsTest, APassiveConnectionGoesToWhoeverAskedLast) {
-  Put("a.txt", "for two");
-  FtpClient one = Connect();
-  FtpClient two = Connect();
-  const std::uint16_t stale = FtpClient::PortOf(one.Ask("PASV"));
-  const std::string reply = two.Ask("PASV");
-  Client data(FtpClient::PortOf(reply));
-  one.Tell("RETR /a.txt");
-  EXPECT_TRUE(one.HearsNothing());
-  EXPECT_EQ(two.Ask("RETR /a.txt"), kSending);
-  EXPECT_EQ(data.ReceiveAll(), "for two");
-  if (stale != FtpClient::PortOf(reply)) {
-    EXPECT_FALSE(Accepts(stale));
-  }
-}
-
 TEST_F(FtpDataConnectionsTest, ASecondPassiveConnectionReplacesTheFirst) {
   Put("a.txt", "hello");
   FtpClient client = Connect();
@@ -159,22 +94,6 @@ TEST_F(FtpDataConnectionsTest, ASecondPassiveConnectionReplacesTheFirst) {
   client.Ask("NOOP");
   client.Ask("QUIT");
   EXPECT_TRUE(Accepts(port));
-}
-
-TEST_F(FtpDataConnectionsTest, ALineWithoutAWordTurnsTheReplyAndNotTheTransfer) {
-  const std::string content = Content(30000000);
-  Put("big.bin", content);
-  FtpClient client = Connect();
-  FtpClient other = Connect();
-  const auto data = client.OpenPassive();
-  EXPECT_EQ(client.Ask("RETR /big.bin"), kSending);
-  other.TellRaw("\r\n");
-  ASSERT_TRUE(Eventually([&] { return TheServer().State().abortRequested; }));
-  EXPECT_TRUE(data->ReceiveAll() == content);
-  EXPECT_EQ(client.Reply(), "426 \r\n");
-  EXPECT_EQ(client.Fetch("RETR /missing").after, "426 \r\n");
-  Put("small.txt", "x");
-  EXPECT_EQ(client.Fetch("RETR /small.txt").after, "226 \r\n");
 }
 
 TEST_F(FtpDataConnectionsTest, CommandsAreServedWhileATransferStands) {
@@ -195,66 +114,6 @@ TEST_F(FtpDataConnectionsTest, CommandsAreServedWhileATransferStands) {
   });
   EXPECT_EQ(data->ReceiveAll().size(), 30000000U);
   EXPECT_EQ(client.Reply(), "226 \r\n");
-}
-
-TEST_F(FtpDataConnectionsTest, QuitEndsTheDataConnectionsOfAllSessions) {
-  Put("big.bin", Content(30000000));
-  FtpClient client = Connect();
-  FtpClient other = Connect();
-  const auto data = client.OpenPassive();
-  EXPECT_EQ(client.Ask("RETR /big.bin"), kSending);
-  EXPECT_EQ(other.Ask("QUIT"), "221 再见\r\n");
-  EXPECT_LT(data->ReceiveAll().size(), 30000000U);
-  EXPECT_EQ(client.Reply(), "226 \r\n");
-  EXPECT_EQ(other.Ask("NOOP"), "200 \r\n");
-}
-
-TEST_F(FtpDataConnectionsTest, ANewPasvEndsTheTransferThatStands) {
-  Put("big.bin", Content(30000000));
-  Put("small.txt", "small");
-  FtpClient client = Connect();
-  const auto data = client.OpenPassive();
-  EXPECT_EQ(client.Ask("RETR /big.bin"), kSending);
-  Client next(FtpClient::PortOf(client.Ask("PASV")));
-  EXPECT_EQ(client.Reply(), "226 \r\n");
-  EXPECT_EQ(client.Ask("RETR /small.txt"), kSending);
-  EXPECT_EQ(next.ReceiveAll(), "small");
-  EXPECT_EQ(client.Reply(), "226 \r\n");
-}
-
-TEST_F(FtpDataConnectionsTest, OfSeveralThatWaitTheNewestCommandGetsTheDataConnection) {
-  Put("a.txt", "hello");
-  FtpClient client = Connect();
-  client.Ask("PWD");
-  for (const char* line : {"RETR a.txt", "LIST"}) {
-    client.Tell(line);
-    EXPECT_TRUE(client.HearsNothing());
-  }
-  const auto first = client.OpenPassive();
-  EXPECT_EQ(client.Reply(), kSending);
-  EXPECT_THAT(first->ReceiveAll(), testing::HasSubstr("a.txt\r\n"));
-  EXPECT_EQ(client.Reply(), kListed);
-  const auto second = client.OpenPassive();
-  EXPECT_EQ(client.Reply(), kSending);
-  EXPECT_EQ(second->ReceiveAll(), "hello");
-  EXPECT_EQ(client.Reply(), "226 \r\n");
-}
-
-TEST_F(FtpDataConnectionsTest, ACommandDuringATransferWaitsForTheNextDataConnection) {
-  const std::string content = Content(30000000);
-  Put("big.bin", content);
-  FtpClient client = Connect();
-  client.Ask("PWD");
-  const auto data = client.OpenPassive();
-  EXPECT_EQ(client.Ask("RETR big.bin"), kSending);
-  client.Tell("LIST");
-  EXPECT_TRUE(client.HearsNothing());
-  EXPECT_TRUE(data->ReceiveAll() == content);
-  EXPECT_EQ(client.Reply(), "226 \r\n");
-  const auto next = client.OpenPassive();
-  EXPECT_EQ(client.Reply(), kSending);
-  EXPECT_THAT(next->ReceiveAll(), testing::HasSubstr("big.bin\r\n"));
-  EXPECT_EQ(client.Reply(), kListed);
 }
 
 }  // namespace

@@ -133,15 +133,6 @@ TEST_F(FtpFaultsTest, AFileThatIsDeletedInADownloadIsSentToItsEnd) {
   EXPECT_EQ(client.Reply(), "226 \r\n");
 }
 
-TEST_F(FtpFaultsTest, AnUploadThatCannotBeWrittenIsReportedAsRefused) {
-  FtpClient client = Connect();
-  client.Ask("CWD /up");
-  std::filesystem::create_directories(Home().Path("ftproot/up/folder"));
-  EXPECT_EQ(client.Store("folder", "bytes").after, kRefused);
-  EXPECT_EQ(client.Store("missing\\a.txt", "bytes").after, kRefused);
-  EXPECT_EQ(client.Store("a.txt", "bytes").after, "226 stor command completed\r\n");
-}
-
 TEST_F(FtpFaultsTest, AFullDiskEndsTheUpload) {
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no disk that is always full here";
   FtpClient client = Connect();
@@ -170,40 +161,6 @@ TEST_F(FtpFaultsTest, AStandingDownloadKeepsOnePieceInMemory) {
   EXPECT_EQ(client.Ask("RETR /huge.bin"), kSending);
   EXPECT_EQ(data->Receive(1000000).size(), 1000000U);
   EXPECT_LT(residentPages() - before, 100000000 / 4096);
-}
-
-TEST_F(FtpFaultsTest, AConnectionThatCannotBeMadeFreesTheDataSocket) {
-  Put("a.txt", "hello");
-  FtpClient client = Connect();
-  // Nobody listens there, and that is no address.
-  for (const char* argument : {"127,0,0,1,0,1", "300,1,1,1,4,1"}) {
-    EXPECT_EQ(client.Ask(std::string("PORT ") + argument), "200 \r\n") << argument;
-    client.Ask("NOOP");
-    EXPECT_EQ(client.Fetch("RETR /a.txt").bytes, "hello");
-  }
-}
-
-TEST_F(FtpFaultsTest, BytesOnADownloadsConnectionAreLeftAlone) {
-  Put("a.txt", "hello");
-  FtpClient client = Connect();
-  client.Ask("CWD /up");
-  const auto data = client.OpenPassive();
-  data->Send("nobody asked for this");
-  EXPECT_EQ(client.Ask("RETR /a.txt"), kSending);
-  EXPECT_EQ(data->ReceiveAll(), "hello");
-  EXPECT_FALSE(data->WasReset());
-  EXPECT_EQ(client.Reply(), "226 \r\n");
-}
-
-TEST_F(FtpFaultsTest, ACommandLongerThanAnyPathIsRefusedAndADirectoryDoesNotGrowForEver) {
-  FtpClient client = Connect();
-  EXPECT_EQ(client.Ask("CWD " + std::string(16378, 'd')), "250 CWD command success.\r\n");
-  EXPECT_EQ(client.Ask("CWD " + std::string(16379, 'd')), "500 \r\n");
-  std::string reply;
-  for (int i = 0; i < 4; ++i) reply = client.Ask("CWD " + std::string(16000, 'd'));
-  EXPECT_TRUE(reply.starts_with("550 ") &&
-              reply.ends_with(": The system cannot find the file specified. .\r\n"));
-  EXPECT_EQ(client.Ask("CWD /"), "250 CWD command success.\r\n");
 }
 
 }  // namespace

@@ -14,9 +14,6 @@ namespace test {
 
 /// What is said before and after transfers.
 inline constexpr const char* kSending = "150 Opening ASCII mode data connection for /bin/ls.\r\n";
-inline constexpr const char* kReceiving = "150 数据连接已经打开，可以发送数据.\r\n";
-inline constexpr const char* kListed = "226 Transfer complete.\r\n";
-inline constexpr const char* kStored = "226 stor command completed\r\n";
 inline constexpr const char* kRefused = "550 无访问权，不能上传文件！ \r\n";
 
 /// The replies that come before and after the bytes of a transfer, and these.
@@ -42,7 +39,6 @@ class FtpClient {
     return control_->ReceiveLine();
   }
   void Tell(std::string_view line) { control_->Send(std::string(line) + "\r\n"); }
-  void TellRaw(std::string_view bytes) { control_->Send(bytes); }
   std::string Reply() { return control_->ReceiveLine(); }
 
   /// Whether the server says nothing for a moment.

@@ -8,14 +8,6 @@
 namespace ModFtp {
 namespace {
 
-TEST(PathMapping, ARootedNameFollowsTheRootDirectly) {
-  EXPECT_EQ(LocalPath("C:\\ftp", "C:\\ftp\\pub", "/pub/a.txt"), "C:\\ftp\\pub\\a.txt");
-  EXPECT_EQ(LocalPath("C:\\ftp\\", "", "/pub/a.txt"), "C:\\ftp\\\\pub\\a.txt");
-  EXPECT_EQ(LocalPath("C:\\ftp", "C:\\ftp\\pub", "sub/a.txt"), "C:\\ftp\\pub\\sub/a.txt");
-  EXPECT_EQ(LocalPath("C:\\ftp", "", "a.txt"), "\\a.txt");
-  EXPECT_EQ(PathFromDirectory("C:\\ftp", "/a.txt"), "C:\\ftp\\/a.txt");
-}
-
 TEST(PathMapping, ChangesTheDirectoryWithoutLookingAtTheDisk) {
   struct Case {
     const char *root, *from, *argument, *physical, *seen;

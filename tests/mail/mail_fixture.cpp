@@ -11,11 +11,6 @@ std::string MailClient::Ask(const std::string& command) {
   return reply;
 }
 
-bool MailClient::IsSilentAfter(const std::string& bytes) {
-  Send(bytes);
-  return ReceiveFor(std::chrono::milliseconds(60)).empty();
-}
-
 void MailFixture::SetUp() {
   Put("Server.ini", "[MailServer Options]\r\nSMTP Port=0\r\nPOP3 Port=0\r\nDNS=tarnwerk.test\r\n" +
                         std::string("MailServer Root=") +
@@ -31,18 +26,6 @@ void MailFixture::SetUp() {
 
 std::string MailFixture::Message(const std::string& user, int number) {
   return Box(user) + "Message_" + std::to_string(number) + ".eml";
-}
-
-bool MailFixture::HasSize(const std::string& name, std::size_t size) {
-  return Eventually([&] { return Read(name).size() == size; });
-}
-
-void MailFixture::Deliver(MailClient& client, const std::string& user, const std::string& text) {
-  ASSERT_EQ(client.Ask("MAIL FROM:<alice@tarnwerk.test>"), "250 OK");
-  ASSERT_EQ(client.Ask("RCPT TO:<" + user + "@tarnwerk.test>"), "250 OK");
-  ASSERT_EQ(client.Ask("DATA"), "354 Enter mail,end with.");
-  client.Send(text);
-  ASSERT_EQ(client.ReceiveLine(), "250 OK,message saved\r\n");
 }
 
 bool MailFixture::IsUnpacked() {

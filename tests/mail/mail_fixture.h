@@ -19,9 +19,6 @@ class MailClient : public Client {
   /// Sends `command` and a line end in one arrival; the reply without its line end.
   std::string Ask(const std::string& command);
 
-  /// Whether nothing comes for a while after `bytes` were sent.
-  bool IsSilentAfter(const std::string& bytes);
-
   std::string greeting;
 };
 
@@ -37,12 +34,6 @@ class MailFixture : public ServerFixture<ModMail::MailServer> {
     Home().Write(name, content);
   }
   std::string Read(const std::string& name) const { return Home().Read(name); }
-
-  /// Waits until the file has `size` bytes, so that what is sent next is an arrival of its own.
-  bool HasSize(const std::string& name, std::size_t size);
-
-  /// From MAIL to the message's last chunk, which `text` ends with.
-  static void Deliver(MailClient& client, const std::string& user, const std::string& text);
 
   /// Waits until what a QUIT has handed over is unpacked.
   bool IsUnpacked();

@@ -3,8 +3,6 @@
 import re
 import socket
 
-from program import free_port
-
 PATIENCE = 10  # seconds for an answer
 
 
@@ -51,17 +49,6 @@ class FtpConversation(Conversation):
     def transfer(self, request, data=None):
         """A transfer in passive mode, up to its final reply; what came, if `data` is not sent."""
         with self.data_connection() as connection:
-            self.socket.sendall(request.encode() + b"\r\n")
-            return self._run(request, connection, data)
-
-    def transfer_active(self, request, data=None):
-        port = free_port()
-        with socket.create_server(("127.0.0.1", port)) as listener:
-            listener.settimeout(PATIENCE)
-            reply = self.ask(f"PORT 127,0,0,1,{port // 256},{port % 256}")
-            self.transcript[-1] = ("PORT", reply)
-            connection = listener.accept()[0]
-        with connection:
             self.socket.sendall(request.encode() + b"\r\n")
             return self._run(request, connection, data)
 

@@ -3,12 +3,10 @@
 
 #include "tests/web/web_fixture.h"
 #include "web/cgi_queue.h"
-#include "web/not_found_page.h"
 
 namespace {
 
 using test::Client;
-using testing::HasSubstr;
 
 class Cgi : public test::WebFixture {
  protected:
@@ -35,86 +33,6 @@ class Cgi : public test::WebFixture {
            "\r\n\r\n" + body;
   }
 };
-
-TEST_F(Cgi, RunsTheProgramAndSendsAndRemovesItsPage) {
-  StartWeb();
-  Program("form.exe");
-  EXPECT_EQ(Post("/form.exe", "x=a+b%21"), "3|x=a b!\r\n|");
-  EXPECT_EQ(Post("/FORM.EXE?q", "%C4%E3"), "3|你\r\n|");
-  EXPECT_TRUE(Eventually([&] { return !Home().Has("wwwroot/form.htm"); }));
-  EXPECT_FALSE(Home().Has("wwwroot/FORM.htm"));
-  EXPECT_EQ(Home().Read("wwwroot/cgi-bin/TempFileIn"), "你\r\n");
-  EXPECT_EQ(WebLog(), "");
-}
-
-TEST_F(Cgi, KeepsSlashesAndPutsThePageUnderTheRoot) {
-  StartWeb();
-  Program("sub/p.cgi");
-  Page("sub/placeholder", "");
-  EXPECT_EQ(Post("/sub/p.cgi", "ab"), "3|ab\r\n|");
-}
-
-TEST_F(Cgi, HandsOverTheWholeRequestWithoutALength) {
-  StartWeb();
-  Program("a.cgi");
-  const std::string request = "POST /a.cgi HTTP/1.0\r\n\r\n%41+";
-  EXPECT_EQ(test::Fetch(port_, request), "3|" + request + "\r\n|");
-}
-
-TEST_F(Cgi, RefusesWhatIsNoProgramOrMayNotRun) {
-  StartWeb();
-  EXPECT_EQ(Post("/a.txt", "x"), ModWeb::BuildNotFoundPage());
-  EXPECT_EQ(Post("/dir/", "%zz"), ModWeb::BuildNotFoundPage());
-  EXPECT_THAT(WebLog(), HasSubstr("请求方法：POST  请求资源：a.txt  Failed!\r\n"));
-  EXPECT_THAT(WebLog(), HasSubstr("请求资源：dir/  Failed!\r\n"));
-  EXPECT_EQ(Post("/missing.cgi", "x"), ModWeb::BuildNotFoundPage());
-  EXPECT_THAT(WebLog(), testing::Not(HasSubstr("missing")));
-}
-
-TEST_F(Cgi, RunsNothingWithoutPermission) {
-  StartWeb("Read=1\noptAppDone=False\n");
-  Program("a.cgi");
-  EXPECT_EQ(Post("/a.cgi", "x"), ModWeb::BuildNotFoundPage());
-  EXPECT_THAT(WebLog(), HasSubstr("请求资源：a.cgi  Failed!\r\n"));
-  EXPECT_FALSE(Home().Has("wwwroot/cgi-bin/TempFileIn"));
-}
-
-TEST_F(Cgi, ABadEscapeEndsTheRequestAndLeavesTheConnectionOpen) {
-  StartWeb();
-  Page("a.txt", "still there");
-  Client client(port_);
-  // Whether the program exists does not matter: the body comes first.
-  client.Send(Request("/missing.cgi", "%4"));
-  EXPECT_EQ(client.ReceiveFor(std::chrono::milliseconds(100)), "");
-  EXPECT_THAT(ErrorLog(), HasSubstr("URL escape"));
-  client.Send("GET /a.txt HTTP/1.0\r\n\r\n");
-  EXPECT_EQ(client.ReceiveAll(), "still there");
-}
-
-TEST_F(Cgi, AProgramWithoutAPageGetsTheNotFoundPage) {
-  StartWeb();
-  Program("silent.exe");
-  EXPECT_EQ(Post("/silent.exe", "x"), ModWeb::BuildNotFoundPage());
-}
-
-TEST_F(Cgi, AProgramThatCannotStartIsToldAndAnsweredWithWhatExists) {
-  StartWeb();
-  Page("cgi-bin/text.exe", "this is no program");
-  EXPECT_EQ(Post("/text.exe", "x"), ModWeb::BuildNotFoundPage());
-  EXPECT_THAT(ErrorLog(), HasSubstr("text.exe: "));
-}
-
-// The page has the program's name, and is none of the program's.
-TEST_F(Cgi, APageOfTheSiteIsNeitherSentNorRemovedByAPost) {
-  StartWeb();
-  Program("silent.exe");
-  Page("cgi-bin/broken.exe", "this is no program");
-  for (const std::string name : {"silent", "broken"}) {
-    Page(name + ".htm", "the site's own");
-    EXPECT_EQ(Post("/" + name + ".exe", "x"), ModWeb::BuildNotFoundPage());
-    EXPECT_EQ(Home().Read("wwwroot/" + name + ".htm"), "the site's own");
-  }
-}
 
 TEST_F(Cgi, ARestartedServiceWaitsForTheProgramThatStillRunsAndDropsItsPage) {
   StartWeb();

@@ -24,7 +24,6 @@ class WebFixture : public ServerFixture<ModWeb::WebServer> {
   std::string Get(const std::string& resource) {
     return Fetch(port_, "GET " + resource + " HTTP/1.0\r\n\r\n");
   }
-  std::string WebLog() const { return Home().Read("Web.log"); }
 
   std::uint16_t port_ = 0;
 };
