@@ -1,181 +1,223 @@
-// What each command does, and what it answers. Every one is open to everybody from the first line
-// on.
+#include "ftp/command_interpreter.h"
 
-#include <algorithm>
-#include <unordered_map>
+#include <array>
 
 #include "ftp/command_text.h"
-#include "ftp/ftp_server.h"
+#include "ftp/exceptions_as_failures.h"
 #include "ftp/path_mapping.h"
 #include "ftp/replies.h"
-#include "ftp/trapped.h"
-#include "text/code_page.h"
 
 namespace ModFtp {
+namespace {
 
 using net::Task;
-
-namespace {
 
 // The first line of a command, without a password.
 std::string ShownCommand(const std::string& word, const std::string& text) {
   return word == "PASS" ? word : text.substr(0, text.find_first_of("\r\n"));
 }
 
+Task<std::string> Ready(std::string reply) { co_return std::move(reply); }
+
 }  // namespace
 
-FtpServer::Handler FtpServer::HandlerOf(const std::string& word) {
-  static const std::unordered_map<std::string_view, Handler> handlers = {
-      {"", &FtpServer::OnEmptyWord}, {"USER", &FtpServer::OnUser}, {"PASS", &FtpServer::OnPass},
-      {"OPTS", &FtpServer::OnOpts},  {"SYST", &FtpServer::OnSyst}, {"SITE", &FtpServer::OnSite},
-      {"PWD", &FtpServer::OnPwd},    {"TYPE", &FtpServer::OnType}, {"CWD", &FtpServer::OnCwd},
-      {"NOOP", &FtpServer::OnNoop},  {"PORT", &FtpServer::OnPort}, {"LIST", &FtpServer::OnList},
-      {"PASV", &FtpServer::OnPasv},  {"REST", &FtpServer::OnRest}, {"FEAT", &FtpServer::OnFeat},
-      {"RETR", &FtpServer::OnRetr},  {"QUIT", &FtpServer::OnQuit}, {"SIZE", &FtpServer::OnSize},
-      {"MKD", &FtpServer::OnMkd},    {"RNFR", &FtpServer::OnRnfr}, {"RNTO", &FtpServer::OnRnto},
-      {"STOR", &FtpServer::OnStor},  {"DELE", &FtpServer::OnDele}, {"RMD", &FtpServer::OnRmd},
-  };
-  const auto handler = handlers.find(word);
-  return handler == handlers.end() ? &FtpServer::OnUnknown : handler->second;
+const CommandInterpreter::Command* CommandInterpreter::Find(std::string_view word) {
+  using Self = CommandInterpreter;
+  static constexpr auto kCommands = std::to_array<Command>({
+      {.word = "USER", .function = &Self::OnUser},  {.word = "PASS", .reply = replies::kPass},
+      {.word = "OPTS", .reply = replies::kUnknown}, {.word = "SYST", .reply = replies::kSystem},
+      {.word = "SITE", .function = &Self::OnSite},  {.word = "PWD", .function = &Self::OnPwd},
+      {.word = "TYPE", .function = &Self::OnType},  {.word = "CWD", .function = &Self::OnCwd},
+      {.word = "NOOP", .function = &Self::OnNoop},  {.word = "PORT", .exchange = &Self::OnPort},
+      {.word = "LIST", .exchange = &Self::OnList},  {.word = "PASV", .function = &Self::OnPasv},
+      {.word = "REST", .function = &Self::OnRest},  {.word = "FEAT", .reply = replies::kUnknown},
+      {.word = "RETR", .exchange = &Self::OnRetr},  {.word = "QUIT", .function = &Self::OnQuit},
+      {.word = "SIZE", .reply = replies::kSize},    {.word = "MKD", .function = &Self::OnMkd},
+      {.word = "RNFR", .function = &Self::OnRnfr},  {.word = "RNTO", .function = &Self::OnRnto},
+      {.word = "STOR", .exchange = &Self::OnStor},  {.word = "DELE", .exchange = &Self::OnDele},
+      {.word = "RMD", .function = &Self::OnRmd},    {.word = "", .function = &Self::OnEmptyWord},
+  });
+  return core::FindCommand(kCommands, word);
 }
 
-Task<> FtpServer::HandleFtpCommand(int slot, Client client, std::string text) {
+// No coroutine itself: a command that waits costs one frame less.
+Task<std::string> CommandInterpreter::HandleFtpCommand(int slot, std::string text) {
   const std::string word = CommandWord(text);
-  client->Doing(ShownCommand(word, text));
-  const Handler handler = HandlerOf(word);
-  Task<std::string> running = (this->*handler)({slot, client, std::move(text)});
-  const std::string reply = co_await running;
-  client->SendData(reply);
-  // A client that reads no replies is not read either, after some of them.
-  Task<> sent = client->Sent();
-  co_await sent;
+  host_.ShowCommand(slot, ShownCommand(word, text));
+  const Command* command = Find(word);
+  if (command == nullptr) return Ready(ReplyLine(replies::kUnknown));
+  Request request{slot, std::move(text)};
+  if (command->exchange != nullptr) return (this->*command->exchange)(std::move(request));
+  if (command->function == nullptr) return Ready(ReplyLine(command->reply));
+  return Ready((this->*command->function)(std::move(request)));
 }
 
-// What is too long to arrive at once is refused once: its later pieces have no word.
-Task<> FtpServer::RefuseCommand(Client client, std::string beginning) {
-  client->Doing("a command that is too long");
-  if (CommandWord(beginning).empty()) {
-    state_.abortRequested = true;
-    co_return;
-  }
-  client->SendData(ReplyLine(replies::kUnknown));
-  Task<> sent = client->Sent();
-  co_await sent;
+// The rest of the command arrives later. It has no word, so it is not refused a second time.
+std::string CommandInterpreter::RefuseCommand(int slot, std::string_view beginning) {
+  host_.ShowCommand(slot, "a command that is too long");
+  if (CommandWord(beginning).empty()) return OnEmptyWord({});
+  return ReplyLine(replies::kUnknown);
 }
 
-// No reply. A RETR that is under way, whoever's, will report itself cut short, and is not.
-Task<std::string> FtpServer::OnEmptyWord(Command) {
-  state_.abortRequested = true;
-  co_return "";
+// A RETR in progress, in any session, will report that it was cut short, although it is not.
+std::string CommandInterpreter::OnEmptyWord(Request) {
+  sessions_.shared.abortRequested = true;
+  return {};
 }
-
-Task<std::string> FtpServer::OnUnknown(Command) { co_return ReplyLine(replies::kUnknown); }
 
 // Session
 
-Task<std::string> FtpServer::OnUser(Command) {
-  state_.lastCommand = "USER";
-  co_return ReplyLine(replies::kUser);
+std::string CommandInterpreter::OnUser(Request) {
+  sessions_.shared.lastCommand = "USER";
+  return ReplyLine(replies::kUser);
 }
 
-Task<std::string> FtpServer::OnPass(Command) { co_return ReplyLine(replies::kPass); }
-
-Task<std::string> FtpServer::OnOpts(Command) { co_return ReplyLine(replies::kUnknown); }
-
-Task<std::string> FtpServer::OnSyst(Command) { co_return ReplyLine(replies::kSystem); }
-
-Task<std::string> FtpServer::OnSite(Command command) {
-  co_return ReplyLine(AsksForHelp(command.text) ? replies::kSiteHelp : replies::kUnknown);
+std::string CommandInterpreter::OnSite(Request request) {
+  return ReplyLine(AsksForHelp(request.text) ? replies::kSiteHelp : replies::kUnknown);
 }
 
-Task<std::string> FtpServer::OnNoop(Command) {
-  state_.lastCommand = "NOOP";
-  co_return ReplyLine(replies::kDone);
+std::string CommandInterpreter::OnNoop(Request) {
+  sessions_.shared.lastCommand = "NOOP";
+  return ReplyLine(replies::kDone);
 }
 
-Task<std::string> FtpServer::OnType(Command command) {
-  const bool done = Succeeds(Errors(), [&] {
-    state_.transferType = CutTransferType(command.text);
+std::string CommandInterpreter::OnType(Request request) {
+  const bool done = Succeeds(errors_, [&] {
+    sessions_.shared.transferType = CutTransferType(request.text);
     return true;
   });
-  co_return ReplyLine(done ? replies::kDone : replies::kTypeFailed);
+  return ReplyLine(done ? replies::kDone : replies::kTypeFailed);
 }
 
-Task<std::string> FtpServer::OnRest(Command command) {
-  const std::string offset = CutRestart(command.text).value_or("0");
-  co_return ReplyLine(std::string(replies::kRestart) + offset);
+std::string CommandInterpreter::OnRest(Request request) {
+  const std::string offset = CutRestart(request.text).value_or("0");
+  return ReplyLine(std::string(replies::kRestart) + offset);
 }
 
-Task<std::string> FtpServer::OnFeat(Command) { co_return ReplyLine(replies::kUnknown); }
-
-Task<std::string> FtpServer::OnSize(Command) { co_return ReplyLine(replies::kSize); }
-
-// The data connections of all sessions end; the control connection stays, it is the client's to
-// close.
-Task<std::string> FtpServer::OnQuit(Command) {
-  for (int slot = 1; slot <= kLastSlot; ++slot) {
-    if (!FtpSvrDataSock(slot).IsClosed()) CloseDataSocket(slot);
-  }
-  co_return ReplyLine(replies::kQuit);
+// The control connection stays open: closing it is up to the client.
+std::string CommandInterpreter::OnQuit(Request) {
+  host_.CloseAllDataSockets();
+  return ReplyLine(replies::kQuit);
 }
 
 // Directories
 
-Task<std::string> FtpServer::OnPwd(Command command) {
-  FtpSession& session = Session(command.slot);
-  const bool done = Succeeds(Errors(), [&] {
-    if (session.physicalDir == state_.ftpRoot) session.ftpDir = "/";
+std::string CommandInterpreter::OnPwd(Request request) {
+  FtpSession& session = sessions_[request.slot];
+  const std::string& root = sessions_.shared.ftpRoot;
+  const bool done = Succeeds(errors_, [&] {
+    if (session.physicalDir == root) session.ftpDir = "/";
     if (session.physicalDir.empty()) {
-      session.physicalDir = state_.ftpRoot;
+      session.physicalDir = root;
       session.ftpDir = "/";
     }
     return true;
   });
-  if (!done) co_return ReplyLine(replies::kPwdFailed);
-  co_return ReplyLine(std::string(replies::kPwdBegin) + session.ftpDir +
-                      std::string(replies::kPwdEnd));
+  if (!done) return ReplyLine(replies::kPwdFailed);
+  return ReplyLine(std::string(replies::kPwdBegin) + session.ftpDir +
+                   std::string(replies::kPwdEnd));
 }
 
-Task<std::string> FtpServer::OnCwd(Command command) {
-  if (Succeeds(Errors(), [&] { return ChangeFtpDirectory(command.slot, command.text); })) {
-    co_return ReplyLine(replies::kCwd);
+std::string CommandInterpreter::OnCwd(Request request) {
+  if (Succeeds(errors_, [&] { return files_.ChangeFtpDirectory(request.slot, request.text); })) {
+    return ReplyLine(replies::kCwd);
   }
-  co_return ReplyLine(std::string(replies::kCwdFailedBegin) + Session(command.slot).ftpDir +
-                      std::string(replies::kCwdFailedEnd));
+  return ReplyLine(std::string(replies::kCwdFailedBegin) + sessions_[request.slot].ftpDir +
+                   std::string(replies::kCwdFailedEnd));
 }
 
-// The reply names the current directory, not the new one.
-Task<std::string> FtpServer::OnMkd(Command command) {
-  if (!Succeeds(Errors(), [&] { return MakeFtpDirectory(command.slot, command.text); })) {
-    co_return ReplyLine(replies::kMkdFailed);
+// The reply names the current directory, not the new one: clients have learned it so.
+std::string CommandInterpreter::OnMkd(Request request) {
+  if (!Succeeds(errors_, [&] { return files_.MakeFtpDirectory(request.slot, request.text); })) {
+    return ReplyLine(replies::kMkdFailed);
   }
-  co_return ReplyLine(std::string(replies::kMkdBegin) + Session(command.slot).physicalDir +
-                      std::string(replies::kMkdEnd));
+  return ReplyLine(std::string(replies::kMkdBegin) + sessions_[request.slot].physicalDir +
+                   std::string(replies::kMkdEnd));
 }
 
-Task<std::string> FtpServer::OnRmd(Command command) {
+std::string CommandInterpreter::OnRmd(Request request) {
   const bool done =
-      Succeeds(Errors(), [&] { return RemoveFtpDirectory(command.slot, command.text); });
-  co_return ReplyLine(done ? replies::kRmd : replies::kRmdFailed);
+      Succeeds(errors_, [&] { return files_.RemoveFtpDirectory(request.slot, request.text); });
+  return ReplyLine(done ? replies::kRmd : replies::kRmdFailed);
 }
 
 // Files
 
-Task<std::string> FtpServer::OnDele(Command command) {
-  Task<Deletion> deleting = Trapped(Errors(), DeleteFtpFile(command.slot, command.text));
-  const Deletion deletion = co_await deleting;
+Task<std::string> CommandInterpreter::OnDele(Request request) {
+  Task<FileOperations::Deletion> deleting =
+      TrapErrors(errors_, files_.DeleteFtpFile(request.slot, request.text));
+  const FileOperations::Deletion deletion = co_await deleting;
   if (deletion.done) co_return ReplyLine(replies::kDele);
   co_return ReplyLine(std::string(replies::kDeleFailed) + deletion.reason);
 }
 
-Task<std::string> FtpServer::OnRnfr(Command command) {
-  const bool done = Succeeds(Errors(), [&] { return RenameFrom(command.slot, command.text); });
-  co_return ReplyLine(done ? replies::kRnfr : replies::kRnfrFailed);
+std::string CommandInterpreter::OnRnfr(Request request) {
+  const bool done =
+      Succeeds(errors_, [&] { return files_.RenameFrom(request.slot, request.text); });
+  return ReplyLine(done ? replies::kRnfr : replies::kRnfrFailed);
 }
 
-Task<std::string> FtpServer::OnRnto(Command command) {
-  const bool done = Succeeds(Errors(), [&] { return RenameTo(command.slot, command.text); });
-  co_return ReplyLine(done ? replies::kRnto : replies::kRntoFailed);
+std::string CommandInterpreter::OnRnto(Request request) {
+  const bool done = Succeeds(errors_, [&] { return files_.RenameTo(request.slot, request.text); });
+  return ReplyLine(done ? replies::kRnto : replies::kRntoFailed);
+}
+
+// Data connections
+
+Task<std::string> CommandInterpreter::OnPort(Request request) {
+  Task<bool> opening =
+      TrapErrors(errors_, host_.OpenActiveDataConnection(request.slot, request.text));
+  const bool opened = co_await opening;
+  sessions_[request.slot].closeAfterSend = false;
+  co_return ReplyLine(opened ? replies::kDone : replies::kPortFailed);
+}
+
+std::string CommandInterpreter::OnPasv(Request request) {
+  std::string reply = host_.EnterPassiveMode(request.slot);
+  sessions_[request.slot].closeAfterSend = false;
+  return reply;
+}
+
+Task<std::string> CommandInterpreter::OnList(Request request) {
+  Task<bool> sending = TrapErrors(errors_, host_.SendFtpListing(request.slot));
+  const bool sent = co_await sending;
+  if (!sent) co_return ReplyLine(replies::kListFailed);
+  Task<> closing = host_.AwaitDataClose(request.slot);
+  co_await closing;
+  co_return ReplyLine(replies::kList);
+}
+
+Task<std::string> CommandInterpreter::OnRetr(Request request) {
+  sessions_.shared.abortRequested = false;
+  FtpSession& session = sessions_[request.slot];
+  const std::string name = CutArgument(request.text, kAfterFourLetters).value_or("");
+  session.transferPath = LocalPath(sessions_.shared.ftpRoot, session.physicalDir, name);
+  Task<bool> opening = TrapErrors(errors_, host_.OpenRetrieve(request.slot));
+  const bool opened = co_await opening;
+  if (!opened) {
+    host_.CloseDataSocket(request.slot);
+    co_return ReplyLine(replies::kRetrFailed);
+  }
+  // None if the file was empty: it has been sent, and the connection closed.
+  const std::shared_ptr<Transfer> transfer = session.transfer;
+  Task<> closing = host_.AwaitDataClose(request.slot);
+  co_await closing;
+  const bool failed = sessions_.shared.abortRequested || (transfer && transfer->failed);
+  co_return ReplyLine(failed ? replies::kRetrFailed : replies::kRetr);
+}
+
+Task<std::string> CommandInterpreter::OnStor(Request request) {
+  sessions_.shared.uploadByteCount = 0;
+  Task<bool> opening = TrapErrors(errors_, host_.OpenStore(request.slot, request.text));
+  const bool opened = co_await opening;
+  if (!opened) {
+    host_.CloseDataSocket(request.slot);
+    co_return ReplyLine(replies::kStorFailed);
+  }
+  const std::shared_ptr<Transfer> transfer = sessions_[request.slot].transfer;
+  Task<> closing = host_.AwaitDataClose(request.slot);
+  co_await closing;
+  co_return ReplyLine(transfer->failed ? replies::kStorFailed : replies::kStor);
 }
 
 }  // namespace ModFtp

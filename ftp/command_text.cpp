@@ -16,7 +16,7 @@ std::size_t SequenceLength(unsigned char lead) {
   return lead >= 0xC0 ? 2 : 1;
 }
 
-// In bytes, of the character at the begin of a text that is not empty.
+// The bytes of the first character. `text` must not be empty.
 std::size_t CharacterLength(std::string_view text) {
   const std::size_t length = SequenceLength(static_cast<unsigned char>(text.front()));
   if (length == 1 || length > text.size()) return 1;
@@ -65,7 +65,7 @@ std::string CutTransferType(std::string_view text) {
 }
 
 std::optional<std::string> CutRestart(std::string_view text) {
-  // The line end counts: one digit and a line end are three characters.
+  // Counts the line end: one digit and CR LF.
   constexpr std::size_t kShortest = 3;
   const std::string_view offset = FromPosition(text, kAfterFourLetters);
   if (CharacterCount(offset) < kShortest) return std::nullopt;

@@ -7,7 +7,7 @@
 namespace ModFtp {
 namespace {
 
-// The first part of `rest`, which loses it and its separator.
+// Removes the first part and its separator from `rest`.
 std::string TakePart(std::string_view& rest, char separator) {
   constexpr std::size_t kLongestPart = 3;
   for (std::size_t length = 1; length <= kLongestPart && length < rest.size(); ++length) {

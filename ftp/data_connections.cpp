@@ -1,10 +1,10 @@
-// Opening and closing data connections, and waiting for them.
+#include "ftp/data_connections.h"
 
 #include <algorithm>
+#include <chrono>
 #include <numeric>
 
 #include "ftp/data_address.h"
-#include "ftp/ftp_server.h"
 #include "ftp/replies.h"
 #include "text/conversions.h"
 
@@ -12,6 +12,10 @@ namespace ModFtp {
 namespace {
 
 using net::Task;
+
+std::uint32_t ClockSeed() {
+  return static_cast<std::uint32_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+}
 
 // A command's place among those of its slot that wait for a data connection.
 class WaitingPlace {
@@ -33,39 +37,49 @@ class WaitingPlace {
 
 }  // namespace
 
-Task<bool> FtpServer::OpenActiveDataConnection(int slot, std::string text) {
-  if (!FtpSvrDataSock(slot).IsClosed()) co_return false;
+DataConnections::DataConnections(net::SocketContext& context, FtpSessions& sessions,
+                                 ArrivalHandler onArrival)
+    : sessions_(sessions), onArrival_(std::move(onArrival)), random_(ClockSeed()) {
+  net::SocketEvents& events = *this;
+  for (std::size_t index = 0; index < FtpSvrDataSock_.size(); ++index) {
+    FtpSvrDataSock_[index] =
+        std::make_unique<net::EventSocket>(context, events, static_cast<int>(index));
+  }
+}
+
+Task<bool> DataConnections::OpenActiveDataConnection(int slot, std::string text) {
+  if (!Socket(slot).IsClosed()) co_return false;
   const std::optional<PortArgument> argument = CutPortArgument(text);
   if (!argument) co_return false;
   const auto high = text::ToInt16(argument->high);
   if (!high) co_return false;
-  state_.portHigh = *high;
+  sessions_.shared.portHigh = *high;
   const auto low = text::ToInt16(argument->low);
   if (!low) co_return false;
-  state_.portLow = *low;
+  sessions_.shared.portLow = *low;
   const std::optional<ActivePorts> ports = ComputeActivePorts(*high, *low, slot);
   if (!ports) co_return false;
 
   const auto& [a, b, c, d] = argument->address;
   const std::string address = a + "." + b + "." + c + "." + d;
-  FtpSvrDataSock(slot).Connect(ports->local, address, ports->remote);
+  Socket(slot).Connect(ports->local, address, ports->remote);
   co_await net::YieldToEvents();
-  Session(slot).closeAfterSend = false;
-  state_.pendingDataSlot = static_cast<std::int16_t>(slot);
+  sessions_[slot].closeAfterSend = false;
+  sessions_.shared.pendingDataSlot = static_cast<std::int16_t>(slot);
   co_return true;
 }
 
-std::string FtpServer::EnterPassiveMode(int slot) {
-  state_.pendingDataSlot = static_cast<std::int16_t>(slot);
+std::string DataConnections::EnterPassiveMode(int slot, std::string_view localAddress) {
+  sessions_.shared.pendingDataSlot = static_cast<std::int16_t>(slot);
   const int lowByte = ListenOnPassivePort();
   CloseDataSocket(slot);
-  const std::string address = PassiveAddress(FtpSvrSock_[slot].LocalAddress(), lowByte);
+  const std::string address = PassiveAddress(localAddress, lowByte);
   return ReplyLine(std::string(replies::kPasv) + address);
 }
 
-// The low byte of a port drawn at random. One that is taken makes way for another, until none is
-// left; the reply then names the last.
-int FtpServer::ListenOnPassivePort() {
+// Returns the low byte of the port, which is drawn at random. If it is in use, another is drawn,
+// until none is left; the reply then names the last one.
+int DataConnections::ListenOnPassivePort() {
   std::array<int, 256> lowBytes;
   std::iota(lowBytes.begin(), lowBytes.end(), 0);
   for (std::size_t drawn = 0; drawn < lowBytes.size(); ++drawn) {
@@ -73,38 +87,47 @@ int FtpServer::ListenOnPassivePort() {
     std::swap(lowBytes[drawn], lowBytes[rest(random_)]);
     const int port = kPassivePortBase + lowBytes[drawn];
     std::error_code error;
-    FtpSvrDataSock(0).Listen(static_cast<std::uint16_t>(port), error);
+    Socket(0).Listen(static_cast<std::uint16_t>(port), error);
     if (!error) return lowBytes[drawn];
   }
   return lowBytes.back();
 }
 
-void FtpServer::OnFtpDataConnectionRequest(int, net::ConnectionRequest& request) {
-  const int slot = state_.pendingDataSlot;
+void DataConnections::OnFtpDataConnectionRequest(int, net::ConnectionRequest& request) {
+  const int slot = sessions_.shared.pendingDataSlot;
   CloseDataSocket(slot);
-  FtpSvrDataSock(slot).Accept(request);
+  Socket(slot).Accept(request);
   HoldData(slot);
-  FtpSvrDataSock(slot).Current()->StartReading();
+  Socket(slot).Current()->StartReading();
 }
 
-// What comes before its upload has been accepted stays with the sender: nothing sent early is lost,
-// and nothing is written where it may not be.
-void FtpServer::HoldData(int slot) {
-  const Client data = FtpSvrDataSock(slot).Current();
+// Bytes of an upload that has not been accepted stay with the sender: what is sent early is not
+// lost, and nothing is written where it must not be.
+void DataConnections::HoldData(int slot) {
+  const Client data = Socket(slot).Current();
   data->HoldReading(true);
   data->GatherSends();
 }
 
-void FtpServer::CloseDataSocket(int slot) {
-  Session(slot).EndTransfer();
-  FtpSvrDataSock(slot).Close();
+void DataConnections::CloseDataSocket(int slot) {
+  sessions_[slot].EndTransfer();
+  Socket(slot).Close();
 }
 
-// One command at a time, and of those that wait the newest: an older one whose own connection never
-// came does not answer a client that has gone on to ask for something else.
-Task<> FtpServer::AwaitDataConnection(int slot) {
-  FtpSession& session = Session(slot);
-  net::EventSocket& data = FtpSvrDataSock(slot);
+void DataConnections::CloseAllDataSockets() {
+  for (int slot = 1; slot <= FtpSessions::kLastSlot; ++slot) {
+    if (!Socket(slot).IsClosed()) CloseDataSocket(slot);
+  }
+}
+
+void DataConnections::Close() {
+  Socket(0).Close();
+  for (int slot = 1; slot <= FtpSessions::kLastSlot; ++slot) CloseDataSocket(slot);
+}
+
+Task<> DataConnections::AwaitDataConnection(int slot) {
+  FtpSession& session = sessions_[slot];
+  net::EventSocket& data = Socket(slot);
   const WaitingPlace place(session.waiting);
   while (!place.IsNewest() || session.transfer || data.State() != net::SocketState::kConnected) {
     net::WaitList::Awaiter change = data.StateChanges().Wait();
@@ -113,9 +136,8 @@ Task<> FtpServer::AwaitDataConnection(int slot) {
   session.transfer = std::make_shared<Transfer>();
 }
 
-// Waits for the end of the connection that is carried now, whatever the slot carries then.
-Task<> FtpServer::AwaitDataClose(int slot) {
-  net::EventSocket& socket = FtpSvrDataSock(slot);
+Task<> DataConnections::AwaitDataClose(int slot) {
+  net::EventSocket& socket = Socket(slot);
   const Client data = socket.Current();
   while (data && !data->IsClosed()) {
     net::WaitList::Awaiter change = socket.StateChanges().Wait();

@@ -1,6 +1,6 @@
 #pragma once
 
-// What is known of a file or folder on the disk.
+// The creation date and size of a file or folder on the disk.
 
 #include <memory>
 #include <optional>
@@ -12,11 +12,11 @@
 
 namespace ModFtp {
 
-/// None if `path` is no file, cannot be looked at, or is larger than a 32-bit number with a sign
-/// holds.
+/// None if `path` is not a file, cannot be inspected, or has a size beyond a signed 32-bit integer.
 std::optional<FileInfo> GetFileInfo(const std::string& path);
 
-/// The same of a folder, which counts with all that is in it; a link to one counts as empty.
+/// The same for a folder, whose size is that of everything in it; a link to one has size 0.
+/// `memory` limits what is held of the folders being read.
 net::Task<std::optional<FileInfo>> GetFolderInfo(std::string path, bool isLink,
                                                  std::shared_ptr<MemoryShare> memory);
 

@@ -1,12 +1,10 @@
-// Commands that walk and change the file system.
+#include "ftp/file_operations.h"
 
 #include "files/files.h"
 #include "ftp/command_text.h"
 #include "ftp/folder_walk.h"
-#include "ftp/ftp_server.h"
 #include "ftp/path_mapping.h"
 #include "platform/system_message.h"
-#include "text/code_page.h"
 #include "text/path_text.h"
 #include "text/strings.h"
 #include "text/wildcards.h"
@@ -16,12 +14,12 @@ namespace {
 
 using net::Task;
 
-// What CWDs without end would make of the current directory names nothing long before this.
+// A relative CWD appends to the current directory. No system knows a path this long.
 constexpr std::size_t kLongestDirectory = 32768;
 
 bool HasWildcard(std::string_view name) { return name.find_first_of("*?") != std::string::npos; }
 
-// Deletes the files of `folder` that match; folders stay. The first failure ends it.
+// Deletes the files of `folder` that match, but no folders. Stops at the first failure.
 Task<std::error_code> DeleteMatches(std::string folder, std::string pattern,
                                     std::shared_ptr<MemoryShare> memory) {
   Task<std::optional<SortedEntries>> reading = ReadSorted(folder, memory);
@@ -41,7 +39,7 @@ Task<std::error_code> DeleteMatches(std::string folder, std::string pattern,
   co_return result;
 }
 
-// `path` may hold wildcards behind its last separator.
+// `path` may hold wildcards after its last separator.
 Task<std::error_code> DeleteFiles(std::string path, std::shared_ptr<MemoryShare> memory) {
   const std::size_t separator = path.find_last_of("\\/");
   const std::size_t nameBegin = separator == std::string::npos ? 0 : separator + 1;
@@ -54,71 +52,68 @@ Task<std::error_code> DeleteFiles(std::string path, std::shared_ptr<MemoryShare>
 
 }  // namespace
 
-bool FtpServer::ChangeFtpDirectory(int slot, const std::string& text) {
+bool FileOperations::ChangeFtpDirectory(int slot, const std::string& text) {
   constexpr std::size_t kBareCommand = 5;
-  state_.ftpRoot = ModCommon::AddSlash(state_.ftpRoot);
+  sessions_.shared.ftpRoot = ModCommon::AddSlash(sessions_.shared.ftpRoot);
   if (CharacterCount(text) <= kBareCommand) return true;
   const std::string argument = text::ReplaceAll(FromPosition(text, kAfterThreeLetters), "\r\n", "");
-  FtpSession& session = Session(slot);
-  CurrentDirectory changed = ChangedDirectory(state_.ftpRoot, session.physicalDir, argument);
+  FtpSession& session = sessions_[slot];
+  CurrentDirectory changed =
+      ChangedDirectory(sessions_.shared.ftpRoot, session.physicalDir, argument);
   if (changed.physicalDir.size() > kLongestDirectory) return false;
   session.physicalDir = std::move(changed.physicalDir);
   session.ftpDir = std::move(changed.ftpDir);
   return true;
 }
 
-// A name that begins with "/" counts from the current directory here, too.
-bool FtpServer::MakeFtpDirectory(int slot, const std::string& text) {
+// A leading "/" means nothing special here: the name is below the current directory.
+bool FileOperations::MakeFtpDirectory(int slot, const std::string& text) {
   const std::optional<std::string> name = CutArgument(text, kAfterThreeLetters);
   if (!name) return false;
-  const std::string path = PathFromDirectory(Session(slot).physicalDir, *name);
+  const std::string path = PathFromDirectory(sessions_[slot].physicalDir, *name);
   return MayChange(path) && !files::CreateFolder(path);
 }
 
-// A folder that is not there counts as removed.
-bool FtpServer::RemoveFtpDirectory(int slot, const std::string& text) {
+bool FileOperations::RemoveFtpDirectory(int slot, const std::string& text) {
   const std::optional<std::string> path = PathOf(slot, text, kAfterThreeLetters);
   if (!path || !MayChange(*path)) return false;
   return !files::FolderExists(*path) || !files::RemoveFolder(*path);
 }
 
-Task<FtpServer::Deletion> FtpServer::DeleteFtpFile(int slot, std::string text) {
+Task<FileOperations::Deletion> FileOperations::DeleteFtpFile(int slot, std::string text) {
   Deletion deletion;
   const std::optional<std::string> path = PathOf(slot, text, kAfterFourLetters);
   if (!path || !MayChange(*path)) co_return std::move(deletion);
-  Task<std::error_code> deleting =
-      DeleteFiles(*path, std::make_shared<MemoryShare>(listingMemory_));
+  Task<std::error_code> deleting = DeleteFiles(*path, std::make_shared<MemoryShare>(memory_));
   const std::error_code error = co_await deleting;
   deletion.done = !error;
   if (error) deletion.reason = platform::SystemMessage(error);
   co_return std::move(deletion);
 }
 
-// The path is kept even if it is refused, and RNTO uses it: that way a file outside can be moved
-// in.
-bool FtpServer::RenameFrom(int slot, const std::string& text) {
+bool FileOperations::RenameFrom(int slot, const std::string& text) {
   const std::optional<std::string> path = PathOf(slot, text, kAfterFourLetters);
   if (!path) return false;
-  Session(slot).renameFrom = *path;
+  sessions_[slot].renameFrom = *path;
   return MayChange(*path);
 }
 
-bool FtpServer::RenameTo(int slot, const std::string& text) {
+bool FileOperations::RenameTo(int slot, const std::string& text) {
   const std::optional<std::string> target = PathOf(slot, text, kAfterFourLetters);
   if (!target || !MayChange(*target)) return false;
-  return !files::RenamePath(Session(slot).renameFrom, *target);
+  return !files::RenamePath(sessions_[slot].renameFrom, *target);
 }
 
-bool FtpServer::MayChange(const std::string& path) const {
+bool FileOperations::MayChange(const std::string& path) const {
   return IsInsideUploadDir(path, options_.uploadDir);
 }
 
 // None if the text is too short to hold a name and a line end.
-std::optional<std::string> FtpServer::PathOf(int slot, const std::string& text,
-                                             std::size_t position) const {
+std::optional<std::string> FileOperations::PathOf(int slot, const std::string& text,
+                                                  std::size_t position) const {
   const std::optional<std::string> name = CutArgument(text, position);
   if (!name) return std::nullopt;
-  return LocalPath(state_.ftpRoot, Session(slot).physicalDir, *name);
+  return LocalPath(sessions_.shared.ftpRoot, sessions_[slot].physicalDir, *name);
 }
 
 }  // namespace ModFtp

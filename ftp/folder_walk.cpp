@@ -15,13 +15,13 @@ namespace {
 using net::Task;
 using platform::DirectoryEntry;
 
-// Some milliseconds' worth. Fewer and longer runs are kinder to the processor's caches.
+// Takes some milliseconds. Fewer and longer runs make better use of the processor's caches.
 constexpr std::size_t kBatch = 2000;
 
-// Of an entry with a name of a usual length, sorted.
+// An estimate for a sorted entry with a name of usual length.
 constexpr std::size_t kBytesPerEntry = 200;
 
-// A sum under way: what has been added up, and the folders that are still to be read.
+// A sum in progress: the bytes added so far, and the folders still to be read.
 struct Sum {
   explicit Sum(std::shared_ptr<MemoryShare> share) : memory(std::move(share)) {}
 
@@ -30,7 +30,7 @@ struct Sum {
   std::vector<std::string> folders;
 
   bool Fits() const { return bytes <= std::numeric_limits<std::int32_t>::max(); }
-  // False if the entry cannot be looked at, or there is no memory to keep it for later.
+  // False if the entry cannot be inspected, or `memory` does not suffice to keep it for later.
   bool Add(const std::string& path, const DirectoryEntry& entry) {
     if (entry.isLink) return true;
     if (entry.isFolder) {
@@ -43,7 +43,7 @@ struct Sum {
   }
 };
 
-// One batch after the other; false at the end of the folder.
+// Reads the next batch; false at the end of the folder.
 bool ReadBatch(platform::DirectoryReader& reader, std::vector<DirectoryEntry>& batch,
                std::error_code& error) {
   batch.clear();

@@ -1,7 +1,7 @@
 #pragma once
 
-// Reading folders of any size and depth without holding up anybody: every coroutine here lets other
-// events run every few milliseconds, so what it reads may change under it.
+// Reads folders of any size and depth without blocking the event loop: every coroutine here yields
+// every few milliseconds, so the folder may change while it is being read.
 
 #include <chrono>
 #include <cstdint>
@@ -16,11 +16,11 @@
 
 namespace ModFtp {
 
-/// How long a handler has had the thread for itself.
+/// How long a handler has run since it last yielded.
 class Turn {
  public:
   bool IsOver() const { return Clock::now() - begin_ >= kLength; }
-  /// To be called after others had theirs.
+  /// To be called after yielding.
   void Renew() { begin_ = Clock::now(); }
 
  private:
@@ -30,11 +30,11 @@ class Turn {
   Clock::time_point begin_ = Clock::now();
 };
 
-/// The entries of a folder in the order of their upper-cased names. Takes them in as they come and
-/// hands them out sorted, with no single step that grows with the folder.
+/// The entries of a folder, sorted by their upper-cased names. They are added in batches, in any
+/// order; no single step takes time that grows with the folder.
 class SortedEntries {
  public:
-  /// Takes in a batch. Not after the first Next.
+  /// Must not be called after the first Next.
   void Add(std::vector<platform::DirectoryEntry> batch);
 
   std::size_t Count() const { return count_; }
@@ -47,25 +47,24 @@ class SortedEntries {
     std::string key;
     platform::DirectoryEntry entry;
   };
-  // Sorted backwards, so that the first one is taken off the end.
+  // Sorted in reverse, so that the first entry is removed from the end.
   using Run = std::vector<Item>;
 
   bool ComesLater(std::size_t left, std::size_t right) const;
 
   std::vector<Run> runs_;
-  std::size_t count_ = 0;          // taken in
-  std::vector<std::size_t> heap_;  // runs that are not used up, the one with the first entry on top
+  std::size_t count_ = 0;          // added
+  std::vector<std::size_t> heap_;  // runs with entries left, the one with the first entry on top
   bool ordered_ = false;
 };
 
-/// All entries of `folder`, a path text. None if it cannot be read, or if `memory` does not
-/// suffice, of which it takes what the entries need.
+/// All entries of `folder`, a path text. Takes what they need from `memory`. None if that does not
+/// suffice or the folder cannot be read.
 net::Task<std::optional<SortedEntries>> ReadSorted(std::string folder,
                                                    std::shared_ptr<MemoryShare> memory);
 
-/// The bytes of all files in `folder` and below, as far as they are no more than a 32-bit number
-/// with a sign holds; none if they are more or something cannot be looked at. Links are not
-/// followed, neither below `folder` nor if it is one itself.
+/// The bytes of all files in `folder` and below. None if the sum exceeds a signed 32-bit integer or
+/// something cannot be inspected. Does not follow links, nor `folder` if it is one.
 net::Task<std::optional<std::int32_t>> AddUpFolder(std::string folder,
                                                    std::shared_ptr<MemoryShare> memory);
 

@@ -1,9 +1,6 @@
 #include "ftp/ftp_server.h"
 
-#include <chrono>
-
 #include "core/hosts_file.h"
-#include "core/service_environment.h"
 #include "ftp/command_text.h"
 #include "ftp/ftp_options_entry.h"
 #include "ftp/replies.h"
@@ -11,17 +8,8 @@
 #include "text/code_page.h"
 
 namespace ModFtp {
-namespace {
-
-std::uint32_t ClockSeed() {
-  return static_cast<std::uint32_t>(std::chrono::steady_clock::now().time_since_epoch().count());
-}
-
-}  // namespace
 
 using net::Task;
-
-std::string ReplyLine(std::string_view text) { return text::ToSystem(text) + "\r\n"; }
 
 FtpServer::FtpServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
@@ -30,22 +18,25 @@ FtpServer::FtpServer(core::ServiceEnvironment environment)
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
       FtpSvrSock_(sockets_, *this, net::ConnectionSlots::BusySlot::kRefuse,
                   ReplyLine(replies::kGreeting)),
-      dataEvents_(*this),
       heldOptions_(environment_.program.Holders(),
                    [this](settings::Change& change) { WriteSettings(change, EntryOf(options_)); }),
-      random_(ClockSeed()) {
+      dataConnections_(sockets_, sessions_,
+                       [this](int slot, Client data) {
+                         return transfers_.OnFtpDataArrival(slot, std::move(data));
+                       }),
+      transfers_(
+          dataConnections_, sessions_, options_, listingMemory_, environment_.program.errors,
+          [this](int slot, std::string_view text) { FtpSvrSock_[slot].SendData(ReplyLine(text)); }),
+      files_(sessions_, options_, listingMemory_),
+      interpreter_(*this, sessions_, files_, environment_.program.errors) {
   options_.SetDefaults(environment_.program);
-  state_.ftpRoot = options_.ftpRoot;
-  for (int index = 0; index <= kLastSlot; ++index) {
-    FtpSvrDataSock_[static_cast<std::size_t>(index)] =
-        std::make_unique<net::EventSocket>(sockets_, dataEvents_, index);
-  }
+  sessions_.shared.ftpRoot = options_.ftpRoot;
 }
 
 bool FtpServer::LoadOptions() {
   const bool loaded =
       options_.LoadFtpOptions(environment_.program, FtpSvrSock_.Listener().LocalAddress());
-  state_.ftpRoot = options_.ftpRoot;
+  sessions_.shared.ftpRoot = options_.ftpRoot;
   return loaded;
 }
 
@@ -70,11 +61,8 @@ bool FtpServer::StartFtpListener() {
 
 bool FtpServer::StopFtpListener() {
   FtpSvrSock_.Close();
-  FtpSvrDataSock(0).Close();
-  for (int slot = 1; slot <= kLastSlot; ++slot) {
-    CloseDataSocket(slot);
-    Session(slot) = {};
-  }
+  dataConnections_.Close();
+  sessions_.Clear();
   draining_.DropAll();
   return !IsRunning();
 }
@@ -83,7 +71,7 @@ bool FtpServer::StopFtpListener() {
 std::vector<net::ConnectionReport> FtpServer::Connections() const {
   std::vector<net::ConnectionReport> report = FtpSvrSock_.Report("FTP");
   for (net::ConnectionReport& connection : report) {
-    const auto& data = FtpSvrDataSock_.at(static_cast<std::size_t>(connection.slot))->Current();
+    const Client& data = dataConnections_.Current(connection.slot);
     if (!data || data->IsClosed() || data->CurrentActivity().what.empty()) continue;
     connection.activity = data->CurrentActivity();
   }
@@ -94,18 +82,36 @@ Task<> FtpServer::OnDataArrival(int slot, Client client) {
   return OnFtpControlData(slot, std::move(client));
 }
 
-// One arrival is one command, whatever it holds.
+// No coroutine itself: a command that waits must not keep the bytes as well as its text.
 Task<> FtpServer::OnFtpControlData(int slot, Client client) {
   const std::string bytes = client->GetData();
   if (bytes.size() > kLongestCommand) {
-    return RefuseCommand(client, bytes.substr(0, kLongestCommand));
+    return RefuseCommand(slot, client, bytes.substr(0, kLongestCommand));
   }
-  return HandleFtpCommand(slot, client, text::FromSystem(bytes));
+  return AnswerCommand(slot, client, text::FromSystem(bytes));
+}
+
+Task<> FtpServer::AnswerCommand(int slot, Client client, std::string text) {
+  Task<std::string> handling = interpreter_.HandleFtpCommand(slot, std::move(text));
+  const std::string reply = co_await handling;
+  client->SendData(reply);
+  // While this waits the command counts as running; a client that reads no replies can have only so
+  // many of them and is then not read either.
+  Task<> sent = client->Sent();
+  co_await sent;
+}
+
+Task<> FtpServer::RefuseCommand(int slot, Client client, std::string beginning) {
+  const std::string reply = interpreter_.RefuseCommand(slot, beginning);
+  if (reply.empty()) co_return;
+  client->SendData(reply);
+  Task<> sent = client->Sent();
+  co_await sent;
 }
 
 void FtpServer::OnFtpControlClose(int slot) {
   CloseDataSocket(slot);
-  FtpSession& session = Session(slot);
+  FtpSession& session = sessions_[slot];
   session.physicalDir.clear();
   session.ftpDir.clear();
   session.renameFrom.clear();
@@ -118,8 +124,30 @@ void FtpServer::OnFtpControlError(int slot) {
   FtpSvrSock_[slot].Close();
 }
 
-void FtpServer::Reply(int slot, std::string_view text) {
-  FtpSvrSock_[slot].SendData(ReplyLine(text));
+void FtpServer::ShowCommand(int slot, std::string_view what) {
+  FtpSvrSock_[slot].Current()->Doing(what);
 }
+
+Task<bool> FtpServer::OpenActiveDataConnection(int slot, std::string text) {
+  return dataConnections_.OpenActiveDataConnection(slot, std::move(text));
+}
+
+std::string FtpServer::EnterPassiveMode(int slot) {
+  return dataConnections_.EnterPassiveMode(slot, FtpSvrSock_[slot].LocalAddress());
+}
+
+void FtpServer::CloseDataSocket(int slot) { dataConnections_.CloseDataSocket(slot); }
+
+void FtpServer::CloseAllDataSockets() { dataConnections_.CloseAllDataSockets(); }
+
+Task<bool> FtpServer::SendFtpListing(int slot) { return transfers_.SendFtpListing(slot); }
+
+Task<bool> FtpServer::OpenRetrieve(int slot) { return transfers_.OpenRetrieve(slot); }
+
+Task<bool> FtpServer::OpenStore(int slot, std::string text) {
+  return transfers_.OpenStore(slot, std::move(text));
+}
+
+Task<> FtpServer::AwaitDataClose(int slot) { return dataConnections_.AwaitDataClose(slot); }
 
 }  // namespace ModFtp

@@ -1,22 +1,24 @@
 #pragma once
 
-// What the FTP server keeps: a record per control slot, and one set of values that all sessions
-// share. Sharing them is wanted: whoever spoke last has set them.
+// What the FTP server remembers between commands: one record per control slot, and one set of
+// values that all sessions share. The sharing is intended: the last command to set a value sets it
+// for every client.
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "ftp/memory_budget.h"
-#include "net/connection.h"
+#include "net/connection_slots.h"
 #include "platform/file.h"
 
 namespace ModFtp {
 
 /// The use of one data connection by one command.
 struct Transfer {
-  bool failed = false;  // the file gave out on the way
+  bool failed = false;  // the file could not be read or written to its end
 };
 
 struct FtpSession {
@@ -24,17 +26,17 @@ struct FtpSession {
   std::string ftpDir;        // the same as the client sees it, with "/"
   std::string transferPath;  // of the last RETR
   std::string uploadPath;    // of the last STOR
-  std::string renameFrom;    // of the last RNFR, refused ones included
+  std::string renameFrom;    // of the last RNFR, even if it was refused
 
-  // Of the data connection, and gone with it.
-  bool closeAfterSend = false;  // the next send-complete ends the data connection
+  // The data connection's; EndTransfer resets them when it closes.
+  bool closeAfterSend = false;  // the next send-complete closes the data connection
   std::int32_t chunksSent = 0;  // RETR's progress
   std::int32_t fullChunks = 0;
-  std::int16_t tailBytes = 0;          // behind the full chunks
-  platform::File retrHandle;           // open while RETR sends
-  platform::File storHandle;           // open from the first byte of an upload on
-  std::shared_ptr<Transfer> transfer;  // null while no command has taken the data connection
-  std::shared_ptr<MemoryShare> listingMemory;  // while a listing is on its way
+  std::int16_t tailBytes = 0;                  // after the full chunks
+  platform::File retrHandle;                   // open while RETR sends
+  platform::File storHandle;                   // open from the first byte of an upload on
+  std::shared_ptr<Transfer> transfer;          // null while no command uses the data connection
+  std::shared_ptr<MemoryShare> listingMemory;  // while a listing is being sent
 
   std::vector<int> waiting;  // commands that wait for a data connection, the newest last
 
@@ -49,9 +51,9 @@ struct FtpSession {
   }
 };
 
-/// Shared by all sessions, and never reset by one of them.
+/// Shared by all sessions; the end of a session resets none of it.
 struct FtpServerState {
-  std::string ftpRoot;       // as in the options until a CWD has ended it with a separator
+  std::string ftpRoot;       // from the options; the first CWD appends a separator
   std::string lastCommand;   // "USER" or "NOOP"
   std::string transferType;  // as TYPE named it; nothing depends on it
   bool abortRequested = false;
@@ -59,6 +61,23 @@ struct FtpServerState {
   std::int16_t portLow = 0;
   std::int16_t pendingDataSlot = 0;  // gets the next passive connection
   std::int32_t uploadByteCount = 0;  // since the last STOR
+};
+
+/// Every session, by the number of its control slot, and the state that they share.
+class FtpSessions {
+ public:
+  static constexpr int kLastSlot = net::ConnectionSlots::kLastSlot;
+
+  /// `slot` counts from 1. The reference stays valid as long as this object.
+  FtpSession& operator[](int slot) { return sessions_.at(static_cast<std::size_t>(slot - 1)); }
+
+  /// Forgets the sessions; what they share stays.
+  void Clear() { sessions_ = {}; }
+
+  FtpServerState shared;
+
+ private:
+  std::array<FtpSession, kLastSlot> sessions_;
 };
 
 }  // namespace ModFtp

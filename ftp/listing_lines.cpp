@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kFolderRights = "dr-xr-xr-x  1 owner group  ";
 constexpr std::string_view kFileRights = "-r-xr-xr-x  1 owner group  ";
 
-// English whatever the host's language: clients look for these months.
+// English in every locale: clients look for these names.
 constexpr std::array<std::string_view, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
@@ -19,15 +19,15 @@ std::string TwoDigits(int number) {
 }
 
 std::string FormatDate(std::time_t seconds) {
-  // The program has one thread that asks for the time, so the shared result is ours alone.
+  // localtime shares its result, but only one thread of the program calls it.
   const std::tm* local = std::localtime(&seconds);
   if (local == nullptr) return {};
   const std::string month(kMonths.at(static_cast<std::size_t>(local->tm_mon)));
   return month + " " + TwoDigits(local->tm_mday) + " " + std::to_string(local->tm_year + 1900);
 }
 
-// "Mmm dd yyyy", local time. The system looks at its time zone whenever it is asked for the local
-// time; files that came together are of the same minute, and so of the same date.
+// "Mmm dd yyyy", local time. The last result is kept because localtime checks the time zone on each
+// call, and files that were copied together were mostly created in the same minute.
 std::string DateText(std::chrono::system_clock::time_point time) {
   static std::chrono::sys_time<std::chrono::minutes> knownMinute;
   static std::string knownDate;

@@ -1,6 +1,6 @@
 #pragma once
 
-// The lines of a listing, and what they say of a file or folder.
+// Formats the lines of a listing. Text only; the facts come from file_info.h.
 
 #include <chrono>
 #include <cstdint>
@@ -11,16 +11,15 @@ namespace ModFtp {
 
 struct FileInfo {
   std::chrono::system_clock::time_point created;
-  std::int32_t size = 0;  // bytes; of a folder, of all that is in it
+  std::int32_t size = 0;  // bytes; for a folder, of everything in it
 };
 
-/// One line with its line end. Everything is shown as read-only; the three blanks before the size
-/// are what clients' parsers have learned. The name is the file's own, but that line breaks in it
-/// become "?": nobody can make others see entries that are not there.
+/// One line with its line end. Everything is shown as read-only; clients' parsers rely on the three
+/// blanks before the size. Line breaks in the name become "?", so that no name can forge entries.
 std::string ListingLine(std::string_view name, bool isFolder, const FileInfo& info);
 
-/// Whether a name is listed: after a CWD only one with a dot in it would be, but no command leaves
-/// that word behind.
+/// Whether a name is listed. If `lastCommand` is "CWD", only names with a dot are; no command sets
+/// that today.
 bool IsListed(std::string_view name, std::string_view lastCommand);
 
 }  // namespace ModFtp

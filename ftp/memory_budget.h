@@ -1,6 +1,7 @@
 #pragma once
 
-// A bound on the memory that several users of one kind hold together.
+// A limit on the memory that several holders use together. It only counts: a holder takes bytes
+// from the budget before it allocates them.
 
 #include <cstddef>
 
@@ -16,7 +17,7 @@ class MemoryBudget {
   std::size_t left_;
 };
 
-/// What one of them holds, given back with the object.
+/// What one holder has taken; its destructor returns it. The budget must outlive it.
 class MemoryShare {
  public:
   explicit MemoryShare(MemoryBudget& budget) : budget_(budget) {}
@@ -24,7 +25,7 @@ class MemoryShare {
   MemoryShare(const MemoryShare&) = delete;
   MemoryShare& operator=(const MemoryShare&) = delete;
 
-  /// False if there is not so much left; nothing is taken then.
+  /// False, and takes nothing, if less than `bytes` is left.
   bool Take(std::size_t bytes) {
     if (bytes > budget_.left_) return false;
     budget_.left_ -= bytes;
@@ -32,7 +33,7 @@ class MemoryShare {
     return true;
   }
 
-  /// Gives back all but `bytes`.
+  /// Returns all but `bytes`.
   void KeepOnly(std::size_t bytes) {
     if (bytes >= held_) return;
     budget_.left_ += held_ - bytes;

@@ -1,40 +1,41 @@
 #pragma once
 
-// How names that a client sends become local paths, and which of them may be changed. All of it is
-// text: nothing is tidied, ".." is left to the file system, and nothing here touches the disk.
+// Maps the names that a client sends to local paths, and tells which of them may be changed. All of
+// it is text: paths are not normalised, ".." is left to the file system, and nothing here touches
+// the disk.
 
 #include <string>
 #include <string_view>
 
 namespace ModFtp {
 
-/// Whether a name counts from the root.
+/// Whether a name is relative to the root.
 bool IsRootedName(std::string_view name);
 
-/// `name` below the root: its "/" become "\". A root that ends in "\" gives a doubled one, which
-/// stays.
+/// `name` below the root, each "/" replaced by "\". After a root that ends in "\" there are two of
+/// them; clients never see it, and the file system reads over it.
 std::string PathFromRoot(std::string_view ftpRoot, std::string_view name);
 
 /// `name`, unchanged, below the current directory.
 std::string PathFromDirectory(std::string_view physicalDir, std::string_view name);
 
-/// One or the other, by the name.
+/// PathFromRoot for a rooted name, PathFromDirectory for any other.
 std::string LocalPath(std::string_view ftpRoot, std::string_view physicalDir,
                       std::string_view name);
 
-/// Where CWD leads: the local directory, and the one that the client sees.
+/// Where CWD leads: the local path, and the directory as the client sees it.
 struct CurrentDirectory {
   std::string physicalDir;
   std::string ftpDir;
 };
 
-/// `slashedRoot` ends in a separator. An `argument` of "/" or nothing leads to it. Whether the
-/// directory exists is not asked.
+/// `slashedRoot` ends in a separator; an `argument` of "/" or nothing leads there. The directory
+/// need not exist.
 CurrentDirectory ChangedDirectory(std::string_view slashedRoot, std::string_view physicalDir,
                                   std::string_view argument);
 
-/// Whether a file or folder may be changed: the upload directory's text stands somewhere in the
-/// path's, whatever the case, and is not all of it. An empty one stands in every path.
+/// Whether a file or folder may be changed: `path` contains the text `uploadDir` anywhere, in any
+/// case, and is not equal to it. An empty `uploadDir` permits every path that is not empty.
 bool IsInsideUploadDir(std::string_view path, std::string_view uploadDir);
 
 }  // namespace ModFtp

@@ -1,9 +1,12 @@
 #pragma once
 
-// Every fixed text that the FTP server sends, without line end. Clients and scripts know them by
-// heart: the bare codes, the codes that others would not choose and the blanks at the ends stand.
+// Every fixed text that the FTP server sends, without its line end. Clients and scripts match them
+// literally, so the bare codes, the unusual codes and the trailing blanks must not be corrected.
 
+#include <string>
 #include <string_view>
+
+#include "text/code_page.h"
 
 namespace ModFtp::replies {
 
@@ -56,3 +59,10 @@ inline constexpr std::string_view kStor = "226 stor command completed";
 inline constexpr std::string_view kStorFailed = "550 无访问权，不能上传文件！ ";
 
 }  // namespace ModFtp::replies
+
+namespace ModFtp {
+
+/// A reply as it is sent: in the system code page, with its line end.
+inline std::string ReplyLine(std::string_view text) { return text::ToSystem(text) + "\r\n"; }
+
+}  // namespace ModFtp

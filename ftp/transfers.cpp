@@ -1,5 +1,4 @@
-// Sending and receiving files. One piece of a file is under way per connection, whatever its size:
-// the next is read when the system has taken the one before.
+#include "ftp/transfers.h"
 
 #include <algorithm>
 #include <array>
@@ -7,11 +6,13 @@
 
 #include "files/files.h"
 #include "ftp/command_text.h"
+#include "ftp/exceptions_as_failures.h"
 #include "ftp/file_info.h"
-#include "ftp/ftp_server.h"
+#include "ftp/listing.h"
 #include "ftp/path_mapping.h"
 #include "ftp/replies.h"
-#include "ftp/trapped.h"
+#include "net/handler_scope.h"
+#include "text/path_text.h"
 
 namespace ModFtp {
 namespace {
@@ -21,26 +22,51 @@ using platform::File;
 
 constexpr std::int32_t kChunkBytes = 4096;
 
-// Chunks that the system takes at once are sent in a row, a fraction of a millisecond's worth: a
-// turn of the loop costs as much as one of them.
+// Chunks that the system takes at once are sent in a row, for a fraction of a millisecond: a turn
+// of the loop costs as much as one of them.
 constexpr int kChunksPerTurn = 64;
 
-// What is shown of a file that is transferred: there is no room for the folders.
+// The live view has no room for the folders.
 std::string NameIn(const std::string& path) { return path.substr(path.rfind('\\') + 1); }
 
 }  // namespace
 
-Task<bool> FtpServer::OpenRetrieve(int slot) {
-  Task<> connected = AwaitDataConnection(slot);
+Task<bool> Transfers::SendFtpListing(int slot) {
+  Task<> connected = connections_.AwaitDataConnection(slot);
   co_await connected;
-  Reply(slot, replies::kSending);
-  FtpSession& session = Session(slot);
+  const Client data = connections_.Current(slot);
+  reply_(slot, replies::kSending);
+  FtpSession& session = sessions_[slot];
+  const auto memory = std::make_shared<MemoryShare>(memory_);
+  Task<std::optional<std::string>> building =
+      TrapErrors(errors_, BuildListing(ModCommon::AddSlash(session.physicalDir),
+                                       sessions_.shared.lastCommand, data, memory));
+  const std::optional<std::string> listing = co_await building;
+  // Other events ran meanwhile: the slot may have another connection by now.
+  if (data->IsClosed()) co_return false;
+  if (!listing || listing->empty()) {
+    connections_.CloseDataSocket(slot);
+    co_return listing.has_value();
+  }
+  memory->KeepOnly(listing->size());
+  session.listingMemory = memory;
+  session.closeAfterSend = true;
+  data->SendData(*listing);
+  data->StartHandler(PaceSending(slot, data));
+  co_return true;
+}
+
+Task<bool> Transfers::OpenRetrieve(int slot) {
+  Task<> connected = connections_.AwaitDataConnection(slot);
+  co_await connected;
+  reply_(slot, replies::kSending);
+  FtpSession& session = sessions_[slot];
   session.fullChunks = session.chunksSent = 0;
   const std::optional<FileInfo> info = GetFileInfo(session.transferPath);
   if (!info) co_return false;
   session.fullChunks = info->size / kChunkBytes;
   session.tailBytes = static_cast<std::int16_t>(info->size % kChunkBytes);
-  const Client data = FtpSvrDataSock(slot).Current();
+  const Client data = connections_.Current(slot);
   data->Doing("RETR " + NameIn(session.transferPath));
   data->Expect(static_cast<std::uint64_t>(info->size));
   if (!SendNextChunk(slot)) co_return false;
@@ -48,9 +74,9 @@ Task<bool> FtpServer::OpenRetrieve(int slot) {
   co_return true;
 }
 
-// False if the file cannot be opened or has become shorter.
-bool FtpServer::SendNextChunk(int slot) {
-  FtpSession& session = Session(slot);
+// False if the file cannot be opened or has shrunk.
+bool Transfers::SendNextChunk(int slot) {
+  FtpSession& session = sessions_[slot];
   if (!session.retrHandle.IsOpen()) {
     std::error_code error;
     session.retrHandle = files::OpenFile(session.transferPath, File::Mode::kRead, error);
@@ -61,7 +87,7 @@ bool FtpServer::SendNextChunk(int slot) {
     return SendPiece(slot, kChunkBytes);
   }
   if (session.tailBytes < 1) {
-    CloseDataSocket(slot);
+    connections_.CloseDataSocket(slot);
     return true;
   }
   const bool sent = SendPiece(slot, static_cast<std::size_t>(session.tailBytes));
@@ -71,16 +97,16 @@ bool FtpServer::SendNextChunk(int slot) {
   return sent;
 }
 
-bool FtpServer::SendPiece(int slot, std::size_t size) {
+bool Transfers::SendPiece(int slot, std::size_t size) {
   std::array<char, kChunkBytes> piece;
   std::error_code error;
-  if (Session(slot).retrHandle.Read(piece.data(), size, error) < size) return false;
-  FtpSvrDataSock(slot).SendData({piece.data(), size});
+  if (sessions_[slot].retrHandle.Read(piece.data(), size, error) < size) return false;
+  connections_.SendData(slot, {piece.data(), size});
   return true;
 }
 
-// Raises the send-complete events of one data connection, to which it belongs: it ends with it.
-Task<> FtpServer::PaceSending(int slot, Client data) {
+// Raises the send-complete events of `data`. It is a handler of that connection and ends with it.
+Task<> Transfers::PaceSending(int slot, Client data) {
   int inThisTurn = 1;
   while (!data->IsClosed()) {
     if (data->HasUnsentBytes()) {
@@ -95,43 +121,44 @@ Task<> FtpServer::PaceSending(int slot, Client data) {
   }
 }
 
-void FtpServer::OnFtpDataSendComplete(int slot) {
-  if (Session(slot).closeAfterSend) {
-    CloseDataSocket(slot);
+void Transfers::OnFtpDataSendComplete(int slot) {
+  if (sessions_[slot].closeAfterSend) {
+    connections_.CloseDataSocket(slot);
   } else if (!SendNextChunk(slot)) {
     FailTransfer(slot);
   }
 }
 
-Task<bool> FtpServer::OpenStore(int slot, std::string text) {
-  Task<> connected = AwaitDataConnection(slot);
+Task<bool> Transfers::OpenStore(int slot, std::string text) {
+  Task<> connected = connections_.AwaitDataConnection(slot);
   co_await connected;
   const std::optional<std::string> name = CutArgument(text, kAfterFourLetters);
   if (!name) co_return false;
-  FtpSession& session = Session(slot);
+  FtpSession& session = sessions_[slot];
   session.uploadPath = PathFromDirectory(session.physicalDir, *name);
-  if (!MayChange(session.uploadPath)) co_return false;
-  Reply(slot, replies::kReceiving);
-  FtpSvrDataSock(slot).Current()->Doing("STOR " + NameIn(session.uploadPath));
-  FtpSvrDataSock(slot).Current()->HoldReading(false);
+  if (!IsInsideUploadDir(session.uploadPath, options_.uploadDir)) co_return false;
+  reply_(slot, replies::kReceiving);
+  connections_.Current(slot)->Doing("STOR " + NameIn(session.uploadPath));
+  connections_.Current(slot)->HoldReading(false);
   co_return true;
 }
 
-Task<> FtpServer::OnFtpDataArrival(int slot, Client data) {
+Task<> Transfers::OnFtpDataArrival(int slot, Client data) {
   const std::string bytes = data->GetData();
-  // The count stops at its largest value; the upload goes on.
-  const std::int64_t count = state_.uploadByteCount + static_cast<std::int64_t>(bytes.size());
+  // The count saturates; the upload goes on.
+  const std::int64_t count =
+      sessions_.shared.uploadByteCount + static_cast<std::int64_t>(bytes.size());
   constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
-  state_.uploadByteCount = static_cast<std::int32_t>(std::min(count, kMost));
+  sessions_.shared.uploadByteCount = static_cast<std::int32_t>(std::min(count, kMost));
   WriteUploadData(slot, bytes);
   co_return;
 }
 
-// Opened at the first byte and not emptied: the tail of a longer file stays, and an upload of
-// nothing leaves nothing.
-void FtpServer::WriteUploadData(int slot, const std::string& bytes) {
-  FtpSession& session = Session(slot);
-  const bool written = Succeeds(Errors(), [&] {
+// Opens the file at the first byte and does not truncate it: a longer file keeps its tail, and an
+// empty upload creates nothing.
+void Transfers::WriteUploadData(int slot, const std::string& bytes) {
+  FtpSession& session = sessions_[slot];
+  const bool written = Succeeds(errors_, [&] {
     std::error_code error;
     if (!session.storHandle.IsOpen()) {
       session.storHandle = files::OpenFile(session.uploadPath, File::Mode::kUpdate, error);
@@ -142,9 +169,9 @@ void FtpServer::WriteUploadData(int slot, const std::string& bytes) {
   if (!written) FailTransfer(slot);
 }
 
-void FtpServer::FailTransfer(int slot) {
-  if (const auto& transfer = Session(slot).transfer) transfer->failed = true;
-  CloseDataSocket(slot);
+void Transfers::FailTransfer(int slot) {
+  if (const auto& transfer = sessions_[slot].transfer) transfer->failed = true;
+  connections_.CloseDataSocket(slot);
 }
 
 }  // namespace ModFtp

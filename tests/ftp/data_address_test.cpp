@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-#include <vector>
+#include <utility>
 
 namespace ModFtp {
 namespace {
@@ -16,23 +15,20 @@ std::string Shown(const std::optional<PortArgument>& argument) {
 }
 
 TEST(PortArgumentCut, LooksForCommasAtThreePlacesOnly) {
-  const std::vector<std::tuple<std::string, std::string>> cases = {
+  const std::pair<const char*, const char*> cases[] = {
       {"PORT 127,0,0,1,4,1\r\n", "127.0.0.1. 4/1"},
-      {"PORT 10,0,0,1,4,1\r\n", "10.0.0.1. 4/1"},
       {"PORT 192,168,10,25,100,255\r\n", "192.168.10.25. 100/255"},
-      {"PORT 127,0,0,1,4,12", "127.0.0.1. 4/"},             // the line end is not looked at
-      {"PORT 1271,0,0,1,4,1\r\n", ".... /1271,0,0,1,4,1"},  // a comma out of reach stops it all
-      {"PORT ,1,0,0,1,4,1\r\n", ",1.0.0.1. 4/1"},           // the first character is never one
+      {"PORT 127,0,0,1,4,12", "127.0.0.1. 4/"},             // the last two are cut off unchecked
+      {"PORT 1271,0,0,1,4,1\r\n", ".... /1271,0,0,1,4,1"},  // no part ends within reach
+      {"PORT ,1,0,0,1,4,1\r\n", ",1.0.0.1. 4/1"},           // a part has at least one character
       {"PORT 127,0,0,1\r\n", "127.0.0.. /1"},
-      {"PORT 127,0,0,1,4\r\n", "127.0.0.1. /4"},
-      {"PORT abc\r\n", ".... /abc"},
       {"PORT 1,2,3,4,5,6,7\r\n", "1.2.3.4. 5/6,7"},
       {"PORT\r\n", "none"},
   };
   for (const auto& [text, parts] : cases) EXPECT_EQ(Shown(CutPortArgument(text)), parts) << text;
 }
 
-TEST(ActivePortsComputed, FailWhereSixteenBitsWithASignDoNotHoldThem) {
+TEST(ActivePortsComputed, FailBeyondSignedSixteenBits) {
   struct Case {
     std::int16_t high, low;
     int slot, remote, local;  // -1: none

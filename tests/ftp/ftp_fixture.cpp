@@ -4,13 +4,6 @@
 
 namespace test {
 
-std::string Content(std::size_t size) {
-  std::string content(size, '\0');
-  std::uint32_t state = 1;
-  for (char& c : content) c = static_cast<char>((state = state * 1664525 + 1013904223) >> 24);
-  return content;
-}
-
 std::uint16_t FtpClient::PortOf(const std::string& reply) {
   const std::size_t low = reply.rfind(',');
   if (!reply.starts_with("227 (") || low == std::string::npos) return 0;
@@ -19,23 +12,10 @@ std::uint16_t FtpClient::PortOf(const std::string& reply) {
 
 Transferred FtpClient::Fetch(std::string_view line) {
   const auto data = OpenPassive();
-  Transferred transferred;
-  transferred.before = Ask(line);
-  transferred.bytes = data->ReceiveAll();
+  Ask(line);
+  std::string bytes = data->ReceiveAll();
   data->Close();
-  transferred.after = Reply();
-  return transferred;
-}
-
-Transferred FtpClient::Store(std::string_view name, std::string_view content) {
-  const auto data = OpenPassive();
-  Transferred transferred;
-  transferred.before = Ask("STOR " + std::string(name));
-  if (!transferred.before.starts_with("150")) return {"", "", transferred.before};
-  data->Send(content);
-  data->Close();
-  transferred.after = Reply();
-  return transferred;
+  return {std::move(bytes), Reply()};
 }
 
 FtpServerTest::FtpServerTest() {
@@ -60,7 +40,7 @@ std::uint16_t FtpServerTest::Port() {
 
 FtpClient FtpServerTest::Connect() {
   FtpClient client(Port());
-  client.Greeting();
+  client.Reply();
   return client;
 }
 

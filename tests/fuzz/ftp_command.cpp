@@ -6,7 +6,7 @@
 
 namespace {
 
-// What is cut off is never longer than the command, and a name stays below its directory's text.
+// No part is longer than the command, and the path of a name begins with its directory's text.
 void CutAsEveryCommandDoes(std::string_view text) {
   fuzz::Require(ModFtp::CharacterCount(text) <= text.size());
   fuzz::Require(ModFtp::CommandWord(text).size() <= 3 * text.size());

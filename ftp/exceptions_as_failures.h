@@ -1,8 +1,8 @@
 #pragma once
 
-// Steps of a command whose errors are failures of the command, not of the server. What they throw
-// is logged: it is nothing that a client can bring about by itself, but a want of memory, or a
-// fault.
+// Runs a step of a command so that an exception makes the step fail and is logged, instead of
+// ending the command without a reply. A client cannot provoke such an exception by itself: it means
+// a lack of memory or a bug.
 
 #include <exception>
 #include <utility>
@@ -13,7 +13,7 @@
 
 namespace ModFtp {
 
-/// Whether a step succeeded; false if it throws.
+/// What `step` returns; false if it throws.
 template <class Step>
 bool Succeeds(const files::ErrorLog& errors, Step step) {
   try {
@@ -24,10 +24,10 @@ bool Succeeds(const files::ErrorLog& errors, Step step) {
   }
 }
 
-/// What a step that waits returns; a T of nothing (false, none) if it throws. The end of the
-/// handler passes.
+/// The same for a step that waits: its result, or an empty T (false, none) if it throws. Only
+/// HandlerEnded passes through.
 template <class T>
-net::Task<T> Trapped(const files::ErrorLog& errors, net::Task<T> step) {
+net::Task<T> TrapErrors(const files::ErrorLog& errors, net::Task<T> step) {
   try {
     T result = co_await step;
     co_return std::move(result);

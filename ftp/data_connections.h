@@ -1,0 +1,84 @@
+#pragma once
+
+// The data sockets: one per control slot and, as element 0, the one passive listener, which every
+// PASV of any session moves to another port. A connection to it goes to the slot that sent PORT or
+// PASV last.
+//
+// This class opens, closes and waits for the connections; what is sent and received on them is the
+// transfers' part. Closing a data socket ends its transfer.
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+#include <string_view>
+
+#include "ftp/ftp_session.h"
+#include "net/event_socket.h"
+#include "net/task.h"
+
+namespace ModFtp {
+
+class DataConnections final : private net::SocketEvents {
+ public:
+  using Client = std::shared_ptr<net::Connection>;
+  using ArrivalHandler = std::function<net::Task<>(int slot, Client data)>;
+
+  /// `context` and `sessions` must outlive this object.
+  DataConnections(net::SocketContext& context, FtpSessions& sessions, ArrivalHandler onArrival);
+
+  /// Starts to connect to the address in PORT's text. True means started, not connected.
+  net::Task<bool> OpenActiveDataConnection(int slot, std::string text);
+
+  /// Moves the listener and closes the slot's connection. Returns PASV's whole reply, line end
+  /// included; `localAddress` is that of the control connection.
+  std::string EnterPassiveMode(int slot, std::string_view localAddress);
+
+  /// Waits, without a time limit, until the slot is connected and no other command uses the
+  /// connection; then the caller uses it. If several wait, the newest comes first: an older one,
+  /// whose own connection never came, must not answer a client that has since asked for something
+  /// else.
+  net::Task<> AwaitDataConnection(int slot);
+
+  /// Waits for the end of the connection that the slot has now, even if it gets another meanwhile.
+  net::Task<> AwaitDataClose(int slot);
+
+  void CloseDataSocket(int slot);
+  /// The open ones of all slots; the listener stays.
+  void CloseAllDataSockets();
+  /// Everything, the listener included.
+  void Close();
+
+  void SendData(int slot, std::string_view bytes) { Socket(slot).SendData(bytes); }
+
+  /// The connection of the slot now, or null.
+  const Client& Current(int slot) const { return Socket(slot).Current(); }
+
+ private:
+  void OnConnectionRequest(int index, net::ConnectionRequest& request) override {
+    OnFtpDataConnectionRequest(index, request);
+  }
+  void OnConnect(int slot) override { HoldData(slot); }
+  net::Task<> OnDataArrival(int slot, Client data) override {
+    return onArrival_(slot, std::move(data));
+  }
+  void OnClose(int slot) override { OnFtpDataClose(slot); }
+  void OnError(int slot) override { OnFtpDataClose(slot); }
+
+  void OnFtpDataConnectionRequest(int index, net::ConnectionRequest& request);
+  void OnFtpDataClose(int slot) { CloseDataSocket(slot); }
+
+  int ListenOnPassivePort();
+  void HoldData(int slot);
+  net::EventSocket& Socket(int index) const {
+    return *FtpSvrDataSock_.at(static_cast<std::size_t>(index));
+  }
+
+  FtpSessions& sessions_;
+  ArrivalHandler onArrival_;
+  std::array<std::unique_ptr<net::EventSocket>, FtpSessions::kLastSlot + 1> FtpSvrDataSock_;
+  std::minstd_rand random_;
+};
+
+}  // namespace ModFtp

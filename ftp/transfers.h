@@ -1,0 +1,66 @@
+#pragma once
+
+// What goes over the data connections: listings, downloads (RETR) and uploads (STOR). Each begins
+// with a command, waits for the slot's data connection and ends with it; a transfer's file is open
+// no longer than its data connection.
+//
+// A download has one piece of its file under way, whatever its size: the next is read when the
+// system has taken the one before. A listing is built whole and sent at once.
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "files/logs.h"
+#include "ftp/data_connections.h"
+#include "ftp/ftp_options.h"
+#include "ftp/ftp_session.h"
+#include "ftp/memory_budget.h"
+#include "net/task.h"
+
+namespace ModFtp {
+
+class Transfers {
+ public:
+  using Client = DataConnections::Client;
+
+  /// Sends a preliminary reply on a control connection, given without its line end.
+  using SendReply = std::function<void(int slot, std::string_view text)>;
+
+  /// All references must outlive this object. `memory` limits all listings together.
+  Transfers(DataConnections& connections, FtpSessions& sessions, const FtpOptions& options,
+            MemoryBudget& memory, const files::ErrorLog& errors, SendReply reply)
+      : connections_(connections),
+        sessions_(sessions),
+        options_(options),
+        memory_(memory),
+        errors_(errors),
+        reply_(std::move(reply)) {}
+
+  /// Each waits for the data connection and starts the transfer. False if it could not be started;
+  /// whether the transfer itself fails shows in FtpSession::transfer. OpenRetrieve sends the
+  /// session's transferPath.
+  net::Task<bool> SendFtpListing(int slot);
+  net::Task<bool> OpenRetrieve(int slot);
+  net::Task<bool> OpenStore(int slot, std::string text);
+
+  /// Bytes of an upload.
+  net::Task<> OnFtpDataArrival(int slot, Client data);
+
+ private:
+  bool SendNextChunk(int slot);
+  bool SendPiece(int slot, std::size_t size);
+  net::Task<> PaceSending(int slot, Client data);
+  void OnFtpDataSendComplete(int slot);
+  void WriteUploadData(int slot, const std::string& bytes);
+  void FailTransfer(int slot);
+
+  DataConnections& connections_;
+  FtpSessions& sessions_;
+  const FtpOptions& options_;
+  MemoryBudget& memory_;
+  const files::ErrorLog& errors_;
+  SendReply reply_;
+};
+
+}  // namespace ModFtp
