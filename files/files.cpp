@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "files/missing.h"
 #include "platform/entry.h"
 #include "platform/native_path.h"
+#include "platform/whole_file.h"
 
 namespace ModCommon {
 
@@ -18,10 +20,6 @@ namespace fs = std::filesystem;
 using platform::ExistingPath;
 using platform::File;
 using platform::NativePath;
-
-bool IsMissing(const std::error_code& error) {
-  return error == std::errc::no_such_file_or_directory;
-}
 
 // Does something with the path exactly as written first: that is the common case, and one look
 // fewer. Only if nothing is there, with the one that is found without regard to case.
@@ -72,6 +70,12 @@ void KeepPermissions(const fs::path& from, const fs::path& to) {
   std::error_code ignored;
   const fs::file_status status = fs::status(from, ignored);
   if (fs::exists(status)) fs::permissions(to, status.permissions(), ignored);
+}
+
+void MoveInPlace(const fs::path& temporary, const fs::path& target, std::error_code& error) {
+  fs::rename(temporary, target, error);
+  std::error_code ignored;
+  if (error) fs::remove(temporary, ignored);
 }
 
 }  // namespace
@@ -158,19 +162,11 @@ std::error_code ReplaceContent(std::string_view path, std::string_view bytes) {
   if (target.empty()) return std::make_error_code(std::errc::no_such_file_or_directory);
   const fs::path temporary = TemporaryBeside(target);
   std::error_code error;
-  {
-    File file = File::Open(temporary, File::Mode::kReplace, error);
-    if (RefusesAnotherFile(error)) return OverwriteContent(target, bytes);
-    if (!file.IsOpen()) return error;
-    file.Write(bytes, error);
-    if (!error) file.Flush(error);
-  }
+  platform::WriteWholeFile(temporary, bytes, error);
   if (!error) {
     KeepPermissions(target, temporary);
-    fs::rename(temporary, target, error);
+    MoveInPlace(temporary, target, error);
   }
-  std::error_code ignored;
-  if (error) fs::remove(temporary, ignored);
   return RefusesAnotherFile(error) ? OverwriteContent(target, bytes) : error;
 }
 

@@ -5,13 +5,13 @@
 
 #include "platform/text_case.h"
 #include "text/code_page.h"
+#include "text/utf8.h"
 
 namespace settings {
 namespace {
 
 using platform::Charset;
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kSpace = " \t";
 
 std::string_view Trim(std::string_view text) {
@@ -111,7 +111,7 @@ bool IniText::IsNamed(std::string_view written, std::string_view name) const {
 IniText::Place IniText::Locate(std::string_view section, std::string_view key) const {
   Place place;
   const std::string_view text = bytes_;
-  std::size_t position = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
+  std::size_t position = text.size() - text::WithoutByteOrderMark(text).size();
   while (position < text.size()) {
     const Line line = LineAt(text, position);
     position = line.next;
@@ -150,7 +150,7 @@ void IniText::Insert(std::size_t position, std::string_view line) {
 
 // What ends the line in front of `position`, which the last one of a file may lack, or half of it.
 std::string IniText::MissingLineEnd(std::size_t position, const std::string& lineBreak) const {
-  if (position == 0 || bytes_[position - 1] == '\n' || bytes_ == kByteOrderMark) return "";
+  if (position == 0 || bytes_[position - 1] == '\n' || bytes_ == text::kByteOrderMark) return "";
   return bytes_[position - 1] == '\r' ? "\n" : lineBreak;
 }
 

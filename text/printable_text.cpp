@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "text/utf8.h"
+
 namespace text {
 namespace {
-
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
 bool IsAsciiControl(char c) {
   const auto code = static_cast<unsigned char>(c);
