@@ -25,7 +25,7 @@ bool IsAscii(std::string_view text) {
                      [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-// One line of the text and where it stands, without its line end.
+// One line of the text, without its line end, and its position.
 struct Line {
   std::size_t begin;
   std::string_view content;
@@ -87,7 +87,7 @@ bool IniText::Holds(std::string_view text) const {
   return lossless;
 }
 
-// Line by line, since a line that is not valid in the file's set stays as it is.
+// Line by line: a line that is not valid in the file's character set is kept unchanged.
 void IniText::BecomeUtf8() {
   std::string text;
   for (std::size_t position = 0; position < bytes_.size();) {
@@ -148,7 +148,8 @@ void IniText::Insert(std::size_t position, std::string_view line) {
   bytes_.insert(position, MissingLineEnd(position, lineBreak) + std::string(line) + lineBreak);
 }
 
-// What ends the line in front of `position`, which the last one of a file may lack, or half of it.
+// Completes the line in front of `position`: the last line of a file may lack its line end, or half
+// of it.
 std::string IniText::MissingLineEnd(std::size_t position, const std::string& lineBreak) const {
   if (position == 0 || bytes_[position - 1] == '\n' || bytes_ == text::kByteOrderMark) return "";
   return bytes_[position - 1] == '\r' ? "\n" : lineBreak;

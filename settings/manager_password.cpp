@@ -39,7 +39,7 @@ void SetManagerPassword(const Program& program, std::string_view password) {
   const bool wasSet = !ManagerPassword(program).empty();
   platform::SaveSetting(program.executable, kSection, kKey, password);
   if (password.empty()) {
-    // A user file that stands without a password of ours is somebody else's.
+    // Without a password set before, the user file was not written here and is kept.
     if (wasSet) files::RemoveFile(UserFile(program));
   } else {
     files::ReplaceContent(UserFile(program),

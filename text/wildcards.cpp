@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-// The last "*" seen takes one character more whenever what stands behind it does not fit.
+// On a mismatch, the last "*" seen takes one more character and matching resumes behind it.
 bool Matches(std::string_view name, std::string_view pattern) {
   std::size_t n = 0;
   std::size_t p = 0;

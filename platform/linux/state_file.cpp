@@ -22,13 +22,13 @@ namespace {
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
-// A file of this size is none of ours, and would take long to look through.
+// No such file grows to this size, and searching it would take long.
 constexpr std::size_t kLargest = std::size_t{1} << 20;
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
-// A file that is not there reads as empty; one that cannot be read is an error, so that it is not
-// taken for empty and replaced.
+// A missing file reads as empty. One that cannot be read is an error, so that it is not taken for
+// empty and replaced.
 std::string ReadAll(const fs::path& path, std::error_code& error) {
   File file = File::Open(path, File::Mode::kRead, error);
   if (!file.IsOpen()) {
