@@ -3,15 +3,15 @@
 #include "core/os_name.h"
 #include "core/service_environment.h"
 #include "files/files.h"
+#include "files/missing.h"
 #include "platform/native_path.h"
 #include "platform/system_message.h"
 #include "platform/text_case.h"
 #include "text/code_page.h"
+#include "text/utf8.h"
 
 namespace core {
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsNumeric(std::string_view address) {
   return address.find_first_not_of("0123456789.") == std::string_view::npos;
@@ -31,7 +31,7 @@ bool IsActiveEntry(std::string_view line, std::string_view upperAddress,
 bool HasEntry(std::string_view content, std::string_view address, std::string_view domain) {
   const std::string upperAddress = platform::UpperCase(address);
   const std::string upperDomain = platform::UpperCase(domain);
-  if (content.starts_with(kByteOrderMark)) content.remove_prefix(kByteOrderMark.size());
+  content = text::WithoutByteOrderMark(content);
   while (!content.empty()) {
     const std::size_t end = content.find('\n');
     std::string_view line = content.substr(0, end);
@@ -43,15 +43,11 @@ bool HasEntry(std::string_view content, std::string_view address, std::string_vi
   return false;
 }
 
-bool IsMissing(const std::error_code& error) {
-  return error == std::errc::no_such_file_or_directory;
-}
-
 bool Update(std::string_view hostsFile, std::string_view address, std::string_view domain,
             std::error_code& unread) {
   const std::string content = files::ReadFile(hostsFile, unread, kLargestHostsFile);
   // What cannot be read may have the entry already.
-  if (unread && !IsMissing(unread)) return false;
+  if (unread && !files::IsMissing(unread)) return false;
   const std::string domainBytes = text::ToSystem(domain);
   if (!unread && HasEntry(content, address, domainBytes)) return true;
   const std::string entry = "\r\n" + std::string(address) + "    " + domainBytes + "\r\n";
@@ -79,7 +75,7 @@ bool UpdateHostsFile(std::string_view hostsFile, std::string_view address,
 void EnterInHostsFile(const ServiceEnvironment& environment, std::string_view domain) {
   std::error_code unread;
   Update(environment.hostsFile, "127.0.0.1", domain, unread);
-  if (!unread || IsMissing(unread)) return;
+  if (!unread || files::IsMissing(unread)) return;
   environment.program.errors.LogError(environment.hostsFile + ": " +
                                       platform::SystemMessage(unread));
 }

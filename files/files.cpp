@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "files/missing.h"
 #include "platform/entry.h"
 #include "platform/native_path.h"
+#include "platform/whole_file.h"
 
 namespace ModCommon {
 
@@ -19,12 +21,8 @@ using platform::ExistingPath;
 using platform::File;
 using platform::NativePath;
 
-bool IsMissing(const std::error_code& error) {
-  return error == std::errc::no_such_file_or_directory;
-}
-
-// Does something with the path exactly as written first: that is the common case, and one look
-// fewer. Only if nothing is there, with the one that is found without regard to case.
+// Tries the path exactly as written first, which is the common case and saves a lookup; only if it
+// is missing, the one found ignoring case.
 template <class Action>
 auto WithExisting(std::string_view path, std::error_code& error, Action action) {
   const fs::path exact = NativePath(path);
@@ -34,28 +32,28 @@ auto WithExisting(std::string_view path, std::error_code& error, Action action) 
   return found == exact ? std::move(result) : action(found);
 }
 
-// In the folder of `target`, since only within one file system is a rename one step.
+// In the folder of `target`, since a rename is atomic only within a file system.
 fs::path TemporaryBeside(const fs::path& target) {
   fs::path temporary = target;
   temporary += ".new";
   return temporary;
 }
 
-// A link stays a link: what it points to is replaced.
+// Keeps a link a link by replacing its target.
 fs::path Resolved(const fs::path& path) {
   std::error_code error;
   const fs::path target = fs::canonical(path, error);
   return error ? path : target;
 }
 
-// Whether the system has refused to put another file beside this one or in its place: no right in
-// the folder, or a file that is mounted by itself.
+// Whether the system refused to create a file beside this one or to rename over it: the folder is
+// not writable, or the file is a mount point.
 bool RefusesAnotherFile(const std::error_code& error) {
   return error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
          error == std::errc::read_only_file_system || error == std::errc::device_or_resource_busy;
 }
 
-// Not safe from a power cut, but better than to lose what the user has set.
+// Not safe against a power cut, but better than losing the user's settings.
 std::error_code OverwriteContent(const fs::path& target, std::string_view bytes) {
   std::error_code error;
   if (!fs::exists(target, error)) return std::make_error_code(std::errc::no_such_file_or_directory);
@@ -72,6 +70,12 @@ void KeepPermissions(const fs::path& from, const fs::path& to) {
   std::error_code ignored;
   const fs::file_status status = fs::status(from, ignored);
   if (fs::exists(status)) fs::permissions(to, status.permissions(), ignored);
+}
+
+void MoveInPlace(const fs::path& temporary, const fs::path& target, std::error_code& error) {
+  fs::rename(temporary, target, error);
+  std::error_code ignored;
+  if (error) fs::remove(temporary, ignored);
 }
 
 }  // namespace
@@ -95,7 +99,7 @@ File OpenIfExists(std::string_view path) {
 std::string ReadFile(std::string_view path, std::error_code& error, std::size_t most) {
   File file = OpenFile(path, File::Mode::kRead, error);
   if (!file.IsOpen()) return {};
-  // The size is only a hint: a file of the system's own says 0 and has content.
+  // The size is only a hint: files of the system, as in /proc, report 0 and have content.
   constexpr std::size_t kStep = 65536;
   std::string content;
   for (std::size_t count = kStep; count == kStep && content.size() <= most && !error;) {
@@ -158,19 +162,11 @@ std::error_code ReplaceContent(std::string_view path, std::string_view bytes) {
   if (target.empty()) return std::make_error_code(std::errc::no_such_file_or_directory);
   const fs::path temporary = TemporaryBeside(target);
   std::error_code error;
-  {
-    File file = File::Open(temporary, File::Mode::kReplace, error);
-    if (RefusesAnotherFile(error)) return OverwriteContent(target, bytes);
-    if (!file.IsOpen()) return error;
-    file.Write(bytes, error);
-    if (!error) file.Flush(error);
-  }
+  platform::WriteWholeFile(temporary, bytes, error);
   if (!error) {
     KeepPermissions(target, temporary);
-    fs::rename(temporary, target, error);
+    MoveInPlace(temporary, target, error);
   }
-  std::error_code ignored;
-  if (error) fs::remove(temporary, ignored);
   return RefusesAnotherFile(error) ? OverwriteContent(target, bytes) : error;
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
-// The one door to the disk. Takes path texts (core/paths.h) and makes native paths of them; a name
-// is looked up exactly first and then without regard to case, so that content made on a system that
-// does not tell cases apart works everywhere. A new file gets the name that was given. A text with
-// a NUL, or longer than any path, names nothing (platform/native_path.h).
+// All access to the disk. Functions take path texts (text/path_text.h) and convert them to native
+// paths. A name is looked up exactly first and then ignoring case, so that content made on a
+// case-insensitive system works everywhere. A new file gets the name as given. A text that has a
+// NUL, or is longer than any path, names nothing (platform/native_path.h).
 //
-// Everything is done at once on the calling thread. Failures are error codes; nothing throws.
+// Calls block and run on the calling thread. Failures are error codes; nothing throws.
 
 #include <optional>
 #include <string>
@@ -32,11 +32,11 @@ platform::File OpenFile(std::string_view path, platform::File::Mode mode, std::e
 /// Opens a file by the rule of FileExists; not open if it does not exist.
 platform::File OpenIfExists(std::string_view path);
 
-/// No settings, tips or lists of ours come near this size.
+/// Far larger than any file of settings, tips or lists that the program writes.
 inline constexpr std::size_t kLargestTextFile = std::size_t{1} << 20;
 
-/// The whole of a file of ours, which costs a bounded time whatever has its name: what is no
-/// ordinary file, or has more than `most` bytes, is an error.
+/// Reads a whole file in bounded time: anything but a regular file, or more than `most` bytes, is
+/// an error.
 std::string ReadFile(std::string_view path, std::error_code& error,
                      std::size_t most = kLargestTextFile);
 
@@ -58,8 +58,8 @@ std::error_code FlushFile(std::string_view path);
 /// Returns once the names in a folder would survive a power cut, see platform::File.
 std::error_code FlushFolder(std::string_view path);
 
-/// Puts `bytes` in the place of the file so that at any moment, a crash included, either the old
-/// content or the new one is there.
+/// Replaces the content of a file with `bytes` atomically: after a crash the file has either the
+/// old content or the new one.
 std::error_code ReplaceContent(std::string_view path, std::string_view bytes);
 
 std::error_code RemoveFile(std::string_view path);

@@ -1,7 +1,7 @@
 #pragma once
 
-// A log for the user to look through. Logs are never shortened and may be of any size, so only the
-// last part of a large one is read; it is exported whole all the same.
+// The end of a log, for the user to read. Logs are never truncated and may be of any size, so only
+// the last part of a large one is loaded; exporting still copies all of it.
 
 #include <cstdint>
 #include <string>
@@ -13,7 +13,7 @@ namespace files {
 
 struct LogTail {
   std::vector<std::string> lines;
-  /// What stands in front of them in the file, in bytes. 0: these are all lines.
+  /// The number of bytes in front of them in the file; 0 if these are all lines.
   std::uint64_t leftOut = 0;
 
   bool IsWhole() const { return leftOut == 0; }
@@ -21,8 +21,8 @@ struct LogTail {
 
 inline constexpr std::uint64_t kShownPartOfLog = 1U << 20;
 
-/// The lines of a log, the last ones only if it has more than `most` bytes. A line that begins in
-/// front of that part is left out. No lines if there is no such file.
+/// Reads the lines of a log, or, if it has more than `most` bytes, those that begin in its last
+/// `most` bytes. No lines if the file is missing.
 LogTail ReadLogTail(std::string_view log, std::uint64_t most = kShownPartOfLog);
 
 /// Writes every line up to the last one of `tail` to the file `target`, those that `tail` leaves

@@ -1,8 +1,8 @@
 #pragma once
 
 // The log files of the program directory. Each line opens the file, appends and closes it, so a log
-// can be read, cleared or copied at any time. A line that cannot be written is lost without a word:
-// logging never stops anything.
+// can be read, cleared or copied at any time. A line that cannot be written is dropped silently:
+// logging never makes anything else fail.
 
 #include <string>
 #include <string_view>
@@ -19,8 +19,8 @@ class ErrorLog {
   /// `programDirectory`: a path text. The log is RunErr.Log in it.
   explicit ErrorLog(std::string_view programDirectory);
 
-  /// One line with the current time and `message`, of which what is not printable is replaced and
-  /// what is far too long is cut. A line break at its end is kept.
+  /// Writes one line with the current time and `message`. Unprintable characters are replaced and
+  /// an overlong message is cut; a line break at its end is kept.
   void LogError(std::string_view message) const;
 
   /// The line for `message` at `time`, without its line end.

@@ -7,6 +7,8 @@
 #include "mail/encoded_subject.h"
 #include "mail/whole_file.h"
 #include "text/code_page.h"
+#include "text/file_name.h"
+#include "text/utf8.h"
 
 namespace ModMail {
 namespace {
@@ -14,14 +16,6 @@ namespace {
 // In bytes of UTF-8; every file system holds 255, and some of ours are used with a suffix.
 constexpr std::size_t kLongestName = 200;
 constexpr std::size_t kLongestExtension = 20;
-
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
-bool IsForbidden(char c) {
-  constexpr std::string_view kForbidden = "\\/:*?\"<>|";
-  const auto code = static_cast<unsigned char>(c);
-  return code < 0x20 || code == 0x7F || kForbidden.find(c) != std::string_view::npos;
-}
 
 bool IsDeviceName(std::string_view name) {
   constexpr std::array<std::string_view, 7> kDevices = {"CON",     "PRN",    "AUX",   "NUL",
@@ -45,7 +39,7 @@ std::string_view WithoutEnd(std::string_view name) {
 // The first bytes of `text`, without half a character.
 std::string_view Cut(std::string_view text, std::size_t length) {
   if (text.size() <= length) return text;
-  while (length > 0 && IsContinuation(text[length])) --length;
+  while (length > 0 && text::IsContinuation(text[length])) --length;
   return text.substr(0, length);
 }
 
@@ -67,7 +61,7 @@ std::string AttachmentName(std::string_view value) {
 
 std::string HarmlessFileName(std::string_view name) {
   std::string harmless(name);
-  std::replace_if(harmless.begin(), harmless.end(), IsForbidden, '_');
+  std::replace_if(harmless.begin(), harmless.end(), text::IsForbiddenInFileNames, '_');
   harmless = WithoutEnd(Shortened(WithoutEnd(harmless)));
   if (harmless.empty()) return "_";
   const bool isTaken = IsDeviceName(harmless) || EqualAscii(harmless, kUnfinishedName);

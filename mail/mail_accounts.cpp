@@ -6,6 +6,7 @@
 #include "platform/system_message.h"
 #include "settings/ini_change.h"
 #include "settings/ini_file.h"
+#include "text/file_name.h"
 #include "text/path_text.h"
 #include "text/strings.h"
 #include "text/wildcards.h"
@@ -18,12 +19,6 @@ using ModCommon::AddSlash;
 constexpr std::string_view kSection = "用户信息";
 constexpr std::string_view kNameKey = "User";
 constexpr std::string_view kPasswordKey = "Password";
-
-bool CannotBeInFileNames(char c) {
-  constexpr std::string_view kForbidden = "\\/:*?\"<>|";
-  const auto code = static_cast<unsigned char>(c);
-  return code < 0x20 || code == 0x7F || kForbidden.find(c) != std::string_view::npos;
-}
 
 std::string BoxOf(std::string_view mailRoot, std::string_view name) {
   return AddSlash(MailUserFolder(mailRoot) + std::string(name));
@@ -54,7 +49,7 @@ std::string MailUserFolder(std::string_view mailRoot) { return AddSlash(mailRoot
 bool IsAccountName(std::string_view name) {
   if (name.empty()) return true;
   if (name.size() > kLongestAccountName) return false;
-  if (std::any_of(name.begin(), name.end(), CannotBeInFileNames)) return false;
+  if (std::any_of(name.begin(), name.end(), text::IsForbiddenInFileNames)) return false;
   // Windows drops dots and blanks at the end of a name.
   return name.find_first_not_of(". ") != std::string_view::npos;
 }
@@ -116,7 +111,7 @@ void RemoveMailUser(std::string_view mailRoot, std::string_view name,
 
 std::string CleanText(std::string_view text) {
   std::string cleaned(text);
-  std::erase_if(cleaned, CannotBeInFileNames);
+  std::erase_if(cleaned, text::IsForbiddenInFileNames);
   const std::string_view trimmed = text::TrimBlanks(cleaned);
   return trimmed == "." || trimmed == ".." ? std::string() : std::string(trimmed);
 }

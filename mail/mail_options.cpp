@@ -15,7 +15,8 @@ void MailOptions::LoadMailOptions(const settings::Program& program,
   const settings::Section settings(program, kSection);
   settingsFault = settings.Fault();
   if (settingsFault) return;
-  settings.FileExists() ? ReadSettings(settings, machineAddress) : SetDefaults(program);
+  if (!settings.FileExists()) return SetDefaults(program);
+  ReadSettings(settings, machineAddress);
 }
 
 void MailOptions::ReadSettings(const settings::Section& settings,

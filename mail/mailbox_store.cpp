@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "files/files.h"
+#include "files/missing.h"
 #include "mail/ascii_case.h"
 #include "mail/mail_accounts.h"
 #include "platform/directory.h"
@@ -60,7 +61,7 @@ Number Narrow(std::uint64_t value, const char* what) {
 
 // Whoever names a user can choose a name that no folder has.
 bool IsMissing(const std::error_code& error) {
-  return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory ||
+  return files::IsMissing(error) || error == std::errc::not_a_directory ||
          error == std::errc::filename_too_long;
 }
 

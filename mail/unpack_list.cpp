@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "files/files.h"
+#include "files/missing.h"
 #include "mail/mail_accounts.h"
 #include "platform/system_message.h"
 
@@ -74,7 +75,7 @@ std::vector<ReceivedMessage> TakeUnpackList(const settings::Program& program) {
   const std::string path = ListFile(program);
   std::error_code error;
   const std::string content = files::ReadFile(path, error, kLargestFile);
-  if (error == std::errc::no_such_file_or_directory) return {};
+  if (files::IsMissing(error)) return {};
   std::size_t badLines = 0;
   std::vector<ReceivedMessage> messages = MessagesIn(content, badLines);
   std::string fault = error ? platform::SystemMessage(error) : std::string();

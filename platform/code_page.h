@@ -16,12 +16,12 @@ enum class Charset { kUtf8, kGbk, kGb18030 };
 /// code page; Linux: the character set of the locale's LC_CTYPE. Constant while the process lives.
 Charset SystemCharset();
 
-/// `bytes` in `charset` (not UTF-8) as UTF-8; a sequence that is no character becomes "?". With
-/// `lossless`, tells whether there was none.
+/// `bytes` in `charset` (not UTF-8) as UTF-8; invalid sequences become "?".
+/// `lossless` receives whether there were none.
 std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless = nullptr);
 
-/// UTF-8 `text` in `charset` (not UTF-8); what the set does not hold becomes "?". With `lossless`,
-/// tells whether there was none.
+/// UTF-8 `text` in `charset` (not UTF-8); characters that the set lacks become "?".
+/// `lossless` receives whether there were none.
 std::string FromUtf8(Charset charset, std::string_view text, bool* lossless = nullptr);
 
 }  // namespace platform

@@ -1,8 +1,8 @@
 #pragma once
 
-// An open file. Owns the system's handle, which no started program inherits. Everything blocks for
-// as long as the disk takes, and for nothing else: what is no file (a folder, a pipe, a device)
-// cannot be opened. Failures are error codes with the system's message.
+// An open file. Owns the system's handle, which child processes do not inherit. Calls block only
+// for as long as the disk takes: anything but a regular file (a folder, a pipe, a device) cannot be
+// opened. Failures are error codes with the system's message.
 
 #include <cstdint>
 #include <filesystem>

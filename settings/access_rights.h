@@ -1,7 +1,7 @@
 #pragma once
 
-// The rights that the settings of a service and of the virtual directory keep. Of them all only the
-// Web server's right to read is ever asked for.
+// The access rights kept in the settings of the services and of the virtual directory. Only the Web
+// server's right to read is ever checked.
 
 #include <array>
 #include <string>
@@ -22,7 +22,7 @@ using AccessRightsTexts = std::array<std::string, 3>;
 
 AccessRightsTexts ReadAccessRights(const Section& settings);
 
-/// What is no Boolean is off.
+/// A text that is not a Boolean counts as off.
 AccessRights ToAccessRights(const AccessRightsTexts& texts);
 
 void WriteAccessRights(const SectionChange& settings, const AccessRights& rights);

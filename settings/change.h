@@ -1,8 +1,8 @@
 #pragma once
 
-// What confirming a dialog writes into Server.ini: all of its keys in one replacement of the file
-// (settings/ini_change.h). Where this brings the file into being, everything that is held in memory
-// is written with them (settings/holders.h).
+// The change that confirming a dialog makes to Server.ini: all of its keys are written in one
+// replacement of the file (settings/ini_change.h). If this creates the file, all settings held in
+// memory are written with them (settings/holders.h).
 
 #include <string_view>
 #include <system_error>
@@ -33,11 +33,11 @@ class Change {
   /// `section`: a constant.
   SectionChange In(std::string_view section) { return {change_, section}; }
 
-  /// Why the file, though it is there, cannot be used (settings/server_ini.h). It stays as it is
-  /// then, whatever Save is asked for.
+  /// Why the existing file cannot be used (settings/server_ini.h). If set, Save fails with it and
+  /// leaves the file alone.
   const std::error_code& Fault() const { return fault_; }
 
-  /// Puts the changed file in the place of the old one, or says why not.
+  /// Replaces the file with the changed one; the error says why that failed.
   std::error_code Save() const { return fault_ ? fault_ : change_.Save(); }
 
  private:

@@ -1,9 +1,9 @@
 #pragma once
 
-// Those who hold settings of Server.ini in memory. The file comes into being when the user first
-// confirms a dialog. From then on a loader takes every key from it, so it must not begin with the
-// keys of one dialog alone: everyone writes what he holds at that moment, and confirming one dialog
-// changes nothing for the others.
+// The objects that hold settings of Server.ini in memory. The file is created when the user first
+// confirms a dialog, and from then on every loader takes all of its keys from it. So a new file
+// must not have the keys of one dialog alone: each holder writes its settings into it, and
+// confirming one dialog changes nothing for the others.
 
 #include <functional>
 #include <vector>
@@ -16,10 +16,10 @@ class SettingsHolders {
  public:
   using Write = std::function<void(Change&)>;
 
-  /// Belongs to the holders for as long as it lives.
+  /// Registered while it lives.
   class Holder {
    public:
-    /// `write`: puts everything that is held into a change.
+    /// `write`: puts all of the held settings into a change.
     Holder(SettingsHolders& holders, Write write);
     ~Holder();
     Holder(const Holder&) = delete;

@@ -1,7 +1,7 @@
 #pragma once
 
-// Values of one INI file that are written together: the file is read once, and replaced as a whole
-// once, so that at any moment, a crash included, either all of them are there or none.
+// Several values of one INI file, written together. The file is read once and replaced once, so
+// that even after a crash either all of the new values are there or none.
 
 #include <string>
 #include <string_view>
@@ -13,16 +13,16 @@ namespace settings {
 
 class IniChange {
  public:
-  /// Reads `file`, a path text; one that is missing begins empty.
+  /// Reads `file`, a path text. A missing file counts as empty.
   explicit IniChange(std::string_view file);
 
-  /// Whether there was no such file.
+  /// Whether the file was missing.
   bool IsNew() const { return isNew_; }
 
-  /// Why the file, though it is there, could not be read; then it is never written.
+  /// Why the existing file could not be read. If set, Save fails with it and writes nothing.
   const std::error_code& Fault() const { return fault_; }
 
-  /// As it will be written.
+  /// The content that Save will write.
   const std::string& Bytes() const { return text_.Bytes(); }
 
   void Set(std::string_view section, std::string_view key, std::string_view value) {

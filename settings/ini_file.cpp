@@ -4,28 +4,24 @@
 #include <utility>
 
 #include "files/files.h"
+#include "files/missing.h"
 #include "platform/native_path.h"
 #include "settings/ini_change.h"
 #include "text/code_page.h"
 #include "text/strings.h"
+#include "text/utf8.h"
 
 namespace settings {
 namespace {
 
 constexpr std::size_t kMostBytes = 254;
 
-std::size_t CharacterEnd(std::string_view text, std::size_t begin) {
-  std::size_t end = begin + 1;
-  while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) ++end;
-  return end;
-}
-
 // As much as fits, measured in the code page in which the value is read, without half a character.
 std::string_view CutToBuffer(std::string_view text) {
   std::size_t bytes = 0;
   std::size_t end = 0;
   while (end < text.size()) {
-    const std::size_t next = CharacterEnd(text, end);
+    const std::size_t next = text::CharacterEnd(text, end);
     bytes += text::ToSystem(text.substr(end, next - end)).size();
     if (bytes > kMostBytes) break;
     end = next;
@@ -38,7 +34,7 @@ bool IsMissing(std::string_view file, const std::error_code& error) {
   if (error == std::errc::not_a_directory) return true;
   std::error_code ignored;
   const auto link = std::filesystem::symlink_status(platform::NativePath(file), ignored);
-  return error == std::errc::no_such_file_or_directory && !std::filesystem::exists(link);
+  return files::IsMissing(error) && !std::filesystem::exists(link);
 }
 
 }  // namespace

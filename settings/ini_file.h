@@ -1,8 +1,7 @@
 #pragma once
 
-// INI files on the disk: every value is a text, addressed by the file's whole path, section and
-// key. Reading and writing never fail loudly. Several values that belong together are written by
-// settings/ini_change.h.
+// INI files on the disk. Every value is a text, addressed by the path of the file, section and key.
+// Neither reading nor writing throws. To write several values together, use settings/ini_change.h.
 
 #include <cstdint>
 #include <optional>
@@ -14,12 +13,12 @@
 
 namespace ModINIOP {
 
-/// The value, at most 254 bytes of it in the system code page, cut at its first NUL, its trailing
-/// blanks removed. Empty if the file, the section or the key is missing: callers cannot tell.
+/// The value: at most 254 bytes in the system code page, up to its first NUL, without trailing
+/// blanks. Empty if the file, the section or the key is missing; callers cannot tell these apart.
 std::string ReadIni(std::string_view file, std::string_view section, std::string_view key);
 
-/// Writes a value, creating file and section; the file is replaced as a whole, so that a crash
-/// leaves the old one or the new one. Non-zero on success.
+/// Writes a value, creating file and section if needed. The file is replaced as a whole, so that a
+/// crash leaves the old one or the new one. Non-zero on success.
 std::int16_t WriteIni(std::string_view file, std::string_view section, std::string_view key,
                       std::string_view value);
 
@@ -27,11 +26,11 @@ std::int16_t WriteIni(std::string_view file, std::string_view section, std::stri
 
 namespace settings {
 
-/// The file as it is now; none if it is missing. Where it is there and cannot be read, `error` says
-/// why: it is not to be taken for missing, or for empty.
+/// Reads the file; none if it is missing. If it exists and cannot be read, `error` says why: such a
+/// file must be taken neither for missing nor for empty.
 std::optional<IniText> ReadIniText(std::string_view file, std::error_code& error);
 
-/// A value by the rule of ReadIni.
+/// A value, shortened as by ReadIni.
 std::string ValueIn(const IniText& text, std::string_view section, std::string_view key);
 
 }  // namespace settings

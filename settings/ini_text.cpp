@@ -5,13 +5,13 @@
 
 #include "platform/text_case.h"
 #include "text/code_page.h"
+#include "text/utf8.h"
 
 namespace settings {
 namespace {
 
 using platform::Charset;
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kSpace = " \t";
 
 std::string_view Trim(std::string_view text) {
@@ -25,7 +25,7 @@ bool IsAscii(std::string_view text) {
                      [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-// One line of the text and where it stands, without its line end.
+// One line of the text, without its line end, and its position.
 struct Line {
   std::size_t begin;
   std::string_view content;
@@ -87,7 +87,7 @@ bool IniText::Holds(std::string_view text) const {
   return lossless;
 }
 
-// Line by line, since a line that is not valid in the file's set stays as it is.
+// Line by line: a line that is not valid in the file's character set is kept unchanged.
 void IniText::BecomeUtf8() {
   std::string text;
   for (std::size_t position = 0; position < bytes_.size();) {
@@ -111,7 +111,7 @@ bool IniText::IsNamed(std::string_view written, std::string_view name) const {
 IniText::Place IniText::Locate(std::string_view section, std::string_view key) const {
   Place place;
   const std::string_view text = bytes_;
-  std::size_t position = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
+  std::size_t position = text.size() - text::WithoutByteOrderMark(text).size();
   while (position < text.size()) {
     const Line line = LineAt(text, position);
     position = line.next;
@@ -148,9 +148,10 @@ void IniText::Insert(std::size_t position, std::string_view line) {
   bytes_.insert(position, MissingLineEnd(position, lineBreak) + std::string(line) + lineBreak);
 }
 
-// What ends the line in front of `position`, which the last one of a file may lack, or half of it.
+// Completes the line in front of `position`: the last line of a file may lack its line end, or half
+// of it.
 std::string IniText::MissingLineEnd(std::size_t position, const std::string& lineBreak) const {
-  if (position == 0 || bytes_[position - 1] == '\n' || bytes_ == kByteOrderMark) return "";
+  if (position == 0 || bytes_[position - 1] == '\n' || bytes_ == text::kByteOrderMark) return "";
   return bytes_[position - 1] == '\r' ? "\n" : lineBreak;
 }
 

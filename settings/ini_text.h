@@ -1,8 +1,8 @@
 #pragma once
 
-// An INI file's text, read and changed without touching anything else in it: order, comments,
-// unknown lines and line ends stay. Sections and keys are compared without regard to case; of one
-// that occurs twice the first counts. Docs: docs/architecture.md, "File formats".
+// The text of an INI file. Changing a value leaves everything else in it as it was: order,
+// comments, unknown lines and line ends. Section and key names ignore case; of duplicates the first
+// counts. Docs: docs/architecture.md, "File formats".
 
 #include <optional>
 #include <string>
@@ -20,15 +20,15 @@ class IniText {
   /// The text behind "=", leading blanks kept. None if there is no such section or key.
   std::optional<std::string> Find(std::string_view section, std::string_view key) const;
 
-  /// Sets a value; section and key are added where they are missing. A line break in `value` would
-  /// begin another line, and becomes a blank; with a NUL the value ends. The character set of the
-  /// file stays, unless it cannot hold the value: then the whole file becomes UTF-8.
+  /// Sets a value, adding section and key if they are missing. CR and LF in `value` become blanks,
+  /// and the value ends at a NUL. The file keeps its character set unless that cannot represent the
+  /// value; then the whole file is converted to UTF-8.
   void Set(std::string_view section, std::string_view key, std::string_view value);
 
   const std::string& Bytes() const { return bytes_; }
 
  private:
-  // Where something stands in bytes_.
+  // Positions in bytes_.
   struct Place {
     bool sectionFound = false;
     bool keyFound = false;

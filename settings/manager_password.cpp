@@ -6,6 +6,7 @@
 #include "platform/application_settings.h"
 #include "text/code_page.h"
 #include "text/strings.h"
+#include "text/utf8.h"
 
 namespace settings {
 namespace {
@@ -28,12 +29,6 @@ std::string Field(std::string_view text, std::size_t width) {
 
 std::string FieldText(std::string_view field) { return text::FromSystem(text::TrimBlanks(field)); }
 
-std::size_t CharacterEnd(std::string_view text, std::size_t begin) {
-  std::size_t end = begin + 1;
-  while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) ++end;
-  return end;
-}
-
 }  // namespace
 
 std::string ManagerPassword(const Program& program) {
@@ -44,7 +39,7 @@ void SetManagerPassword(const Program& program, std::string_view password) {
   const bool wasSet = !ManagerPassword(program).empty();
   platform::SaveSetting(program.executable, kSection, kKey, password);
   if (password.empty()) {
-    // A user file that stands without a password of ours is somebody else's.
+    // Without a password set before, the user file was not written here and is kept.
     if (wasSet) files::RemoveFile(UserFile(program));
   } else {
     files::ReplaceContent(UserFile(program),
@@ -55,7 +50,7 @@ void SetManagerPassword(const Program& program, std::string_view password) {
 std::string FittingManagerPassword(std::string_view password) {
   std::size_t end = 0;
   while (end < password.size()) {
-    const std::size_t next = CharacterEnd(password, end);
+    const std::size_t next = text::CharacterEnd(password, end);
     if (text::ToSystem(password.substr(0, next)).size() > kPasswordWidth) break;
     end = next;
   }

@@ -1,7 +1,7 @@
 #pragma once
 
-// The running program as its parts know it: its directory, its name, its error log, and who holds
-// its settings in memory. Every settings store is addressed by the directory or the name.
+// What the parts of the running program share: its directory, its name, its error log, and the
+// objects that hold its settings in memory. Settings stores are addressed by the directory or name.
 
 #include <memory>
 #include <string>
@@ -28,8 +28,8 @@ struct Program {
     return ModCommon::AddSlash(directory) + std::string(name);
   }
 
-  /// The program as Windows names it: the executable's base name and ".exe" in the directory that
-  /// it is installed in, else in the program directory.
+  /// The path of the executable on Windows: its base name and ".exe" in the directory that it is
+  /// installed in, else in the program directory.
   std::string ExecutableFile() const {
     return ModCommon::AddSlash(installedIn_.empty() ? directory : installedIn_) + executable +
            ".exe";

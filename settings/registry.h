@@ -1,7 +1,7 @@
 #pragma once
 
 // The registry as the program uses it (what it is on each system: platform/registry.h). Every
-// failing call raises Modreg::Error with the system's message; whoever calls traps it.
+// failing call throws Modreg::Error with the system's message, which callers catch.
 
 #include <cstdint>
 #include <optional>
@@ -26,12 +26,12 @@ class Error : public std::system_error {
 using Root = platform::RegistryRoot;
 using Key = platform::RegistryKey;  // closed with the object
 
-/// Opens a key, making it where it is missing. What has a NUL names no key and no value.
+/// Opens a key, creating it if it is missing. A name with a NUL is an error, here and below.
 Key CreateKey(Root root, std::string_view subkey);
 Key OpenKey(Root root, std::string_view subkey);
 void CloseKey(Key& key);
 
-/// The text, cut at its first NUL. A value that is missing is an error.
+/// The text up to its first NUL. A missing value is an error.
 std::string QueryText(const Key& key, std::string_view name);
 void SetText(Key& key, std::string_view name, std::string_view value);
 std::int32_t QueryNumber(const Key& key, std::string_view name);
@@ -41,8 +41,8 @@ void SetNumber(Key& key, std::string_view name, std::int32_t value);
 std::optional<Root> RootByName(std::string_view name);
 std::string RootName(Root root);
 
-/// The same for a key by its whole path, "HKEY_CURRENT_USER\Software\...". It must exist. What does
-/// not begin with a root's name is no such path: an error.
+/// The same for an existing key by its full path, "HKEY_CURRENT_USER\Software\...". A path that
+/// does not begin with the name of a root is an error.
 std::string ReadText(std::string_view path, std::string_view name);
 void WriteText(std::string_view path, std::string_view name, std::string_view value);
 std::int32_t ReadNumber(std::string_view path, std::string_view name);

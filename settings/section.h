@@ -1,8 +1,8 @@
 #pragma once
 
-// One section of Server.ini as a service's loader reads it: the file is read once, when the object
-// is made. A number or Boolean that cannot be converted keeps its previous value and is told to the
-// error log.
+// One section of Server.ini, for a service's loader. The file is read once, by the constructor. A
+// number or Boolean that cannot be converted keeps its previous value and is reported in the error
+// log.
 
 #include <cstdint>
 #include <optional>
@@ -17,17 +17,17 @@ namespace settings {
 
 class Section {
  public:
-  /// Reads the file. A fault is told to the error log.
+  /// Reads the file. A fault is logged.
   Section(const Program& program, std::string_view section);
 
   /// Whether Server.ini exists and can be used; if it is missing, a loader sets its defaults.
   bool FileExists() const { return text_.has_value(); }
 
-  /// Why Server.ini, though it is there, cannot be used (settings/server_ini.h): a loader leaves
-  /// everything as it is.
+  /// Why the existing Server.ini cannot be used (settings/server_ini.h). If set, a loader changes
+  /// nothing.
   const std::error_code& Fault() const { return fault_; }
 
-  /// Empty where there is no such value.
+  /// Empty if there is no such value.
   std::string Text(std::string_view key) const;
 
   /// A path in the user's own form, as a path text.

@@ -19,7 +19,7 @@ std::error_code TornSettings() {
   return {1, category};
 }
 
-// A value that was cut cannot be told from a short one.
+// A truncated value cannot be told from a short one.
 bool AreTorn(std::string_view bytes) {
   if (bytes.find('\0') != std::string_view::npos) return true;
   const std::string_view last = text::TrimBlanks(bytes.substr(bytes.find_last_of("\r\n") + 1));

@@ -1,9 +1,8 @@
 #pragma once
 
-// Server.ini as a whole. There is a difference between one that is missing, which means the
-// defaults, and one that is there and cannot be used: its upload folder must not fall away, which
-// would open everything to everybody. The second is a fault; no service starts on it, and nothing
-// is written over it.
+// Server.ini as a whole. A missing file means the defaults. A file that exists and cannot be used
+// is a fault: falling back to the defaults would drop its upload folder and so open everything to
+// everybody. No service starts on such a file, and nothing overwrites it.
 
 #include <optional>
 #include <system_error>
@@ -13,15 +12,15 @@
 
 namespace settings {
 
-/// The file as it is now; none if it is missing, or if `fault` says why it cannot be used: the
-/// system's reason, or that it is torn.
+/// Reads the file; none if it is missing or cannot be used. `fault` then says why not: the system's
+/// reason, or that the file is torn.
 std::optional<IniText> ReadSettings(const Program& program, std::error_code& fault);
 
-/// The fault of a file that was not written to its end, as far as that can be seen: it holds a NUL,
-/// or ends within a section's or a key's name. One that is empty or lacks keys is whole.
+/// The fault of a file that was not written to its end, as far as that can be detected: it has a
+/// NUL, or ends within the name of a section or key. One that is empty or lacks keys is whole.
 std::error_code TornSettings();
 
-/// Whether `bytes`, a settings file's, are torn.
+/// Whether a settings file with that content is torn.
 bool AreTorn(std::string_view bytes);
 
 }  // namespace settings

@@ -13,7 +13,7 @@ struct StartOptions {
   bool startInTaskBar = false;  // go to the tray
 };
 
-/// What Server.ini does not say, or says unintelligibly, is false.
+/// A value that is missing from Server.ini or is not a Boolean is false.
 StartOptions ReadStartOptions(const Program& program);
 void WriteStartOptions(Change& change, const StartOptions& options);
 

@@ -1,8 +1,8 @@
 #pragma once
 
-// What the program remembers for a user from one run to the next and no setting says: where the
-// window was, which tip comes next. In window.ini of the per-user state directory, so that several
-// users of one program directory do not disturb each other. Forgetting it does no harm.
+// What the program remembers between runs for a user apart from the settings: the window's place,
+// the next tip. It is kept in window.ini in the per-user state directory, so that several users can
+// share a program directory. Losing it does no harm.
 
 #include <optional>
 #include <string_view>

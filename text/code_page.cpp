@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <array>
 
+#include "text/utf8.h"
+
 namespace text {
 namespace {
 
 using platform::Charset;
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsAscii(std::string_view bytes) {
   return std::all_of(bytes.begin(), bytes.end(),
@@ -33,7 +33,7 @@ std::size_t SequenceLength(unsigned char lead) {
 bool IsSequence(std::string_view bytes, std::size_t length) {
   if (length == 0 || bytes.size() < length) return false;
   for (std::size_t i = 1; i < length; ++i) {
-    if ((static_cast<unsigned char>(bytes[i]) & 0xC0) != 0x80) return false;
+    if (!IsContinuation(bytes[i])) return false;
   }
   const auto lead = static_cast<unsigned char>(bytes[0]);
   const auto second = static_cast<unsigned char>(length > 1 ? bytes[1] : 0);

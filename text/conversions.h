@@ -1,7 +1,7 @@
 #pragma once
 
-// Texts of the settings as numbers and Booleans, by the rules that existing files rely on: blanks
-// around a value do not count, neither does case.
+// Settings values converted to numbers and Booleans. Blanks around a value and its case are
+// ignored; existing files rely on this.
 
 #include <cstdint>
 #include <optional>
@@ -10,11 +10,12 @@
 
 namespace text {
 
-/// A decimal number, rounded to the nearest whole one (halves to the even one). None if the text is
-/// no number or the result does not fit 16 bits with a sign: 40000 does not.
+/// A decimal number, rounded to the nearest integer (halves to even). None if the text is not a
+/// number or the result does not fit a signed 16-bit integer: 40000 does not.
 std::optional<std::int16_t> ToInt16(std::string_view text);
 
-/// "True", "False" or a number, non-zero meaning true. None for anything else, the empty text too.
+/// "True", "False" or a number, non-zero meaning true. None for anything else, including the empty
+/// text.
 std::optional<bool> ToBoolean(std::string_view text);
 
 /// "True" or "False".

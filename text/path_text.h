@@ -8,9 +8,9 @@
 
 namespace ModCommon {
 
-/// `path` with a separator at its end: if it ends, trailing blanks aside, in neither "\" nor "/",
-/// the blanks are dropped and "\" is appended; otherwise it stays as it is, trailing blanks
-/// included.
+/// `path` with a separator at its end. If `path`, ignoring trailing blanks, ends in neither "\" nor
+/// "/", the blanks are removed and "\" is appended; otherwise it is returned unchanged, trailing
+/// blanks included.
 std::string AddSlash(std::string_view path);
 
 }  // namespace ModCommon

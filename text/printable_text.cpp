@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "text/utf8.h"
+
 namespace text {
 namespace {
-
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
 bool IsAsciiControl(char c) {
   const auto code = static_cast<unsigned char>(c);
@@ -35,7 +35,7 @@ std::size_t ControlLength(std::string_view text) {
 }
 
 std::string_view Cut(std::string_view text, std::size_t most) {
-  // No character has more bytes than this; what goes on longer is no UTF-8, and is cut anywhere.
+  // The most bytes of a character. A longer sequence is not UTF-8 and may be cut anywhere.
   constexpr std::size_t kLongestCharacter = 4;
   std::size_t end = std::min(text.size(), most);
   for (std::size_t i = 1; i < kLongestCharacter && end > 0 && end < text.size(); ++i) {

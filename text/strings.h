@@ -7,7 +7,7 @@
 
 namespace text {
 
-/// `text` without the blanks at both ends (blanks only, as everywhere in our file formats).
+/// `text` without the blanks at both ends (spaces only, as in all of the program's file formats).
 std::string_view TrimBlanks(std::string_view text);
 std::string_view TrimTrailingBlanks(std::string_view text);
 

@@ -3,21 +3,14 @@
 #include <string>
 
 #include "platform/text_case.h"
+#include "text/utf8.h"
 
 namespace text {
 namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
-std::size_t CharacterEnd(std::string_view text, std::size_t begin) {
-  std::size_t end = begin + 1;
-  while (end < text.size() && IsContinuation(text[end])) ++end;
-  return end;
-}
-
-// The last "*" seen takes one character more whenever what stands behind it does not fit.
+// On a mismatch, the last "*" seen takes one more character and matching resumes behind it.
 bool Matches(std::string_view name, std::string_view pattern) {
   std::size_t n = 0;
   std::size_t p = 0;

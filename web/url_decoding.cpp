@@ -5,6 +5,7 @@
 
 #include "text/code_page.h"
 #include "text/conversions.h"
+#include "text/utf8.h"
 
 namespace ModWeb {
 namespace {
@@ -35,14 +36,12 @@ std::string SingleCharacter(unsigned char code) {
   return code < kFirstLeadByte ? std::string(1, static_cast<char>(code)) : "?";
 }
 
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
 // Characters, not bytes: a client that counts bytes of a raw non-ASCII body gets more than those.
 std::string_view LastCharacters(std::string_view text, int count) {
   std::size_t begin = text.size();
   while (begin > 0 && count > 0) {
     --begin;
-    if (!IsContinuation(text[begin])) --count;
+    if (!text::IsContinuation(text[begin])) --count;
   }
   return text.substr(begin);
 }

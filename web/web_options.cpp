@@ -4,6 +4,7 @@
 
 #include "core/service_environment.h"
 #include "files/files.h"
+#include "files/missing.h"
 #include "platform/system_message.h"
 #include "settings/section.h"
 #include "text/code_page.h"
@@ -36,7 +37,11 @@ bool WebOptions::LoadWebOptions(const settings::Program& program, const std::str
   const settings::Section settings(program, kSection);
   settingsFault = settings.Fault();
   if (!settingsFault) {
-    settings.FileExists() ? ReadSettings(settings, localAddress) : SetDefaults(program);
+    if (settings.FileExists()) {
+      ReadSettings(settings, localAddress);
+    } else {
+      SetDefaults(program);
+    }
   }
   LoadDefaultPages(program);
   // Whatever the file said: the search for default documents is on after every loading.
@@ -73,7 +78,7 @@ void WebOptions::LoadDefaultPages(const settings::Program& program) {
   const std::string file = program.File("IndexFN.Log");
   std::error_code error;
   const std::string content = text::DecodeFile(files::ReadFile(file, error, kMostOfDefaultPages));
-  if (error && error != std::errc::no_such_file_or_directory) {
+  if (error && !files::IsMissing(error)) {
     program.errors.LogError("IndexFN.Log: " + platform::SystemMessage(error));
   }
   if (!ModCommon::FileExists(file)) {

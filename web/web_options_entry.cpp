@@ -1,6 +1,7 @@
 #include "web/web_options_entry.h"
 
 #include "files/files.h"
+#include "files/missing.h"
 #include "platform/native_path.h"
 #include "settings/ini_file.h"
 #include "text/code_page.h"
@@ -72,7 +73,7 @@ std::error_code SaveDefaultPages(const settings::Program& program,
   for (const std::string& document : documents) lines += document + "\r\n";
   if (!documents.empty()) return files::ReplaceContent(file, text::EncodeFile(lines));
   const std::error_code error = files::RemoveFile(file);
-  return error == std::errc::no_such_file_or_directory ? std::error_code() : error;
+  return files::IsMissing(error) ? std::error_code() : error;
 }
 
 }  // namespace ModWeb

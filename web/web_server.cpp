@@ -6,6 +6,7 @@
 #include "text/code_page.h"
 #include "text/date_time.h"
 #include "text/printable_text.h"
+#include "text/utf8.h"
 #include "web/request_intake.h"
 #include "web/web_options_entry.h"
 
@@ -107,11 +108,7 @@ void WebServer::LogAccess(const Client& client, std::string_view result) const {
 }
 
 std::string WithoutFirstCharacter(const std::string& resource) {
-  std::size_t begin = resource.empty() ? 0 : 1;
-  while (begin < resource.size() && (static_cast<unsigned char>(resource[begin]) & 0xC0) == 0x80) {
-    ++begin;
-  }
-  return resource.substr(begin);
+  return resource.empty() ? resource : resource.substr(text::CharacterEnd(resource, 0));
 }
 
 }  // namespace ModWeb

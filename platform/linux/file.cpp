@@ -156,9 +156,8 @@ std::uint64_t File::ReadableSize(const std::filesystem::path& path, std::error_c
 
 void File::FlushFolder(const std::filesystem::path& folder, std::error_code& error) {
   error.clear();
-  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0 || fsync(descriptor) != 0) error = LastError();
-  if (descriptor >= 0) close(descriptor);
+  const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!descriptor.IsOpen() || fsync(descriptor.Get()) != 0) error = LastError();
 }
 
 }  // namespace platform

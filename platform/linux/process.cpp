@@ -70,7 +70,8 @@ void AwaitEnd(std::shared_ptr<Child> child, std::function<void()> onExit) {
   child->watch.async_wait(asio::posix::stream_descriptor::wait_read,
                           [child, done = std::move(onExit)](const asio::error_code& failed) {
                             if (failed) return;
-                            child->Collect(WNOHANG) ? done() : AwaitEnd(child, done);
+                            if (child->Collect(WNOHANG)) return done();
+                            AwaitEnd(child, done);
                           });
 }
 

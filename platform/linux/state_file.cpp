@@ -11,8 +11,10 @@
 #include <vector>
 
 #include "platform/file.h"
+#include "platform/linux/descriptor.h"
 #include "platform/system_folders.h"
 #include "platform/text_case.h"
+#include "platform/whole_file.h"
 
 namespace platform {
 namespace {
@@ -20,28 +22,13 @@ namespace {
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
-// A file of this size is none of ours, and would take long to look through.
+// No such file grows to this size, and searching it would take long.
 constexpr std::size_t kLargest = std::size_t{1} << 20;
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
-class Descriptor {
- public:
-  explicit Descriptor(int value) : value_(value) {}
-  ~Descriptor() {
-    if (value_ >= 0) close(value_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  int Get() const { return value_; }
-  bool IsOpen() const { return value_ >= 0; }
-
- private:
-  int value_;
-};
-
-// A file that is not there reads as empty; one that cannot be read is an error, so that it is not
-// taken for empty and replaced.
+// A missing file reads as empty. One that cannot be read is an error, so that it is not taken for
+// empty and replaced.
 std::string ReadAll(const fs::path& path, std::error_code& error) {
   File file = File::Open(path, File::Mode::kRead, error);
   if (!file.IsOpen()) {
@@ -54,25 +41,17 @@ std::string ReadAll(const fs::path& path, std::error_code& error) {
   return error ? std::string() : content;
 }
 
-bool WriteWhole(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t count = write(descriptor, bytes.data(), bytes.size());
-    if (count < 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return fsync(descriptor) == 0;
-}
-
+// The new file belongs to the user alone from its first moment on.
 void Replace(const fs::path& path, std::string_view bytes, std::error_code& error) {
   const std::string temporary = path.string() + ".new";
   unlink(temporary.c_str());
-  bool written = false;
-  {
-    const Descriptor file(open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    written = file.IsOpen() && WriteWhole(file.Get(), bytes);
-    if (!written) error = LastError();
+  if (!Descriptor(open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600))
+           .IsOpen()) {
+    error = LastError();
+    return;
   }
-  if (written && rename(temporary.c_str(), path.c_str()) != 0) error = LastError();
+  WriteWholeFile(temporary, bytes, error);
+  if (!error) fs::rename(temporary, path, error);
   if (error) unlink(temporary.c_str());
 }
 

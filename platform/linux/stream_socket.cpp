@@ -80,8 +80,11 @@ void StreamSocket::ShutSending() { shutdown(Descriptor(native_), SHUT_WR); }
 void StreamSocket::Close() {
   if (!std::exchange(isOpen_, false)) return;
   asio::error_code ignored;
-  library_.is_open() ? static_cast<void>(library_.close(ignored))
-                     : static_cast<void>(close(Descriptor(native_)));
+  if (library_.is_open()) {
+    library_.close(ignored);
+  } else {
+    close(Descriptor(native_));
+  }
 }
 
 }  // namespace platform

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "files/files.h"
+#include "files/missing.h"
 #include "platform/system_message.h"
 #include "settings/user_state.h"
 #include "text/code_page.h"
@@ -42,7 +43,7 @@ std::vector<std::string> frmTip::ReadTips(const settings::Program& program) {
   std::vector<std::string> tips;
   std::error_code error;
   const std::string bytes = files::ReadFile(program.File("TIPOFDAY.TXT"), error);
-  if (error && error != std::errc::no_such_file_or_directory) {
+  if (error && !files::IsMissing(error)) {
     program.errors.LogError("TIPOFDAY.TXT: " + platform::SystemMessage(error));
   }
   std::istringstream lines(text::DecodeFile(bytes));
