@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 
+#include "net/background_worker.h"
 #include "net/handler_scope.h"
 #include "net/plain_loop.h"
 
@@ -74,6 +75,30 @@ TEST(Scopes, MayEndInTheirOwnHandlersEnd) {
   scope->Start(Count(count));
   loop.Run();
   EXPECT_EQ(count, 3);
+}
+
+TEST(BackgroundWorkers, RunOneHandlerAtATimeAndCanBeStartedAgain) {
+  net::PlainLoop loop;
+  int count = 0;
+  std::vector<std::string> errors;
+  net::BackgroundWorker worker(
+      loop.Events(), [&](const std::string& error) { errors.push_back(error); },
+      [&]() -> Task<> {
+        if (count == 2) throw std::runtime_error("no more");
+        return Count(count);
+      });
+  worker.Start();
+  worker.Start();
+  EXPECT_EQ(count, 1);
+  worker.Stop();
+  EXPECT_FALSE(worker.IsWorking());
+  worker.Start();
+  EXPECT_EQ(count, 2);
+  EXPECT_TRUE(worker.IsWorking());
+  worker.Stop();
+  worker.Start();
+  EXPECT_EQ(errors, std::vector<std::string>{"no more"});
+  EXPECT_FALSE(worker.IsWorking());
 }
 
 }  // namespace
