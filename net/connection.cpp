@@ -12,15 +12,14 @@ namespace net {
 using platform::SocketResult;
 
 std::shared_ptr<Connection> Connection::Adopt(SocketContext& context, platform::StreamSocket socket,
-                                              ConnectionOwner& owner) {
+                                              Owner& owner) {
   auto connection = std::make_shared<Connection>(context, std::move(socket), owner);
   const std::shared_ptr<BufferedSocket::User> user(connection, connection.get());
   connection->socket_->SetUser(user);
   return connection;
 }
 
-Connection::Connection(SocketContext& context, platform::StreamSocket socket,
-                       ConnectionOwner& owner)
+Connection::Connection(SocketContext& context, platform::StreamSocket socket, Owner& owner)
     : context_(context),
       owner_(owner),
       socket_(std::make_shared<BufferedSocket>(context, std::move(socket))),

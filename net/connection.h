@@ -21,9 +21,7 @@
 
 namespace net {
 
-class Connection;
-
-/// The numbers are the ones that socket states are known by.
+/// The values are the customary numbers of socket states.
 enum class SocketState {
   kClosed = 0,
   kListening = 2,
@@ -33,31 +31,31 @@ enum class SocketState {
   kError = 9,
 };
 
-/// Gets the events of a connection.
-class ConnectionOwner {
- public:
-  /// Bytes have arrived; the handler takes them with GetData.
-  virtual Task<> OnArrival(std::shared_ptr<Connection> connection) = 0;
-  /// The peer has shut its side: nothing more will arrive. The state is kClosing.
-  virtual void OnPeerClose() = 0;
-  /// The connection broke. The state is kError.
-  virtual void OnBreak() = 0;
-  /// The connection was closed on this side. No further events follow.
-  virtual void OnEnd() = 0;
-
- protected:
-  ~ConnectionOwner() = default;
-};
-
 class Connection final : public std::enable_shared_from_this<Connection>,
                          private BufferedSocket::User {
  public:
+  /// Gets the connection's events.
+  class Owner {
+   public:
+    /// Bytes have arrived; the handler takes them with GetData.
+    virtual Task<> OnArrival(std::shared_ptr<Connection> connection) = 0;
+    /// The peer has shut its side: nothing more will arrive. The state is kClosing.
+    virtual void OnPeerClose() = 0;
+    /// The connection broke. The state is kError.
+    virtual void OnBreak() = 0;
+    /// The connection was closed on this side. No further events follow.
+    virtual void OnEnd() = 0;
+
+   protected:
+    ~Owner() = default;
+  };
+
   /// Takes over a connected socket. `owner` must live until the connection has ended.
   static std::shared_ptr<Connection> Adopt(SocketContext& context, platform::StreamSocket socket,
-                                           ConnectionOwner& owner);
+                                           Owner& owner);
 
   /// For Adopt.
-  Connection(SocketContext& context, platform::StreamSocket socket, ConnectionOwner& owner);
+  Connection(SocketContext& context, platform::StreamSocket socket, Owner& owner);
 
   SocketState State() const { return state_; }
   bool IsClosed() const { return state_ == SocketState::kClosed; }
@@ -134,7 +132,7 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   static constexpr std::chrono::seconds kPeerLook{1};
 
   SocketContext& context_;
-  ConnectionOwner& owner_;
+  Owner& owner_;
   std::shared_ptr<BufferedSocket> socket_;  // no longer this connection's to use after a close
   SocketState state_ = SocketState::kConnected;
   std::shared_ptr<HandlerScope> handlers_;
