@@ -1,10 +1,6 @@
 #include "net/connection.h"
 
-#include <array>
-#include <asio/buffer.hpp>
 #include <asio/ip/tcp.hpp>
-#include <asio/socket_base.hpp>
-#include <asio/write.hpp>
 #include <utility>
 
 #include "net/draining_connections.h"
@@ -15,56 +11,36 @@ namespace net {
 
 using platform::SocketResult;
 
-namespace {
-
-// One for all connections: nothing runs between a read and the copy out of it.
-std::array<char, 65536>& ReadBuffer() {
-  static std::array<char, 65536> buffer;
-  return buffer;
+std::shared_ptr<Connection> Connection::Adopt(SocketContext& context, platform::StreamSocket socket,
+                                              Owner& owner) {
+  auto connection = std::make_shared<Connection>(context, std::move(socket), owner);
+  const std::shared_ptr<BufferedSocket::User> user(connection, connection.get());
+  connection->socket_->SetUser(user);
+  return connection;
 }
 
-}  // namespace
-
-std::shared_ptr<Connection> Connection::Adopt(SocketContext& context, Socket socket,
-                                              ConnectionOwner& owner) {
-  return std::make_shared<Connection>(context, std::move(socket), owner);
-}
-
-Connection::Connection(SocketContext& context, Socket socket, ConnectionOwner& owner)
+Connection::Connection(SocketContext& context, platform::StreamSocket socket, Owner& owner)
     : context_(context),
-      socket_(std::move(socket)),
-      owner_(&owner),
+      owner_(owner),
+      socket_(std::make_shared<BufferedSocket>(context, std::move(socket))),
       handlers_(std::make_shared<HandlerScope>(context.loop, context.reportError)),
       peerLook_(context.loop) {
-  handlers_->OnHandlerEnd([this] {
-    if (closeWhenIdle_ && handlers_->HandlerCount() == 0) {
-      Close();
-    } else {
-      ContinueReading();
-    }
-  });
+  handlers_->OnHandlerEnd([this] { OnHandlerEnd(); });
+}
+
+bool Connection::IsOpen() const {
+  return state_ == SocketState::kConnected || state_ == SocketState::kClosing;
 }
 
 std::string Connection::LocalAddress() {
   asio::error_code error;
-  const asio::ip::tcp::endpoint endpoint = socket_.Known().local_endpoint(error);
+  const asio::ip::tcp::endpoint endpoint = socket_->Socket().Known().local_endpoint(error);
   return error ? std::string() : endpoint.address().to_string();
 }
 
-std::string Connection::RemoteAddress() const { return socket_.Peer().to_string(); }
+std::string Connection::RemoteAddress() const { return socket_->Socket().Peer().to_string(); }
 
-// Where there is no memory for what has arrived, the connection cannot go on.
-template <class Step>
-void Connection::BreakIfItThrows(const Step& step) {
-  try {
-    step();
-  } catch (...) {
-    context_.reportError(DescriptionOf(std::current_exception()));
-    OnWaitFailure();
-  }
-}
-
-// Watching
+// Reports
 
 void Connection::Doing(std::string_view what) {
   constexpr std::size_t kMost = 260;
@@ -84,35 +60,36 @@ void Connection::CountSent(std::size_t bytes) {
 // Reading
 
 void Connection::StartReading() {
-  reading_ = true;
+  readingStarted_ = true;
   // A client's first bytes are often there already.
-  if (MayRead()) BreakIfItThrows([this] { OnReadable(); });
+  if (MayRead()) socket_->ReportReadable();
 }
 
 void Connection::HoldReading(bool hold) {
-  held_ = hold;
+  readingHeld_ = hold;
   ContinueReading();
 }
 
 std::string Connection::GetData() { return std::exchange(arrived_, {}); }
 
 bool Connection::MayRead() const {
-  return reading_ && state_ == SocketState::kConnected && !IsFullOfHandlers();
+  return readingStarted_ && state_ == SocketState::kConnected && !IsFullOfHandlers();
 }
 
 bool Connection::IsFullOfHandlers() const { return handlers_->HandlerCount() >= kMostHandlers; }
 
 void Connection::ContinueReading() {
-  if (MayRead() && !awaiting_) AwaitReadable();
+  if (MayRead()) socket_->AwaitReadable();
   if (IsFullOfHandlers() && !peerLook_.IsRunning()) WatchPeer();
 }
 
-// An answer that is out within a few passes of the loop spares us asking for more in between. A
+// An answer that is out within a few passes of the loop saves asking for more in between. A
 // connection that has ended meanwhile may have lost its service.
 void Connection::ContinueReadingAfter(int passes) {
   if (!MayRead()) return;
   context_.loop.Post([self = shared_from_this(), passes] {
-    passes > 0 ? self->ContinueReadingAfter(passes - 1) : self->ContinueReading();
+    if (passes == 0) return self->ContinueReading();
+    self->ContinueReadingAfter(passes - 1);
   });
 }
 
@@ -121,30 +98,18 @@ void Connection::WatchPeer() {
   peerLook_.Start(kPeerLook, [this] {
     const std::shared_ptr<Connection> self = shared_from_this();
     if (state_ != SocketState::kConnected || !IsFullOfHandlers()) return;
-    platform::HasPeerShut(socket_.Native()) ? OnPeerShut() : WatchPeer();
+    if (platform::HasPeerShut(socket_->Socket().Native())) return OnPeerShut();
+    WatchPeer();
   });
 }
 
-void Connection::AwaitReadable() {
-  awaiting_ = true;
-  socket_.Known().async_wait(
-      asio::socket_base::wait_read, [self = shared_from_this()](const asio::error_code& error) {
-        self->awaiting_ = false;
-        // One that was on its way when the socket was closed comes all the
-        // same, perhaps after the service has gone.
-        if (!self->socket_.IsOpen()) return;
-        if (error == asio::error::operation_aborted) return;
-        self->BreakIfItThrows([&] { error ? self->OnWaitFailure() : self->OnReadable(); });
-      });
-}
-
 void Connection::OnReadable() {
-  if (draining_) return DiscardArrivals();
   if (!MayRead()) return;
-  switch (held_ ? socket_.Peek() : ReadPending()) {
+  switch (readingHeld_ ? socket_->Socket().Peek() : ReadPending()) {
     case SocketResult::kDone:
       // Held back, the bytes stay where they are, and asking again would only find them again.
-      return held_ ? void() : TakeArrival();
+      if (!readingHeld_) TakeArrival();
+      return;
     case SocketResult::kWouldWait:
       return ContinueReading();
     case SocketResult::kPeerShut:
@@ -154,93 +119,40 @@ void Connection::OnReadable() {
   }
 }
 
-// A reset may be told here and nowhere else: reading would then find an orderly end.
-void Connection::OnWaitFailure() { draining_ ? Abandon() : Break(); }
-
 void Connection::TakeArrival() {
   const std::shared_ptr<Connection> self = shared_from_this();
-  handlers_->Start(owner_->OnArrival(self));
-  // Nothing is spared where the socket is known already.
-  socket_.IsKnown() ? ContinueReading() : ContinueReadingAfter(kPassesBeforeReading);
+  handlers_->Start(owner_.OnArrival(self));
+  // Nothing is saved where the socket is known already.
+  if (socket_->Socket().IsKnown()) return ContinueReading();
+  ContinueReadingAfter(kPassesBeforeReading);
 }
 
-// Everything that is pending at this moment; more may come in meanwhile, and is the next arrival.
+// More may come in meanwhile, and is the next arrival.
 SocketResult Connection::ReadPending() {
-  std::array<char, 65536>& buffer = ReadBuffer();
-  std::size_t count = 0;
-  const SocketResult result = socket_.Receive(buffer.data(), buffer.size(), count);
-  if (result != SocketResult::kDone) return result;
-  arrived_.append(buffer.data(), count);
-  CountReceived(count);
-  if (count < buffer.size()) return result;
-
-  const std::size_t rest = socket_.PendingBytes();
   const std::size_t before = arrived_.size();
-  std::size_t more = 0;
-  arrived_.resize(before + rest);
-  if (rest > 0) socket_.Receive(arrived_.data() + before, rest, more);
-  arrived_.resize(before + more);
-  CountReceived(more);
-  return SocketResult::kDone;
+  const SocketResult result = socket_->Receive(arrived_);
+  CountReceived(arrived_.size() - before);
+  return result;
 }
 
 void Connection::OnPeerShut() {
-  peerShut_ = true;
   state_ = SocketState::kClosing;
-  owner_->OnPeerClose();
+  owner_.OnPeerClose();
 }
 
 // Sending
 
 void Connection::SendData(std::string_view bytes, platform::Departure departure) {
-  if (state_ != SocketState::kConnected && state_ != SocketState::kClosing) return;
+  if (!IsOpen()) return;
   CountSent(bytes.size());
-  if (!outbox_.IsEmpty()) {
-    outbox_.waiting.append(bytes);
-    return;
-  }
-  std::size_t sent = 0;
-  const SocketResult result = socket_.Send(bytes, departure, sent);
-  if (result != SocketResult::kDone && result != SocketResult::kWouldWait) {
-    // An event of its own: whoever is sending goes on undisturbed to his next await.
-    context_.loop.Post([self = shared_from_this()] { self->Break(); });
-    return;
-  }
-  if (sent == bytes.size()) return;
-  outbox_.inFlight = bytes.substr(sent);
-  SendRest();
+  if (socket_->Send(bytes, departure)) return;
+  // An event of its own: the sending handler goes on undisturbed to its next await.
+  context_.loop.Post([self = shared_from_this()] { self->Break(); });
 }
 
 void Connection::GatherSends() {
   asio::error_code ignored;
-  socket_.Known().set_option(asio::ip::tcp::no_delay(false), ignored);
-}
-
-void Connection::SendRest() {
-  asio::async_write(socket_.Known(), asio::buffer(outbox_.inFlight),
-                    [self = shared_from_this()](const asio::error_code& error, std::size_t) {
-                      if (!self->socket_.IsOpen()) return;
-                      self->BreakIfItThrows([&] { self->OnTaken(error); });
-                    });
-}
-
-void Connection::OnTaken(const asio::error_code& error) {
-  if (error) {
-    outbox_ = {};
-    if (error == asio::error::operation_aborted) return;
-    return draining_ ? Abandon() : Break();
-  }
-  outbox_.inFlight = std::exchange(outbox_.waiting, {});
-  if (!outbox_.IsEmpty()) return SendRest();
-  sentWaiters_.WakeAll();
-  if (draining_) ShutWhenSent();
-}
-
-Task<> Connection::Sent() {
-  while (!outbox_.IsEmpty()) {
-    WaitList::Awaiter taken = sentWaiters_.Wait();
-    co_await taken;
-  }
+  socket_->Socket().Known().set_option(asio::ip::tcp::no_delay(false), ignored);
 }
 
 // Ending
@@ -250,89 +162,37 @@ void Connection::EndHandlers(SocketState state) {
   arrived_.clear();
   peerLook_.Stop();
   handlers_->End();
-  sentWaiters_.WakeAll();
+  socket_->WakeSenders();
 }
 
 void Connection::Close() {
-  const bool wasOpen = state_ == SocketState::kConnected || state_ == SocketState::kClosing;
-  if (!wasOpen) {
+  if (!IsOpen()) {
     state_ = SocketState::kClosed;
     return;
   }
   const std::shared_ptr<Connection> self = shared_from_this();
+  const bool peerShut = state_ == SocketState::kClosing;
   EndHandlers(SocketState::kClosed);
-  owner_->OnEnd();
-  draining_ = true;
-  // The end first: the peer waits for it, and for nothing of what follows.
-  ShutWhenSent();
-  if (!socket_.IsOpen()) return;
-  context_.draining.Add(self);
-  if (socket_.IsKnown()) AwaitEnd();
+  owner_.OnEnd();
+  context_.draining.Drain(socket_, peerShut);
 }
 
 void Connection::CloseWhenHandlersEnd() {
-  closeWhenIdle_ = true;
+  closesWithLastHandler_ = true;
   if (handlers_->HandlerCount() == 0) Close();
 }
 
-void Connection::Reset() {
-  const std::shared_ptr<Connection> self = shared_from_this();
-  if (!draining_) {
-    EndHandlers(SocketState::kClosed);
-    owner_->OnEnd();
-  }
-  asio::error_code ignored;
-  socket_.Known().set_option(asio::socket_base::linger(true, 0), ignored);
-  socket_.Close();
+void Connection::OnHandlerEnd() {
+  if (closesWithLastHandler_ && handlers_->HandlerCount() == 0) return Close();
+  ContinueReading();
 }
 
 void Connection::Break() {
-  if (state_ != SocketState::kConnected && state_ != SocketState::kClosing) return;
+  if (!IsOpen()) return;
   const std::shared_ptr<Connection> self = shared_from_this();
   EndHandlers(SocketState::kError);
-  socket_.Close();
-  owner_->OnBreak();
-}
-
-// Draining
-
-std::size_t Connection::UnsentBytes() const {
-  return WaitingBytes() + platform::UnconfirmedBytes(socket_.Native());
-}
-
-void Connection::ShutWhenSent() {
-  if (!outbox_.IsEmpty()) return;
-  if (peerShut_) return Abandon();
-  socket_.ShutSending();
-}
-
-void Connection::DiscardArrivals() {
-  if (!EndIfPeerShut()) AwaitEnd();
-}
-
-// Throws away what has come in. True if the connection is over with it.
-bool Connection::EndIfPeerShut() {
-  constexpr int kMostReads = 16;  // then others get their turn
-  SocketResult result = SocketResult::kDone;
-  for (int i = 0; i < kMostReads && result == SocketResult::kDone; ++i) {
-    std::size_t count = 0;
-    result = socket_.Receive(ReadBuffer().data(), ReadBuffer().size(), count);
-  }
-  if (result == SocketResult::kDone || result == SocketResult::kWouldWait) return false;
-  peerShut_ = true;
-  const bool over = result == SocketResult::kBroken || outbox_.IsEmpty();
-  if (over) Abandon();
-  return over;
-}
-
-void Connection::AwaitEnd() {
-  if (draining_ && !peerShut_ && !awaiting_ && socket_.IsOpen()) AwaitReadable();
-}
-
-void Connection::Abandon() {
-  const std::shared_ptr<Connection> self = shared_from_this();
-  socket_.Close();
-  context_.draining.Remove(*this);
+  socket_->Socket().Close();
+  owner_.OnBreak();
 }
 
 }  // namespace net

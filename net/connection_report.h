@@ -1,6 +1,6 @@
 #pragma once
 
-// A snapshot of what a service's connections are doing, made on demand from what they know anyway.
+// A snapshot of what a service's connections are doing, made on demand from what they keep anyway.
 // There are no change notifications.
 
 #include <chrono>
@@ -15,11 +15,11 @@ struct Traffic {
   std::uint64_t sent = 0;
 };
 
-/// What a connection is doing since Connection::Doing was called last.
+/// What a connection has been doing since the last call of Connection::Doing.
 struct Activity {
   std::string what;         // the request or command, "GET /a.htm"; empty before the first
   std::uint64_t total = 0;  // the bytes of a transfer whose size is known, else 0
-  Traffic traffic;          // of this activity; what the system has yet to take counts
+  Traffic traffic;          // of this activity, unsent bytes included
 };
 
 /// An open connection.

@@ -7,8 +7,8 @@
 namespace net {
 namespace {
 
-// The listener, a client with its data connection, a file, a log and what a program takes that is
-// started. With fewer the service would be there and serve nobody.
+// For the listener, a client with its data connection, a file, a log, and a program's start. With
+// fewer the service would run and serve nobody.
 constexpr int kDescriptorsToServe = 10;
 
 }  // namespace

@@ -1,7 +1,8 @@
 #pragma once
 
 // The listener of a service and its nineteen connection slots, with the accept rule that all
-// services share. Slots are handed out strictly in turn, without a search for a free one.
+// services share: slots are handed out strictly in turn, without a search for a free one. What is
+// said on the connections is the business of the service's engine.
 
 #include <array>
 #include <cstdint>
@@ -16,7 +17,7 @@
 
 namespace net {
 
-/// What a protocol engine is told. Slots are numbered 1 to 19.
+/// The events that a protocol engine gets. Slots are numbered 1 to 19.
 class SlotEngine {
  public:
   /// An arrival; `connection` is the one that the slot carries now.
@@ -36,33 +37,34 @@ class ConnectionSlots final : private SocketEvents {
  public:
   static constexpr int kLastSlot = 19;
 
-  /// What becomes of a client whose turn falls on a slot that is not closed.
+  /// What happens to a client whose turn falls on a slot that is not closed.
   enum class BusySlot {
-    kEvict,   // it gets the slot, and whoever had it is dropped
+    kEvict,   // it gets the slot, and the connection there is closed
     kRefuse,  // it is closed without a greeting
   };
 
-  /// `greeting` is sent on every accepted connection, line end included; empty for none.
+  /// `greeting`, line end included, is sent on every accepted connection; empty for none.
   ConnectionSlots(SocketContext& context, SlotEngine& engine, BusySlot busySlot,
                   std::string greeting);
   ~ConnectionSlots() { Close(); }
 
-  /// Element 0 listens on `port`. An error where the process has too few descriptors left to serve
-  /// a client.
+  /// Listens on `port` with element 0. Fails also if the process has too few descriptors left to
+  /// serve a client.
   void Listen(std::int16_t port, std::error_code& error);
 
-  /// Makes the slots and starts with slot 1 again.
+  /// Creates the slots; the next client gets slot 1.
   void CreateSlots();
 
-  /// Closes the listener and every connection, without a goodbye.
+  /// Closes the listener and every connection, without sending anything.
   void Close();
 
   bool IsListening() const { return listener_.State() == SocketState::kListening; }
   EventSocket& Listener() { return listener_; }
   const EventSocket& Listener() const { return listener_; }
 
-  /// Whether `slot` is one of those that exist now.
+  /// Whether `slot` is a valid number and the slots have been created.
   bool Exists(int slot) const;
+
   /// The open connections, by slot.
   std::vector<ConnectionReport> Report(std::string_view protocol) const;
 

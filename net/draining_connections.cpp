@@ -1,52 +1,78 @@
 #include "net/draining_connections.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "net/connection.h"
+#include "net/draining_connection.h"
 
 namespace net {
 
-void DrainingConnections::Add(std::shared_ptr<Connection> connection) {
+void DrainingConnections::Drain(std::shared_ptr<BufferedSocket> socket, bool peerShut) {
+  platform::StreamSocket& stream = socket->Socket();
+  if (!socket->HasUnsentBytes()) {
+    if (peerShut) return stream.Close();
+    // Before any bookkeeping: the peer waits for this, and for nothing of what follows.
+    stream.ShutSending();
+  }
+  const std::shared_ptr<DrainingConnection> connection = TakeOver(socket, peerShut);
+  Add(connection);
+  if (stream.IsKnown()) connection->AwaitEnd();
+}
+
+// Without memory for that the socket has no user, and nobody would close it.
+std::shared_ptr<DrainingConnection> DrainingConnections::TakeOver(
+    const std::shared_ptr<BufferedSocket>& socket, bool peerShut) {
+  try {
+    auto connection = std::make_shared<DrainingConnection>(*this, socket, peerShut);
+    socket->SetUser(connection);
+    return connection;
+  } catch (...) {
+    socket->Socket().Close();
+    throw;
+  }
+}
+
+void DrainingConnections::Add(std::shared_ptr<DrainingConnection> connection) {
   while (IsTooMuch(connection->WaitingBytes())) {
-    const std::shared_ptr<Connection> oldest = entries_.front().connection;
-    entries_.pop_front();
+    const std::shared_ptr<DrainingConnection> oldest = connections_.front();
+    connections_.erase(connections_.begin());
     oldest->Reset();
   }
   GlanceAtOldest();
-  entries_.push_back({std::move(connection)});
+  connections_.push_back(std::move(connection));
   LookAgain();
 }
 
 // Most connections have nothing waiting any more, and need no count.
 bool DrainingConnections::IsTooMuch(std::size_t moreBytes) const {
-  if (entries_.empty()) return false;
-  if (entries_.size() >= kMost) return true;
+  if (connections_.empty()) return false;
+  if (connections_.size() >= kMost) return true;
   if (moreBytes == 0) return false;
   std::size_t bytes = moreBytes;
-  for (const Entry& entry : entries_) bytes += entry.connection->WaitingBytes();
+  for (const auto& connection : connections_) bytes += connection->WaitingBytes();
   return bytes > kMostBytes;
 }
 
 void DrainingConnections::GlanceAtOldest() {
-  constexpr int kMostEnded = 2;  // one more than comes, so that none stay behind
-  for (int i = 0; i < kMostEnded && !entries_.empty(); ++i) {
-    const std::shared_ptr<Connection> oldest = entries_.front().connection;
+  constexpr int kMostEnded = 2;  // one more than is added, so that none stay behind
+  for (int i = 0; i < kMostEnded && !connections_.empty(); ++i) {
+    const std::shared_ptr<DrainingConnection> oldest = connections_.front();
     if (!oldest->EndIfPeerShut()) return;
   }
 }
 
-void DrainingConnections::Remove(Connection& connection) {
-  const auto entry = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) {
-    return e.connection.get() == &connection;
-  });
+void DrainingConnections::Remove(const DrainingConnection& connection) {
+  const auto entry =
+      std::find_if(connections_.begin(), connections_.end(),
+                   [&](const auto& candidate) { return candidate.get() == &connection; });
   // The alarm goes on: setting and stopping it for every connection would cost more than it does.
-  if (entry != entries_.end()) entries_.erase(entry);
+  if (entry != connections_.end()) connections_.erase(entry);
 }
 
 void DrainingConnections::DropAll() {
   glance_.Stop();
   alarm_.Stop();
-  for (const Entry& entry : std::exchange(entries_, {})) entry.connection->Abandon();
+  for (const auto& connection : std::exchange(connections_, {})) connection->Abandon();
 }
 
 void DrainingConnections::LookAgain() {
@@ -55,25 +81,22 @@ void DrainingConnections::LookAgain() {
 }
 
 void DrainingConnections::AwaitTheRest() {
-  const std::list<Entry> entries = entries_;  // those that are over leave the list
-  for (const Entry& entry : entries) {
-    if (!entry.connection->EndIfPeerShut()) entry.connection->AwaitEnd();
+  const Connections connections = connections_;  // those that are over leave the original
+  for (const auto& connection : connections) {
+    if (!connection->EndIfPeerShut()) connection->AwaitEnd();
   }
 }
 
-// Whoever has taken nothing since the last look had at least that long to do so.
+// A peer that has taken nothing since the last look had at least that long to do so.
 void DrainingConnections::DropIdle() {
-  std::list<Entry> entries = std::exchange(entries_, {});
-  for (Entry& entry : entries) {
-    const std::size_t unsent = entry.connection->UnsentBytes();
-    if (unsent < entry.unsent) {
-      entry.unsent = unsent;
-      entries_.push_back(std::move(entry));
+  for (const auto& connection : std::exchange(connections_, {})) {
+    if (connection->HasProgressed()) {
+      connections_.push_back(connection);
     } else {
-      entry.connection->Abandon();
+      connection->Abandon();
     }
   }
-  if (!entries_.empty()) alarm_.Start(kPatience, [this] { DropIdle(); });
+  if (!connections_.empty()) alarm_.Start(kPatience, [this] { DropIdle(); });
 }
 
 }  // namespace net

@@ -15,7 +15,7 @@ void EventLoop::ReportError(const std::exception_ptr& error) noexcept {
   try {
     if (onError_) onError_(DescriptionOf(error));
   } catch (...) {
-    return;  // not even that can be said
+    return;  // not even the report could be made
   }
 }
 
@@ -34,8 +34,8 @@ void EventLoop::PostResume() {
   asio::post(executor_, [this] { ResumeReady(); });
 }
 
-// Only those that are ready now: what they make ready waits for the events in between. The lists
-// are the loop's own, so a handler that ends meanwhile leaves them.
+// One round of those that are ready now: what they make ready waits until pending events have run.
+// Both lists are members, so that a handler that ends meanwhile unlinks itself.
 void EventLoop::ResumeReady() {
   resumePosted_ = false;
   if (resuming_.IsEmpty()) resuming_.TakeAll(ready_);

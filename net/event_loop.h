@@ -1,10 +1,10 @@
 #pragma once
 
-// The one thread on which all application code runs, as the code sees it: a place to post to,
-// timers, and the queue of handlers that may go on. Who runs the thread is behind the executor: a
-// plain I/O loop (net/plain_loop.h) or the window toolkit's loop (net/window_loop.h).
+// The one thread on which all application code runs, as that code sees it: a place to post jobs to,
+// timers, and the queue of handlers that are ready to resume. What runs the thread is behind the
+// executor: a plain I/O loop (net/plain_loop.h) or the window toolkit's loop (net/window_loop.h).
 //
-// What an event throws (a want of memory, say) ends that event and nothing else: it is reported.
+// An exception (lack of memory, say) ends the event that threw it and nothing else: it is reported.
 
 #include <asio/any_io_executor.hpp>
 #include <asio/steady_timer.hpp>
@@ -34,12 +34,12 @@ class EventLoop {
 
   const asio::any_io_executor& Executor() const { return executor_; }
 
-  /// Who is told what an event threw. Nobody at first.
+  /// Sets what gets the descriptions of exceptions; at first they are dropped.
   using ErrorReport = std::function<void(const std::string& description)>;
   void OnError(ErrorReport report) { onError_ = std::move(report); }
   void ReportError(const std::exception_ptr& error) noexcept;
 
-  /// Runs `event`; what it throws is reported.
+  /// Runs `event` and reports what it throws.
   template <class Event>
   void Guard(const Event& event) noexcept {
     try {
@@ -49,10 +49,10 @@ class EventLoop {
     }
   }
 
-  /// Runs `job` after the events that are pending now. From the loop's own thread.
+  /// Runs `job` after the events that are pending now. Only to be called on the loop's thread.
   void Post(std::function<void()> job);
 
-  /// Lets a suspended handler go on after the events that are pending now.
+  /// Resumes a suspended handler after the events that are pending now.
   void MakeReady(Suspension& suspension);
 
  private:
@@ -63,26 +63,25 @@ class EventLoop {
   void RemoveTimer(Timers::iterator timer);
   void ArmAlarm();
   void OnAlarm();
+  void PostResume();
   void ResumeReady();
 
-  // How long handlers go on one after another before other events get their turn.
+  // How long handlers are resumed one after another before other events get their turn.
   static constexpr std::chrono::milliseconds kTurn{4};
-
-  void PostResume();
 
   asio::any_io_executor executor_;
   ErrorReport onError_;
   IntrusiveList<Suspension, SourceTag> ready_;
-  IntrusiveList<Suspension, SourceTag> resuming_;  // those of this round that are still to go on
+  IntrusiveList<Suspension, SourceTag> resuming_;  // the rest of the current round
   bool resumePosted_ = false;
   Timers timers_;
   asio::steady_timer alarm_;  // set to the first of the timers, and only while there is one
 };
 
-/// What an exception says of itself.
+/// The text of an exception.
 std::string DescriptionOf(const std::exception_ptr& error);
 
-/// One call at a later time. Stopped when it dies.
+/// One call at a later time. Destroying the timer stops it.
 class Timer {
  public:
   explicit Timer(EventLoop& loop) : loop_(loop) {}
@@ -90,7 +89,7 @@ class Timer {
   Timer(const Timer&) = delete;
   Timer& operator=(const Timer&) = delete;
 
-  /// Calls `action` after `delay`, instead of what was set before.
+  /// Calls `action` after `delay`, instead of any action set before.
   void Start(EventLoop::Clock::duration delay, std::function<void()> action);
   void Stop();
   bool IsRunning() const { return running_; }

@@ -18,8 +18,7 @@ platform::NativeSocket NativeOf(auto& socket) {
   return static_cast<platform::NativeSocket>(socket.native_handle());
 }
 
-// The address from which this machine would reach others. Nothing is sent: connecting a datagram
-// socket only looks up the route.
+// Nothing is sent: connecting a datagram socket only looks up the route.
 std::string MachineAddress(EventLoop& loop) {
   constexpr std::uint16_t kDiscardPort = 9;
   asio::error_code error;
@@ -31,8 +30,8 @@ std::string MachineAddress(EventLoop& loop) {
 
 }  // namespace
 
-// Accepts for as long as the element listens. Outlives a closed element until the system has
-// returned what was asked of it.
+// Accepts for as long as the element listens. Pending operations keep it alive after the element
+// has been closed.
 class EventSocket::Listener : public std::enable_shared_from_this<EventSocket::Listener> {
  public:
   using OnRequest = std::function<void(ConnectionRequest&)>;
@@ -70,10 +69,10 @@ class EventSocket::Listener : public std::enable_shared_from_this<EventSocket::L
     }
     if (!onRequest_) return;
     if (platform::IsShortage(error)) {
-      // Asking again at once would only burn time.
+      // Retrying at once would only burn time.
       retry_.Start(std::chrono::milliseconds(100), [this] { AcceptNext(); });
     } else {
-      // A client that was gone before it could be accepted is no matter.
+      // Any other error is a client that left before it could be accepted.
       AcceptNext();
     }
   }
@@ -96,7 +95,7 @@ class EventSocket::Connector : public std::enable_shared_from_this<EventSocket::
     socket_.async_connect(
         peer, [self = shared_from_this(), localPort, peer](const asio::error_code& failure) {
           if (self->owner_ == nullptr) return;
-          // The same pair of ports was in use a moment ago, and the system still remembers it.
+          // The same pair of ports was in use a moment ago and is still blocked by the system.
           if (localPort != 0 && platform::IsAddressRefused(failure)) return self->Start(0, peer);
           if (failure) return self->owner_->OnConnectFailure();
           self->owner_->OnConnected(platform::StreamSocket(std::move(self->socket_)));

@@ -1,6 +1,6 @@
 #pragma once
 
-// One element of a service's socket array, as the protocol engines are written against it: a
+// One element of a service's socket array, which is what protocol engines are written against: a
 // listener, or the carrier of one connection after another. It hides the socket library.
 
 #include <cstdint>
@@ -12,8 +12,8 @@
 
 namespace net {
 
-/// A client that has asked for a connection. Whoever is told of it may accept it on an element of
-/// his; if nobody has by the time it dies, it is closed without a byte.
+/// A client that has asked for a connection. It may be accepted on any element; if it has not been
+/// when this object is destroyed, the client is closed without having been sent a byte.
 class ConnectionRequest {
  public:
   explicit ConnectionRequest(platform::StreamSocket socket) : socket_(std::move(socket)) {}
@@ -23,11 +23,11 @@ class ConnectionRequest {
   platform::StreamSocket socket_;
 };
 
-/// Who is told of the events of a socket array; `index` is the element's.
+/// Gets the events of a socket array; `index` is the element's.
 class SocketEvents {
  public:
   virtual void OnConnectionRequest(int index, ConnectionRequest& request) = 0;
-  /// An own attempt to connect has succeeded. Nothing has been read yet.
+  /// EventSocket::Connect has succeeded. Nothing has been read yet.
   virtual void OnConnect(int index) { static_cast<void>(index); }
   virtual Task<> OnDataArrival(int index, std::shared_ptr<Connection> connection) = 0;
   virtual void OnClose(int index) = 0;
@@ -37,7 +37,7 @@ class SocketEvents {
   ~SocketEvents() = default;
 };
 
-class EventSocket final : private ConnectionOwner {
+class EventSocket final : private Connection::Owner {
  public:
   EventSocket(SocketContext& context, SocketEvents& events, int index);
   ~EventSocket();
@@ -47,15 +47,15 @@ class EventSocket final : private ConnectionOwner {
   /// Listens on `port` (0: one that the system chooses) of all local IPv4 addresses.
   void Listen(std::uint16_t port, std::error_code& error);
 
-  /// Carries the requested connection; what was carried before must have been closed. Its arrivals
-  /// are read once StartReading is called on it.
+  /// Carries the requested connection. The one carried before must have been closed. Nothing is
+  /// read until StartReading is called on the connection.
   void Accept(ConnectionRequest& request);
 
-  /// Starts to connect to an IPv4 address, from `localPort` if the system lets us have it, else
-  /// from one that it chooses. The state is kConnecting until it is kConnected or kError.
+  /// Starts to connect to an IPv4 address, from `localPort` if that is free, else from a port that
+  /// the system chooses. The state is kConnecting until it is kConnected or kError.
   void Connect(std::uint16_t localPort, const std::string& address, std::uint16_t port);
 
-  /// Ends listening, or the connection (gracefully).
+  /// Stops listening, or closes the connection as Connection::Close does.
   void Close();
 
   SocketState State() const;
@@ -67,12 +67,12 @@ class EventSocket final : private ConnectionOwner {
   std::string GetData();
   void SendData(std::string_view bytes);
 
-  /// Of the connection; for a listener the machine's own address.
+  /// The connection's; without one, the address from which this machine reaches others.
   std::string LocalAddress() const;
   std::string RemoteAddress() const;
   std::uint16_t LocalPort() const;
 
-  /// Wakes whoever waits for another state of this element.
+  /// Handlers in this list are woken when the state changes.
   WaitList& StateChanges() { return stateChanges_; }
 
  private:

@@ -4,7 +4,7 @@
 
 namespace net {
 
-// A started handler: owns its task, and frees itself when that has ended.
+// The coroutine around a started handler. It owns the task and frees itself at the end.
 class HandlerScope::Root {
  public:
   struct promise_type {
@@ -25,7 +25,7 @@ HandlerScope::Root HandlerScope::Run(std::shared_ptr<HandlerScope> scope, Task<>
   try {
     co_await handler;
   } catch (const HandlerEnded&) {
-    // The connection or the service went: that is an end like any other.
+    // The connection or the service has ended: not an error.
   } catch (...) {
     scope->loop_.Guard([&] { scope->reportError_(DescriptionOf(std::current_exception())); });
   }

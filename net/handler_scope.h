@@ -1,9 +1,8 @@
 #pragma once
 
-// What handlers belong to: a connection, or a service. A scope starts handlers, and when it ends,
-// every handler that is suspended in it goes on at once with HandlerEnded thrown out of its await,
-// so it runs to its end, cleans up after itself and is gone before End returns. No handler outlives
-// what it was started for, and none is told of it twice.
+// What handlers belong to: a connection, or a service. A scope starts handlers. When it ends, every
+// handler suspended in it resumes at once with HandlerEnded thrown out of its await, cleans up, and
+// is gone before End returns. No handler outlives what it was started for.
 
 #include <chrono>
 #include <coroutine>
@@ -19,8 +18,8 @@
 
 namespace net {
 
-/// Thrown out of an await whose scope has ended. A handler lets it pass, or catches it to go on
-/// without awaiting anything more.
+/// Thrown out of an await whose scope has ended. A handler lets it pass, or catches it and finishes
+/// without another await.
 class HandlerEnded : public std::exception {
  public:
   const char* what() const noexcept override { return "the handler's connection has ended"; }
@@ -30,8 +29,8 @@ struct ScopeTag;
 struct SourceTag;
 class HandlerScope;
 
-/// An await in progress. It is in its scope's list, and in the list of what it waits for until that
-/// makes it ready.
+/// An await in progress. It is in its scope's list, and until it is made ready also in the list of
+/// what it waits for.
 class Suspension : public ListHook<ScopeTag>, public ListHook<SourceTag> {
  public:
   Suspension() = default;
@@ -46,10 +45,10 @@ class Suspension : public ListHook<ScopeTag>, public ListHook<SourceTag> {
     if (ended_) throw HandlerEnded();
   }
 
-  /// Goes on with the handler, from the loop.
+  /// Resumes the handler. Called by the loop.
   void Resume() { GoOn(false); }
 
-  /// Goes on with the handler after pending events; called by what was waited for.
+  /// Resumes the handler after pending events. Called by what it waits for.
   void MakeReady();
 
  protected:
@@ -58,7 +57,7 @@ class Suspension : public ListHook<ScopeTag>, public ListHook<SourceTag> {
  private:
   friend class HandlerScope;
 
-  /// Enters what is waited for; ends with a call of MakeReady.
+  /// Starts the wait, at whose end MakeReady is called.
   virtual void Arm() = 0;
 
   bool Suspend(std::coroutine_handle<> handler, HandlerScope& scope);
@@ -73,22 +72,21 @@ class HandlerScope : public std::enable_shared_from_this<HandlerScope> {
  public:
   using ErrorReport = std::function<void(const std::string& description)>;
 
-  /// `reportError` is told what a handler threw; the handler's event ends there.
+  /// `reportError` gets the description of what a handler threw; the handler has then ended.
   HandlerScope(EventLoop& loop, ErrorReport reportError)
       : loop_(loop), reportError_(std::move(reportError)) {}
 
-  /// Runs `handler` to its first suspension; from then on the scope keeps it.
+  /// Runs `handler` to its first suspension. The scope owns it from then on.
   void Start(Task<> handler);
 
-  /// Ends every suspended handler. One that is running right now, this call's own included, ends at
-  /// its next await.
+  /// Ends every suspended handler. One that is running, such as the caller, ends at its next await.
   void End();
 
   bool HasEnded() const { return ended_; }
   int HandlerCount() const { return handlerCount_; }
   EventLoop& Loop() const { return loop_; }
 
-  /// Called whenever a handler has ended, unless the scope has. It may end the scope.
+  /// Sets what is called whenever a handler has ended before its scope. It may end the scope.
   void OnHandlerEnd(std::function<void()> action) { onHandlerEnd_ = std::move(action); }
 
  private:
@@ -105,8 +103,8 @@ class HandlerScope : public std::enable_shared_from_this<HandlerScope> {
   bool ended_ = false;
 };
 
-/// Handlers that wait for one thing to happen. `co_await list.Wait()`, and look again at what was
-/// waited for: it may be past by the time the handler goes on.
+/// Handlers that wait for one thing to happen, each with `co_await list.Wait()`. A woken handler
+/// has to check what it waited for again: it may be over by the time the handler resumes.
 class WaitList {
  public:
   class Awaiter : public Suspension {
@@ -127,7 +125,7 @@ class WaitList {
   IntrusiveList<Suspension, SourceTag> waiting_;
 };
 
-/// `co_await YieldToEvents()` lets the events that are pending now run first.
+/// `co_await YieldToEvents()` resumes after the events that are pending now.
 class YieldToEvents : public Suspension {
  private:
   void Arm() override { MakeReady(); }

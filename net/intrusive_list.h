@@ -1,8 +1,8 @@
 #pragma once
 
-// A list of objects that bring their own links, so that joining and leaving neither allocate nor
-// fail, and an object leaves whatever list it is in when it dies. `Tag` tells the lists apart that
-// one object can be in at a time.
+// A list of objects that contain their own links, so that joining and leaving neither allocate nor
+// fail, and destroying an object removes it from its list. It owns nothing. An object can be in one
+// list per `Tag` at a time.
 
 namespace net {
 
@@ -51,14 +51,14 @@ class IntrusiveList {
 
   bool IsEmpty() const { return end_.next_ == &end_; }
 
-  /// `item` leaves the list that it was in.
+  /// Removes `item` from the list that it was in.
   void PushBack(T& item) {
     Hook& hook = item;
     hook.Unlink();
     hook.LinkBefore(end_);
   }
 
-  /// The first item, taken out, or null.
+  /// Removes and returns the first item; null if there is none.
   T* PopFront() {
     if (IsEmpty()) return nullptr;
     Hook* hook = end_.next_;
@@ -66,7 +66,7 @@ class IntrusiveList {
     return static_cast<T*>(hook);
   }
 
-  /// Moves all items of `other` behind the ones here.
+  /// Moves all items of `other` to the end of this list.
   void TakeAll(IntrusiveList& other) {
     while (T* item = other.PopFront()) PushBack(*item);
   }

@@ -13,9 +13,9 @@ class PlainLoop {
  public:
   EventLoop& Events() { return events_; }
 
-  /// Serves events until Stop is called. A Stop that came before holds.
+  /// Serves events until Stop is called. Returns at once if it was called before.
   void Run() {
-    // What an event throws ends the run, and the next one goes on behind it.
+    // An exception leaves run(); the next call continues after the event that threw.
     while (!context_.stopped()) events_.Guard([this] { context_.run(); });
     context_.restart();
   }
@@ -25,8 +25,8 @@ class PlainLoop {
  private:
   static constexpr int kOneThread = 1;
 
-  // In this order: what the loop holds must go before the context does. Without work the context
-  // would stop by itself.
+  // The order matters: what the loop holds must be destroyed before the context. Without the work
+  // guard, run() would return whenever nothing is pending.
   asio::io_context context_{kOneThread};
   asio::executor_work_guard<asio::io_context::executor_type> work_{context_.get_executor()};
   EventLoop events_{context_.get_executor()};

@@ -1,19 +1,19 @@
 #pragma once
 
-// The coroutine in which handlers are written. A task starts when it is awaited and runs on the
-// awaiting handler's stack of tasks; what it returns or throws reaches the awaiting task.
+// The coroutine type in which handlers are written. A task starts when it is awaited; what it
+// returns or throws reaches the task that awaits it.
 //
 // Every task belongs to the HandlerScope (net/handler_scope.h) of the handler that awaits it, and
-// so to that handler's connection or service. There is no executor in between: a task goes on at
-// the moment when what it awaits is there, on the one thread that the program has.
+// so to that handler's connection or service. There is no executor in between: a task resumes as
+// soon as what it awaits resumes it, on the program's one thread.
 //
 // A task that ends without having been suspended returns to its awaiter like a function, so a loop
-// may await any number of them: nothing here relies on the compiler turning one coroutine's end
-// into a jump to the next, which g++ 12 does not do without optimisation or with sanitizers.
+// may await any number of them. This does not rely on the compiler turning the end of one coroutine
+// into a jump to the next, which g++ 12 does not do without optimization or with sanitizers.
 //
-// A rule for whoever writes tasks: co_await stands in a statement of its own, on a named awaitable.
-// g++ 12 destroys temporaries twice that stand in one expression with it, capturing lambdas above
-// all. And a task takes its arguments by value: a reference may be gone when it goes on.
+// Rules for writing tasks: co_await is a statement of its own, on a named awaitable, since g++ 12
+// destroys temporaries in the same expression twice, above all capturing lambdas. A task takes its
+// arguments by value: a reference may dangle by the time it resumes.
 
 #include <coroutine>
 #include <exception>
@@ -33,7 +33,7 @@ struct PromiseBase {
 
   struct FinalAwaiter {
     bool await_ready() const noexcept { return false; }
-    // The awaiter may destroy this task: nothing of it is touched behind the call.
+    // The awaiter may destroy this task, so nothing of it is touched after the call.
     template <class Promise>
     void await_suspend(std::coroutine_handle<Promise> done) const noexcept {
       if (const std::coroutine_handle<> awaiter = done.promise().continuation) awaiter.resume();
@@ -87,7 +87,7 @@ class [[nodiscard]] Task {
   }
 
   bool await_ready() const noexcept { return false; }
-  /// False: the task has ended already, and its awaiter goes straight on.
+  /// False if the task has ended already and its awaiter need not be suspended.
   template <class Promise>
   bool await_suspend(std::coroutine_handle<Promise> awaiting) {
     frame_.promise().scope = awaiting.promise().scope;

@@ -1,7 +1,7 @@
 #pragma once
 
-// The signals by which the system asks the program to end (SIGTERM and the like), as one call from
-// the event loop.
+// The signals that ask the program to end (SIGTERM and the like), delivered as one call on the
+// event loop. Later ones are ignored.
 
 #include <asio/signal_set.hpp>
 #include <functional>
@@ -12,10 +12,10 @@ namespace net {
 
 class TerminationSignals {
  public:
-  /// From now on those signals no longer end the process at once.
+  /// Keeps those signals from ending the process at once.
   explicit TerminationSignals(EventLoop& loop);
 
-  /// Calls `action` at the first signal; not called if this object dies before.
+  /// Calls `action` at the first signal, unless this object has been destroyed by then.
   void OnFirst(std::function<void()> action);
 
  private:

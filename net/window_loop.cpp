@@ -7,7 +7,7 @@
 namespace net {
 namespace {
 
-// Work of any movable kind as a job of the queue.
+// Wraps any movable function as a job of the queue.
 template <class Function>
 class FunctionJob : public platform::WindowQueue::Job {
  public:
@@ -22,10 +22,10 @@ class FunctionJob : public platform::WindowQueue::Job {
   Function function_;
 };
 
-// The executor under which sockets and timers of the I/O context complete on the window thread.
+// Makes sockets and timers of the I/O context complete on the window thread.
 class WindowExecutor {
  public:
-  // `loop`: made with this executor, before the first job runs.
+  // `loop` is created with this executor, before the first job runs.
   WindowExecutor(asio::io_context& context, platform::WindowQueue& queue,
                  std::optional<EventLoop>& loop)
       : context_(&context), queue_(&queue), loop_(&loop) {}

@@ -1,9 +1,9 @@
 #pragma once
 
-// The loop with a window: everything that the I/O context completes is handed to the window
-// toolkit's thread, so that handlers of sockets and of the window run on one thread, also while a
-// dialog, a message box or a menu is open. A thread of its own only waits for the system; it runs
-// no application code.
+// The loop with a window: every completion of the I/O context is handed to the window toolkit's
+// thread, so that socket handlers and window handlers run on one thread, even while a dialog, a
+// message box or a menu is open. The I/O context has a thread that only waits for the system and
+// runs no application code.
 
 #include <asio/executor_work_guard.hpp>
 #include <asio/io_context.hpp>
@@ -17,7 +17,7 @@ namespace net {
 
 class WindowLoop {
  public:
-  /// To be made and destroyed on the window thread.
+  /// Create and destroy it on the window thread.
   WindowLoop();
   ~WindowLoop();
   WindowLoop(const WindowLoop&) = delete;
@@ -26,7 +26,8 @@ class WindowLoop {
   EventLoop& Events() { return *events_; }
 
  private:
-  // In this order: the queue drops its jobs before the context that they belong to goes.
+  // The order matters: the queue drops its jobs before the context that they belong to is
+  // destroyed.
   asio::io_context context_;
   asio::executor_work_guard<asio::io_context::executor_type> work_;
   platform::WindowQueue queue_;

@@ -1,132 +1,79 @@
 #include "net/connection_slots.h"
 
-#include <optional>
-#include <vector>
-
-#include "net/draining_connections.h"
-#include "tests/support/server_fixture.h"
+#include "tests/net/slots_fixture.h"
 
 namespace {
 
-using net::ConnectionSlots;
 using test::Client;
 
-// An engine that answers every arrival with the number of its slot.
-class SlotTeller : public net::SlotEngine {
- public:
-  net::Task<> OnDataArrival(int slot, std::shared_ptr<net::Connection> connection) override {
-    connection->GetData();
+class Slots : public test::SlotsFixture {
+ protected:
+  Slots() { onArrival_ = TellSlot; }
+
+  static net::Task<> TellSlot(int slot, Arrival connection) {
     connection->SendData(std::to_string(slot) + "\r\n");
     co_return;
   }
-  void OnClose(int slot) override { (*slots)[slot].Close(); }
-  void OnError(int slot) override { (*slots)[slot].Close(); }
 
-  ConnectionSlots* slots = nullptr;
-};
-
-class Slots : public test::ProgramFixture {
- protected:
-  ~Slots() override {
-    OnLoop([this] {
-      slots_.reset();
-      draining_.reset();
-    });
-  }
-
-  void Open(ConnectionSlots::BusySlot busySlot, const std::string& greeting = "") {
-    OnLoop([&] {
-      if (!slots_) {
-        net::EventLoop& loop = test::TheLoopHost().Loop();
-        draining_.emplace(loop);
-        context_.emplace(net::SocketContext{loop, *draining_, [](const std::string&) {}});
-        slots_.emplace(*context_, teller_, busySlot, greeting);
-        teller_.slots = &*slots_;
-      }
-      std::error_code error;
-      slots_->Listen(0, error);
-      slots_->CreateSlots();
-      port_ = slots_->Listener().LocalPort();
-    });
-  }
-  void Close() {
-    OnLoop([this] { slots_->Close(); });
-  }
-
-  // Connects `count` clients one after another; each is served before the next comes.
-  std::vector<std::string> Connect(int count) {
-    std::vector<std::string> answers;
+  // Connects `count` clients one after another; each has got its line before the next comes.
+  std::vector<std::string> Connect(int count, std::string_view question = "?") {
+    std::vector<std::string> lines;
     for (int i = 0; i < count; ++i) {
-      clients_.push_back(std::make_unique<Client>(port_));
-      answers.push_back(Ask(*clients_.back()));
+      clients_.push_back(NewClient(question));
+      lines.push_back(clients_.back()->ReceiveLine());
     }
-    return answers;
+    return lines;
   }
   static std::string Ask(Client& client) {
     client.Send("?");
     return client.ReceiveLine();
   }
-  bool SlotBecomesFree(int slot) {
-    return Eventually([&] { return (*slots_)[slot].IsClosed(); });
-  }
 
-  SlotTeller teller_;
-  std::optional<net::DrainingConnections> draining_;
-  std::optional<net::SocketContext> context_;
-  std::optional<ConnectionSlots> slots_;
-  std::uint16_t port_ = 0;
   std::vector<std::unique_ptr<Client>> clients_;
 };
 
 TEST_F(Slots, AreHandedOutInTurnAndTheTwentiethClientEvictsTheFirst) {
-  Open(ConnectionSlots::BusySlot::kEvict);
+  Open(BusySlot::kEvict);
   EXPECT_EQ(Connect(1).back(), "1\r\n");
   EXPECT_EQ(Connect(18).back(), "19\r\n");
-  // That slots are free does not matter: the turn does.
+  // The turn decides, even while other slots are free.
   clients_[4]->Close();
-  ASSERT_TRUE(SlotBecomesFree(5));
+  ASSERT_TRUE(SlotIs(5, State::kClosed));
   EXPECT_EQ(Connect(1).back(), "1\r\n");
   EXPECT_TRUE(clients_[0]->SeesEnd());
   EXPECT_EQ(Ask(*clients_[1]), "2\r\n");
 }
 
 TEST_F(Slots, WithABusyRuleRefuseWithoutGreetingAndUseUpTheTurn) {
-  Open(ConnectionSlots::BusySlot::kRefuse, "hello\r\n");
-  for (int i = 0; i < 19; ++i) {
-    clients_.push_back(std::make_unique<Client>(port_));
-    EXPECT_EQ(clients_.back()->ReceiveLine(), "hello\r\n");
-  }
+  Open(BusySlot::kRefuse, "hello\r\n");
+  EXPECT_EQ(Connect(19, ""), std::vector<std::string>(19, "hello\r\n"));
   clients_[1]->Close();
-  ASSERT_TRUE(SlotBecomesFree(2));
-  Client refused(port_);
-  EXPECT_EQ(refused.ReceiveAll(), "");
-  Client second(port_);
-  EXPECT_EQ(second.ReceiveLine(), "hello\r\n");
-  EXPECT_EQ(Ask(second), "2\r\n");
+  ASSERT_TRUE(SlotIs(2, State::kClosed));
+  EXPECT_EQ(NewClient()->ReceiveAll(), "");
+  EXPECT_EQ(Connect(1, "").back(), "hello\r\n");
+  EXPECT_EQ(Ask(*clients_.back()), "2\r\n");
   EXPECT_EQ(Ask(*clients_[0]), "1\r\n");
 }
 
 TEST_F(Slots, BeginWithTheFirstAgainAfterARestartAndAStopClosesEveryone) {
-  Open(ConnectionSlots::BusySlot::kEvict, "hi\r\n");
-  clients_.push_back(std::make_unique<Client>(port_));
-  EXPECT_EQ(clients_[0]->ReceiveLine(), "hi\r\n");
-  Close();
+  Open(BusySlot::kEvict, "hi\r\n");
+  EXPECT_EQ(Connect(1, "").back(), "hi\r\n");
+  const std::uint16_t port = slots_->Listener().LocalPort();
+  OnLoop([this] { slots_->Close(); });
   EXPECT_TRUE(clients_[0]->SeesEnd());
-  EXPECT_FALSE(test::Accepts(port_));
-  Open(ConnectionSlots::BusySlot::kEvict);
-  Client again(port_);
-  EXPECT_EQ(again.ReceiveLine(), "hi\r\n");
-  EXPECT_EQ(Ask(again), "1\r\n");
+  EXPECT_FALSE(test::Accepts(port));
+  OnLoop([this] { Listen(); });
+  EXPECT_EQ(Connect(1, "").back(), "hi\r\n");
+  EXPECT_EQ(Ask(*clients_.back()), "1\r\n");
 }
 
 TEST_F(Slots, ATakenPortIsReported) {
-  Open(ConnectionSlots::BusySlot::kEvict);
+  Open(BusySlot::kEvict);
   OnLoop([&] {
-    ConnectionSlots other(*context_, teller_, ConnectionSlots::BusySlot::kEvict, "");
+    net::ConnectionSlots other(*context_, *this, BusySlot::kEvict, "");
     std::error_code error;
-    // Ports that the system chooses may be beyond 16 bits with a sign; the listener itself takes
-    // any.
-    other.Listener().Listen(port_, error);
+    // Through the listener, since a port that the system chooses may not fit into 16 signed bits.
+    other.Listener().Listen(slots_->Listener().LocalPort(), error);
     EXPECT_TRUE(error);
     EXPECT_FALSE(other.IsListening());
     other.Listen(-1, error);
@@ -135,16 +82,13 @@ TEST_F(Slots, ATakenPortIsReported) {
 }
 
 TEST_F(Slots, SurviveThousandsOfConnectionsOfEveryKind) {
-  Open(ConnectionSlots::BusySlot::kEvict);
+  Open(BusySlot::kEvict);
   for (int i = 0; i < 2000; ++i) {
-    Client client(port_);
-    if (i % 3 == 0) client.Send("some bytes that nobody asked for");
-    if (i % 4 == 0) client.Reset();
-    if (i % 4 == 1) client.ShutSending();
+    const auto client = NewClient(i % 3 == 0 ? "unexpected bytes" : "");
+    if (i % 4 == 0) client->Reset();
+    if (i % 4 == 1) client->ShutSending();
   }
-  Client last(port_);
-  last.Send("?");
-  EXPECT_THAT(last.ReceiveLine(), testing::EndsWith("\r\n"));
+  EXPECT_THAT(Connect(1).back(), testing::EndsWith("\r\n"));
   EXPECT_TRUE(Eventually([&] { return draining_->Count() <= 20; }));
 }
 

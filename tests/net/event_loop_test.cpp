@@ -4,76 +4,84 @@
 
 #include <stdexcept>
 
-#include "net/handler_scope.h"
+#include "net/background_worker.h"
 #include "net/plain_loop.h"
 
 namespace {
 
 using net::Task;
 
-TEST(EventLoop, OutlivesWhatItsEventsThrow) {
-  net::PlainLoop loop;
-  std::vector<std::string> errors;
-  loop.Events().OnError([&](const std::string& error) { errors.push_back(error); });
-  net::Timer failing(loop.Events());
-  net::Timer last(loop.Events());
-  loop.Events().Post([] { throw std::runtime_error("posted"); });
-  failing.Start(std::chrono::milliseconds(1), [] { throw std::runtime_error("timer"); });
-  last.Start(std::chrono::milliseconds(2), [&] { loop.Stop(); });
-  loop.Run();
-  EXPECT_EQ(errors, (std::vector<std::string>{"posted", "timer"}));
-}
-
-TEST(EventLoop, AStopBeforeTheRunHoldsForThatRunAlone) {
-  net::PlainLoop loop;
-  bool ran = false;
-  loop.Stop();
-  loop.Run();
-  loop.Events().Post([&] {
-    ran = true;
-    loop.Stop();
-  });
-  loop.Run();
-  EXPECT_TRUE(ran);
-}
-
-Task<int> One() { co_return 1; }
-
-Task<> AddUp(int count, int& sum) {
-  for (int i = 0; i < count; ++i) {
-    Task<int> one = One();
-    sum += co_await one;
+class Loop : public testing::Test {
+ protected:
+  static Task<int> One() { co_return 1; }
+  Task<> AddUp(int times) {
+    for (int i = 0; i < times; ++i) {
+      Task<int> one = One();
+      count_ += co_await one;
+    }
   }
-}
-
-TEST(Tasks, ThatEndAtOnceNeedNoStackHoweverMany) {
-  constexpr int kCount = 1'000'000;
-  net::PlainLoop loop;
-  int sum = 0;
-  const auto scope = std::make_shared<net::HandlerScope>(loop.Events(), [](const std::string&) {});
-  scope->Start(AddUp(kCount, sum));
-  EXPECT_EQ(sum, kCount);
-}
-
-Task<> Count(int& count) {
-  for (int i = 0; i < 3; ++i) {
-    ++count;
-    co_await net::YieldToEvents();
+  Task<> CountToThree() {
+    for (int i = 0; i < 3; ++i) {
+      ++count_;
+      co_await net::YieldToEvents();
+    }
+    throw std::runtime_error("last");
   }
+
+  net::PlainLoop loop_;
+  net::HandlerScope::ErrorReport report_ = [this](const std::string& error) {
+    errors_.push_back(error);
+    if (error == "last") loop_.Stop();
+  };
+  std::vector<std::string> errors_;
+  int count_ = 0;
+};
+
+TEST_F(Loop, OutlivesWhatItsEventsThrow) {
+  loop_.Events().OnError(report_);
+  net::Timer failing(loop_.Events());
+  loop_.Events().Post([] { throw std::runtime_error("posted"); });
+  failing.Start(std::chrono::milliseconds(1), [] { throw std::runtime_error("last"); });
+  loop_.Run();
+  EXPECT_EQ(errors_, (std::vector<std::string>{"posted", "last"}));
 }
 
-TEST(Scopes, MayEndInTheirOwnHandlersEnd) {
-  net::PlainLoop loop;
-  auto scope = std::make_shared<net::HandlerScope>(loop.Events(), [](const std::string&) {});
-  int count = 0;
-  scope->OnHandlerEnd([&loop, &scope] {
-    const auto ended = std::exchange(scope, nullptr);
-    ended->End();
-    loop.Stop();
-  });
-  scope->Start(Count(count));
-  loop.Run();
-  EXPECT_EQ(count, 3);
+TEST_F(Loop, AStopBeforeTheRunHoldsForThatRunAlone) {
+  loop_.Stop();
+  loop_.Run();
+  loop_.Events().Post([&] { ++count_, loop_.Stop(); });
+  loop_.Run();
+  EXPECT_EQ(count_, 1);
+}
+
+TEST_F(Loop, TasksThatEndAtOnceNeedNoStackHoweverMany) {
+  std::make_shared<net::HandlerScope>(loop_.Events(), report_)->Start(AddUp(1'000'000));
+  EXPECT_EQ(count_, 1'000'000);
+}
+
+TEST_F(Loop, AScopeMayEndInItsOwnHandlersEnd) {
+  auto scope = std::make_shared<net::HandlerScope>(loop_.Events(), report_);
+  scope->OnHandlerEnd([&] { std::exchange(scope, nullptr)->End(); });
+  scope->Start(CountToThree());
+  loop_.Run();
+  EXPECT_EQ(count_, 3);
+  EXPECT_FALSE(scope);
+}
+
+TEST_F(Loop, AWorkerRunsOneHandlerAtATimeAndCanBeStartedAgain) {
+  net::BackgroundWorker worker(loop_.Events(), report_, [this] { return CountToThree(); });
+  for (int starts = 1; starts <= 2; ++starts) {
+    worker.Start();
+    worker.Start();
+    EXPECT_EQ(count_, starts);
+    worker.Stop();
+    EXPECT_FALSE(worker.IsWorking());
+  }
+  worker.Start();
+  EXPECT_TRUE(worker.IsWorking());
+  loop_.Run();
+  EXPECT_EQ(errors_, std::vector<std::string>{"last"});
+  EXPECT_FALSE(worker.IsWorking());
 }
 
 }  // namespace

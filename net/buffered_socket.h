@@ -1,0 +1,88 @@
+#pragma once
+
+// A connected socket with what waiting takes: an outbox for the bytes that the system does not take
+// at once, and a wait for something to read. It has one user at a time, first the open connection
+// and after the close the draining one. It is shared because pending operations refer to it: what
+// they complete is reported to the user of that moment, or to nobody once the socket is closed or
+// the user is gone.
+//
+// The I/O library gets to know the socket only when something has to be waited for.
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "net/handler_scope.h"
+#include "net/socket_context.h"
+#include "platform/stream_socket.h"
+
+namespace net {
+
+class BufferedSocket : public std::enable_shared_from_this<BufferedSocket> {
+ public:
+  class User {
+   public:
+    /// There is something to read, or the peer has shut its side.
+    virtual void OnReadable() = 0;
+    /// The outbox has become empty.
+    virtual void OnSent() {}
+    /// Waiting or sending failed, or one of the above threw, which has been reported.
+    virtual void OnFailure() = 0;
+
+   protected:
+    ~User() = default;
+  };
+
+  BufferedSocket(SocketContext& context, platform::StreamSocket socket)
+      : context_(context), socket_(std::move(socket)) {}
+
+  /// From now on `user` gets the reports.
+  void SetUser(std::weak_ptr<User> user) { user_ = std::move(user); }
+
+  /// For everything that does not wait.
+  platform::StreamSocket& Socket() { return socket_; }
+  const platform::StreamSocket& Socket() const { return socket_; }
+
+  /// Reads everything that is pending at this moment and appends it to `arrived`.
+  platform::SocketResult Receive(std::string& arrived);
+
+  /// Reads some of what is pending and throws it away.
+  platform::SocketResult Discard();
+
+  /// Has OnReadable called once. Does nothing if that is still to come.
+  void AwaitReadable();
+
+  /// Calls OnReadable now.
+  void ReportReadable();
+
+  /// Sends `bytes` after those that wait. The outbox keeps what the system does not take; false if
+  /// the socket is broken, which is not reported.
+  bool Send(std::string_view bytes, platform::Departure departure);
+
+  /// The bytes in the outbox.
+  std::size_t UnsentBytes() const { return inFlight_.size() + waiting_.size(); }
+  bool HasUnsentBytes() const { return UnsentBytes() != 0; }
+
+  /// Waits until the outbox is empty.
+  Task<> Sent();
+  /// Lets whoever waits in Sent look again.
+  void WakeSenders() { sentWaiters_.WakeAll(); }
+
+ private:
+  template <class Step>
+  void Report(const Step& step);
+  void OnWaited(const asio::error_code& error);
+  void SendInFlight();
+  void OnTaken(const asio::error_code& error);
+
+  SocketContext& context_;  // may be gone once the socket is closed
+  platform::StreamSocket socket_;
+  std::weak_ptr<User> user_;
+  std::string inFlight_;  // what the system has been given to send
+  std::string waiting_;   // what goes next
+  WaitList sentWaiters_;
+  bool awaitingReadable_ = false;
+};
+
+}  // namespace net
