@@ -1,27 +1,29 @@
 #include "core/service_addresses.h"
 
+#include <string_view>
+
 namespace core {
 namespace {
 
-std::string Suffix(std::uint16_t port, std::uint16_t usual) {
-  return port == usual ? "" : ":" + std::to_string(port);
-}
+struct Scheme {
+  std::string_view name;  // empty: no URL leads to the service
+  std::uint16_t usualPort;
+};
+
+constexpr std::array<Scheme, kServices.size()> kSchemes = {{{"http", 80}, {"ftp", 21}, {"", 0}}};
 
 }  // namespace
 
 std::string ReachedAt(ServiceKind service, const std::string& machine, ListeningPorts ports) {
-  switch (service) {
-    case ServiceKind::kWeb:
-      return "http://" + machine + Suffix(ports.first, 80) + "/";
-    case ServiceKind::kFtp:
-      return "ftp://" + machine + Suffix(ports.first, 21) + "/";
-    case ServiceKind::kMail:
-      return "SMTP " + machine + ":" + std::to_string(ports.first) + "  POP3 " + machine + ":" +
-             std::to_string(ports.second);
+  const std::string first = ":" + std::to_string(ports.first);
+  if (!IsReachedByUrl(service)) {
+    return "SMTP " + machine + first + "  POP3 " + machine + ":" + std::to_string(ports.second);
   }
-  return machine;
+  const Scheme& scheme = kSchemes[IndexOf(service)];
+  const std::string port = ports.first == scheme.usualPort ? "" : first;
+  return std::string(scheme.name) + "://" + machine + port + "/";
 }
 
-bool IsReachedByUrl(ServiceKind service) { return service != ServiceKind::kMail; }
+bool IsReachedByUrl(ServiceKind service) { return !kSchemes[IndexOf(service)].name.empty(); }
 
 }  // namespace core

@@ -1,6 +1,6 @@
 #pragma once
 
-// The addresses at which others reach the services, as they are passed on to a friend.
+// The addresses at which other computers reach the services, as a user passes them on.
 
 #include <cstdint>
 #include <string>
@@ -15,7 +15,7 @@ struct ListeningPorts {
   std::uint16_t second = 0;  // POP3
 };
 
-/// "http://192.168.1.5/", with the port where it is not the usual one.
+/// "http://192.168.1.5/", with the port unless it is the usual one.
 std::string ReachedAt(ServiceKind service, const std::string& machine, ListeningPorts ports);
 
 /// Whether that is a URL, which a telephone opens.

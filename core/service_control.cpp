@@ -1,20 +1,46 @@
 #include "core/service_control.h"
 
 #include "core/service_texts.h"
-#include "core/start_diagnosis.h"
 #include "platform/native_path.h"
-#include "platform/text_case.h"
 #include "settings/ini_file.h"
 #include "text/conversions.h"
 
 namespace core {
+namespace {
 
-void ServiceControl::cmdStartWebService() { Start(ServiceKind::kWeb); }
-void ServiceControl::cmdStopWebService() { Stop(ServiceKind::kWeb); }
-void ServiceControl::cmdStartFtpService() { Start(ServiceKind::kFtp); }
-void ServiceControl::cmdStopFtpService() { Stop(ServiceKind::kFtp); }
-void ServiceControl::cmdStartMailService() { Start(ServiceKind::kMail); }
-void ServiceControl::cmdStopMailService() { Stop(ServiceKind::kMail); }
+using Event = Outcome::Event;
+
+// Clients and users know a failed mail start and stop as the Web server's: the flag of the one and
+// the frame of the other.
+ServiceKind BlamedFor(ServiceKind service) {
+  return service == ServiceKind::kMail ? ServiceKind::kWeb : service;
+}
+
+Outcome MakeOutcome(ServiceKind service, Event event) {
+  Outcome outcome;
+  outcome.service = service;
+  outcome.event = event;
+  outcome.frame = service;
+  return outcome;
+}
+
+}  // namespace
+
+void ServiceControl::Start(ServiceKind service) {
+  if (Of(service).Start()) {
+    ShowStarted(service);
+  } else {
+    ShowStartFailed(service);
+  }
+}
+
+void ServiceControl::Stop(ServiceKind service) {
+  if (Of(service).Stop()) {
+    ShowStopped(service);
+  } else {
+    ShowStopFailed(service);
+  }
+}
 
 void ServiceControl::StartAll() {
   cmdStartWebService();
@@ -23,109 +49,40 @@ void ServiceControl::StartAll() {
 }
 
 void ServiceControl::CloseAll() {
-  for (Service* service : {&services_.web, &services_.ftp, &services_.mail}) {
+  for (Service* service : services_) {
     if (service->IsRunning()) service->Stop();
   }
 }
 
-Service& ServiceControl::Of(ServiceKind service) {
-  switch (service) {
-    case ServiceKind::kFtp:
-      return services_.ftp;
-    case ServiceKind::kMail:
-      return services_.mail;
-    case ServiceKind::kWeb:
-      break;
-  }
-  return services_.web;
-}
-
-void ServiceControl::Start(ServiceKind service) {
-  const bool started = Of(service).Start();
-  started ? ShowStarted(service) : ShowStartFailed(service);
-}
-
 void ServiceControl::ShowStarted(ServiceKind service) {
-  const ServiceTexts& texts = TextsOf(service);
-  view_.SetResult(service, texts.started);
-  view_.EnableAddress(service, true);
-  view_.SetAddress(service, AddressText(service, Of(service).Domain()));
-  view_.SetHint(service, texts.stopHint);
+  Outcome outcome = MakeOutcome(service, Event::kStarted);
+  outcome.address = AddressText(service, Of(service).Domain());
+  outcome.enableAddress = true;
   if (service != ServiceKind::kFtp) {
-    view_.SetRootDir(service, platform::PathTextForUser(Of(service).RootDir()));
+    outcome.rootDir = platform::PathTextForUser(Of(service).RootDir());
   }
-  view_.ShowButtons(service, true);
-  view_.SwitchMenuItems(service, true);
-  UpdateServiceStatus("ON", texts.statusOn, texts.name);
+  view_.ShowOutcome(outcome);
   WriteStartFlag(service, true);
 }
 
 void ServiceControl::ShowStartFailed(ServiceKind service) {
-  const ServiceTexts& texts = TextsOf(service);
-  view_.SetResult(service, texts.startFailed);
-  view_.SetAddress(service, "");
-  view_.SetHint(service, texts.restartHint);
-  view_.ShowButtons(service, false);
-  view_.SwitchMenuItems(service, false);
-  UpdateServiceStatus("OFF", texts.statusOff, texts.name);
-  const auto failure = Of(service).LastFailure();
-  if (failure && failure->settings) {
-    view_.TellSettingsFault(service, SettingsFaultText(failure->reason));
-  }
-  // A failed mail start is recorded under the Web server's key: programs that read startflg.dat
-  // know it so.
-  WriteStartFlag(service == ServiceKind::kMail ? ServiceKind::kWeb : service, false);
-}
-
-void ServiceControl::Stop(ServiceKind service) {
-  const bool stopped = Of(service).Stop();
-  stopped ? ShowStopped(service) : ShowStopFailed(service);
-  const ServiceTexts& texts = TextsOf(service);
-  UpdateServiceStatus("OFF", texts.statusOff, texts.name);
+  Outcome outcome = MakeOutcome(service, Event::kStartFailed);
+  outcome.failure = Of(service).LastFailure();
+  view_.ShowOutcome(outcome);
+  WriteStartFlag(BlamedFor(service), false);
 }
 
 void ServiceControl::ShowStopped(ServiceKind service) {
-  const ServiceTexts& texts = TextsOf(service);
-  view_.SetResult(service, texts.stopped);
-  view_.SetAddress(service, AddressWhenStopped(service));
-  if (service == ServiceKind::kWeb) view_.EnableAddress(service, false);
-  view_.SetHint(service, texts.startHint);
-  view_.ShowButtons(service, false);
-  view_.SwitchMenuItems(service, false);
+  Outcome outcome = MakeOutcome(service, Event::kStopped);
+  outcome.address = AddressTextWhenStopped(service, Of(service).Domain());
+  if (service == ServiceKind::kWeb) outcome.enableAddress = false;
+  view_.ShowOutcome(outcome);
 }
 
 void ServiceControl::ShowStopFailed(ServiceKind service) {
-  const ServiceTexts& texts = TextsOf(service);
-  // A failed mail stop speaks in the Web frame; only the menu items are its own.
-  const ServiceKind frame = service == ServiceKind::kMail ? ServiceKind::kWeb : service;
-  view_.SetResult(frame, texts.stopFailed);
-  view_.SetAddress(frame, "");
-  view_.SetHint(frame, texts.stopFailedHint);
-  view_.ShowButtons(frame, true);
-  view_.SwitchMenuItems(service, true);
-}
-
-std::string ServiceControl::AddressWhenStopped(ServiceKind service) {
-  const std::string domain = Of(service).Domain();
-  switch (service) {
-    case ServiceKind::kWeb:
-      return "Http://" + domain;
-    case ServiceKind::kFtp:
-      return domain;
-    case ServiceKind::kMail:
-      return {};
-  }
-  return {};
-}
-
-void ServiceControl::UpdateServiceStatus(std::string_view state, const std::string& text,
-                                         std::string_view service) {
-  const bool on = platform::EqualIgnoringCase(state, "ON");
-  for (const ServiceKind kind : {ServiceKind::kWeb, ServiceKind::kFtp, ServiceKind::kMail}) {
-    if (platform::EqualIgnoringCase(service, TextsOf(kind).name)) {
-      view_.SetStatusPanel(kind, on, text);
-    }
-  }
+  Outcome outcome = MakeOutcome(service, Event::kStopFailed);
+  outcome.frame = BlamedFor(service);
+  view_.ShowOutcome(outcome);
 }
 
 void ServiceControl::WriteStartFlag(ServiceKind key, bool started) {

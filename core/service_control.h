@@ -1,10 +1,10 @@
 #pragma once
 
-// Turns the services on and off and shows the outcome: the handlers behind the start and stop
-// buttons, the tray menu and the command line. On a start the outcome is also kept in startflg.dat.
+// Starts and stops the services and tells the view what became of it: the handlers behind the start
+// and stop buttons, the tray menu and the command line. The outcome of a start is also kept in
+// startflg.dat; a stop does not change that file.
 
-#include <string>
-#include <string_view>
+#include <array>
 
 #include "core/manager_view.h"
 #include "core/service.h"
@@ -20,15 +20,20 @@ class ServiceControl {
     Service& mail;
   };
 
+  /// The services and the view outlive this object.
   ServiceControl(const settings::Program& program, Services services, ManagerView& view)
-      : program_(program), services_(services), view_(view) {}
+      : program_(program), services_{&services.web, &services.ftp, &services.mail}, view_(view) {}
 
-  void cmdStartWebService();
-  void cmdStopWebService();
-  void cmdStartFtpService();
-  void cmdStopFtpService();
-  void cmdStartMailService();
-  void cmdStopMailService();
+  void cmdStartWebService() { Start(ServiceKind::kWeb); }
+  void cmdStopWebService() { Stop(ServiceKind::kWeb); }
+  void cmdStartFtpService() { Start(ServiceKind::kFtp); }
+  void cmdStopFtpService() { Stop(ServiceKind::kFtp); }
+  void cmdStartMailService() { Start(ServiceKind::kMail); }
+  void cmdStopMailService() { Stop(ServiceKind::kMail); }
+
+  /// The same for a service that is known at run time only.
+  void Start(ServiceKind service);
+  void Stop(ServiceKind service);
 
   /// Web, mail, FTP.
   void StartAll();
@@ -36,25 +41,17 @@ class ServiceControl {
   /// Stops what runs, without showing anything: the program is about to end.
   void CloseAll();
 
-  Service& Of(ServiceKind service);
+  Service& Of(ServiceKind service) { return *services_[IndexOf(service)]; }
 
  private:
-  void Start(ServiceKind service);
   void ShowStarted(ServiceKind service);
   void ShowStartFailed(ServiceKind service);
-  void Stop(ServiceKind service);
   void ShowStopped(ServiceKind service);
   void ShowStopFailed(ServiceKind service);
-
-  std::string AddressWhenStopped(ServiceKind service);
-
-  /// `state` is "ON" or "OFF", `service` "WEB", "FTP" or "MAIL" in any case.
-  void UpdateServiceStatus(std::string_view state, const std::string& text,
-                           std::string_view service);
   void WriteStartFlag(ServiceKind key, bool started);
 
   const settings::Program& program_;
-  Services services_;
+  std::array<Service*, kServices.size()> services_;
   ManagerView& view_;
 };
 

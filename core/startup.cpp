@@ -58,7 +58,11 @@ bool Main(const settings::Program& program, std::string_view commandLine,
   steps.RecordProgramPath();
   steps.SwitchProxyOff();
   if (flags.AutoStart) steps.StartServices();
-  flags.StartInTray ? steps.GoToTray() : steps.ShowMainWindow();
+  if (flags.StartInTray) {
+    steps.GoToTray();
+  } else {
+    steps.ShowMainWindow();
+  }
   if (words.Is(3, "WEB")) steps.OpenWebAddress();
   return true;
 }

@@ -1,8 +1,7 @@
 #include "core/service_control.h"
 
-#include <map>
-
 #include "core/console_view.h"
+#include "core/service_texts.h"
 #include "settings/ini_file.h"
 #include "tests/support/server_fixture.h"
 
@@ -13,57 +12,53 @@ using testing::ElementsAre;
 
 class FakeService : public core::Service {
  public:
-  bool Start() override { return starts; }
-  bool Stop() override { return stops; }
+  bool Start() override { return works; }
+  bool Stop() override { return works; }
   bool IsRunning() const override { return false; }
   bool LoadOptions() override { return true; }
-  std::string Domain() const override { return domain; }
+  std::string Domain() const override { return "home.test"; }
   std::string RootDir() const override { return "root"; }
+  std::optional<core::StartFailure> LastFailure() const override { return failure; }
 
-  std::string domain = "home.example";
-  bool starts = true;
-  bool stops = true;
+  bool works = true;
+  std::optional<core::StartFailure> failure;
 };
 
-// Keeps what each frame shows, as a window would.
+// Writes down what a view is told: the service whose frame shows it, its labels, the button that
+// fits, whether the address is enabled or disabled, and the root directory.
 class RecordingView : public core::ManagerView {
  public:
-  struct Frame {
-    std::string result = "-";
-    std::string address = "-";
-    std::string hint = "-";
-    std::string rootDir = "-";
-    std::string panel = "-";
-    bool enabled = true;
-    bool stopButton = false;
-    bool stopItem = false;
-    bool on = false;
-  };
-  void SetResult(ServiceKind s, const std::string& text) override { frames[s].result = text; }
-  void SetAddress(ServiceKind s, const std::string& text) override { frames[s].address = text; }
-  void EnableAddress(ServiceKind s, bool enabled) override { frames[s].enabled = enabled; }
-  void SetHint(ServiceKind s, const std::string& text) override { frames[s].hint = text; }
-  void SetRootDir(ServiceKind s, const std::string& path) override { frames[s].rootDir = path; }
-  void ShowButtons(ServiceKind s, bool running) override { frames[s].stopButton = running; }
-  void SwitchMenuItems(ServiceKind s, bool running) override { frames[s].stopItem = running; }
-  void SetStatusPanel(ServiceKind s, bool on, const std::string& text) override {
-    frames[s].on = on;
-    frames[s].panel = text;
-    order.push_back(text);
+  void ShowOutcome(const core::Outcome& outcome) override {
+    const core::OutcomeTexts& texts = core::TextsOf(outcome);
+    std::string line = core::TextsOf(outcome.frame).name;
+    line += std::string("/") + texts.result + outcome.address + "/" + texts.hint + "/" +
+            core::StatusText(outcome) + (outcome.CanBeStopped() ? "/stop" : "/start");
+    if (outcome.enableAddress) line += *outcome.enableAddress ? "/enable" : "/disable";
+    if (outcome.rootDir) line += "/" + *outcome.rootDir;
+    told.push_back(line);
+    items.push_back(core::TextsOf(outcome.service).name);
   }
-
-  std::map<ServiceKind, Frame> frames;
-  std::vector<std::string> order;
+  std::vector<std::string> told;
+  std::vector<std::string> items;  // whose menu items are switched
 };
 
 class ServiceControl : public test::ProgramFixture {
  protected:
-  std::string Flag(std::string_view key) {
-    return ModINIOP::ReadIni(Home().Text("startflg.dat"), "ServerStatus", key);
+  std::string Flags() {
+    std::string flags;
+    for (const char* key : {"WebServer", "FtpServer", "MailServer"}) {
+      flags += ModINIOP::ReadIni(Home().Text("startflg.dat"), "ServerStatus", key) + " ";
+    }
+    return flags;
   }
-  RecordingView::Frame& Web() { return view_.frames[ServiceKind::kWeb]; }
-  RecordingView::Frame& Ftp() { return view_.frames[ServiceKind::kFtp]; }
-  RecordingView::Frame& Mail() { return view_.frames[ServiceKind::kMail]; }
+  void SetWorking(bool works) {
+    for (FakeService* service : {&web_, &ftp_, &mail_}) service->works = works;
+  }
+  void StopAll() {
+    control_.cmdStopWebService();
+    control_.cmdStopFtpService();
+    control_.cmdStopMailService();
+  }
 
   FakeService web_;
   FakeService ftp_;
@@ -72,93 +67,74 @@ class ServiceControl : public test::ProgramFixture {
   core::ServiceControl control_{Program(), {web_, ftp_, mail_}, view_};
 };
 
-TEST_F(ServiceControl, StartsWebThenMailThenFtpWithTheirAddresses) {
+TEST_F(ServiceControl, StartsWebThenMailThenFtp) {
   control_.StartAll();
-  EXPECT_THAT(view_.order, ElementsAre("Web服务：ON", "Mail服务：ON", "Ftp服务：ON"));
-  EXPECT_EQ(Web().result, "Web发布已经启动。 您的主页在：");
-  EXPECT_EQ(Web().address, "Http://home.example");
-  EXPECT_EQ(Ftp().address, "ftp://home.example");
-  EXPECT_EQ(Mail().address, "SMTP:home.example  POP3:home.example");
-  EXPECT_EQ(Web().rootDir, "root");
-  EXPECT_EQ(Mail().rootDir, "root");
-  EXPECT_EQ(Ftp().rootDir, "-");
-  EXPECT_EQ(Ftp().hint, "点击“停止”您可以停止Ftp服务。");
-  EXPECT_TRUE(Web().stopButton && Ftp().stopButton && Mail().stopButton);
-  EXPECT_TRUE(Web().stopItem && Web().on);
-  EXPECT_EQ(Flag("WebServer") + Flag("FtpServer") + Flag("MailServer"), "TrueTrueTrue");
+  EXPECT_THAT(view_.told,
+              ElementsAre("Web/Web发布已经启动。 您的主页在：Http://home.test/"
+                          "点击“停止”您可以停止Web服务。/Web服务：ON/stop/enable/root",
+                          "Mail/E-Mail服务已经启动。SMTP:home.test  POP3:home.test/"
+                          "点击“停止”您可以停止E-Mail服务。/Mail服务：ON/stop/enable/root",
+                          "Ftp/Ftp服务已经启动。 您的Ftp地址是：ftp://home.test/"
+                          "点击“停止”您可以停止Ftp服务。/Ftp服务：ON/stop/enable"));
+  EXPECT_EQ(Flags(), "True True True ");
 }
 
-TEST_F(ServiceControl, AFailedStartShowsItsTextAndNoAddress) {
-  web_.starts = ftp_.starts = false;
+TEST_F(ServiceControl, AFailedStartHasNoAddressAndMailsIsRecordedUnderTheWebServer) {
+  SetWorking(false);
+  control_.cmdStartMailService();
+  EXPECT_EQ(Flags(), "False   ");
   control_.cmdStartWebService();
   control_.cmdStartFtpService();
-  EXPECT_EQ(Web().result, "Web发布失败。请检查您的Web与网络设置。");
-  EXPECT_EQ(Web().address, "");
-  EXPECT_EQ(Web().hint, "点击“启动”您可以重新启动Web服务。");
-  EXPECT_EQ(Web().panel, "Web服务：OFF");
-  EXPECT_FALSE(Web().stopButton || Web().on);
-  EXPECT_EQ(Flag("WebServer") + Flag("FtpServer"), "FalseFalse");
+  EXPECT_THAT(view_.told, ElementsAre("Mail/E-Mail服务启动失败。请检查您的E-Mail与网络设置。/"
+                                      "点击“启动”您可以重新启动E-Mail服务。/Mail服务：OFF/start",
+                                      "Web/Web发布失败。请检查您的Web与网络设置。/"
+                                      "点击“启动”您可以重新启动Web服务。/Web服务：OFF/start",
+                                      "Ftp/Ftp服务启动失败。请检查您的FTP与网络设置。/"
+                                      "点击“启动”您可以重新启动FTP服务。/Ftp服务：OFF/start"));
+  EXPECT_EQ(Flags(), "False False  ");
 }
 
-TEST_F(ServiceControl, AFailedMailStartIsRecordedUnderTheWebServer) {
-  control_.cmdStartWebService();
-  mail_.starts = false;
-  control_.cmdStartMailService();
-  EXPECT_EQ(Mail().result, "E-Mail服务启动失败。请检查您的E-Mail与网络设置。");
-  EXPECT_EQ(Flag("WebServer"), "False");
-  EXPECT_EQ(Flag("MailServer"), "");
-}
-
-TEST_F(ServiceControl, StoppingShowsTheAddressesItsOwnWayAndNeverWritesTheFlags) {
+TEST_F(ServiceControl, StoppingShowsEachAddressItsOwnWayAndNeverWritesTheFlags) {
   control_.StartAll();
-  control_.cmdStopWebService();
-  control_.cmdStopFtpService();
-  control_.cmdStopMailService();
-  EXPECT_EQ(Web().result, "Web服务已经停止。您的主页是： ");
-  EXPECT_EQ(Web().address, "Http://home.example");
-  EXPECT_FALSE(Web().enabled);
-  EXPECT_EQ(Ftp().address, "home.example");
-  EXPECT_TRUE(Ftp().enabled);
-  EXPECT_EQ(Mail().address, "");
-  EXPECT_EQ(Mail().result, "E-Mail服务已经停止。您的E-Mail地址： ");
-  EXPECT_FALSE(Web().stopButton || Ftp().stopItem || Mail().on);
-  EXPECT_EQ(Flag("WebServer") + Flag("FtpServer") + Flag("MailServer"), "TrueTrueTrue");
-  control_.cmdStartWebService();
-  EXPECT_TRUE(Web().enabled);
+  view_.told.clear();
+  StopAll();
+  EXPECT_THAT(view_.told, ElementsAre("Web/Web服务已经停止。您的主页是： Http://home.test/"
+                                      "点击“启动”您可以开始Web服务。/Web服务：OFF/start/disable",
+                                      "Ftp/Ftp服务已经停止。您的FTP地址是： home.test/"
+                                      "点击“启动”您可以开始FTP服务。/Ftp服务：OFF/start",
+                                      "Mail/E-Mail服务已经停止。您的E-Mail地址： /"
+                                      "点击“启动”您可以开始E-Mail服务。/Mail服务：OFF/start"));
+  EXPECT_EQ(Flags(), "True True True ");
 }
 
-TEST_F(ServiceControl, AFailedMailStopSpeaksInTheWebFrame) {
-  control_.StartAll();
-  mail_.stops = false;
-  control_.cmdStopMailService();
-  EXPECT_EQ(Web().result, "E-Mail服务停止失败。请检查网络设置然后重新启动计算机。");
-  EXPECT_EQ(Web().address, "");
-  EXPECT_EQ(Web().hint, "点击“停止”您可以停止E-Mail服务。");
-  EXPECT_EQ(Mail().result, "E-Mail服务已经启动。");
-  EXPECT_TRUE(Mail().stopItem);
-  EXPECT_EQ(Mail().panel, "Mail服务：OFF");
+TEST_F(ServiceControl, AFailedStopKeepsTheButtonAndMailsSpeaksInTheWebFrame) {
+  SetWorking(false);
+  StopAll();
+  EXPECT_THAT(view_.told, ElementsAre("Web/Web服务停止失败。请检查网络设置然后重新启动计算机。/"
+                                      "点击“停止”您可以停止Web服务。/Web服务：OFF/stop",
+                                      "Ftp/FTP服务停止失败。请检查网络设置然后重新启动计算机。/"
+                                      "点击“停止”您可以停止FTP服务。/Ftp服务：OFF/stop",
+                                      "Web/E-Mail服务停止失败。请检查网络设置然后重新启动计算机。/"
+                                      "点击“停止”您可以停止E-Mail服务。/Mail服务：OFF/stop"));
+  EXPECT_THAT(view_.items, ElementsAre("Web", "Ftp", "Mail"));
 }
 
-TEST_F(ServiceControl, AFailedFtpStopHintsInItsOwnSpelling) {
-  control_.StartAll();
-  ftp_.stops = false;
-  control_.cmdStopFtpService();
-  EXPECT_EQ(Ftp().result, "FTP服务停止失败。请检查网络设置然后重新启动计算机。");
-  EXPECT_EQ(Ftp().hint, "点击“停止”您可以停止FTP服务。");
-  EXPECT_TRUE(Ftp().stopButton && Ftp().stopItem);
-}
-
-TEST_F(ServiceControl, TheConsoleSaysWhatRunsAndWhere) {
+TEST_F(ServiceControl, TheConsoleSaysWhatRunsAndWhereAndThatTheSettingsCannotBeRead) {
   std::FILE* stream = std::tmpfile();
   core::ConsoleView console(stream);
   core::ServiceControl control(Program(), {web_, ftp_, mail_}, console);
   control.cmdStartWebService();
+  ftp_.works = false;
+  ftp_.failure = core::StartFailure{std::make_error_code(std::errc::io_error), 0, true};
+  control.cmdStartFtpService();
   std::rewind(stream);
-  std::array<char, 512> text = {};
+  std::array<char, 1024> text = {};
   const std::size_t size = std::fread(text.data(), 1, text.size(), stream);
   std::fclose(stream);
-  EXPECT_EQ(std::string(text.data(), size),
-            "Web发布已经启动。 您的主页在：Http://home.example\nWeb服务：ON\n");
+  EXPECT_THAT(std::string(text.data(), size),
+              testing::StartsWith("Web发布已经启动。 您的主页在：Http://home.test\nWeb服务：ON\n"
+                                  "Ftp服务启动失败。请检查您的FTP与网络设置。\nFtp服务：OFF\n"
+                                  "设置文件 Server.ini 无法读取："));
 }
 
 }  // namespace

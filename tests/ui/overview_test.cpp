@@ -11,27 +11,25 @@
 
 #include <chrono>
 
-#include "core/service_texts.h"
 #include "platform/local_addresses.h"
 #include "tests/ui/main_window_fixture.h"
 #include "ui/controls/log_panel.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/pages/live_panel.h"
 #include "ui/pages/mail_user_list.h"
-#include "ui/pages/service_looks.h"
 #include "ui/window/status_bar.h"
 
 namespace test {
 namespace {
 
 using asio::ip::tcp;
-using core::ServiceKind;
 
 class Overview : public MainWindowFixture {
  protected:
   std::string LabelIn(wxWindow& page, const std::string& name) {
     return ui::Typed(Find(page, name).GetLabel());
   }
+  static bool Shows(wxWindow& page, const std::string& name) { return Find(page, name).IsShown(); }
   static bool Has(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
   }
@@ -63,10 +61,9 @@ TEST_F(Overview, SaysWhoHasThePortAndForgetsItOnceTheServiceRuns) {
       "[WebServer Options]\nDNS=x\nWebRootDir=" + Home().Path("www").string() + "\nTCPPort=";
   Home().Write("Server.ini", settings + std::to_string(port) + "\n");
   MakeWindow();
-  EXPECT_FALSE(Find(*Window().fraWeb, "lblReason").IsShown());
+  EXPECT_FALSE(Shows(*Window().fraWeb, "lblReason"));
   Push("cmdStartWebService");
-  EXPECT_EQ(Label("lblWebStart"), core::TextsOf(ServiceKind::kWeb).startFailed);
-  EXPECT_TRUE(Find(*Window().fraWeb, "lblReason").IsShown());
+  EXPECT_TRUE(Shows(*Window().fraWeb, "lblReason"));
   const std::string reason = LabelIn(*Window().fraWeb, "lblReason");
   EXPECT_TRUE(Has(reason, "端口 " + std::to_string(port) + " 已被“ui_window_test")) << reason;
   EXPECT_TRUE(Has(Label("lblCardWebReason"), std::to_string(port)));
@@ -74,8 +71,8 @@ TEST_F(Overview, SaysWhoHasThePortAndForgetsItOnceTheServiceRuns) {
   other.close();
   Push("cmdStartWebService");
   EXPECT_TRUE(web->IsRunning());
-  EXPECT_FALSE(Find(*Window().fraWeb, "lblReason").IsShown());
-  EXPECT_FALSE(Find(*Window().fraWeb, "cmdRemedy").IsShown());
+  EXPECT_FALSE(Shows(*Window().fraWeb, "lblReason"));
+  EXPECT_FALSE(Shows(*Window().fraWeb, "cmdRemedy"));
   EXPECT_FALSE(IsVisible("lblCardWebReason"));
 }
 
@@ -96,8 +93,8 @@ TEST_F(Overview, SaysThatTheSettingsCannotBeReadBeforeAnyStartAndWhileAServiceRu
   EXPECT_EQ(ftp->Options().uploadDir, upload);
   Home().Write("Server.ini", good);
   for (const char* page : {"ImgWeb", "imgFtp"}) Click(page);
-  EXPECT_FALSE(Find(*Window().fraWeb, "lblReason").IsShown());
-  EXPECT_FALSE(Find(*Window().fraFtp, "lblReason").IsShown());
+  EXPECT_FALSE(Shows(*Window().fraWeb, "lblReason"));
+  EXPECT_FALSE(Shows(*Window().fraFtp, "lblReason"));
 }
 
 TEST_F(Overview, AnUnusablePortLeadsToTheOptions) {
@@ -105,7 +102,7 @@ TEST_F(Overview, AnUnusablePortLeadsToTheOptions) {
   MakeWindow();
   Push("cmdCardStartFtp");
   EXPECT_EQ(Label("lblCardFtpState"), "启动失败");
-  EXPECT_EQ(Label("lblFtpStart"), core::TextsOf(ServiceKind::kFtp).startFailed);
+  EXPECT_EQ(Label("lblFtpStart"), "Ftp服务启动失败。请检查您的FTP与网络设置。");
   EXPECT_TRUE(IsVisible("cmdStartFtpService"));
   EXPECT_TRUE(Has(LabelIn(*Window().fraFtp, "lblReason"), "不是有效的数字"));
   bool opened = false;
@@ -123,11 +120,11 @@ TEST_F(Overview, MakesAMissingRootDirectory) {
                                  Home().Path("new/site").string() + "\n");
   MakeWindow();
   Click("ImgWeb");
-  EXPECT_TRUE(Find(*Window().fraWeb, "lblRootMissing").IsShown());
+  EXPECT_TRUE(Shows(*Window().fraWeb, "lblRootMissing"));
   Press(*Window().fraWeb, "cmdMakeRoot");
   EXPECT_TRUE(Home().Has("new/site"));
-  EXPECT_FALSE(Find(*Window().fraWeb, "lblRootMissing").IsShown());
-  EXPECT_FALSE(Find(*Window().fraWeb, "cmdMakeRoot").IsShown());
+  EXPECT_FALSE(Shows(*Window().fraWeb, "lblRootMissing"));
+  EXPECT_FALSE(Shows(*Window().fraWeb, "cmdMakeRoot"));
 }
 
 TEST_F(Overview, ShowsADownloadWithItsProgressWhileItRuns) {
@@ -204,26 +201,26 @@ TEST_F(Overview, ShowsHowOthersReachAServiceWhileItRuns) {
   MakeWindow();
   Push("cmdStartFtpService");
   const bool hasNetwork = !platform::LocalAddresses().empty();
-  EXPECT_EQ(Find(*Window().fraFtp, "lblReach").IsShown(), hasNetwork);
+  EXPECT_EQ(Shows(*Window().fraFtp, "lblReach"), hasNetwork);
   if (hasNetwork) {
     EXPECT_TRUE(Has(LabelIn(*Window().fraFtp, "lblReach"),
                     "ftp://" + platform::LocalAddresses().front() + ":" +
                         std::to_string(ftp->ListeningPort()) + "/"));
   }
   Push("cmdStopFtpService");
-  EXPECT_FALSE(Find(*Window().fraFtp, "lblReach").IsShown());
-  EXPECT_FALSE(Find(*Window().fraFtp, "cmdCopyReach").IsShown());
+  EXPECT_FALSE(Shows(*Window().fraFtp, "lblReach"));
+  EXPECT_FALSE(Shows(*Window().fraFtp, "cmdCopyReach"));
 }
 
 TEST_F(Overview, NotesThatBrowsersWantPort80) {
   MakeWindow();
   Push("cmdStartWebService");
-  EXPECT_TRUE(Find(*Window().fraWeb, "lblPortNote").IsShown());
+  EXPECT_TRUE(Shows(*Window().fraWeb, "lblPortNote"));
   Push("cmdStopWebService");
   Home().Write("Server.ini", "[WebServer Options]\nTCPPort=80\n");
   Window().Open();
   Click("ImgWeb");
-  EXPECT_FALSE(Find(*Window().fraWeb, "lblPortNote").IsShown());
+  EXPECT_FALSE(Shows(*Window().fraWeb, "lblPortNote"));
 }
 
 TEST_F(Overview, FirstStepsGoAwayAsTheyAreDone) {
@@ -260,7 +257,7 @@ TEST_F(Overview, TellsHowManyMessagesGoWithAMailUser) {
   Click("ImgMail");
   EXPECT_EQ(Label("lblMessages"), " ");
   const auto shownFor = [&](long row) {
-    Window().lvMailUser->SetItemState(row, wxLIST_STATE_SELECTED, wxLIST_STATE_SELECTED);
+    Window().content->lvMailUser->SetItemState(row, wxLIST_STATE_SELECTED, wxLIST_STATE_SELECTED);
     return Label("lblMessages");
   };
   EXPECT_TRUE(Has(shownFor(0), "“li”有 2 封邮件"));

@@ -19,6 +19,7 @@
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/pages/live_panel.h"
+#include "ui/pages/service_commands.h"
 #include "ui/pages/service_looks.h"
 
 namespace ui {
@@ -50,24 +51,28 @@ wxStaticText* MakeQuietText(wxWindow* parent, const wxString& text, long style =
 
 }  // namespace
 
-ServiceFrame::ServiceFrame(wxWindow* parent, core::ServiceKind service, Actions actions)
-    : wxPanel(parent) {
+ServiceFrame::ServiceFrame(wxWindow* parent, core::ServiceKind service, ServiceCommands& commands)
+    : wxPanel(parent), service_(service), commands_(commands) {
   Named(this, LooksOf(service).frame);
   const int edge = FromDIP(kEdge);
   auto* column = new wxBoxSizer(wxVERTICAL);
   const wxSizerFlags row = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, edge);
-  column->Add(MakeHeader(service), row);
+  column->Add(MakeHeader(), row);
   // Above the facts, which come and go: what is to be pressed again stays where it is.
-  column->Add(MakeButtons(service, actions), row);
-  column->Add(MakeFacts(service, actions), row);
-  column->Add(MakeTabs(service), wxSizerFlags(1).Expand().Border(wxALL, edge));
+  column->Add(MakeButtons(), row);
+  column->Add(MakeFacts(), row);
+  column->Add(MakeTabs(), wxSizerFlags(1).Expand().Border(wxALL, edge));
   SetSizer(column);
-  SetHint(core::TextsOf(service).startHint);
+  hint_->SetLabel(Shown(core::TextsOf(service).stopped.hint));
   ShowButtons(false);
 }
 
-wxSizer* ServiceFrame::MakeHeader(core::ServiceKind service) {
-  const ServiceLooks& looks = LooksOf(service);
+std::function<void()> ServiceFrame::Calling(void (ServiceCommands::*command)(core::ServiceKind)) {
+  return [this, command] { (commands_.*command)(service_); };
+}
+
+wxSizer* ServiceFrame::MakeHeader() {
+  const ServiceLooks& looks = LooksOf(service_);
   auto* texts = new wxBoxSizer(wxVERTICAL);
   texts->Add(MakeHeading(this, looks.title, kTitleFactor));
   texts->Add(MakeQuietText(this, Shown(looks.purpose)));
@@ -78,25 +83,25 @@ wxSizer* ServiceFrame::MakeHeader(core::ServiceKind service) {
   return row;
 }
 
-wxSizer* ServiceFrame::MakeFacts(core::ServiceKind service, const Actions& actions) {
-  const ServiceLooks& looks = LooksOf(service);
+wxSizer* ServiceFrame::MakeFacts() {
+  const ServiceLooks& looks = LooksOf(service_);
   const wxSizerFlags below = wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap));
   auto* column = new wxBoxSizer(wxVERTICAL);
-  column->Add(MakeOutcome(looks, actions));
-  column->Add(MakeReason(actions), below);
+  column->Add(MakeOutcome(looks));
+  column->Add(MakeReason(), below);
   hint_ = Named(MakeQuietText(this, ""), looks.hint);
   column->Add(hint_, below);
-  column->Add(MakeRoot(looks, actions), wxSizerFlags().Expand().Border(wxTOP, FromDIP(kGap)));
-  column->Add(MakeRootMissing(actions), below);
-  column->Add(MakeReach(service, actions), below);
-  column->Add(MakePortNote(actions), below);
+  column->Add(MakeRoot(looks), wxSizerFlags().Expand().Border(wxTOP, FromDIP(kGap)));
+  column->Add(MakeRootMissing(), below);
+  column->Add(MakeReach(), below);
+  column->Add(MakePortNote(), below);
   return column;
 }
 
-wxSizer* ServiceFrame::MakeOutcome(const ServiceLooks& looks, const Actions& actions) {
+wxSizer* ServiceFrame::MakeOutcome(const ServiceLooks& looks) {
   state_ = new wxStaticBitmap(this, wxID_ANY, Art("off", kStateSize));
   result_ = Named(new wxStaticText(this, wxID_ANY, Shown(looks.idle)), looks.result);
-  address_ = MakeAddress(this, looks.address, actions.openAddress);
+  address_ = MakeAddress(this, looks.address, Calling(&ServiceCommands::OpenAddress));
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(state_, InRow(this));
   row->Add(result_, wxSizerFlags().CentreVertical());
@@ -104,10 +109,10 @@ wxSizer* ServiceFrame::MakeOutcome(const ServiceLooks& looks, const Actions& act
   return row;
 }
 
-wxSizer* ServiceFrame::MakeReason(const Actions& actions) {
+wxSizer* ServiceFrame::MakeReason() {
   reason_ = Named(new wxStaticText(this, wxID_ANY, ""), "lblReason");
-  remedy_ = MakeActionButton(this, "cmdRemedy", "", [this, act = actions.remedy] {
-    if (diagnosis_) act(*diagnosis_);
+  remedy_ = MakeActionButton(this, "cmdRemedy", "", [this] {
+    if (diagnosis_) commands_.Follow(service_, *diagnosis_);
   });
   reason_->Hide();
   remedy_->Hide();
@@ -117,24 +122,26 @@ wxSizer* ServiceFrame::MakeReason(const Actions& actions) {
   return row;
 }
 
-wxSizer* ServiceFrame::MakeRoot(const ServiceLooks& looks, const Actions& actions) {
+wxSizer* ServiceFrame::MakeRoot(const ServiceLooks& looks) {
   rootDir_ = Named(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition,
                                     FromDIP(wxSize(kPathWidth, -1)), wxST_ELLIPSIZE_MIDDLE),
                    looks.rootDir);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(MakeQuietText(this, Shown("主目录：")), wxSizerFlags().CentreVertical());
   row->Add(rootDir_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
-  row->Add(MakeActionButton(this, "cmdOpenRoot", "打开文件夹(&F)", actions.openRoot),
-           wxSizerFlags().CentreVertical());
+  row->Add(
+      MakeActionButton(this, "cmdOpenRoot", "打开文件夹(&F)", Calling(&ServiceCommands::OpenRoot)),
+      wxSizerFlags().CentreVertical());
   return row;
 }
 
-wxSizer* ServiceFrame::MakeRootMissing(const Actions& actions) {
+wxSizer* ServiceFrame::MakeRootMissing() {
   rootMissing_ =
       Named(new wxStaticText(this, wxID_ANY, Shown("这个文件夹不存在，他人访问时什么也得不到。")),
             "lblRootMissing");
   rootMissing_->SetForegroundColour(FailedText());
-  makeRoot_ = MakeActionButton(this, "cmdMakeRoot", "新建文件夹(&W)", actions.makeRoot);
+  makeRoot_ =
+      MakeActionButton(this, "cmdMakeRoot", "新建文件夹(&W)", Calling(&ServiceCommands::MakeRoot));
   SetRootMissing(false);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(rootMissing_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
@@ -142,16 +149,16 @@ wxSizer* ServiceFrame::MakeRootMissing(const Actions& actions) {
   return row;
 }
 
-wxSizer* ServiceFrame::MakeReach(core::ServiceKind service, const Actions& actions) {
-  hasQrCode_ = core::IsReachedByUrl(service);
+wxSizer* ServiceFrame::MakeReach() {
+  hasQrCode_ = core::IsReachedByUrl(service_);
   reachHeading_ = MakeQuietText(this, Shown("局域网地址："));
   reach_ = Named(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition,
                                   FromDIP(wxSize(kPathWidth, -1)), wxST_ELLIPSIZE_END),
                  "lblReach");
   copyReach_ = MakeActionButton(this, "cmdCopyReach", "复制(&C)",
-                                [this, copy = actions.copy] { copy(Joined(reachedAt_, "\n")); });
+                                [this] { commands_.CopyForUser(Joined(reachedAt_, "\n")); });
   showQrCode_ = MakeActionButton(this, "cmdShowQrCode", "二维码(&Q)...",
-                                 [this, show = actions.showQrCode] { show(reachedAt_); });
+                                 [this] { commands_.ShowQrCode(reachedAt_); });
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(reachHeading_, wxSizerFlags().CentreVertical());
   row->Add(reach_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
@@ -169,11 +176,12 @@ void ServiceFrame::ShowReach() {
   showQrCode_->Show(shown && hasQrCode_);
 }
 
-wxSizer* ServiceFrame::MakePortNote(const Actions& actions) {
+wxSizer* ServiceFrame::MakePortNote() {
   portNote_ = Named(
       MakeQuietText(this, Shown("现在的浏览器只在端口 80 上显示这种网页；当前设置的是别的端口。")),
       "lblPortNote");
-  changePort_ = MakeActionButton(this, "cmdChangePort", "更改(&U)...", actions.showOptions);
+  changePort_ = MakeActionButton(this, "cmdChangePort", "更改(&U)...",
+                                 Calling(&ServiceCommands::ShowOptions));
   portNote_->Hide();
   changePort_->Hide();
   auto* row = new wxBoxSizer(wxHORIZONTAL);
@@ -182,9 +190,9 @@ wxSizer* ServiceFrame::MakePortNote(const Actions& actions) {
   return row;
 }
 
-wxWindow* ServiceFrame::MakeTabs(core::ServiceKind service) {
+wxWindow* ServiceFrame::MakeTabs() {
   tabs_ = Named(new wxNotebook(this, wxID_ANY), "tabs");
-  Describe(*tabs_, LooksOf(service).title);
+  Describe(*tabs_, LooksOf(service_).title);
   bodyPage_ = new wxPanel(tabs_);
   body_ = new wxBoxSizer(wxVERTICAL);
   WithMargin(bodyPage_, body_);
@@ -194,28 +202,38 @@ wxWindow* ServiceFrame::MakeTabs(core::ServiceKind service) {
   return tabs_;
 }
 
-wxSizer* ServiceFrame::MakeButtons(core::ServiceKind service, const Actions& actions) {
-  const ServiceLooks& looks = LooksOf(service);
-  start_ = MakeActionButton(this, looks.start, "启动(&G)", actions.start);
-  stop_ = MakeActionButton(this, looks.stop, "停止(&P)", actions.stop);
+wxSizer* ServiceFrame::MakeButtons() {
+  const ServiceLooks& looks = LooksOf(service_);
+  start_ = MakeActionButton(this, looks.start, "启动(&G)", Calling(&ServiceCommands::Start));
+  stop_ = MakeActionButton(this, looks.stop, "停止(&P)", Calling(&ServiceCommands::Stop));
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(start_, InRow(this));
   row->Add(stop_, InRow(this));
-  row->Add(MakeActionButton(this, looks.dns, "域名(&D)...", actions.askDomain), InRow(this));
-  row->Add(MakeActionButton(this, looks.options, "选项(&O)...", actions.showOptions), InRow(this));
+  row->Add(
+      MakeActionButton(this, looks.dns, "域名(&D)...", Calling(&ServiceCommands::AskForDomain)),
+      InRow(this));
+  row->Add(
+      MakeActionButton(this, looks.options, "选项(&O)...", Calling(&ServiceCommands::ShowOptions)),
+      InRow(this));
   return row;
 }
 
-void ServiceFrame::SetResult(const std::string& text) { result_->SetLabel(Shown(text)); }
+void ServiceFrame::ShowOutcome(const core::Outcome& outcome,
+                               const std::optional<core::Diagnosis>& diagnosis) {
+  const core::OutcomeTexts& texts = core::TextsOf(outcome);
+  failed_ = outcome.event == core::Outcome::Event::kStartFailed;
+  result_->SetLabel(Shown(texts.result));
+  hint_->SetLabel(Shown(texts.hint));
+  SetDiagnosis(diagnosis);
+  if (outcome.enableAddress) address_->Enable(*outcome.enableAddress);
+  SetAddress(outcome.address);
+  ShowButtons(outcome.CanBeStopped());
+}
 
 void ServiceFrame::SetAddress(const std::string& text) {
   ShowAddress(*address_, text, FromDIP(kAddressWidth));
   Layout();
 }
-
-void ServiceFrame::EnableAddress(bool enabled) { address_->Enable(enabled); }
-
-void ServiceFrame::SetHint(const std::string& text) { hint_->SetLabel(Shown(text)); }
 
 void ServiceFrame::SetRootDir(const std::string& path) {
   rootDir_->SetLabel(Shown(path));

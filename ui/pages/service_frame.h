@@ -1,9 +1,9 @@
 #pragma once
 
-// A service's page: what service control has to say of it, its address, its folder, and buttons for
-// what can be done with it. Under what service control says stands what the window adds to it: why
-// a start failed, that the folder is missing. Below that is room for what is the service's own: the
-// Web folder as a tree, the mail users. Decides nothing; what the buttons do is given to it.
+// A service's page: the outcome of the last start or stop, the address, the folder, and buttons.
+// Below the texts of service control the window adds its own: why a start failed, that the folder
+// is missing. The rest of the page is for what only this service has: the Web folder as a tree, the
+// mail users. The page decides nothing; its buttons call ServiceCommands.
 
 #include <wx/panel.h>
 
@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "core/service.h"
+#include "core/manager_view.h"
 #include "core/start_diagnosis.h"
 
 class wxBookCtrlBase;
@@ -25,31 +25,18 @@ class wxStaticText;
 namespace ui {
 
 class LivePanel;
+class ServiceCommands;
 struct ServiceLooks;
 
 class ServiceFrame : public wxPanel {
  public:
-  struct Actions {
-    std::function<void()> start;
-    std::function<void()> stop;
-    std::function<void()> askDomain;
-    std::function<void()> showOptions;
-    std::function<void()> openAddress;
-    std::function<void()> openRoot;
-    std::function<void()> makeRoot;
-    std::function<void(const core::Diagnosis&)> remedy;
-    std::function<void(const std::string&)> copy;
-    std::function<void(const std::vector<std::string>&)> showQrCode;
-  };
+  /// `commands` outlives this page.
+  ServiceFrame(wxWindow* parent, core::ServiceKind service, ServiceCommands& commands);
 
-  ServiceFrame(wxWindow* parent, core::ServiceKind service, Actions actions);
-
-  void SetResult(const std::string& text);
+  /// What became of a start or stop: result, address, hint and buttons, and why a start failed.
+  void ShowOutcome(const core::Outcome& outcome, const std::optional<core::Diagnosis>& diagnosis);
   void SetAddress(const std::string& text);
-  void EnableAddress(bool enabled);
-  void SetHint(const std::string& text);
   void SetRootDir(const std::string& path);
-  void ShowButtons(bool running);
   void SetState(bool on);
 
   /// Why the last start failed, with a button for what can be done about it; none: not shown.
@@ -74,6 +61,9 @@ class ServiceFrame : public wxPanel {
   /// Whether the service runs as far as the user can see: its stop button is there.
   bool ShowsRunning() const;
 
+  /// Whether the outcome shown is a start that failed.
+  bool HasFailed() const { return failed_; }
+
   /// The room for what is the service's own, and the parent of what is in it.
   wxBoxSizer* Body() { return body_; }
   wxWindow* BodyParent() { return bodyPage_; }
@@ -84,18 +74,24 @@ class ServiceFrame : public wxPanel {
                           std::function<void()> action);
 
  private:
-  wxSizer* MakeHeader(core::ServiceKind service);
-  wxSizer* MakeFacts(core::ServiceKind service, const Actions& actions);
-  wxSizer* MakeOutcome(const ServiceLooks& looks, const Actions& actions);
-  wxSizer* MakeReason(const Actions& actions);
-  wxSizer* MakeRoot(const ServiceLooks& looks, const Actions& actions);
-  wxSizer* MakeRootMissing(const Actions& actions);
-  wxSizer* MakeReach(core::ServiceKind service, const Actions& actions);
+  void ShowButtons(bool running);
+  wxSizer* MakeHeader();
+  wxSizer* MakeFacts();
+  wxSizer* MakeOutcome(const ServiceLooks& looks);
+  wxSizer* MakeReason();
+  wxSizer* MakeRoot(const ServiceLooks& looks);
+  wxSizer* MakeRootMissing();
+  wxSizer* MakeReach();
   void ShowReach();
-  wxSizer* MakePortNote(const Actions& actions);
-  wxWindow* MakeTabs(core::ServiceKind service);
-  wxSizer* MakeButtons(core::ServiceKind service, const Actions& actions);
+  wxSizer* MakePortNote();
+  wxWindow* MakeTabs();
+  wxSizer* MakeButtons();
 
+  std::function<void()> Calling(void (ServiceCommands::*command)(core::ServiceKind));
+
+  const core::ServiceKind service_;
+  ServiceCommands& commands_;
+  bool failed_ = false;
   wxStaticBitmap* state_;
   wxStaticText* result_;
   wxHyperlinkCtrl* address_;

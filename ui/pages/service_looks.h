@@ -1,10 +1,7 @@
 #pragma once
 
-// What tells the three services apart in the window: the names of their controls, which are fixed,
-// and their pictures and captions. Everything that is the same for all three is built once from
-// this table.
-
-#include <array>
+// What distinguishes the three services in the window: the names of their controls, which are
+// fixed, their pictures and captions. The pages are built from this table.
 
 #include "core/service.h"
 
@@ -13,8 +10,9 @@ namespace ui {
 struct ServiceLooks {
   const char* picture;  // in ui/art
   const char* title;
-  const char* purpose;  // one line for who does not know the word in the title
+  const char* purpose;  // a line for users who do not know the word in the title
   const char* idle;     // the result label before the first start
+  const char* log;      // the file shown under the connections
 
   // Names of controls
   const char* frame;
@@ -32,12 +30,5 @@ struct ServiceLooks {
 };
 
 const ServiceLooks& LooksOf(core::ServiceKind service);
-
-/// In the order in which the window shows them.
-inline constexpr std::array kServices = {core::ServiceKind::kWeb, core::ServiceKind::kFtp,
-                                         core::ServiceKind::kMail};
-
-/// A service's place in an array of three.
-inline std::size_t IndexOf(core::ServiceKind service) { return static_cast<std::size_t>(service); }
 
 }  // namespace ui

@@ -56,8 +56,8 @@ constexpr std::array<CardNames, 3> kNames = {{
 WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
     : wxPanel(parent), actions_(std::move(actions)) {
   Named(this, "fraWelcome");
-  auto* cards = new wxGridSizer(1, static_cast<int>(kServices.size()), 0, FromDIP(kEdge));
-  for (const core::ServiceKind service : kServices) {
+  auto* cards = new wxGridSizer(1, static_cast<int>(core::kServices.size()), 0, FromDIP(kEdge));
+  for (const core::ServiceKind service : core::kServices) {
     cards->Add(MakeCard(service), wxSizerFlags().Expand());
   }
   const int edge = FromDIP(kEdge);
@@ -68,7 +68,7 @@ WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
   column->Add(cards, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge));
   column->Add(MakeFooter(), wxSizerFlags().Expand().Border(wxALL, edge));
   SetSizer(column);
-  for (const core::ServiceKind service : kServices) SetRunning(service, false);
+  for (const core::ServiceKind service : core::kServices) SetRunning(service, false);
 }
 
 wxSizer* WelcomeFrame::MakeHeader() {
@@ -86,7 +86,7 @@ wxSizer* WelcomeFrame::MakeHeader() {
 
 wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   const ServiceLooks& looks = LooksOf(service);
-  const CardNames& names = kNames[IndexOf(service)];
+  const CardNames& names = kNames[core::IndexOf(service)];
   const auto call = [this, service](std::function<void(core::ServiceKind)> Actions::*action) {
     return [this, service, action] { (actions_.*action)(service); };
   };
@@ -153,6 +153,16 @@ wxSizer* WelcomeFrame::MakeFooter() {
   return row;
 }
 
+void WelcomeFrame::ShowOutcome(const core::Outcome& outcome,
+                               const std::optional<core::Diagnosis>& diagnosis) {
+  SetReason(outcome.frame, diagnosis ? diagnosis->brief : "");
+  SetAddress(outcome.frame, outcome.address);
+  SetRunning(outcome.frame, outcome.CanBeStopped());
+  if (outcome.event == core::Outcome::Event::kStartFailed) {
+    ShowState(CardOf(outcome.frame), "failed", "启动失败", FailedText());
+  }
+}
+
 void WelcomeFrame::SetAddress(core::ServiceKind service, const std::string& text) {
   ServiceCard& card = CardOf(service);
   // Two addresses, the mail server's, are one below the other.
@@ -160,17 +170,20 @@ void WelcomeFrame::SetAddress(core::ServiceKind service, const std::string& text
   card.panel->Layout();
 }
 
-void WelcomeFrame::EnableAddress(core::ServiceKind service, bool enabled) {
-  CardOf(service).address->Enable(enabled);
-}
-
 void WelcomeFrame::SetRunning(core::ServiceKind service, bool running) {
   ServiceCard& card = CardOf(service);
   card.running = running;
   card.address->Enable(running);
   ShowInstead(running ? *card.start : *card.stop, running ? *card.stop : *card.start);
-  running ? ShowState(card, "on", "正在运行", RunningText())
-          : ShowState(card, "off", "已停止", QuietText());
+  if (running) {
+    ShowState(card, "on", "正在运行", RunningText());
+  } else {
+    ShowState(card, "off", "已停止", QuietText());
+  }
+  EnableTogether();
+}
+
+void WelcomeFrame::EnableTogether() {
   const auto runs = [](const ServiceCard& each) { return each.running; };
   const bool allRun = std::all_of(cards_.begin(), cards_.end(), runs);
   const bool anyRuns = std::any_of(cards_.begin(), cards_.end(), runs);
@@ -181,10 +194,6 @@ void WelcomeFrame::SetRunning(core::ServiceKind service, bool running) {
   // The keyboard goes on with the one that can be pressed.
   if (startHadFocus && allRun) stopAll_->SetFocus();
   if (stopHadFocus && !anyRuns) startAll_->SetFocus();
-}
-
-void WelcomeFrame::SetFailed(core::ServiceKind service) {
-  ShowState(CardOf(service), "failed", "启动失败", FailedText());
 }
 
 void WelcomeFrame::ShowSteps(const StepsLeft& left) {
@@ -207,7 +216,7 @@ void WelcomeFrame::ShowState(ServiceCard& card, const char* icon, const char* te
 }
 
 WelcomeFrame::ServiceCard& WelcomeFrame::CardOf(core::ServiceKind service) {
-  return cards_[IndexOf(service)];
+  return cards_[core::IndexOf(service)];
 }
 
 }  // namespace ui

@@ -1,16 +1,18 @@
 #pragma once
 
 // The first page: the three services side by side, each with its state, its address and the one
-// button that fits, and a button for all of them; above them what a new user does first. Decides
-// nothing; what is pressed is told.
+// button that fits, and a button for all of them; above them what a new user does first. The page
+// decides nothing; its buttons call the actions it is given.
 
 #include <wx/panel.h>
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 
-#include "core/service.h"
+#include "core/manager_view.h"
+#include "core/start_diagnosis.h"
 #include "ui/pages/first_steps.h"
 
 class wxBoxSizer;
@@ -36,14 +38,11 @@ class WelcomeFrame : public wxPanel {
 
   WelcomeFrame(wxWindow* parent, Actions actions);
 
+  /// What became of a start or stop, and in short why a start failed.
+  void ShowOutcome(const core::Outcome& outcome, const std::optional<core::Diagnosis>& diagnosis);
   void SetAddress(core::ServiceKind service, const std::string& text);
-  void EnableAddress(core::ServiceKind service, bool enabled);
-  void SetRunning(core::ServiceKind service, bool running);
 
-  /// Says that the last start failed, until the service runs or is stopped.
-  void SetFailed(core::ServiceKind service);
-
-  /// Why it failed, in up to two short lines, where the address stands otherwise.
+  /// Why the last start failed, in up to two short lines, in place of the address.
   void SetReason(core::ServiceKind service, const std::string& text);
 
   /// What is left to do for a new user.
@@ -64,6 +63,8 @@ class WelcomeFrame : public wxPanel {
     bool running = false;
   };
 
+  void SetRunning(core::ServiceKind service, bool running);
+  void EnableTogether();
   wxSizer* MakeHeader();
   wxPanel* MakeCard(core::ServiceKind service);
   wxSizer* MakeFooter();

@@ -28,10 +28,13 @@ void AddBar(wxMenu& menu, MenuItem bar) {
 }
 
 void AddServices(wxMenu& menu, const ServiceStates& running) {
-  for (const core::ServiceKind service : kServices) {
-    const StartAndStop& items = kStartAndStop[IndexOf(service)];
-    running[IndexOf(service)] ? Add(menu, items.stop, items.stopCaption)
-                              : Add(menu, items.start, items.startCaption);
+  for (const core::ServiceKind service : core::kServices) {
+    const StartAndStop& items = kStartAndStop[core::IndexOf(service)];
+    if (running[core::IndexOf(service)]) {
+      Add(menu, items.stop, items.stopCaption);
+    } else {
+      Add(menu, items.start, items.startCaption);
+    }
   }
 }
 

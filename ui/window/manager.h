@@ -2,11 +2,16 @@
 
 // What the window acts on: the program, its three servers, and the control over them.
 
+#include <cstdint>
+
+#include "core/service_addresses.h"
 #include "core/service_control.h"
 #include "ftp/ftp_server.h"
 #include "mail/mail_server.h"
 #include "settings/program.h"
 #include "web/web_server.h"
+
+class wxWindow;
 
 namespace ui {
 
@@ -18,8 +23,14 @@ struct Manager {
   ModMail::MailServer& mail;
 };
 
-/// Starts and stops by service, through the handlers that every start and stop goes through.
-void StartService(const Manager& manager, core::ServiceKind service);
-void StopService(const Manager& manager, core::ServiceKind service);
+/// The ports that the service listens on now.
+core::ListeningPorts PortsOf(const Manager& manager, core::ServiceKind service);
+
+/// What a click on the address opens: with the port as set, which the labels do not show. Empty for
+/// a mail server, which nothing opens.
+std::string UrlOf(const Manager& manager, core::ServiceKind service);
+
+/// Shows the options of the service. True if the user has changed them.
+bool AskForOptions(wxWindow* parent, const Manager& manager, core::ServiceKind service);
 
 }  // namespace ui

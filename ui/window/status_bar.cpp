@@ -4,12 +4,13 @@
 
 #include <algorithm>
 
+#include "core/service_texts.h"
 #include "core/traffic_text.h"
+#include "platform/text_case.h"
 #include "ui/controls/accessible.h"
 #include "ui/controls/art.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
-#include "ui/pages/service_looks.h"
 
 namespace ui {
 namespace {
@@ -59,12 +60,20 @@ StatusBar::StatusBar(wxWindow* parent)
   });
 }
 
+void StatusBar::UpdateServiceStatus(std::string_view state, const std::string& text,
+                                    std::string_view service) {
+  const bool on = platform::EqualIgnoringCase(state, "ON");
+  for (const core::ServiceKind each : core::kServices) {
+    if (platform::EqualIgnoringCase(service, core::TextsOf(each).name)) SetPanel(each, on, text);
+  }
+}
+
 void StatusBar::SetPanel(core::ServiceKind service, bool on, const std::string& text) {
-  on_[IndexOf(service)] = on;
-  pictures_[IndexOf(service)]->SetBitmap(Art(on ? "on" : "off", kPictureSize));
+  on_[core::IndexOf(service)] = on;
+  pictures_[core::IndexOf(service)]->SetBitmap(Art(on ? "on" : "off", kPictureSize));
   SetStatusText(Shown(text), TextField(service));
   std::string all;
-  for (const core::ServiceKind each : kServices) all += PanelText(each) + " ";
+  for (const core::ServiceKind each : core::kServices) all += PanelText(each) + " ";
   Describe(*this, all, AccessibleRole::kStatusBar);
 }
 
@@ -90,10 +99,10 @@ std::string StatusBar::TrafficText() const { return Typed(GetStatusText(kTraffic
 void StatusBar::Remark(const std::string& text) { SetStatusText(Shown(text), kRemarkField); }
 
 void StatusBar::PlacePictures() {
-  for (const core::ServiceKind service : kServices) {
+  for (const core::ServiceKind service : core::kServices) {
     wxRect field;
     GetFieldRect(PictureField(service), field);
-    wxStaticBitmap* picture = pictures_[IndexOf(service)];
+    wxStaticBitmap* picture = pictures_[core::IndexOf(service)];
     const wxSize size = picture->GetSize();
     picture->Move(field.GetRight() - size.GetWidth() + 1,
                   field.y + (field.height - size.GetHeight()) / 2 + FromDIP(1));

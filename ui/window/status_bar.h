@@ -1,11 +1,13 @@
 #pragma once
 
-// stbInfo: a panel per service, its ON or OFF picture before its text.
+// stbInfo: a panel per service with its ON or OFF picture and its status text, and behind them a
+// passing remark and the traffic of the moment.
 
 #include <wx/statusbr.h>
 
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "core/service.h"
 
@@ -17,20 +19,22 @@ class StatusBar : public wxStatusBar {
  public:
   explicit StatusBar(wxWindow* parent);
 
-  void SetPanel(core::ServiceKind service, bool on, const std::string& text);
+  /// `state` is "ON" or "OFF", `service` "WEB", "FTP" or "MAIL", in any case.
+  void UpdateServiceStatus(std::string_view state, const std::string& text,
+                           std::string_view service);
 
   std::string PanelText(core::ServiceKind service) const;
-  bool PanelIsOn(core::ServiceKind service) const { return on_[static_cast<int>(service)]; }
+  bool PanelIsOn(core::ServiceKind service) const { return on_[core::IndexOf(service)]; }
 
-  /// What passes at this moment, behind all else: bytes per second, in the tip all bytes so far.
+  /// Bytes per second, and in the tip all bytes so far.
   void ShowTraffic(const net::Traffic& rate, const net::Traffic& total);
   void ShowNoTraffic();
   std::string TrafficText() const;
 
-  /// A passing remark behind the panels.
   void Remark(const std::string& text);
 
  private:
+  void SetPanel(core::ServiceKind service, bool on, const std::string& text);
   void PlacePictures();
 
   std::array<wxStaticBitmap*, 3> pictures_;

@@ -1,0 +1,33 @@
+#pragma once
+
+// What a service's page lets the user do. The page only passes on which button was pressed; the
+// main window carries it out (ui/window/commands.h).
+
+#include <string>
+#include <vector>
+
+#include "core/service.h"
+#include "core/start_diagnosis.h"
+
+namespace ui {
+
+class ServiceCommands {
+ public:
+  virtual ~ServiceCommands() = default;
+
+  virtual void Start(core::ServiceKind service) = 0;
+  virtual void Stop(core::ServiceKind service) = 0;
+  virtual void AskForDomain(core::ServiceKind service) = 0;
+  virtual void ShowOptions(core::ServiceKind service) = 0;
+  virtual void OpenAddress(core::ServiceKind service) = 0;
+  virtual void OpenRoot(core::ServiceKind service) = 0;
+  virtual void MakeRoot(core::ServiceKind service) = 0;
+
+  /// Takes the step that the diagnosis proposes.
+  virtual void Follow(core::ServiceKind service, const core::Diagnosis& diagnosis) = 0;
+
+  virtual void CopyForUser(const std::string& text) = 0;
+  virtual void ShowQrCode(const std::vector<std::string>& addresses) = 0;
+};
+
+}  // namespace ui

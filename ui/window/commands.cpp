@@ -1,0 +1,269 @@
+#include "ui/window/commands.h"
+
+#include <wx/clipbrd.h>
+#include <wx/frame.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <utility>
+
+#include "core/service_texts.h"
+#include "files/files.h"
+#include "mail/mail_accounts.h"
+#include "platform/native_path.h"
+#include "platform/shell.h"
+#include "platform/system_message.h"
+#include "settings/server_ini.h"
+#include "ui/controls/message_box.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/about_box.h"
+#include "ui/dialogs/domain_questions.h"
+#include "ui/dialogs/help_box.h"
+#include "ui/dialogs/mail_user_dialog.h"
+#include "ui/dialogs/options_dialog.h"
+#include "ui/dialogs/qr_dialog.h"
+#include "ui/dialogs/tip_of_the_day.h"
+#include "ui/dialogs/virtual_directory_dialog.h"
+#include "ui/pages/folder_tree.h"
+#include "ui/pages/live_panel.h"
+#include "ui/pages/mail_user_list.h"
+#include "ui/pages/service_looks.h"
+#include "ui/window/content.h"
+#include "ui/window/status_bar.h"
+#include "ui/window/survey.h"
+
+namespace ui {
+namespace {
+
+using core::ServiceKind;
+
+// The order in which services are started together.
+constexpr ServiceKind kStartOrder[] = {ServiceKind::kWeb, ServiceKind::kMail, ServiceKind::kFtp};
+
+bool Copy(const std::string& text) {
+  wxClipboardLocker clipboard;
+  return !!clipboard && wxTheClipboard->SetData(new wxTextDataObject(Shown(text)));
+}
+
+}  // namespace
+
+void Commands::ActOn(Content& content, Survey& survey) {
+  content_ = &content;
+  survey_ = &survey;
+}
+
+void Commands::Attach(const Manager& manager) {
+  manager_ = &manager;
+  for (const ServiceKind service : core::kServices) {
+    ShowRootDir(service);
+    ShowSettingsFault(service);
+    const char* log = LooksOf(service).log;
+    content_->FrameOf(service).Live().SetLog(manager.program.File(log), log);
+  }
+  survey_->ShowFirstSteps();
+}
+
+void Commands::ShowPage(wxWindow* page) {
+  content_->ShowPage(page);
+  survey_->LookAnew();
+}
+
+void Commands::SelectWelcome() { ShowPage(content_->fraWelcome); }
+
+void Commands::SelectService(ServiceKind service) {
+  manager_->control.Of(service).LoadOptions();
+  ShowSettingsFault(service);
+  ShowRootDir(service);
+  if (service == ServiceKind::kWeb) RefreshTree();
+  if (service == ServiceKind::kMail) LoadMailUsers();
+  ShowPage(&content_->FrameOf(service));
+}
+
+void Commands::ShowRootDir(ServiceKind service) {
+  const std::string root = manager_->control.Of(service).RootDir();
+  content_->FrameOf(service).SetRootDir(platform::PathTextForUser(root));
+  content_->FrameOf(service).SetRootMissing(!root.empty() && !files::FolderExists(root));
+}
+
+void Commands::Start(ServiceKind service) {
+  manager_->control.Start(service);
+  if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
+}
+
+void Commands::Stop(ServiceKind service) { manager_->control.Stop(service); }
+
+void Commands::StartAll() {
+  for (const ServiceKind service : kStartOrder) {
+    if (!running_[core::IndexOf(service)]) Start(service);
+  }
+}
+
+void Commands::StopAll() {
+  for (const ServiceKind service : kStartOrder) {
+    if (running_[core::IndexOf(service)]) Stop(service);
+  }
+}
+
+void Commands::OpenAddress(ServiceKind service) {
+  if (!content_->FrameOf(service).ShowsRunning()) return;
+  const std::string url = UrlOf(*manager_, service);
+  if (!url.empty()) {
+    platform::OpenWithShell(url);
+    return;
+  }
+  // Nothing opens a mail server; its address is for the settings of a mail program.
+  const std::string address = core::AddressText(service, manager_->control.Of(service).Domain());
+  if (Copy(address)) status_.Remark("邮件服务器地址已复制。");
+}
+
+void Commands::OpenRoot(ServiceKind service) {
+  const std::string root = manager_->control.Of(service).RootDir();
+  if (!files::FolderExists(root)) return status_.Remark("主目录不存在。");
+  platform::OpenWithShell(platform::PathTextForUser(root));
+}
+
+void Commands::MakeRoot(ServiceKind service) {
+  const std::string root = manager_->control.Of(service).RootDir();
+  std::error_code error;
+  std::filesystem::create_directories(platform::ExistingPath(root), error);
+  if (error) status_.Remark("文件夹未能建立：" + platform::SystemMessage(error));
+  ShowRootDir(service);
+  if (service == ServiceKind::kWeb) RefreshTree();
+}
+
+// Shown before any start, too, and while a service runs on with the settings in memory.
+void Commands::ShowSettingsFault(ServiceKind service) {
+  std::error_code fault;
+  settings::ReadSettings(manager_->program, fault);
+  const bool wasShown =
+      std::exchange(shownFault_[core::IndexOf(service)], static_cast<bool>(fault));
+  if (!fault && !wasShown) return;
+  const auto diagnosis = fault ? std::optional(core::ExplainSettings(fault)) : std::nullopt;
+  content_->FrameOf(service).SetDiagnosis(diagnosis);
+  if (manager_->control.Of(service).IsRunning()) return;
+  content_->fraWelcome->SetReason(service, diagnosis ? diagnosis->brief : "");
+}
+
+void Commands::Follow(ServiceKind service, const core::Diagnosis& diagnosis) {
+  if (diagnosis.remedy == core::Diagnosis::Remedy::kChangeOptions) return ShowOptions(service);
+  CopyForUser(diagnosis.command);
+}
+
+void Commands::CopyForUser(const std::string& text) {
+  if (Copy(text)) status_.Remark("已复制。");
+}
+
+void Commands::ShowQrCode(const std::vector<std::string>& addresses) {
+  frmQrCode(&window_, addresses).ShowModal();
+}
+
+void Commands::AskForDomain(ServiceKind service) {
+  const auto domain = AskDomain(&window_, manager_->program, service);
+  if (!domain) return;
+  const std::string address = core::AddressText(service, *domain);
+  content_->FrameOf(service).SetAddress(address);
+  content_->fraWelcome->SetAddress(service, address);
+}
+
+void Commands::ShowOptions(ServiceKind service) {
+  manager_->control.Of(service).LoadOptions();
+  ShowSettingsFault(service);
+  if (AskForOptions(&window_, *manager_, service) && !manager_->control.Of(service).IsRunning())
+    TakeOver(service);
+  ShowRootDir(service);
+  survey_->ShowReach(service);
+  survey_->ShowFirstSteps();
+}
+
+// The reason of the last failed start may be gone. A running service keeps its settings.
+void Commands::TakeOver(ServiceKind service) {
+  manager_->control.Of(service).LoadOptions();
+  content_->fraWelcome->SetReason(service, "");
+  content_->FrameOf(service).SetDiagnosis(std::nullopt);
+  if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
+  if (service == ServiceKind::kMail) LoadMailUsers();
+}
+
+void Commands::ShowGeneralOptions() {
+  frmOptions dialog(&window_, manager_->program);
+  dialog.SetIcons(window_.GetIcons());
+  dialog.ShowModal();
+}
+
+void Commands::AddVirtualDirectory() {
+  frmEditDir dialog(&window_, manager_->program);
+  dialog.SetTitle(Shown("添加虚拟目录"));
+  dialog.ShowModal();
+}
+
+void Commands::RefreshTree() { content_->tvWebDir->ShowFolder(manager_->web.RootDir()); }
+
+void Commands::LoadMailUsers() {
+  content_->lvMailUser->LoadMailUsers(manager_->mail.RootDir());
+  ShowMessagesOfSelected();
+}
+
+// The question before a user is deleted does not say it.
+void Commands::ShowMessagesOfSelected() {
+  const long row = content_->lvMailUser->SelectedRow();
+  std::string text = " ";
+  if (row >= 0) {
+    const std::string name = content_->lvMailUser->UserAt(row).name;
+    const std::size_t messages = ModMail::MessagesOf(manager_->mail.RootDir(), name);
+    text = messages == 0 ? "用户“" + name + "”没有邮件。"
+                         : "用户“" + name + "”有 " + std::to_string(messages) +
+                               " 封邮件，删除用户时会一起删除。";
+  }
+  content_->lblMessages->SetLabel(Shown(text));
+}
+
+void Commands::PutPage() {
+  if (!files::FolderExists(manager_->web.RootDir())) MakeRoot(ServiceKind::kWeb);
+  OpenRoot(ServiceKind::kWeb);
+}
+
+void Commands::AddFirstMailUser() {
+  SelectService(ServiceKind::kMail);
+  AddMailUser();
+}
+
+void Commands::AddMailUser() {
+  frmEmailUsers(&window_, manager_->program, manager_->mail).ShowModal();
+  LoadMailUsers();
+}
+
+void Commands::EditMailUser() {
+  if (content_->lvMailUser->GetItemCount() == 0) return;
+  const ModMail::MailUser user =
+      content_->lvMailUser->UserAt(std::max(content_->lvMailUser->SelectedRow(), 0L));
+  frmEmailUsers dialog(&window_, manager_->program, manager_->mail);
+  dialog.SetTitle(Shown("编辑用户"));
+  dialog.txtUser->SetValue(Shown(user.name));
+  dialog.txtPass->SetValue(Shown(user.password));
+  dialog.ShowModal();
+  LoadMailUsers();
+}
+
+void Commands::DeleteMailUser() {
+  const long row = content_->lvMailUser->SelectedRow();
+  if (row < 0) return Warn(&window_, "请选择要删除的用户！");
+  if (!Confirm(&window_, "确实要删除该用户吗？")) return;
+  ModMail::RemoveMailUser(manager_->mail.RootDir(), content_->lvMailUser->UserAt(row).name,
+                          manager_->program.errors);
+  content_->lvMailUser->DeleteItem(row);
+  ShowMessagesOfSelected();
+}
+
+void Commands::ShowHelp() { ui::ShowHelp(&window_, manager_->program); }
+
+void Commands::ShowAbout() { frmAbout(&window_).ShowModal(); }
+
+void Commands::ShowTips() {
+  if (!frmTip::ShowNext(&window_, manager_->program))
+    status_.Remark("没有找到提示文件 TIPOFDAY.TXT。");
+}
+
+}  // namespace ui

@@ -1,0 +1,86 @@
+#pragma once
+
+// What the user can do in the main window: start and stop services, open what belongs to them, set
+// their options, keep mail users. Commands show their outcome on the pages; which of the window and
+// the tray icon is there is not their business (ui/window/tray_mode.h).
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "ui/pages/service_commands.h"
+#include "ui/window/main_menu.h"
+#include "ui/window/manager.h"
+
+class wxFrame;
+
+namespace ui {
+
+class Content;
+class StatusBar;
+class Survey;
+
+class Commands : public ServiceCommands {
+ public:
+  /// `running` is what the menu shows; a service that could not be stopped still runs for it.
+  /// Everything given to this class outlives it.
+  Commands(wxFrame& window, StatusBar& status, const ServiceStates& running)
+      : window_(window), status_(status), running_(running) {}
+
+  /// Where commands show their outcome. Before any command.
+  void ActOn(Content& content, Survey& survey);
+
+  /// Before any command but SelectWelcome.
+  void Attach(const Manager& manager);
+
+  void SelectWelcome();
+
+  /// Shows a service's page with its settings loaded anew; a click on its selector.
+  void SelectService(core::ServiceKind service);
+
+  void StartAll();
+  void StopAll();
+  void PutPage();
+  void AddFirstMailUser();
+
+  void Start(core::ServiceKind service) override;
+  void Stop(core::ServiceKind service) override;
+  void AskForDomain(core::ServiceKind service) override;
+  void ShowOptions(core::ServiceKind service) override;
+  void OpenAddress(core::ServiceKind service) override;
+  void OpenRoot(core::ServiceKind service) override;
+  void MakeRoot(core::ServiceKind service) override;
+  void Follow(core::ServiceKind service, const core::Diagnosis& diagnosis) override;
+  void CopyForUser(const std::string& text) override;
+  void ShowQrCode(const std::vector<std::string>& addresses) override;
+
+  void ShowRootDir(core::ServiceKind service);
+  void RefreshTree();
+  void AddVirtualDirectory();
+
+  void AddMailUser();
+  void EditMailUser();
+  void DeleteMailUser();
+  void ShowMessagesOfSelected();
+
+  void ShowGeneralOptions();
+  void ShowHelp();
+  void ShowAbout();
+  void ShowTips();
+
+ private:
+  void ShowPage(wxWindow* page);
+  void ShowSettingsFault(core::ServiceKind service);
+  void TakeOver(core::ServiceKind service);
+  void LoadMailUsers();
+
+  wxFrame& window_;
+  StatusBar& status_;
+  const ServiceStates& running_;
+  Content* content_ = nullptr;
+  Survey* survey_ = nullptr;
+  const Manager* manager_ = nullptr;
+  std::array<bool, core::kServices.size()> shownFault_ = {};  // of Server.ini, and not of a start
+};
+
+}  // namespace ui

@@ -1,0 +1,173 @@
+#include "ui/window/content.h"
+
+#include <wx/button.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+
+#include <utility>
+
+#include "ui/controls/accessible.h"
+#include "ui/controls/colours.h"
+#include "ui/controls/layout.h"
+#include "ui/controls/selector.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/pages/folder_tree.h"
+#include "ui/pages/mail_user_list.h"
+#include "ui/pages/service_looks.h"
+#include "ui/window/commands.h"
+
+namespace ui {
+
+using core::ServiceKind;
+
+Content::Content(wxWindow* parent, Commands& commands) : wxPanel(parent), commands_(commands) {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(MakeSideBar(), wxSizerFlags().Expand());
+  row->Add(MakePages(), wxSizerFlags(1).Expand());
+  SetSizer(row);
+}
+
+wxWindow* Content::MakeSideBar() {
+  auto* bar = new wxPanel(this);
+  bar->SetBackgroundColour(SideBarColour());
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->AddSpacer(FromDIP(kTightGap));
+  const auto add = [&](Selector* selector) {
+    column->Add(selector, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, FromDIP(kTightGap)));
+    return selector;
+  };
+  selectors_[0] = add(new Selector(bar, {"fraOverview", "picSelect", "lblOverviewIcon"}, "tarnwerk",
+                                   "概览", [this] { commands_.SelectWelcome(); }));
+  for (const ServiceKind service : core::kServices) {
+    const ServiceLooks& looks = LooksOf(service);
+    selectors_[1 + core::IndexOf(service)] = add(new Selector(
+        bar, {looks.selector, looks.selectorPicture, looks.selectorLabel}, looks.picture,
+        looks.title, [this, service] { commands_.SelectService(service); }));
+  }
+  bar->SetSizer(column);
+  return bar;
+}
+
+wxSizer* Content::MakePages() {
+  fraWelcome = MakeWelcomeFrame();
+  for (const ServiceKind service : core::kServices) {
+    frames_[core::IndexOf(service)] = new ServiceFrame(this, service, commands_);
+  }
+  FillWebFrame();
+  FillFtpFrame();
+  FillMailFrame();
+  auto* pages = new wxBoxSizer(wxVERTICAL);
+  for (wxWindow* page : Pages()) pages->Add(page, wxSizerFlags(1).Expand());
+  return pages;
+}
+
+WelcomeFrame* Content::MakeWelcomeFrame() {
+  return new WelcomeFrame(
+      this, {
+                .start = [this](ServiceKind service) { commands_.Start(service); },
+                .stop = [this](ServiceKind service) { commands_.Stop(service); },
+                .showPage = [this](ServiceKind service) { commands_.SelectService(service); },
+                .openAddress = [this](ServiceKind service) { commands_.OpenAddress(service); },
+                .openRoot = [this](ServiceKind service) { commands_.OpenRoot(service); },
+                .startAll = [this] { commands_.StartAll(); },
+                .stopAll = [this] { commands_.StopAll(); },
+                .firstSteps =
+                    {
+                        .putPage = [this] { commands_.PutPage(); },
+                        .addMailUser = [this] { commands_.AddFirstMailUser(); },
+                        .allowUploads = [this] { commands_.ShowOptions(ServiceKind::kFtp); },
+                    },
+            });
+}
+
+void Content::FillWebFrame() {
+  ServiceFrame& frame = FrameOf(ServiceKind::kWeb);
+  wxBoxSizer* heading = frame.AddBodyHeading("网站内容");
+  frame.AddBodyButton(heading, "cmdRefresh", "刷新(&R)", [this] { commands_.RefreshTree(); });
+  frame.AddBodyButton(heading, "cmdAddVirtualDir", "虚拟目录(&N)...",
+                      [this] { commands_.AddVirtualDirectory(); });
+  tvWebDir = new FolderTree(frame.BodyParent());
+  Describe(*tvWebDir, "网站内容", AccessibleRole::kTree);
+  frame.Body()->Add(tvWebDir, wxSizerFlags(1).Expand());
+}
+
+void Content::FillFtpFrame() {
+  ServiceFrame& frame = FrameOf(ServiceKind::kFtp);
+  wxBoxSizer* heading = frame.AddBodyHeading("虚拟目录");
+  const std::pair<const char*, const char*> buttons[] = {
+      {"cmdAddFtpVirtualDir", "添加(&A)..."},
+      {"cmdEditFtpVirtualDir", "编辑(&E)..."},
+      {"cmdDelFtpVirtualDir", "删除(&L)"},
+  };
+  for (const auto& [name, text] : buttons) {
+    wxButton* button = frame.AddBodyButton(heading, name, text, [] {});
+    button->Disable();
+    button->SetToolTip(Shown("FTP 服务只有一个主目录，没有虚拟目录。"));
+  }
+  auto* note = new wxStaticText(
+      frame.BodyParent(), wxID_ANY,
+      Shown("FTP 服务只有一个主目录：客户端看到的“/”就是它。\n"
+            "任何用户名和密码都可以登录并下载；上传、改名和删除只限于选项中的上传目录。"));
+  note->SetForegroundColour(QuietText());
+  frame.Body()->Add(note, wxSizerFlags().Expand());
+}
+
+void Content::FillMailFrame() {
+  ServiceFrame& frame = FrameOf(ServiceKind::kMail);
+  wxBoxSizer* heading = frame.AddBodyHeading("邮件用户");
+  frame.AddBodyButton(heading, "cmdAddMailUser", "添加(&A)...",
+                      [this] { commands_.AddMailUser(); });
+  frame.AddBodyButton(heading, "cmdEditMailUser", "编辑(&E)...",
+                      [this] { commands_.EditMailUser(); });
+  frame.AddBodyButton(heading, "cmdDelMailUser", "删除(&L)",
+                      [this] { commands_.DeleteMailUser(); });
+  lvMailUser = new MailUserList(frame.BodyParent());
+  Describe(*lvMailUser, "邮件用户", AccessibleRole::kTable);
+  lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { commands_.EditMailUser(); });
+  for (const auto& event : {wxEVT_LIST_ITEM_SELECTED, wxEVT_LIST_ITEM_DESELECTED}) {
+    lvMailUser->Bind(event, [this](wxListEvent&) { commands_.ShowMessagesOfSelected(); });
+  }
+  frame.Body()->Add(lvMailUser, wxSizerFlags(1).Expand());
+  lblMessages = Named(new wxStaticText(frame.BodyParent(), wxID_ANY, " "), "lblMessages");
+  lblMessages->SetForegroundColour(QuietText());
+  frame.Body()->Add(lblMessages, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap)));
+}
+
+std::array<wxWindow*, 4> Content::Pages() const {
+  return {fraWelcome, frames_[0], frames_[1], frames_[2]};
+}
+
+void Content::ShowPage(wxWindow* page) {
+  const std::array<wxWindow*, 4> pages = Pages();
+  const wxWindow* focused = FindFocus();
+  const bool isInSideBar = focused != nullptr && focused->GetParent() == selectors_[0]->GetParent();
+  GetParent()->Freeze();
+  for (std::size_t i = 0; i < pages.size(); ++i) {
+    pages[i]->Show(pages[i] == page);
+    selectors_[i]->Select(pages[i] == page);
+  }
+  const bool isLost = focused == nullptr || !focused->IsShownOnScreen();
+  for (Selector* selector : selectors_) {
+    if ((isInSideBar || isLost) && selector->IsSelected()) selector->SetFocus();
+  }
+  Layout();
+  GetParent()->Thaw();
+}
+
+wxSize Content::SizeForEveryPage(wxWindow& window) {
+  wxSize size;
+  for (wxWindow* page : Pages()) {
+    ShowPage(page);
+    InvalidateBestSize();
+    size.IncTo(window.GetSizer()->ComputeFittingWindowSize(&window));
+  }
+  return size;
+}
+
+void Content::TurnTabs(bool forward) {
+  for (ServiceFrame* frame : frames_) {
+    if (frame->IsShown()) frame->TurnTabs(forward);
+  }
+}
+
+}  // namespace ui

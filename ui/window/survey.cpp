@@ -1,0 +1,96 @@
+#include "ui/window/survey.h"
+
+#include "files/files.h"
+#include "platform/local_addresses.h"
+#include "ui/window/content.h"
+#include "ui/window/status_bar.h"
+#include "ui/window/steps_left.h"
+
+namespace ui {
+namespace {
+
+using core::ServiceKind;
+
+constexpr int kInterval = 400;  // milliseconds
+constexpr int kLooksPerRareOne = 10;
+constexpr std::int16_t kBrowsersPort = 80;
+
+}  // namespace
+
+Survey::Survey(StatusBar& status) : status_(status) {
+  watch_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Look(); });
+}
+
+void Survey::Attach(const Manager& manager) { manager_ = &manager; }
+
+void Survey::WatchWhileSeen(bool seen) {
+  if (manager_ == nullptr || seen == watch_.IsRunning()) return;
+  if (!seen) return watch_.Stop();
+  watch_.Start(kInterval);
+  LookAnew();
+}
+
+void Survey::LookAnew() {
+  if (!watch_.IsRunning()) return;
+  looks_ = 0;
+  Look();
+}
+
+void Survey::Look() {
+  ShowTraffic();
+  if (looks_++ % kLooksPerRareOne == 0) LookRarely();
+  for (const ServiceKind service : core::kServices) {
+    ServiceFrame& frame = content_->FrameOf(service);
+    if (!frame.IsShown()) continue;
+    frame.ShowConnections(manager_->control.Of(service).Connections());
+  }
+}
+
+void Survey::ShowTraffic() {
+  net::Traffic total;
+  bool runs = false;
+  for (const ServiceKind service : core::kServices) {
+    core::Service& each = manager_->control.Of(service);
+    const net::Traffic traffic = each.TotalTraffic();
+    total.received += traffic.received;
+    total.sent += traffic.sent;
+    runs = runs || each.IsRunning();
+  }
+  const net::Traffic rate = rate_.Next(total, core::TrafficRate::Clock::now());
+  if (runs) {
+    status_.ShowTraffic(rate, total);
+  } else {
+    status_.ShowNoTraffic();
+  }
+}
+
+// What changes seldom, and costs a system call or more.
+void Survey::LookRarely() {
+  if (content_->fraWelcome->IsShown()) ShowFirstSteps();
+  for (const ServiceKind service : core::kServices) {
+    if (!content_->FrameOf(service).IsShown()) continue;
+    const std::string root = manager_->control.Of(service).RootDir();
+    content_->FrameOf(service).SetRootMissing(!root.empty() && !files::FolderExists(root));
+    ShowReach(service);
+  }
+}
+
+void Survey::ShowFirstSteps() {
+  content_->fraWelcome->ShowSteps(FirstSteps::AreWanted() ? LookForSteps(*manager_) : StepsLeft());
+}
+
+void Survey::ShowReach(ServiceKind service) {
+  std::vector<std::string> addresses;
+  if (manager_->control.Of(service).IsRunning()) {
+    for (const std::string& machine : platform::LocalAddresses()) {
+      addresses.push_back(core::ReachedAt(service, machine, PortsOf(*manager_, service)));
+    }
+  }
+  ServiceFrame& frame = content_->FrameOf(service);
+  frame.SetReach(addresses);
+  if (service != ServiceKind::kWeb) return;
+  // A start that failed has more urgent things to say of the port.
+  frame.SetPortNote(manager_->web.Options().WebPort != kBrowsersPort && !frame.HasFailed());
+}
+
+}  // namespace ui

@@ -1,0 +1,137 @@
+#include "ui/window/tray_mode.h"
+
+#include <wx/frame.h>
+#include <wx/menu.h>
+
+#include <utility>
+
+#include "platform/application_settings.h"
+#include "ui/controls/art.h"
+#include "ui/dialogs/login_dialog.h"
+#include "ui/dialogs/tip_of_the_day.h"
+
+namespace ui {
+namespace {
+
+constexpr int kIconSize = 32;
+
+bool PasswordIsSet(const settings::Program& program) {
+  return !platform::GetSetting(program.executable, "ManagerPwd", "PWD").empty();
+}
+
+}  // namespace
+
+TrayMode::TrayMode(wxFrame& window, RememberedPlace& place, MenuMaker makeMenu,
+                   std::function<void(bool)> onSeen)
+    : window_(window),
+      place_(place),
+      makeMenu_(std::move(makeMenu)),
+      onSeen_(std::move(onSeen)),
+      tray_(MakeTray(window, Art("tarnwerk", kIconSize), *this)) {
+  window_.Bind(wxEVT_ICONIZE, &TrayMode::OnIconize, this);
+  window_.Bind(wxEVT_ACTIVATE, [this](wxActivateEvent& event) {
+    event.Skip();
+    if (event.GetActive()) wentMinimised_ = false;
+  });
+  window_.Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
+    event.Skip();
+    if (event.GetEventObject() == &window_) onSeen_(event.IsShown() && !window_.IsIconized());
+  });
+}
+
+void TrayMode::Attach(const settings::Program& program, std::function<void()> onClose) {
+  program_ = &program;
+  onClose_ = std::move(onClose);
+}
+
+void TrayMode::Open() {
+  if (window_.IsShown() && !window_.IsIconized()) return window_.Raise();
+  if (asking_ || closing_) return;
+  if (AskForPassword()) return Appear();
+  if (!inTray_) GoToTrayOrEnd();
+}
+
+void TrayMode::Appear() {
+  LeaveTray();
+  window_.Show();
+  if (window_.IsIconized()) window_.Iconize(false);
+  window_.Raise();
+  if (!std::exchange(opened_, true)) frmTip::ShowUnlessTurnedOff(&window_, *program_);
+}
+
+// The user has restored the window that a start without a tray has minimised.
+void TrayMode::OpenFromTaskBar() {
+  if (opened_ || asking_ || closing_) return;
+  window_.Hide();
+  if (AskForPassword()) {
+    place_.Take();
+    Appear();
+  } else {
+    window_.Show();
+    window_.Iconize();
+  }
+}
+
+bool TrayMode::AskForPassword() {
+  if (!PasswordIsSet(*program_)) return true;
+  asking_ = true;
+  frmPassWord login(nullptr, *program_);
+  login.SetIcons(window_.GetIcons());  // it has no parent to take them from
+  login.ShowModal();
+  asking_ = false;
+  return login.LoginOK();
+}
+
+bool TrayMode::MayUse() { return window_.IsShown() || (!asking_ && AskForPassword()); }
+
+void TrayMode::GoToTrayOrEnd() {
+  inTray_ = tray_->Add();
+  if (!inTray_) onClose_();
+}
+
+void TrayMode::GoToTray() {
+  if (inTray_) return;
+  RememberPlace();
+  if (tray_->Add()) return HideBehindIcon();
+  // No tray here: the task bar is where it can be found.
+  window_.Show();
+  if (!window_.IsIconized()) window_.Iconize();
+}
+
+void TrayMode::HideBehindIcon() {
+  inTray_ = true;
+  frmTip::Leave(&window_);
+  window_.Hide();
+}
+
+void TrayMode::LeaveTray() {
+  if (std::exchange(inTray_, false)) tray_->Remove();
+}
+
+void TrayMode::RememberPlace() {
+  if (opened_) place_.Remember();
+}
+
+void TrayMode::OnIconize(wxIconizeEvent& event) {
+  event.Skip();
+  onSeen_(window_.IsShown() && !event.IsIconized());
+  if (!event.IsIconized() && window_.IsShown() && !opened_) {
+    window_.CallAfter([this] { OpenFromTaskBar(); });
+  }
+  if (!event.IsIconized()) return;
+  // Some window managers show the window first as it went, minimised; the user does not want that.
+  if (std::exchange(wentMinimised_, false)) return window_.Iconize(false);
+  if (inTray_ || !tray_->Add()) return;
+  HideBehindIcon();
+  wentMinimised_ = true;
+}
+
+bool TrayMode::End() {
+  // The request to close may come repeatedly, and the loop serves all requests before it ends.
+  if (std::exchange(closing_, true)) return false;
+  RememberPlace();
+  LeaveTray();
+  return true;
+}
+
+}  // namespace ui
