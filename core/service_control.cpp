@@ -10,8 +10,8 @@ namespace {
 
 using Event = Outcome::Event;
 
-// Clients and users know a failed mail start and stop as the Web server's: the flag of the one and
-// the frame of the other.
+// A failed mail start is recorded under the Web server's key, and a failed mail stop is shown in the
+// Web server's frame: existing programs and users rely on both.
 ServiceKind BlamedFor(ServiceKind service) {
   return service == ServiceKind::kMail ? ServiceKind::kWeb : service;
 }

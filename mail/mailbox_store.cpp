@@ -236,7 +236,11 @@ bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk, bool is
     const std::string path = directory + MessageFileName(number);
     std::error_code error = Append(path, chunk, isLast);
     if (!error && isLast) error = files::FlushFolder(directory);
-    isLast && !error ? void(unflushed_.erase(path)) : void(unflushed_.insert(path));
+    if (isLast && !error) {
+      unflushed_.erase(path);
+    } else {
+      unflushed_.insert(path);
+    }
     if (error) {
       program_.errors.LogError(path + ": " + platform::SystemMessage(error));
       return false;

@@ -25,7 +25,7 @@ class StretchReader {
  public:
   /// How much is done between two looks at other events: mostly far below a millisecond's work, a
   /// few of them for what is made to take long.
-  static constexpr std::size_t kPieceBytes = 64 * 1024;
+  static constexpr std::size_t kPieceBytes = std::size_t{64} * 1024;
 
   /// `file` must outlive the reader, and only one reader at a time reads it.
   StretchReader(platform::File& file, const Stretch& stretch);

@@ -51,8 +51,11 @@ std::vector<ReceivedMessage> MessagesIn(std::string_view content, std::size_t& b
     std::string_view line = content.substr(0, content.find('\n'));
     content.remove_prefix(std::min(line.size() + 1, content.size()));
     if (line.ends_with('\r')) line.remove_suffix(1);
-    std::optional<ReceivedMessage> message = MessageOf(line);
-    message ? messages.push_back(*std::move(message)) : void(++badLines);
+    if (std::optional<ReceivedMessage> message = MessageOf(line)) {
+      messages.push_back(*std::move(message));
+    } else {
+      ++badLines;
+    }
   }
   return messages;
 }

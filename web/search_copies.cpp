@@ -14,7 +14,7 @@ using net::Task;
 using platform::File;
 
 constexpr std::size_t kMostWaiting = 100;
-constexpr std::size_t kPieceBytes = 256 * 1024;
+constexpr std::size_t kPieceBytes = std::size_t{256} * 1024;
 
 }  // namespace
 

@@ -47,7 +47,7 @@ std::uint64_t HashOf(const char* name) {
 class Names {
  public:
   void Add(const char* name) {
-    entries_.push_back({HashOf(name), static_cast<std::uint32_t>(bytes_.size())});
+    entries_.emplace_back(HashOf(name), static_cast<std::uint32_t>(bytes_.size()));
     bytes_.append(name).push_back('\0');
     ++count_;
   }

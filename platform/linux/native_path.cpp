@@ -30,7 +30,7 @@ std::string DecodeName(std::string_view bytes) {
 std::string NativeBytes(std::string_view pathText) {
   if (pathText.find('\0') != std::string_view::npos) return {};
   // Some encodings need fewer bytes than the text has, but never half.
-  constexpr std::size_t kMost = 2 * PATH_MAX;
+  constexpr std::size_t kMost = std::size_t{2} * PATH_MAX;
   std::string native;
   native.reserve(std::min<std::size_t>(pathText.size(), kMost));
   for (const char c : pathText) {

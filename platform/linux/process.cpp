@@ -66,7 +66,7 @@ class StartedChild : public StartedProgram {
 
 // A wait may return although nothing has happened: what the system said of another descriptor that
 // had the same number is taken for this one.
-void AwaitEnd(std::shared_ptr<Child> child, std::function<void()> onExit) {
+void AwaitEnd(const std::shared_ptr<Child>& child, std::function<void()> onExit) {
   child->watch.async_wait(asio::posix::stream_descriptor::wait_read,
                           [child, done = std::move(onExit)](const asio::error_code& failed) {
                             if (failed) return;

@@ -44,7 +44,7 @@ std::vector<fs::path> RuntimeDirectories() {
     places.push_back(fs::path(configured) / "Tarnwerk");
   }
   const std::string user = std::to_string(getuid());
-  places.push_back("/run/user/" + user + "/Tarnwerk");
+  places.emplace_back("/run/user/" + user + "/Tarnwerk");
   places.push_back(fs::temp_directory_path(error) / ("Tarnwerk-" + user));
   return places;
 }

@@ -40,7 +40,7 @@ StreamSocket::StreamSocket(const asio::any_io_executor& executor, NativeSocket s
 StreamSocket::StreamSocket(StreamSocket&& other) noexcept
     : library_(std::move(other.library_)),
       native_(other.native_),
-      peer_(other.peer_),
+      peer_(std::move(other.peer_)),
       isOpen_(std::exchange(other.isOpen_, false)) {}
 
 StreamSocket::Library& StreamSocket::Known() {

@@ -75,7 +75,11 @@ void FolderTree::BeginReading(wxTreeItemId parent, const std::string& folder) {
 void FolderTree::Work() {
   if (readings_.empty()) return timer_.Stop();
   Reading& reading = *readings_.front();
-  reading.read ? ShowMore(reading) : ReadMore(reading);
+  if (reading.read) {
+    ShowMore(reading);
+  } else {
+    ReadMore(reading);
+  }
   if (reading.read && reading.entries.empty()) readings_.pop_front();
 }
 
