@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "text/date_time.h"
+#include "core/access_line.h"
 
 namespace ModMail {
 
@@ -14,11 +14,7 @@ inline constexpr std::string_view kSentMail = "发送邮件(POP)";
 
 inline std::string MailLogLine(text::WallTime time, std::string_view clientAddress,
                                std::string_view event) {
-  std::string line = "时间：" + text::DateTimeText(time);
-  line += "  客户机IP：" + std::string(clientAddress);
-  line += "  " + std::string(event);
-  line += "  Success!";
-  return line;
+  return core::AccessLineStart(time, clientAddress) + std::string(event) + "  Success!";
 }
 
 }  // namespace ModMail

@@ -9,6 +9,8 @@
 #include "mail/mail_log.h"
 #include "mail/mail_options_entry.h"
 #include "mail/pop3_replies.h"
+#include "mail/pop3_transfer.h"
+#include "mail/reply_line.h"
 #include "mail/smtp_replies.h"
 #include "platform/native_path.h"
 #include "platform/system_message.h"
@@ -25,8 +27,7 @@ namespace {
 
 bool HasPassword(std::string_view word) { return word == "PASS" || word == "AUTH"; }
 
-// A command's first line, without a password. A piece of a message goes on with what its sender was
-// doing.
+// Shows a command's first line, without a password. A chunk of a message changes nothing.
 void NoteCommand(net::Connection& client, std::string_view arrival) {
   constexpr std::size_t kMost = 120;
   const std::string word = CommandWord(arrival);
@@ -47,8 +48,10 @@ MailServer::MailServer(core::ServiceEnvironment environment)
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
       smtp_(*this, MailSvrSmtpSock_, &MailServer::OnSmtpDataArrival),
       pop3_(*this, MailSvrPop3Sock_, &MailServer::OnPop3DataArrival),
-      MailSvrSmtpSock_(sockets_, smtp_, ConnectionSlots::BusySlot::kEvict, Line(smtp::kGreeting)),
-      MailSvrPop3Sock_(sockets_, pop3_, ConnectionSlots::BusySlot::kEvict, Line(pop3::kGreeting)),
+      MailSvrSmtpSock_(sockets_, smtp_, ConnectionSlots::BusySlot::kEvict,
+                       ReplyLine(smtp::kGreeting)),
+      MailSvrPop3Sock_(sockets_, pop3_, ConnectionSlots::BusySlot::kEvict,
+                       ReplyLine(pop3::kGreeting)),
       heldOptions_(environment_.program.Holders(),
                    [this](settings::Change& change) { WriteSettings(change, EntryOf(options_)); }),
       store_(environment_.program, options_),
@@ -120,13 +123,13 @@ bool MailServer::CloseMailSockets() {
   return !MailSvrSmtpSock_.IsListening() && !MailSvrPop3Sock_.IsListening();
 }
 
-// A fault of the interpreter is logged like any handler's, and the client gets no reply.
+// A fault of the interpreter is logged like that of any handler, and the client gets no reply.
 Task<> MailServer::OnSmtpDataArrival(int, Client client) {
   std::string arrival = client->GetData();
   NoteCommand(*client, arrival);
   const SmtpOutcome outcome = smtpInterpreter_.Interpret(std::move(arrival));
   if (outcome.quit) LogQuit(client, kReceivedMail);
-  if (outcome.reply) client->SendData(Line(*outcome.reply));
+  if (outcome.reply) client->SendData(ReplyLine(*outcome.reply));
   if (outcome.quit) unpacking_.Add(outcome.messages);
   Task<> taken = AwaitReader(client);
   co_await taken;
@@ -135,13 +138,14 @@ Task<> MailServer::OnSmtpDataArrival(int, Client client) {
 Task<> MailServer::OnPop3DataArrival(int, Client client) {
   Pop3Outcome outcome = AnswerOf(*client);
   if (outcome.quit) LogQuit(client, kSentMail);
-  Task<> sending = SendOutcome(client, std::move(outcome));
+  Task<> sending = SendOutcome(client, std::move(outcome), environment_.program.errors);
   co_await sending;
   Task<> taken = AwaitReader(client);
   co_await taken;
 }
 
-// The arrival goes with it: sending the answer can take minutes.
+// Not part of the coroutine above, which would keep the arrival while it sends the answer, possibly
+// for minutes.
 Pop3Outcome MailServer::AnswerOf(net::Connection& client) {
   const std::string arrival = client.GetData();
   NoteCommand(client, arrival);
@@ -150,11 +154,11 @@ Pop3Outcome MailServer::AnswerOf(net::Connection& client) {
   } catch (const std::exception& fault) {
     // Clients wait for a reply to every command.
     environment_.program.errors.LogError(fault.what());
-    return {Line(pop3::kError)};
+    return {ReplyLine(pop3::kError)};
   }
 }
 
-// What a client sends that takes no replies stays with it, and no more than one reply waits here.
+// Reads nothing from a client that does not read its replies, so at most one reply waits.
 Task<> MailServer::AwaitReader(Client client) {
   if (!client->HasUnsentBytes()) co_return;
   client->HoldReading(true);

@@ -1,9 +1,10 @@
 #pragma once
 
-// The mail server: takes mail for the local accounts by SMTP, hands it out by POP3, and unpacks
+// The mail server: receives mail for the local accounts by SMTP, serves it by POP3, and unpacks
 // each received message into files. It relays nothing and sends no mail of its own.
 //
-// The store with its session variables is one for all connections of both protocols.
+// It keeps the listeners and connections; SmtpInterpreter and Pop3Interpreter carry out the
+// commands. All connections of both protocols share one store and its session state.
 
 #include <memory>
 #include <string>
@@ -42,23 +43,24 @@ class MailServer : public core::Service {
 
   const MailOptions& Options() const { return options_; }
 
-  /// Takes another mail root at once, also while the server runs. `root`: in the user's own form.
+  /// Changes the mail root at once, also while the server runs. `root` is spelled as on the user's
+  /// system.
   void SetMailRoot(std::string_view root);
 
-  /// Reads the mail root again if the one in memory is empty.
+  /// Reads the mail root from the settings if the one in memory is empty.
   void EnsureMailRoot();
 
-  /// The ports that are listened on; 0 while stopped.
+  /// The listening ports; 0 while stopped.
   std::uint16_t SmtpPort() const { return MailSvrSmtpSock_.Listener().LocalPort(); }
   std::uint16_t Pop3Port() const { return MailSvrPop3Sock_.Listener().LocalPort(); }
 
-  /// Whether no received message is being unpacked.
+  /// Whether no message is being unpacked.
   bool HasUnpackedAll() const { return unpacking_.IsIdle(); }
 
  private:
   using Client = std::shared_ptr<net::Connection>;
 
-  // The engine of one of the two arrays.
+  // The engine of one protocol's slots.
   class Engine : public net::SlotEngine {
    public:
     using Handler = net::Task<> (MailServer::*)(int slot, Client client);
@@ -81,10 +83,6 @@ class MailServer : public core::Service {
   Pop3Outcome AnswerOf(net::Connection& client);
   net::Task<> AwaitReader(Client client);
   void LogQuit(const Client& client, std::string_view event) const;
-
-  // Sending (pop3_transfer.cpp)
-  net::Task<> SendOutcome(Client client, Pop3Outcome outcome);
-  net::Task<> SendRest(Client client, StoredMessage message);
 
   core::ServiceEnvironment environment_;
   net::DrainingConnections draining_;

@@ -23,7 +23,7 @@
 #include <vector>
 
 #include "mail/mail_options.h"
-#include "mail/mail_session_state.h"
+#include "mail/mail_session.h"
 #include "mail/received_message.h"
 #include "platform/file.h"
 #include "settings/program.h"

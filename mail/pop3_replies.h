@@ -1,7 +1,7 @@
 #pragma once
 
-// What the POP3 server says, without line ends. Clients know these texts: a blank at the end is
-// settled.
+// Every fixed text that the POP3 server sends, without its line end. Clients match them literally,
+// so the blank at the end of some must not be removed.
 
 #include <string_view>
 
@@ -9,12 +9,12 @@ namespace ModMail::pop3 {
 
 inline constexpr std::string_view kGreeting = "+OK  POP3 service ready ";
 inline constexpr std::string_view kOk = "+OK";
-inline constexpr std::string_view kOkBlank = "+OK ";  // a number follows, or a list
+inline constexpr std::string_view kOkBlank = "+OK ";  // + a number, or lines up to kEnd
 inline constexpr std::string_view kError = "-ERR";
 inline constexpr std::string_view kNoAccount = "-ERR Account not exist";
-inline constexpr std::string_view kCapabilities = "+OK Capability list follows";
+inline constexpr std::string_view kCapabilities = "+OK Capability list follows\r\n.";
 inline constexpr std::string_view kEnd = ".";
-inline constexpr std::string_view kUnreadable = "550";  // SMTP's code
+inline constexpr std::string_view kUnreadable = "550";  // a code of SMTP
 inline constexpr std::string_view kNothing = "";        // a bare line end
 
 }  // namespace ModMail::pop3

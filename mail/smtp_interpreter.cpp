@@ -1,6 +1,5 @@
 #include "mail/smtp_interpreter.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -11,85 +10,77 @@
 namespace ModMail {
 namespace {
 
-enum class Command { kAccepted, kMail, kRcpt, kData, kVrfy, kHelp, kQuit, kChunk };
-
-// RSET is accepted like the others and clears nothing.
-constexpr std::array<std::pair<std::string_view, Command>, 15> kCommands = {{
-    {"EHLO", Command::kAccepted},
-    {"HELO", Command::kAccepted},
-    {"NOOP", Command::kAccepted},
-    {"RSET", Command::kAccepted},
-    {"EXPN", Command::kAccepted},
-    {"SEND", Command::kAccepted},
-    {"SOML", Command::kAccepted},
-    {"SAML", Command::kAccepted},
-    {"TURN", Command::kAccepted},
-    {"MAIL", Command::kMail},
-    {"RCPT", Command::kRcpt},
-    {"DATA", Command::kData},
-    {"VRFY", Command::kVrfy},
-    {"HELP", Command::kHelp},
-    {"QUIT", Command::kQuit},
-}};
-
-Command CommandOf(std::string_view text) {
-  const std::string word = CommandWord(text);
-  const auto* const found = std::find_if(kCommands.begin(), kCommands.end(),
-                                         [&](const auto& entry) { return entry.first == word; });
-  return found == kCommands.end() ? Command::kChunk : found->second;
-}
-
-// Looked for in one chunk only: an end that two arrivals share is not seen, and a chunk that ends
-// in a line ending with a full stop is one. These bytes are no half of a character in any code
-// page.
+// Within one chunk only: an end that two arrivals share is not recognised, and a chunk whose last
+// line ends in a full stop is taken for the end. No code page uses these bytes as half a character.
 bool EndsMessage(std::string_view chunk) { return text::TrimBlanks(chunk).ends_with(".\r\n"); }
 
 }  // namespace
+
+// RSET is accepted like the others and clears nothing.
+const SmtpInterpreter::Command* SmtpInterpreter::Find(std::string_view word) {
+  using Self = SmtpInterpreter;
+  static constexpr auto kCommands = std::to_array<Command>({
+      {.word = "EHLO", .reply = smtp::kOk},
+      {.word = "HELO", .reply = smtp::kOk},
+      {.word = "NOOP", .reply = smtp::kOk},
+      {.word = "RSET", .reply = smtp::kOk},
+      {.word = "EXPN", .reply = smtp::kOk},
+      {.word = "SEND", .reply = smtp::kOk},
+      {.word = "SOML", .reply = smtp::kOk},
+      {.word = "SAML", .reply = smtp::kOk},
+      {.word = "TURN", .reply = smtp::kOk},
+      {.word = "MAIL", .function = &Self::OnMail},
+      {.word = "RCPT", .function = &Self::OnRcpt},
+      {.word = "DATA", .function = &Self::OnData},
+      {.word = "VRFY", .reply = smtp::kCannotVerify},
+      {.word = "HELP", .reply = smtp::kHelp},
+      {.word = "QUIT", .function = &Self::OnQuit},
+  });
+  return core::FindCommand(kCommands, word);
+}
 
 SmtpOutcome SmtpInterpreter::Interpret(std::string arrival) {
   MailSessionState& state = store_.State();
   state.lastChunk = std::move(arrival);
   const std::string text = CommandText(state.lastChunk);
-  switch (CommandOf(text)) {
-    case Command::kAccepted:
-      return {smtp::kOk};
-    case Command::kMail:
-      // The sender must have an account here, too.
-      return {store_.MailboxExistsFromAddress(text) ? smtp::kOk : smtp::kNoAccount};
-    case Command::kRcpt:
-      if (!store_.MailboxExistsFromAddress(text)) return {smtp::kNoAccount};
-      return {StoreRecipient()};
-    case Command::kData:
-      state.transferStage = TransferStage::kWaiting;
-      return {smtp::kEnterMail};
-    case Command::kVrfy:
-      return {smtp::kCannotVerify};
-    case Command::kHelp:
-      return {smtp::kHelp};
-    case Command::kQuit:
-      return Quit();
-    case Command::kChunk:
-      return {TakeChunk()};
-  }
-  return {};
+  const Command* command = Find(CommandWord(text));
+  if (command == nullptr) return TakeChunk();
+  if (command->function == nullptr) return {command->reply};
+  return (this->*command->function)(text);
 }
 
-std::optional<std::string_view> SmtpInterpreter::StoreRecipient() {
+// The sender must have an account here, too.
+SmtpOutcome SmtpInterpreter::OnMail(std::string_view command) {
+  return {store_.MailboxExistsFromAddress(command) ? smtp::kOk : smtp::kNoAccount};
+}
+
+SmtpOutcome SmtpInterpreter::OnRcpt(std::string_view command) {
+  if (!store_.MailboxExistsFromAddress(command)) return {smtp::kNoAccount};
+  StoreRecipient();
+  return {smtp::kOk};
+}
+
+void SmtpInterpreter::StoreRecipient() {
   MailSessionState& state = store_.State();
   for (state.cursor = 0; state.cursor < MailSessionState::kRecipients; ++state.cursor) {
     std::string& entry = state.MailRecipients[static_cast<std::size_t>(state.cursor)];
     if (!entry.empty()) continue;
     entry = state.currentUser;
-    return smtp::kOk;
+    return;
   }
   throw MailFault("no free entry for the recipient " + state.currentUser);
 }
 
-std::optional<std::string_view> SmtpInterpreter::TakeChunk() {
+SmtpOutcome SmtpInterpreter::OnData(std::string_view) {
+  store_.State().transferStage = TransferStage::kWaiting;
+  return {smtp::kEnterMail};
+}
+
+SmtpOutcome SmtpInterpreter::TakeChunk() {
   MailSessionState& state = store_.State();
-  if (state.transferStage == TransferStage::kComplete) return smtp::kNothing;
+  if (state.transferStage == TransferStage::kComplete) return {smtp::kNothing};
   if (state.transferStage == TransferStage::kWaiting) {
-    // Of one mailbox, that of the user named last; the number holds for all recipients.
+    // Counted in one mailbox, that of the user named last; the number holds for all recipients.
     std::int32_t totalSize = 0;
     state.messageCount = store_.CountMessages(totalSize);
     state.transferStage = TransferStage::kReceiving;
@@ -97,19 +88,18 @@ std::optional<std::string_view> SmtpInterpreter::TakeChunk() {
   // A failure makes no difference to the client: only the end of a message is ever answered.
   const bool isLast = EndsMessage(state.lastChunk);
   store_.AppendToMailboxes(state.messageCount + 1, state.lastChunk, isLast);
-  if (!isLast) return std::nullopt;
+  if (!isLast) return {std::nullopt};
   store_.FlushMailboxes();
   state.transferStage = TransferStage::kComplete;
-  return smtp::kSaved;
+  return {smtp::kSaved};
 }
 
-SmtpOutcome SmtpInterpreter::Quit() {
-  SmtpOutcome outcome = {smtp::kGoodbye};
-  outcome.quit = true;
-  // Together with the reply, so that a session which begins meanwhile finds an empty list and has
-  // nothing of its own cleared.
-  outcome.messages = store_.TakeRecipients(store_.State().messageCount + 1);
-  return outcome;
+// Takes the recipients before the reply is sent: a session that begins meanwhile finds an empty
+// list, and nothing that it adds is cleared.
+SmtpOutcome SmtpInterpreter::OnQuit(std::string_view) {
+  return {.reply = smtp::kGoodbye,
+          .quit = true,
+          .messages = store_.TakeRecipients(store_.State().messageCount + 1)};
 }
 
 }  // namespace ModMail

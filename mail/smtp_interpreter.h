@@ -1,24 +1,27 @@
 #pragma once
 
-// The SMTP commands. One arrival is one command or one chunk of a message, whatever line breaks it
-// holds: its first four characters decide, inside a message too, so that a chunk which happens to
-// begin with "Data" or "Quit" is that command. All state is the store's and so everybody's.
+// The SMTP commands: the bytes of one arrival in, its reply out. One arrival is one command or one
+// chunk of a message, whatever line breaks it contains. Its first four characters decide, inside a
+// message too: a chunk that happens to begin with "Data" or "Quit" is that command. All state is in
+// the store and so shared by all connections.
 //
-// Works without a socket: bytes in, a reply out, files in between.
+// The interpreter works without a socket. It changes the session state and the mailboxes, both
+// through the store.
 
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/command_table.h"
 #include "mail/mailbox_store.h"
 
 namespace ModMail {
 
 struct SmtpOutcome {
-  /// To be sent with a line end; none if nothing is sent.
+  /// Sent with a line end; none if nothing is sent.
   std::optional<std::string_view> reply;
-  /// A QUIT: belongs into the mail log before the reply is sent.
+  /// The command was a QUIT, to be logged before the reply is sent.
   bool quit = false;
   /// To be unpacked once the reply is sent.
   std::vector<ReceivedMessage> messages = {};
@@ -26,16 +29,24 @@ struct SmtpOutcome {
 
 class SmtpInterpreter {
  public:
+  /// `store` must outlive the interpreter.
   explicit SmtpInterpreter(MailboxStore& store) : store_(store) {}
 
-  /// What a completed message has been answered with is on the disk. Throws on a fault, which gets
-  /// no reply.
+  /// Runs one command or takes one chunk. When the reply acknowledges a message, the message is on
+  /// the disk. Throws MailFault if the command cannot be carried out; it then has no reply.
   SmtpOutcome Interpret(std::string arrival);
 
  private:
-  std::optional<std::string_view> StoreRecipient();
-  std::optional<std::string_view> TakeChunk();
-  SmtpOutcome Quit();
+  using Command = core::Command<SmtpInterpreter, std::string_view, SmtpOutcome>;
+
+  static const Command* Find(std::string_view word);
+
+  SmtpOutcome OnMail(std::string_view command);
+  SmtpOutcome OnRcpt(std::string_view command);
+  SmtpOutcome OnData(std::string_view);
+  SmtpOutcome OnQuit(std::string_view);
+  SmtpOutcome TakeChunk();
+  void StoreRecipient();
 
   MailboxStore& store_;
 };

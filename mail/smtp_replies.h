@@ -1,7 +1,7 @@
 #pragma once
 
-// What the SMTP server says, without line ends. Clients know these texts: a missing blank or one
-// too many is settled.
+// Every fixed text that the SMTP server sends, without its line end. Clients match them literally,
+// so neither a missing blank nor an extra one must be corrected.
 
 #include <string_view>
 

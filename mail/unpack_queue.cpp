@@ -12,22 +12,22 @@
 namespace ModMail {
 
 UnpackQueue::UnpackQueue(const core::ServiceEnvironment& environment)
-    : program_(environment.program), loop_(environment.loop) {}
+    : program_(environment.program),
+      worker_(
+          environment.loop, [this](const std::string& error) { program_.errors.LogError(error); },
+          [this] { return Work(); }) {}
 
-void UnpackQueue::Start() {
-  for (const ReceivedMessage& message : TakeUnpackList(program_)) Enter(message);
-  Begin();
-}
+void UnpackQueue::Start() { Add(TakeUnpackList(program_)); }
 
 void UnpackQueue::Stop() {
-  if (const auto scope = std::exchange(scope_, nullptr)) scope->End();
+  worker_.Stop();
   // A list that is there from before, while nothing waits, is the next start's.
   if (!waiting_.empty() && SaveUnpackList(program_, waiting_)) waiting_.clear();
 }
 
 void UnpackQueue::Add(const std::vector<ReceivedMessage>& messages) {
   for (const ReceivedMessage& message : messages) Enter(message);
-  Begin();
+  if (!waiting_.empty()) worker_.Start();
 }
 
 void UnpackQueue::Enter(const ReceivedMessage& message) {
@@ -52,22 +52,7 @@ bool UnpackQueue::MakeRoom() {
   return true;
 }
 
-void UnpackQueue::Begin() {
-  if (busy_ || waiting_.empty()) return;
-  if (!scope_) {
-    scope_ = std::make_shared<net::HandlerScope>(
-        loop_, [this](const std::string& error) { program_.errors.LogError(error); });
-  }
-  scope_->Start(Work());
-}
-
 net::Task<> UnpackQueue::Work() {
-  struct Busy {
-    explicit Busy(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Busy() { flag_ = false; }
-    bool& flag_;
-  } const busy(busy_);
-
   // First whoever is waiting for the reply that was sent just now.
   co_await net::YieldToEvents();
   while (!waiting_.empty()) {

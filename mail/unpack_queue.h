@@ -13,12 +13,11 @@
 // tells.
 
 #include <deque>
-#include <memory>
 #include <vector>
 
 #include "core/service_environment.h"
 #include "mail/received_message.h"
-#include "net/handler_scope.h"
+#include "net/background_worker.h"
 #include "settings/program.h"
 
 namespace ModMail {
@@ -38,20 +37,17 @@ class UnpackQueue {
 
   void Add(const std::vector<ReceivedMessage>& messages);
 
-  bool IsIdle() const { return !busy_; }
+  bool IsIdle() const { return !worker_.IsWorking(); }
 
  private:
   void Enter(const ReceivedMessage& message);
   bool MakeRoom();
-  void Begin();
   net::Task<> Work();
   net::Task<> Unpack(ReceivedMessage message);
 
   const settings::Program& program_;
-  net::EventLoop& loop_;
-  std::shared_ptr<net::HandlerScope> scope_;
   std::deque<ReceivedMessage> waiting_;
-  bool busy_ = false;
+  net::BackgroundWorker worker_;
 };
 
 }  // namespace ModMail

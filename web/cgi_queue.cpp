@@ -143,7 +143,11 @@ class CgiQueue::Place {
 };
 
 CgiQueue::CgiQueue(const core::ServiceEnvironment& environment)
-    : program_(environment.program), loop_(environment.loop) {}
+    : program_(environment.program),
+      loop_(environment.loop),
+      worker_(
+          environment.loop, [this](const std::string& error) { program_.errors.LogError(error); },
+          [this] { return Work(); }) {}
 
 CgiQueue::~CgiQueue() {
   Stop();
@@ -157,11 +161,7 @@ net::Task<File> CgiQueue::Run(CgiJob job) {
   }
   const auto ticket = std::make_shared<Ticket>(std::move(job));
   const Place place(*this, ticket);
-  if (!runs_) {
-    runs_ = std::make_shared<net::HandlerScope>(
-        loop_, [this](const std::string& error) { program_.errors.LogError(error); });
-  }
-  if (!isWorking_) runs_->Start(Work());
+  worker_.Start();
   while (!ticket->done) {
     net::WaitList::Awaiter done = ticket->waiters.Wait();
     co_await done;
@@ -182,16 +182,10 @@ void CgiQueue::RefuseOverflow() {
 
 void CgiQueue::Stop() {
   if (execution_) execution_->Abandon();
-  if (const auto runs = std::exchange(runs_, nullptr)) runs->End();
+  worker_.Stop();
 }
 
 net::Task<> CgiQueue::Work() {
-  struct Working {
-    explicit Working(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Working() { flag_ = false; }
-    bool& flag_;
-  } const working(isWorking_);
-
   // One that runs still was left by a stop.
   net::Task<> former = AwaitExecution();
   co_await former;

@@ -16,7 +16,7 @@
 #include <string>
 
 #include "core/service_environment.h"
-#include "net/handler_scope.h"
+#include "net/background_worker.h"
 #include "platform/file.h"
 #include "settings/program.h"
 
@@ -64,13 +64,12 @@ class CgiQueue {
 
   const settings::Program& program_;
   net::EventLoop& loop_;
-  std::shared_ptr<net::HandlerScope> runs_;
   std::deque<std::shared_ptr<Ticket>> waiting_;
   std::size_t bytesWaiting_ = 0;
-  bool isWorking_ = false;
   bool hasOverflowed_ = false;
   std::shared_ptr<Execution> execution_;  // the program that runs now
   std::uint64_t pagesTaken_ = 0;
+  net::BackgroundWorker worker_;
 };
 
 }  // namespace ModWeb

@@ -19,33 +19,25 @@ constexpr std::size_t kPieceBytes = std::size_t{256} * 1024;
 }  // namespace
 
 SearchCopies::SearchCopies(const core::ServiceEnvironment& environment)
-    : program_(environment.program), loop_(environment.loop) {}
+    : program_(environment.program),
+      worker_(
+          environment.loop, [this](const std::string& error) { program_.errors.LogError(error); },
+          [this] { return Work(); }) {}
 
 void SearchCopies::Add(const std::string& from, const std::string& to, const std::string& name) {
   const Job job = {from, to, name};
   const bool waits = std::find(waiting_.begin(), waiting_.end(), job) != waiting_.end();
   if (waits || waiting_.size() >= kMostWaiting) return;
   waiting_.push_back(job);
-  if (isWorking_) return;
-  if (!scope_) {
-    scope_ = std::make_shared<net::HandlerScope>(
-        loop_, [this](const std::string& error) { program_.errors.LogError(error); });
-  }
-  scope_->Start(Work());
+  worker_.Start();
 }
 
 void SearchCopies::Stop() {
   waiting_.clear();
-  if (const auto scope = std::exchange(scope_, nullptr)) scope->End();
+  worker_.Stop();
 }
 
 Task<> SearchCopies::Work() {
-  struct Working {
-    explicit Working(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Working() { flag_ = false; }
-    bool& flag_;
-  } const working(isWorking_);
-
   while (!waiting_.empty()) {
     Job job = std::move(waiting_.front());
     waiting_.pop_front();

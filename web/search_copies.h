@@ -5,11 +5,10 @@
 // long the page is.
 
 #include <deque>
-#include <memory>
 #include <string>
 
 #include "core/service_environment.h"
-#include "net/handler_scope.h"
+#include "net/background_worker.h"
 #include "settings/program.h"
 
 namespace ModWeb {
@@ -37,10 +36,8 @@ class SearchCopies {
   net::Task<std::error_code> Copy(Job job);
 
   const settings::Program& program_;
-  net::EventLoop& loop_;
-  std::shared_ptr<net::HandlerScope> scope_;
   std::deque<Job> waiting_;
-  bool isWorking_ = false;
+  net::BackgroundWorker worker_;
 };
 
 }  // namespace ModWeb

@@ -2,22 +2,21 @@
 
 #include "core/hosts_file.h"
 #include "core/service_environment.h"
+#include "files/files.h"
 #include "platform/system_message.h"
 #include "text/code_page.h"
-#include "text/date_time.h"
-#include "text/printable_text.h"
-#include "text/utf8.h"
-#include "web/request_intake.h"
+#include "text/path_text.h"
+#include "web/web_log.h"
 #include "web/web_options_entry.h"
 
 namespace ModWeb {
 
 using net::Task;
+using platform::File;
 
 namespace {
 
-// More than any resource that names something has.
-constexpr std::size_t kMostOfResource = 4096;
+constexpr std::size_t kExtensionLength = 4;
 
 Task<> Ignore() { co_return; }
 
@@ -29,6 +28,8 @@ WebServer::WebServer(core::ServiceEnvironment environment)
       sockets_{environment_.loop, draining_,
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
       WebSvrSock_(sockets_, *this, net::ConnectionSlots::BusySlot::kEvict, ""),
+      interpreter_(*this, options_, session_),
+      sender_(environment_.program.errors),
       cgi_(environment_),
       searchCopies_(environment_),
       heldOptions_(environment_.program.Holders(),
@@ -73,42 +74,105 @@ std::vector<net::ConnectionReport> WebServer::Connections() const {
 
 Task<> WebServer::OnDataArrival(int, Client client) { return OnWebDataArrival(std::move(client)); }
 
-// One arrival is one request; nothing is kept for a later one, and no request while it is answered.
+// Nothing of an arrival is kept for a later one, and its text is gone when the answer begins.
 Task<> WebServer::OnWebDataArrival(Client client) {
-  const std::string requestText = text::FromSystem(client->GetData());
-  switch (MethodOf(requestText)) {
-    case RequestMethod::kGet:
-      CurrentMethod_ = "GET";
-      CurrentResource_ = CutGetResource(requestText).value_or(CurrentResource_);
-      client->Doing("GET " + CurrentResource_);
-      return ServeGetRequest(client);
-    case RequestMethod::kPost:
-      CurrentMethod_ = "POST";
-      CurrentResource_ = CutPostResource(requestText).value_or(CurrentResource_);
-      client->Doing("POST " + CurrentResource_);
-      return ServePostRequest(requestText, client);
-    case RequestMethod::kOther:
+  Decision decision = interpreter_.Interpret(text::FromSystem(client->GetData()));
+  if (!decision.shown.empty()) client->Doing(decision.shown);
+  if (!decision.fault.empty()) environment_.program.errors.LogError(decision.fault);
+  switch (decision.action) {
+    case Decision::Action::kSendFile:
+      return sender_.SendWebFile(PathInRoot(decision.resource), std::move(client));
+    case Decision::Action::kSendHtmlFile:
+      return ServeHtmlFile(std::move(decision.resource), std::move(client));
+    case Decision::Action::kRunProgram:
+      return ServeProgram(std::move(decision.resource), std::move(decision.body),
+                          std::move(client));
+    case Decision::Action::kRefuseGet:
+      return RefuseGet(std::move(client));
+    case Decision::Action::kRefusePost:
+      return RefusePost(std::move(client));
+    case Decision::Action::kNothing:
       break;
   }
   return Ignore();
 }
 
-// A client may shut its side once it has asked; it still gets its answer.
+// A client may close its side once it has sent its request; it still gets its answer.
 void WebServer::OnClose(int slot) { WebSvrSock_[slot].Current()->CloseWhenHandlersEnd(); }
 
 void WebServer::OnError(int slot) { WebSvrSock_[slot].Close(); }
 
-void WebServer::LogAccess(const Client& client, std::string_view result) const {
-  std::string line = "时间：" + text::DateTimeText(std::chrono::system_clock::now());
-  line += "  客户机IP：" + client->RemoteAddress();
-  line += "  请求方法：" + CurrentMethod_;
-  line += "  请求资源：" + text::Printable(CurrentResource_, kMostOfResource);
-  line += "  " + std::string(result);
-  files::AppendLine(environment_.program.File("Web.log"), line);
+// Files
+
+Task<> WebServer::ServeHtmlFile(std::string resource, Client client) {
+  const std::string path = PathInRoot(resource);
+  Task<> sending = sender_.SendHtmlFile(path, client);
+  co_await sending;
+  CopyIntoSearch(path, resource);
 }
 
-std::string WithoutFirstCharacter(const std::string& resource) {
-  return resource.empty() ? resource : resource.substr(text::CharacterEnd(resource, 0));
+// While there is a search index, every page that was served is collected beside it.
+void WebServer::CopyIntoSearch(const std::string& path, const std::string& resource) {
+  if (!HasFile("Search\\Search.ifo")) return;
+  const std::string name = "Search\\" + resource;
+  searchCopies_.Add(path, PathInRoot(name), name);
+}
+
+bool WebServer::HasFile(const std::string& name) const {
+  return ModCommon::FileExists(PathInRoot(name));
+}
+
+std::string WebServer::PathInRoot(std::string_view name) const {
+  return ModCommon::AddSlash(options_.WebRootDir) + std::string(name);
+}
+
+// CGI programs
+
+Task<> WebServer::ServeProgram(std::string resource, std::string body, Client client) {
+  Task<File> running = RunCgiProgram(PathInRoot("cgi-bin\\"), std::move(resource), std::move(body));
+  File page = co_await running;
+  Task<> sending = sender_.SendPage(std::move(page), client);
+  co_await sending;
+}
+
+// The page is named after the program and lies in the Web root itself, not in cgi-bin.
+Task<File> WebServer::RunCgiProgram(std::string cgiDir, std::string resource, std::string body) {
+  const std::string outName = resource.substr(0, resource.size() - kExtensionLength) + ".htm";
+  CgiJob job = {.program = cgiDir + resource,
+                .inPath = cgiDir + "TempFileIn",
+                .outPath = PathInRoot(outName),
+                .pagePath = cgiDir + "TempFileOut",
+                .body = std::move(body)};
+  if (!ModCommon::FileExists(job.program)) co_return File();
+  Task<File> running = cgi_.Run(std::move(job));
+  File page = co_await running;
+  co_await net::YieldToEvents();
+  co_return std::move(page);
+}
+
+// Refusals
+
+Task<> WebServer::RefuseGet(Client client) {
+  SendNotFoundPage(*client);
+  LogRefusal(*client);
+  co_await net::YieldToEvents();
+  client->Close();
+}
+
+Task<> WebServer::RefusePost(Client client) {
+  SendNotFoundPage(*client);
+  try {
+    co_await net::YieldToEvents();
+  } catch (const net::HandlerEnded&) {
+    // The request of a client that left at once is logged like any other.
+  }
+  LogRefusal(*client);
+  client->Close();
+}
+
+void WebServer::LogRefusal(const net::Connection& client) const {
+  files::AppendLine(environment_.program.File("Web.log"),
+                    WebLogLine(std::chrono::system_clock::now(), client.RemoteAddress(), session_));
 }
 
 }  // namespace ModWeb

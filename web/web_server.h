@@ -4,8 +4,8 @@
 // in the manner of HTTP/0.9, without status line or header; the end of the connection ends the
 // answer.
 //
-// CurrentMethod and CurrentResource are one pair for all connections and are never cleared: a
-// request without a resource is served with the one before, and a log line shows the newest.
+// It keeps the listener and the connections; RequestInterpreter decides how a request is answered,
+// and ResponseSender sends the answer. All connections share one session.
 
 #include <memory>
 #include <string>
@@ -16,12 +16,15 @@
 #include "net/draining_connections.h"
 #include "settings/program.h"
 #include "web/cgi_queue.h"
+#include "web/request_interpreter.h"
+#include "web/response_sender.h"
 #include "web/search_copies.h"
 #include "web/web_options.h"
+#include "web/web_session.h"
 
 namespace ModWeb {
 
-class WebServer : public core::Service, private net::SlotEngine {
+class WebServer : public core::Service, private net::SlotEngine, private RequestInterpreter::Site {
  public:
   explicit WebServer(core::ServiceEnvironment environment);
   ~WebServer() override { StopWebListener(); }
@@ -41,42 +44,28 @@ class WebServer : public core::Service, private net::SlotEngine {
 
   const WebOptions& Options() const { return options_; }
 
-  /// The port that is listened on; 0 while stopped.
+  /// The listening port; 0 while stopped.
   std::uint16_t ListeningPort() const { return WebSvrSock_.Listener().LocalPort(); }
 
  private:
   using Client = std::shared_ptr<net::Connection>;
 
-  // Intake
   net::Task<> OnDataArrival(int slot, Client client) override;
   net::Task<> OnWebDataArrival(Client client);
   void OnClose(int slot) override;
   void OnError(int slot) override;
 
-  // Resolution (resource_resolution.cpp)
-  net::Task<> ServeGetRequest(Client client);
-  net::Task<> RefuseGet(Client client);
-  std::string FindDefaultPage() const;
-  void CopyIntoSearch(const std::string& path, const std::string& resource);
-  std::string PathInRoot(std::string_view name) const;
-
-  // Sending (response_sending.cpp)
-  net::Task<> SendWebFile(std::string path, Client client);
-  net::Task<> SendHtmlFile(std::string path, Client client);
-  net::Task<> SendPage(platform::File page, Client client);
-  net::Task<> SendFile(std::string path, Client client, bool pageIfMissing);
-  net::Task<> SendOpened(platform::File file, Client client, bool pageIfMissing);
-  void EndResponse(const Client& client, const std::optional<std::string>& failure) const;
-  void SendNotFoundPage(const Client& client) const;
-
-  // CGI (cgi_execution.cpp)
-  net::Task<> ServePostRequest(std::string requestText, Client client);
-  net::Task<> RefusePost(Client client);
+  net::Task<> ServeHtmlFile(std::string resource, Client client);
+  net::Task<> ServeProgram(std::string resource, std::string body, Client client);
   net::Task<platform::File> RunCgiProgram(std::string cgiDir, std::string resource,
                                           std::string body);
+  net::Task<> RefuseGet(Client client);
+  net::Task<> RefusePost(Client client);
+  void CopyIntoSearch(const std::string& path, const std::string& resource);
+  void LogRefusal(const net::Connection& client) const;
 
-  // One line of Web.log for the request that came last.
-  void LogAccess(const Client& client, std::string_view result) const;
+  bool HasFile(const std::string& name) const override;
+  std::string PathInRoot(std::string_view name) const;
 
   core::ServiceEnvironment environment_;
   net::DrainingConnections draining_;
@@ -84,16 +73,13 @@ class WebServer : public core::Service, private net::SlotEngine {
   net::ConnectionSlots WebSvrSock_;
   std::optional<core::StartFailure> failure_;
   WebOptions options_;
+  WebSession session_;
+  RequestInterpreter interpreter_;
+  ResponseSender sender_;
   CgiQueue cgi_;
   SearchCopies searchCopies_;
 
   settings::SettingsHolders::Holder heldOptions_;
-
-  std::string CurrentMethod_;
-  std::string CurrentResource_;
 };
-
-/// `resource` without its first character, which is assumed to be "/" and is not checked.
-std::string WithoutFirstCharacter(const std::string& resource);
 
 }  // namespace ModWeb

@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A mail root with one mailbox, and a file beside it that nobody may touch.
+// A program directory and a mail root with one mailbox.
 class Home {
  public:
   Home() : path_(fs::temp_directory_path() / "tarnwerk-fuzz") {
@@ -25,7 +25,7 @@ class Home {
   const settings::Program& Program() const { return *program_; }
   const ModMail::MailOptions& Options() const { return options_; }
 
-  // Messages and logs come and go; nothing else is ever made, and the mailbox stays.
+  // Only messages and logs may appear, and the mailbox must stay.
   void RequireOrder() const {
     for (const auto& entry : fs::directory_iterator(path_)) {
       const std::string name = entry.path().filename().string();
@@ -52,8 +52,8 @@ class Home {
 
 }  // namespace
 
-// Arrivals, parted by zero bytes, at both protocols in turn: faults are thrown, and no name of a
-// client's leads out of the mailboxes.
+// Plays arrivals, separated by zero bytes, to both protocols in turn. Faults are thrown, and no
+// name leads out of the mailboxes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const Home home;
   ModMail::MailboxStore store(home.Program(), home.Options());
@@ -65,8 +65,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view arrival = rest.substr(0, rest.find('\0'));
     rest.remove_prefix(std::min(rest.size(), arrival.size() + 1));
     try {
-      isMail ? static_cast<void>(smtp.Interpret(std::string(arrival)))
-             : static_cast<void>(pop3.Interpret(arrival));
+      if (isMail) {
+        smtp.Interpret(std::string(arrival));
+      } else {
+        pop3.Interpret(arrival);
+      }
     } catch (const std::exception&) {
       isMail = !isMail;
     }

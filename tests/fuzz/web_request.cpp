@@ -1,13 +1,16 @@
 #include "tests/fuzz/fuzz_input.h"
-#include "web/request_intake.h"
+#include "web/request_interpreter.h"
 #include "web/url_decoding.h"
 
 namespace {
 
-// A form's body only becomes shorter, but for a "?" of three bytes at most in each place.
-void DecodeBody(std::string_view text) {
+class EmptySite final : public ModWeb::RequestInterpreter::Site {
+  bool HasFile(const std::string&) const override { return false; }
+};
+
+// Decoding makes a text shorter, but for a "?" of three bytes at most in each place.
+void DecodeText(std::string_view text) {
   try {
-    static_cast<void>(ModWeb::ExtractPostBody(text));
     fuzz::Require(ModWeb::DecodeUrl(text).size() <= text.size());
   } catch (const ModWeb::BadRequest&) {
     fuzz::Require(!text.empty());
@@ -16,13 +19,18 @@ void DecodeBody(std::string_view text) {
 
 }  // namespace
 
-// A resource is never empty and lies in the request; a body is decoded or refused.
+// A resource is cut out of the request, and a file that is sent is named without a slash.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text = fuzz::Text(data, size);
-  for (const auto& resource : {ModWeb::CutGetResource(text), ModWeb::CutPostResource(text)}) {
-    if (!resource) continue;
-    fuzz::Require(!resource->empty() && text.find(*resource) != text.npos);
-  }
-  DecodeBody(text);
+  ModWeb::WebOptions options;
+  options.WebRights[0] = "1";
+  options.AppOptions[1] = "1";
+  ModWeb::WebSession session;
+  const EmptySite site;
+  const ModWeb::Decision decision =
+      ModWeb::RequestInterpreter(site, options, session).Interpret(text);
+  if (text.starts_with("POST")) fuzz::Require(text.find(session.CurrentResource) != text.npos);
+  if (text.starts_with("GET")) fuzz::Require(decision.resource.find('/') == std::string::npos);
+  DecodeText(text);
   return 0;
 }

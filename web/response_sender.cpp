@@ -1,14 +1,14 @@
-// Sending a file, or the not-found page, and closing the connection.
+#include "web/response_sender.h"
 
 #include <array>
 #include <chrono>
 #include <optional>
 
 #include "files/files.h"
+#include "net/handler_scope.h"
 #include "platform/system_message.h"
 #include "text/code_page.h"
 #include "web/not_found_page.h"
-#include "web/web_server.h"
 
 namespace ModWeb {
 namespace {
@@ -16,7 +16,7 @@ namespace {
 using net::Task;
 using platform::Departure;
 using platform::File;
-using Client = std::shared_ptr<net::Connection>;
+using Client = ResponseSender::Client;
 using Failure = std::optional<std::string>;
 
 constexpr std::size_t kPieceBytes = 10240;
@@ -33,10 +33,9 @@ Failure SendPiece(File& file, std::size_t size, const Client& client, Departure 
   return std::nullopt;
 }
 
-// About 200 KB a second: the pause keeps a large file from taking the line for itself.
+// The pause keeps a large file from taking the line for itself.
 Task<> Pace(Client client) {
   for (int i = 0; i < kYieldsPerPiece; ++i) co_await net::YieldToEvents();
-  // A slow reader delays the next piece, so that there is never more than one.
   Task<> sent = client->Sent();
   co_await sent;
   net::Pause pause(kPause);
@@ -55,7 +54,7 @@ Task<Failure> SendPieces(File file, Client client) {
     Task<> pacing = Pace(client);
     co_await pacing;
   }
-  // A buffer of no bytes cannot be made: such a file ends in an error once its pieces are out.
+  // Without a rest there is no last piece, which counts as a failure once the others are out.
   if (rest == 0) co_return "the last piece of the file has no bytes";
   if (Failure failure = SendPiece(file, rest, client, Departure::kWithEnd)) co_return failure;
   file.Close();
@@ -63,7 +62,8 @@ Task<Failure> SendPieces(File file, Client client) {
   co_return std::nullopt;
 }
 
-// The file that the existence test found; the test alone overlooks a separator at the end.
+// The file that the existence test finds. That test ignores a separator at the end of the path,
+// opening the file does not.
 File OpenFound(const std::string& path, Failure& failure) {
   File file = files::OpenIfExists(path);
   if (!file.IsOpen() || !path.ends_with('\\')) return file;
@@ -73,53 +73,53 @@ File OpenFound(const std::string& path, Failure& failure) {
   return file;
 }
 
+void EndResponse(const Client& client, const Failure& failure, const files::ErrorLog& errors) {
+  if (failure) errors.LogError(*failure + "\r\n");
+  client->Close();
+}
+
 }  // namespace
 
-Task<> WebServer::SendWebFile(std::string path, Client client) {
+Task<> ResponseSender::SendWebFile(std::string path, Client client) const {
   return SendFile(std::move(path), std::move(client), false);
 }
 
-Task<> WebServer::SendHtmlFile(std::string path, Client client) {
+Task<> ResponseSender::SendHtmlFile(std::string path, Client client) const {
   return SendFile(std::move(path), std::move(client), true);
 }
 
-Task<> WebServer::SendPage(File page, Client client) {
+Task<> ResponseSender::SendPage(File page, Client client) const {
   return SendOpened(std::move(page), std::move(client), true);
 }
 
-Task<> WebServer::SendFile(std::string path, Client client, bool pageIfMissing) {
+Task<> ResponseSender::SendFile(std::string path, Client client, bool pageIfMissing) const {
   Failure failure;
   File file = OpenFound(path, failure);
   if (failure) {
-    EndResponse(client, failure);
+    EndResponse(client, failure, errors_);
     co_return;
   }
   Task<> sending = SendOpened(std::move(file), client, pageIfMissing);
   co_await sending;
 }
 
-Task<> WebServer::SendOpened(File file, Client client, bool pageIfMissing) {
+Task<> ResponseSender::SendOpened(File file, Client client, bool pageIfMissing) const {
   Failure failure;
   try {
     if (file.IsOpen()) {
       Task<Failure> sending = SendPieces(std::move(file), client);
       failure = co_await sending;
     } else if (pageIfMissing) {
-      SendNotFoundPage(client);
+      SendNotFoundPage(*client);
     }
   } catch (const net::HandlerEnded&) {
-    // A client that leaves early is no error, and whoever called goes on as if it had stayed.
+    // The client left early; the caller goes on as if it had stayed.
   }
-  EndResponse(client, failure);
+  EndResponse(client, failure, errors_);
 }
 
-void WebServer::EndResponse(const Client& client, const Failure& failure) const {
-  if (failure) environment_.program.errors.LogError(*failure + "\r\n");
-  client->Close();
-}
-
-void WebServer::SendNotFoundPage(const Client& client) const {
-  client->SendData(text::ToSystem(BuildNotFoundPage()), Departure::kWithEnd);
+void SendNotFoundPage(net::Connection& client) {
+  client.SendData(text::ToSystem(BuildNotFoundPage()), Departure::kWithEnd);
 }
 
 }  // namespace ModWeb

@@ -1,0 +1,46 @@
+#pragma once
+
+// Sends files and pages, each followed by the end of the connection. A file goes out in pieces of
+// 10 KiB with a pause behind each, about 200 KB a second, and never more than one piece waits for a
+// slow reader.
+//
+// A client that leaves early is no failure: the tasks then end as if it had stayed. What goes wrong
+// with a file is logged, and the connection is closed.
+
+#include <memory>
+#include <string>
+
+#include "files/logs.h"
+#include "net/connection.h"
+#include "net/task.h"
+#include "platform/file.h"
+
+namespace ModWeb {
+
+class ResponseSender {
+ public:
+  using Client = std::shared_ptr<net::Connection>;
+
+  /// `errors` must outlive the sender, and the sender its tasks.
+  explicit ResponseSender(const files::ErrorLog& errors) : errors_(errors) {}
+
+  /// Sends the file, or nothing if it is missing. `path` is a path text.
+  net::Task<> SendWebFile(std::string path, Client client) const;
+
+  /// Sends the file, or the not-found page if it is missing.
+  net::Task<> SendHtmlFile(std::string path, Client client) const;
+
+  /// Sends an opened file, or the not-found page if `page` is not open.
+  net::Task<> SendPage(platform::File page, Client client) const;
+
+ private:
+  net::Task<> SendFile(std::string path, Client client, bool pageIfMissing) const;
+  net::Task<> SendOpened(platform::File file, Client client, bool pageIfMissing) const;
+
+  const files::ErrorLog& errors_;
+};
+
+/// Hands the not-found page to the client and leaves the connection open.
+void SendNotFoundPage(net::Connection& client);
+
+}  // namespace ModWeb

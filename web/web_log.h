@@ -1,0 +1,22 @@
+#pragma once
+
+// The lines of Web.log: one per request that was refused.
+
+#include <string>
+#include <string_view>
+
+#include "core/access_line.h"
+#include "text/printable_text.h"
+#include "web/web_session.h"
+
+namespace ModWeb {
+
+/// The line of the newest request of `session`. A resource longer than any name is cut.
+inline std::string WebLogLine(text::WallTime time, std::string_view clientAddress,
+                              const WebSession& session) {
+  constexpr std::size_t kMostOfResource = 4096;
+  return core::AccessLineStart(time, clientAddress) + "请求方法：" + session.CurrentMethod +
+         "  请求资源：" + text::Printable(session.CurrentResource, kMostOfResource) + "  Failed!";
+}
+
+}  // namespace ModWeb
