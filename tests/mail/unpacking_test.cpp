@@ -7,97 +7,32 @@
 
 namespace {
 
+using ModMail::ReceivedMessage;
 using test::MailClient;
 using testing::HasSubstr;
 using testing::Not;
 
+constexpr const char* kMarker = "\r\n@@@@@@@@@@ CPRCreate @@@@@@@@@@\r\n";
+const std::string kAttachment =
+    "A: boundary=b\r\n\r\n--b\r\n\r\nYQ==\r\n--b\r\nA: filename=large\r\n";
+
 class Unpacking : public test::MailFixture {
  protected:
-  std::string Content() const { return Read(Box("bob") + "Message_1/Content.txt"); }
-  std::string Unpacked(const std::string& name) const {
-    const std::string unpacked = Read(Box("bob") + "Message_1/" + name);
-    EXPECT_EQ(Read("mailroot/Accessary/" + name), unpacked);
+  // Reads the attachment where it was unpacked; its copy must be the same.
+  std::string Large() const {
+    const std::string unpacked = Read(folder_ + "large");
+    EXPECT_TRUE(Read("mailroot/Accessary/large") == unpacked);
     return unpacked;
   }
-  std::string Trace() const { return Read("mailroot/User/email.msg"); }
-};
-
-constexpr const char* kMarker = "\r\n@@@@@@@@@@ CPRCreate @@@@@@@@@@\r\n";
-
-// A client can name messages without end, and unpacking takes longer than that.
-TEST_F(Unpacking, LetsOneMessageWaitAsOftenAsOneQuitCanNameItAndBoundsThemAll) {
-  const std::string root = Home().Text("mailroot");
-  const auto waitingAfter = [&](const std::function<void(ModMail::UnpackQueue&)>& add) {
-    OnLoop([&] {
-      ModMail::UnpackQueue queue(Environment());
-      queue.Start();
-      add(queue);
-      queue.Stop();
-    });
-    return Read("unpack.lst");
-  };
-  const auto linesOf = [](const std::string& list) {
-    return std::count(list.begin(), list.end(), '\n');
-  };
-  const std::vector<ModMail::ReceivedMessage> eleven(11, {1, "bob", root});
-  EXPECT_EQ(linesOf(waitingAfter([&](auto& queue) {
-              for (int i = 0; i < 3; ++i) queue.Add(eleven);
-            })),
-            11);
-  const std::string list = waitingAfter([&](auto& queue) {
-    for (int number = 2; number <= 3000; ++number) queue.Add({{number, "bob", root}});
-  });
-  EXPECT_EQ(linesOf(list), 2048) << "the repeated ones have made room";
-  EXPECT_THAT(list, HasSubstr("\r\n2048\tbob\t"));
-  EXPECT_THAT(ErrorLog(), Not(HasSubstr("Message_2048.eml")));
-  EXPECT_THAT(ErrorLog(), HasSubstr("Message_2049.eml"));
-}
-
-TEST_F(Unpacking, LeavesOthersServedAndSurvivesTheClient) {
-  std::string text =
-      "A: boundary=b\r\n\r\n--b\r\nA: filename=large\r\n"
-      "Content-Transfer-Encoding: base64\r\n\r\n";
-  std::string expected;
-  while (text.size() < 24U << 20) {
-    text += "VGFybndlcmsgVGFybndlcmsgVGFybndlcmsgVGFybndlcmsg\r\n";
-    expected += "Tarnwerk Tarnwerk Tarnwerk Tarnwerk ";
-  }
-  // Too long for one arrival, so it is put where it would be, and the recipient named alone.
-  Put(Message("bob", 1), text + "--b--\r\n.\r\n");
-  MailClient client(smtpPort_);
-  MailClient other(pop3Port_);
-  client.Ask("RCPT TO:<bob@x>");
-  EXPECT_EQ(client.Ask("QUIT"), "221");
-  client.Reset();
-  int served = 0;
-  for (bool isIdle = false; !isIdle; ++served) {
-    ASSERT_EQ(other.Ask("NOOP"), "+OK");
-    OnLoop([&] { isIdle = TheServer().HasUnpackedAll(); });
-  }
-  EXPECT_GT(served, 10) << "there was time for others in between";
-  EXPECT_TRUE(Unpacked("large") == expected);
-}
-
-// Stopped in the middle of a large attachment, with two more messages behind it: what is there is
-// whole, and the next start leaves everything as if there had been no stop.
-TEST_F(Unpacking, GoesOnAfterAStopWithWhatWasInterruptedAndWhatWaits) {
-  const std::string folder = Box("bob") + "Message_1/";
-  const std::string trace = "mailroot/User/email.msg";
-  std::string text = "A: boundary=b\r\n\r\n--b\r\n\r\nYQ==\r\n--b\r\nA: filename=large\r\n\r\n";
-  const std::string plain(8U << 20, 'x');
-  text += plain + "\r\n--b--\r\n";
-  Put(Message("bob", 1), text);
-  Put(folder + "large", "former");
-  {
+  // Has the first message of each user unpacked, by a client that is gone at once.
+  void Quit(const std::vector<std::string>& users) {
     MailClient client(smtpPort_);
-    client.Ask("RCPT TO:<bob@x>");
-    client.Ask("RCPT TO:<bob@x>");
-    client.Ask("RCPT TO:<alice@x>");
-    Put(Message("alice", 1), "A: b\r\n\r\nYWxpY2U=\r\n");
+    for (const std::string& user : users) client.Ask("RCPT TO:<" + user + "@x>");
     EXPECT_EQ(client.Ask("QUIT"), "221");
+    client.Reset();
   }
-  // Looks at every turn of the loop.
-  const auto stopWhen = [&](const std::function<bool()>& reached) {
+  // Does `begin`, and stops the server when `reached`, asked at every turn of the loop.
+  void StopWhen(const std::function<bool()>& reached, const std::function<void()>& begin) {
     bool isGivenUp = false;
     std::function<void()> look = [&] {
       if (reached()) {
@@ -107,55 +42,115 @@ TEST_F(Unpacking, GoesOnAfterAStopWithWhatWasInterruptedAndWhatWaits) {
       }
     };
     OnLoop(look);
+    begin();
     EXPECT_TRUE(Eventually([&] { return !TheServer().IsRunning(); }));
     OnLoop([&] { isGivenUp = true; });
     OnLoop([] {});  // behind the last look
     EXPECT_TRUE(TheServer().HasUnpackedAll());
-    EXPECT_FALSE(Home().Has(folder + "unpack.tmp"));
+    EXPECT_FALSE(Home().Has(folder_ + "unpack.tmp"));
     EXPECT_FALSE(Home().Has("mailroot/Accessary/unpack.tmp"));
+  }
+
+  const std::string folder_ = Box("bob") + "Message_1/";
+};
+
+// Clients can name messages faster than they are unpacked.
+TEST_F(Unpacking, LetsOneMessageWaitAsOftenAsOneQuitCanNameItAndBoundsThemAll) {
+  const std::string root = Home().Text("mailroot");
+  const auto linesAfter = [&](const std::vector<ReceivedMessage>& messages) {
+    OnLoop([&] {
+      ModMail::UnpackQueue queue(Environment());
+      queue.Start();
+      queue.Add(messages);
+      queue.Stop();
+    });
+    const std::string list = Read("unpack.lst");
+    return std::count(list.begin(), list.end(), '\n');
   };
-  stopWhen([&] { return Home().Has(folder + "unpack.tmp") && Home().Has(folder + "Content.txt"); });
-  EXPECT_TRUE(Read(folder + "large") == "former");
-  EXPECT_EQ(Content(), "a");
-  ASSERT_TRUE(StartServer());
-  // This time in the middle of the trace.
-  stopWhen([&] { return Home().Has(trace) && std::filesystem::file_size(Home().Path(trace)) > 0; });
-  EXPECT_TRUE(Trace().empty());
-  EXPECT_TRUE(Read(folder + "large") == plain);
+  EXPECT_EQ(linesAfter(std::vector<ReceivedMessage>(33, {1, "bob", root})), 11);
+  std::vector<ReceivedMessage> many;
+  for (int number = 2; number <= 3000; ++number) many.push_back({number, "bob", root});
+  EXPECT_EQ(linesAfter(many), 2048) << "the repeated ones have made room";
+  EXPECT_THAT(Read("unpack.lst"), HasSubstr("\r\n2048\tbob\t"));
+  EXPECT_THAT(ErrorLog(), Not(HasSubstr("Message_2048.eml")));
+  EXPECT_THAT(ErrorLog(), HasSubstr("Message_2049.eml"));
+}
+
+TEST_F(Unpacking, LeavesOthersServedAndSurvivesTheClient) {
+  std::string text = kAttachment + "Content-Transfer-Encoding: base64\r\n\r\n";
+  std::string expected;
+  while (text.size() < 24U << 20) {
+    text += "VGFybndlcmsgVGFybndlcmsgVGFybndlcmsgVGFybndlcmsg\r\n";
+    expected += "Tarnwerk Tarnwerk Tarnwerk Tarnwerk ";
+  }
+  Put(Message("bob", 1), text + "--b--\r\n.\r\n");
+  MailClient other(pop3Port_);
+  Quit({"bob"});
+  int served = 0;
+  for (bool isIdle = false; !isIdle; ++served) {
+    ASSERT_EQ(other.Ask("NOOP"), "+OK");
+    OnLoop([&] { isIdle = TheServer().HasUnpackedAll(); });
+  }
+  EXPECT_GT(served, 10) << "there was time for others in between";
+  EXPECT_TRUE(Large() == expected);
+}
+
+// Stopped in the middle of a large attachment and again in the middle of the trace, with two more
+// messages waiting: no file is half written, and in the end all is as if there had been no stop.
+TEST_F(Unpacking, GoesOnAfterAStopWithWhatWasInterruptedAndWhatWaits) {
+  const std::string trace = "mailroot/User/email.msg";
+  const std::string plain(8U << 20, 'x');
+  const std::string text = kAttachment + "\r\n" + plain + "\r\n--b--\r\n";
+  const std::string small = "A: b\r\n\r\nYWxpY2U=\r\n";
+  Put(Message("bob", 1), text);
+  Put(Message("alice", 1), small);
+  Put(folder_ + "large", "former");
+  StopWhen(
+      [&] { return Home().Has(folder_ + "unpack.tmp") && Home().Has(folder_ + "Content.txt"); },
+      [&] {
+        Quit({"bob", "bob", "alice"});
+      });
+  EXPECT_TRUE(Read(folder_ + "large") == "former");
+  EXPECT_EQ(Read(folder_ + "Content.txt"), "a");
+  StopWhen([&] { return Home().Has(trace) && std::filesystem::file_size(Home().Path(trace)) > 0; },
+           [&] { ASSERT_TRUE(StartServer()); });
+  EXPECT_TRUE(Read(trace).empty());
+  EXPECT_TRUE(Read(folder_ + "large") == plain);
   EXPECT_TRUE(Home().Has("unpack.lst"));
   ASSERT_TRUE(StartServer());
   EXPECT_FALSE(Home().Has("unpack.lst"));
   ASSERT_TRUE(IsUnpacked());
-  EXPECT_TRUE(Unpacked("large") == plain);
+  EXPECT_TRUE(Large() == plain);
   EXPECT_EQ(Read(Box("alice") + "Message_1/Content.txt"), "alice");
   const std::string once = text + kMarker;
-  const std::string other = "A: b\r\n\r\nYWxpY2U=\r\n" + std::string(kMarker);
-  EXPECT_TRUE(Trace() == once + once + once + once + other + other);
+  const std::string other = small + kMarker;
+  EXPECT_TRUE(Read(trace) == once + once + once + once + other + other);
   EXPECT_EQ(ErrorLog(), "");
 }
 
 TEST_F(Unpacking, TakesFromTheListWhatAQuitCanHaveNamed) {
-  Put(Message("bob", 1), "A: b\r\n\r\nYQ==\r\n");
-  Put("outside/Message_1.eml", "A: b\r\n\r\nYQ==\r\n");
+  for (const char* folder : {"mailroot/User/bob", "outside"}) {
+    Put(std::string(folder) + "/Message_1.eml", "A: b\r\n\r\nYQ==\r\n");
+  }
   const std::string root = "\t" + Home().Text("mailroot") + "\r\n";
   const struct {
     std::string list;
-    bool isUnpacked;
+    const char* content;
     const char* fault;
   } cases[] = {
-      {"1\tbob" + root, true, ""},
+      {"1\tbob" + root, "a", ""},
       {"1\t../../outside" + root + "x\n\n1\tbob\n0\tbob" + root + "32769\tbob" + root + "1x\tbob" +
            root + std::string(200000, '\t') + "\n1\tbob" + root,
-       true, "8 lines name no message"},
-      {"1\tbob" + root + std::string(5U << 20, '1'), false, "unpack.lst: "},
+       "a", "8 lines name no message"},
+      {"1\tbob" + root + std::string(5U << 20, '1'), "", "unpack.lst: "},
   };
   for (const auto& one : cases) {
-    std::filesystem::remove_all(Home().Path(Box("bob") + "Message_1"));
+    std::filesystem::remove_all(Home().Path(folder_));
     std::filesystem::remove(Home().Path("RunErr.Log"));
     Put("unpack.lst", one.list);
     ASSERT_TRUE(StartServer());
     ASSERT_TRUE(IsUnpacked());
-    EXPECT_EQ(Content(), one.isUnpacked ? "a" : "") << one.fault;
+    EXPECT_EQ(Read(folder_ + "Content.txt"), one.content) << one.fault;
     const std::string log = ErrorLog();
     EXPECT_THAT(log, HasSubstr(one.fault));
     EXPECT_LE(std::count(log.begin(), log.end(), '\n'), 1);
