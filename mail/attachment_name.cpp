@@ -13,7 +13,7 @@
 namespace ModMail {
 namespace {
 
-// In bytes of UTF-8; every file system holds 255, and some of ours are used with a suffix.
+// In bytes of UTF-8. Every file system takes 255, and some of our names get a suffix.
 constexpr std::size_t kLongestName = 200;
 constexpr std::size_t kLongestExtension = 20;
 
@@ -24,7 +24,7 @@ bool IsDeviceName(std::string_view name) {
   while (stem.ends_with(' ')) stem.remove_suffix(1);
   const auto isStem = [stem](std::string_view device) { return EqualAscii(stem, device); };
   if (std::any_of(kDevices.begin(), kDevices.end(), isStem)) return true;
-  // Numbered ones; their digit may be a superscript one, which takes two bytes.
+  // The digit of a numbered device may be a superscript, which takes two bytes.
   const bool numbered = StartsWithAscii(stem, "COM") || StartsWithAscii(stem, "LPT");
   const std::string_view digit = stem.substr(std::min<std::size_t>(stem.size(), 3));
   const bool superscript = digit == "\xC2\xB9" || digit == "\xC2\xB2" || digit == "\xC2\xB3";
@@ -36,7 +36,7 @@ std::string_view WithoutEnd(std::string_view name) {
   return last == std::string_view::npos ? std::string_view() : name.substr(0, last + 1);
 }
 
-// The first bytes of `text`, without half a character.
+// At most `length` bytes of `text`, in whole characters.
 std::string_view Cut(std::string_view text, std::size_t length) {
   if (text.size() <= length) return text;
   while (length > 0 && text::IsContinuation(text[length])) --length;

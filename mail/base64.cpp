@@ -35,8 +35,8 @@ struct Quad {
   std::uint8_t c0, c1, c2, c3;
 };
 
-// Whole groups without padding or line ends, which is nearly all of any text. Returns how much of
-// `text` that was.
+// Decodes whole groups without padding or line ends, which make up nearly all of any text. Returns
+// their length in `text`.
 std::size_t DecodePlainRun(std::string_view text, std::string& decoded) {
   const std::size_t before = decoded.size();
   decoded.resize(before + text.size() / 4 * 3);
@@ -55,12 +55,12 @@ std::size_t DecodePlainRun(std::string_view text, std::string& decoded) {
 }  // namespace
 
 std::string Base64Decoder::Next(std::string_view piece) {
-  constexpr std::size_t kRun = 80;  // a line: what is resized in vain behind it costs nothing then
+  constexpr std::size_t kRun = 80;  // about a line, so that little is resized in vain
   std::string decoded;
   decoded.reserve(piece.size() / 4 * 3 + kRun);
   while (!piece.empty()) {
     if (groupSize_ == 0) piece.remove_prefix(DecodePlainRun(piece.substr(0, kRun), decoded));
-    // A line end, or a group that one divides: up to where whole groups can begin again.
+    // A line end, or a group divided by one: up to where whole groups can begin again.
     for (bool isBetween = false; !isBetween && !piece.empty(); isBetween = groupSize_ == 0) {
       Take(static_cast<unsigned char>(piece.front()), decoded);
       piece.remove_prefix(1);

@@ -1,8 +1,8 @@
 #pragma once
 
-// Base64 as received messages are decoded with. CR, LF and everything else outside the alphabet is
-// skipped; a text may hold several padded pieces one after another, and of an incomplete last group
-// the bytes that are whole count. Any bytes are accepted.
+// The Base64 decoder for received messages. It accepts any bytes: everything outside the alphabet,
+// CR and LF included, is skipped; a text may consist of several padded pieces; and an incomplete
+// last group yields its whole bytes.
 
 #include <array>
 #include <cstddef>
@@ -12,14 +12,14 @@
 
 namespace ModMail {
 
-/// Decodes a text piece by piece, so that a large one takes no more memory than a piece and leaves
-/// others their turn. Where the text is cut makes no difference.
+/// Decodes a text piece by piece, so that a large text needs little memory and does not block the
+/// loop. The result does not depend on where the text is cut.
 class Base64Decoder {
  public:
-  /// What the next `piece` of the text completes, possibly nothing.
+  /// The bytes that the next `piece` of the text completes, possibly none.
   std::string Next(std::string_view piece);
 
-  /// What the text ends with, once it was given whole. The decoder can then be used again.
+  /// The last bytes, after the whole text was passed to Next. The decoder can then be used again.
   std::string End();
 
  private:

@@ -13,11 +13,11 @@ constexpr std::string_view kWordBegin = "=?gb2312?B?";
 constexpr std::string_view kWordEnd = "?=";
 constexpr std::string_view kBlanks = " \t\r\n";
 
-// Takes the word that `text` begins with, and returns what it encodes.
+// Removes the word that `text` begins with, and returns its encoded part.
 std::string_view TakeWord(std::string_view& text) {
   text.remove_prefix(kWordBegin.size());
-  // The blank first: looked for in all that follows, an end that none of many words has would take
-  // time by the square of their number.
+  // The search for the end stops at a blank: with many words that lack it, searching all that
+  // follows would take quadratic time.
   const std::string_view unbroken = text.substr(0, text.find_first_of(kBlanks));
   const std::string_view word = unbroken.substr(0, unbroken.find(kWordEnd));
   text.remove_prefix(word.size());
@@ -33,8 +33,8 @@ std::string_view WithoutLeadingBlanks(std::string_view text) {
 
 bool IsEncodedSubject(std::string_view text) { return StartsWithAscii(text, kWordBegin); }
 
-// The bytes of all words are joined before they become a text: some programs cut a character in
-// two.
+// The bytes of all words are joined before they are converted: some programs divide a character
+// between two words.
 std::string DecodeEncodedSubject(std::string_view encoded) {
   std::string bytes;
   for (std::string_view next = encoded; IsEncodedSubject(next);

@@ -34,7 +34,7 @@ void DeleteContents(const std::string& folder, const files::ErrorLog& errors) {
   std::error_code error;
   for (const platform::DirectoryEntry& entry : files::ListFolder(folder, error)) {
     const std::string path = folder + entry.name;
-    // A link to a folder goes like an empty folder; what it points to is not ours.
+    // A link to a folder is removed like an empty folder; its target is not ours.
     if (entry.isFolder && !files::RemoveFolder(path)) continue;
     if (entry.isFolder) DeleteContents(AddSlash(path), errors);
     error = entry.isFolder ? files::RemoveFolder(path) : files::RemoveFile(path);
@@ -50,7 +50,7 @@ bool IsAccountName(std::string_view name) {
   if (name.empty()) return true;
   if (name.size() > kLongestAccountName) return false;
   if (std::any_of(name.begin(), name.end(), text::IsForbiddenInFileNames)) return false;
-  // Windows drops dots and blanks at the end of a name.
+  // Windows ignores dots and blanks at the end of a name.
   return name.find_first_not_of(". ") != std::string_view::npos;
 }
 
@@ -103,7 +103,7 @@ void RemoveMailUser(std::string_view mailRoot, std::string_view name,
                     const files::ErrorLog& errors) {
   if (!MailUserExists(mailRoot, name)) return;
   const std::string folder = MailUserFolder(mailRoot) + std::string(name);
-  // The mailbox may be a link itself.
+  // The mailbox itself may be a link.
   if (!files::RemoveFolder(folder)) return;
   DeleteContents(AddSlash(folder), errors);
   files::RemoveFolder(folder);

@@ -1,7 +1,7 @@
 #pragma once
 
 // The accounts of a mail root, as the user administers them: listing, adding, changing and removing
-// mailboxes. Plain functions on the disk; `mailRoot` is a path text.
+// mailboxes. Plain functions that work on the disk and keep nothing; `mailRoot` is a path text.
 
 #include <cstddef>
 #include <string>
@@ -20,17 +20,18 @@ struct MailUser {
 /// The folder that holds the mailboxes, with a separator at its end.
 std::string MailUserFolder(std::string_view mailRoot);
 
-/// Longer than any file system holds; a client may send megabytes.
+/// No file system takes a longer name; clients may send megabytes.
 inline constexpr std::size_t kLongestAccountName = 765;
 
-/// Whether `name` can name only a folder that lies in MailUserFolder, or is empty: nothing that no
-/// file name may hold, a separator above all, not "." or "..", nor what a system takes for these.
+/// Whether `name` is empty or can only name a folder in MailUserFolder. It must not contain what a
+/// file name cannot contain, separators above all, and must not be "." or ".." or what a system
+/// takes for them.
 bool IsAccountName(std::string_view name);
 
-/// Every mailbox with its password, in the order of the file system.
+/// Every mailbox with its password, in the order of the directory listing.
 std::vector<MailUser> ListMailUsers(std::string_view mailRoot);
 
-/// How many messages are in a mailbox.
+/// The number of messages in a mailbox.
 std::size_t MessagesOf(std::string_view mailRoot, std::string_view name);
 
 bool MailUserExists(std::string_view mailRoot, std::string_view name);
@@ -38,20 +39,20 @@ bool MailUserExists(std::string_view mailRoot, std::string_view name);
 /// The password in the UserInfo.ini of a mailbox; `box` ends in a separator.
 std::string ReadMailPassword(std::string_view box);
 
-/// Writes the password of an existing mailbox and nothing else. False if it could not be written.
+/// Changes the password of an existing mailbox and nothing else. Whether it was written.
 bool ChangeMailPassword(std::string_view mailRoot, const MailUser& user);
 
 /// Creates the mailbox if it is missing, and the folders above it, and writes name and password
-/// into its UserInfo.ini. False if that could not be done or `user` has no usable name.
+/// into its UserInfo.ini. Whether all of that was done; never for a name that cannot be used.
 bool SaveMailUser(std::string_view mailRoot, const MailUser& user);
 
-/// Removes a mailbox with everything in it. What cannot be deleted is told to the error log and
-/// stays. Does nothing for a name that names no mailbox.
+/// Removes a mailbox with everything in it. What cannot be deleted stays and is logged. Does
+/// nothing if there is no such mailbox.
 void RemoveMailUser(std::string_view mailRoot, std::string_view name,
                     const files::ErrorLog& errors);
 
-/// A user name or password as it is kept: without control characters and characters that no file
-/// name may hold, and without blanks at its ends. What would be "." or ".." is empty.
+/// A user name or password as it is stored: without control characters, characters that a file name
+/// cannot contain, and blanks at its ends. "." and ".." become empty.
 std::string CleanText(std::string_view text);
 
 }  // namespace ModMail

@@ -1,8 +1,7 @@
 #pragma once
 
-// The session variables of the mail server. There is one set for all SMTP and POP3 connections
-// together, on purpose: whoever names a user, counts messages or adds a recipient does so for
-// everybody.
+// The session state of the mail server. All SMTP and POP3 connections share one set, on purpose: a
+// client that names a user, counts messages or adds a recipient does so for all of them.
 
 #include <array>
 #include <cstdint>
@@ -20,14 +19,15 @@ struct MailSessionState {
   static constexpr int kRecipients = 11;
   static constexpr int kLargestNumber = 50;
 
-  std::string currentUser;  // as last named by MAIL, RCPT or USER, whether there is one or not
+  std::string currentUser;  // as last named by MAIL, RCPT or USER, with or without a mailbox
   std::int16_t messageCount = 0;
   TransferStage transferStage = TransferStage::kWaiting;
   std::int16_t cursor = 0;  // of the loops over recipients and listed messages
-  std::string lastChunk;    // the bytes of the SMTP arrival that came last
+  std::string lastChunk;    // the bytes of the last SMTP arrival
   std::array<std::string, kRecipients> MailRecipients;  // in use up to the first empty one
 
-  /// Entry k is the size of the k-th message as last listed, whoever's that was; 0 is never used.
+  /// Entry k is the size of the k-th message of the last listing, in whichever mailbox. Entry 0 is
+  /// never used.
   std::array<std::int32_t, kLargestNumber + 1> messageSizes = {};
 };
 

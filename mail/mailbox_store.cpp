@@ -23,17 +23,17 @@ using platform::File;
 constexpr std::string_view kMessagePattern = "*.eml";
 constexpr std::string_view kLineEnd = "\r\n";
 
-// What one flush may have to write, for all others wait for it.
+// The most that one flush has to write, since everything else waits for it.
 constexpr std::size_t kMostUnflushedBytes = 8U << 20;
 constexpr std::size_t kMostUnflushedFiles = 16;
 
-// What stands from `begin` to `end`, either of which may not have been found.
+// Empty if either position was not found.
 std::string_view Span(std::string_view text, std::size_t begin, std::size_t end) {
   if (begin == std::string_view::npos || end == std::string_view::npos || end < begin) return {};
   return text.substr(begin, end - begin);
 }
 
-// For names, a line end in front of the blank does not count.
+// Unlike CommandArgument, ignores a line end before the blank.
 std::string_view NameArgument(std::string_view commandLine) {
   const std::size_t blank = commandLine.find(' ');
   if (blank == std::string_view::npos) return {};
@@ -50,7 +50,7 @@ std::string_view AddressName(std::string_view commandLine) {
   throw MailFault(path + ": " + platform::SystemMessage(error));
 }
 
-// The counters have the widths that clients know the numbers in.
+// The counters have the widths that clients know.
 template <class Number>
 Number Narrow(std::uint64_t value, const char* what) {
   if (value > static_cast<std::uint64_t>(std::numeric_limits<Number>::max())) {
@@ -59,13 +59,13 @@ Number Narrow(std::uint64_t value, const char* what) {
   return static_cast<Number>(value);
 }
 
-// Whoever names a user can choose a name that no folder has.
+// A client can name a user that no folder can be named after.
 bool IsMissing(const std::error_code& error) {
   return files::IsMissing(error) || error == std::errc::not_a_directory ||
          error == std::errc::filename_too_long;
 }
 
-// With `flushed`, returns once the file is on the disk.
+// With `flushed`, returns after the file is on the disk.
 std::error_code Append(const std::string& path, std::string_view chunk, bool flushed) {
   std::error_code error;
   File file = files::OpenFile(path, File::Mode::kAppend, error);
@@ -74,7 +74,7 @@ std::error_code Append(const std::string& path, std::string_view chunk, bool flu
   return error;
 }
 
-// Tells nearly every file that does not match without more than a look at its end.
+// A quick test that excludes nearly all files that do not match.
 bool EndsAlike(std::string_view name, std::string_view pattern) {
   constexpr std::size_t kExtension = 4;
   const std::string_view end = pattern.substr(pattern.size() - kExtension);
@@ -86,7 +86,7 @@ bool IsMessage(const platform::DirectoryEntry& entry, std::string_view pattern) 
          text::MatchesWildcard(entry.name, pattern);
 }
 
-// As a file system lists them that sorts by name.
+// The order of file systems that sort by name.
 void SortByName(std::vector<std::string>& names) {
   std::vector<std::pair<std::string, std::string>> order;
   order.reserve(names.size());
@@ -115,7 +115,7 @@ std::string_view CommandArgument(std::string_view commandLine) {
 
 std::string MailboxStore::UserFolder() const { return MailUserFolder(options_.mailRoot); }
 
-// None for a name that names no account.
+// None if the user's name cannot be an account's.
 std::optional<std::string> MailboxStore::Box() const {
   if (!IsAccountName(state_.currentUser)) return std::nullopt;
   return ModCommon::AddSlash(UserFolder() + state_.currentUser);
@@ -126,7 +126,7 @@ bool MailboxStore::CurrentUserExists() const {
   return box && files::FolderExists(*box);
 }
 
-// One that is too long to be an account's is kept as long as it needs to be to stay so.
+// A name that is too long for an account is cut, but stays too long.
 void MailboxStore::NameUser(std::string_view name) {
   state_.currentUser = name.substr(0, kLongestAccountName + 1);
 }
@@ -256,7 +256,7 @@ bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk, bool is
 void MailboxStore::FlushMailboxes() {
   for (const std::string& path : unflushed_) {
     const std::error_code error = files::FlushFile(path);
-    // Whoever deleted a message meanwhile does not miss it.
+    // A message that was deleted meanwhile needs no flush.
     if (error && !IsMissing(error))
       program_.errors.LogError(path + ": " + platform::SystemMessage(error));
   }

@@ -1,18 +1,17 @@
 #pragma once
 
-// The mailboxes on the disk: a folder per user under the mail root's `User` folder, in it the
-// user's UserInfo.ini and a file Message_<n>.eml per message, holding the bytes that the sender
-// sent. The folder's existence is what makes an account exist. Nothing is cached but the session
-// variables, which the store owns and all connections share.
+// The mailboxes on the disk: a folder per user in the mail root's `User` folder, with the user's
+// UserInfo.ini and a file Message_<n>.eml per message, which contains the bytes as they were sent.
+// An account exists if its folder does. The store keeps nothing in memory but the session state,
+// which it owns and all connections share.
 //
-// A name that a client sent is used as a path only if it can name nothing but a folder in `User`
-// (IsAccountName); any other is a user who has no mailbox. The empty name is the `User` folder
+// A name from a client is used as a path only if it can name nothing but a folder in `User`
+// (IsAccountName); with any other name a user has no mailbox. The empty name is the `User` folder
 // itself.
 //
-// Operations work on the current user unless they say otherwise. Those that cannot do what they are
-// for throw MailFault, which ends the command that called them. More messages than 16 bits count
-// are such a fault; up to there an operation's time is linear in the number of files in the
-// mailbox.
+// Operations work on the current user unless they say otherwise. An operation that fails throws
+// MailFault, which ends the command. More messages than 16 bits can count are such a fault; up to
+// that number, the time is linear in the number of files in the mailbox.
 
 #include <cstdint>
 #include <optional>
@@ -48,11 +47,11 @@ class MailboxStore {
 
   MailSessionState& State() { return state_; }
 
-  /// Makes what stands between the first "<" and the first "@" behind it (without "<": in front of
-  /// the first "@") the current user, unless it is empty. Whether the current user exists.
+  /// Makes the text between the first "<" and the next "@" the current user, unless it is empty; in
+  /// a line without "<", the text before the first "@". Whether the current user has a mailbox.
   bool MailboxExistsFromAddress(std::string_view commandLine);
 
-  /// Makes the argument of the line the current user. Whether he exists.
+  /// Makes the argument of the line the current user. Whether that user has a mailbox.
   bool MailboxExistsFromArgument(std::string_view commandLine);
 
   /// Whether the argument of the line is the current user's password. A mailbox without any *.ini
@@ -62,35 +61,35 @@ class MailboxStore {
   /// The number of messages; their sizes are added to `totalSize`.
   std::int16_t CountMessages(std::int32_t& totalSize) const;
 
-  /// Fills the size table from entry 1 on; what is behind the last message stays.
+  /// Fills the size table from entry 1 on; entries behind the last message keep their values.
   void ListMessageSizes();
 
-  /// "k name" for each message, on one line whatever the name holds.
+  /// "k name" for each message, on one line whatever the name contains.
   std::vector<std::string> ListMessageIds() const;
 
-  /// Opens the first file that matches Message_<number>*.eml: number 1 finds Message_10.eml where
-  /// there is no Message_1.eml. None if there is no such file; false if it cannot be opened.
+  /// Opens the first file that matches Message_<number>*.eml, so number 1 finds Message_10.eml if
+  /// there is no Message_1.eml. True and no message if there is no such file; false if the file
+  /// cannot be opened.
   bool ReadMessage(int number, std::optional<StoredMessage>& message) const;
 
   /// Removes Message_<number>.eml at once, if there is one.
   void DeleteMessage(int number) const;
 
-  /// Appends `chunk` to Message_<number>.eml of every recipient, creating it where it is missing.
-  /// From 50 on nothing is written, and that is no failure. False at the first file that cannot be
-  /// written, whose error is logged; the later recipients then do not get the chunk. The last
-  /// chunk's files are flushed to the disk with all that was appended to them before. So is
-  /// everything whenever much has gathered, since a flush holds up all others.
+  /// Appends `chunk` to Message_<number>.eml of every recipient, which is created if it is missing.
+  /// From 50 on nothing is written, which is no failure. Stops with false at the first file that
+  /// cannot be written, and logs the error; later recipients do not get the chunk. The files of the
+  /// last chunk are flushed to the disk. Since a flush blocks everything else, all files are
+  /// flushed as well whenever many bytes or files are unflushed.
   bool AppendToMailboxes(int number, std::string_view chunk, bool isLast);
 
-  /// Flushes what was appended to other files before: under another number, or for recipients that
-  /// are no longer there. After it, everything appended would survive a power cut.
+  /// Flushes the files that earlier chunks were appended to, under another number or for recipients
+  /// that have since been removed. Afterwards everything appended survives a power cut.
   void FlushMailboxes();
 
-  /// A line of Mail.log.
+  /// Appends a line to Mail.log.
   void WriteMailLog(std::string_view line) const;
 
-  /// Empties the list of recipients, and returns their messages of this number. A user who is in it
-  /// twice has two.
+  /// Empties the list of recipients and returns their messages of this number, one per entry.
   std::vector<ReceivedMessage> TakeRecipients(int number);
 
  private:
@@ -104,15 +103,15 @@ class MailboxStore {
   const settings::Program& program_;
   const MailOptions& options_;
   MailSessionState state_;
-  std::set<std::string> unflushed_;  // files appended to since they were flushed
-  std::size_t unflushedBytes_ = 0;   // appended since all was flushed
+  std::set<std::string> unflushed_;  // files appended to since their last flush
+  std::size_t unflushedBytes_ = 0;   // appended since the last flush of all files
 };
 
 /// The name of a message's file.
 std::string MessageFileName(int number);
 
-/// The argument of a command: what stands between its first blank and its first line end. Empty if
-/// one of them is missing or they stand the other way round.
+/// The argument of a command: the text between its first blank and its first line end. Empty if
+/// either is missing or the line end comes first.
 std::string_view CommandArgument(std::string_view commandLine);
 
 }  // namespace ModMail

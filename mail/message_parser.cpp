@@ -27,14 +27,14 @@ bool IsQuotedPrintable(std::string_view encoding) {
   return EqualAscii(encoding, "quoted-printable");
 }
 
-// The bytes as they are, in pieces like those of the decoders.
+// Passes the bytes on as they are, with the decoders' interface.
 class PlainBytes {
  public:
   std::string_view Next(std::string_view piece) const { return piece; }
   std::string_view End() const { return {}; }
 };
 
-// The file is there even if nothing comes out of the decoder. False if it could not be made.
+// Makes the file even if the decoder yields nothing. Whether it was made.
 template <class Decoder>
 Task<bool> WriteDecoded(std::string path, StretchReader text, Decoder decoder) {
   WholeFile file(path);
@@ -48,7 +48,7 @@ Task<bool> WriteDecoded(std::string path, StretchReader text, Decoder decoder) {
   co_return !error && file.PutInPlace();
 }
 
-// For files that are there. False if not all of it could be copied.
+// Whether the whole file was copied.
 Task<bool> Copy(std::string from, std::string to) {
   std::error_code error;
   File source = files::OpenFile(from, File::Mode::kRead, error);
@@ -98,7 +98,7 @@ Task<bool> MessageParser::FindPieces() {
   co_return !error;
 }
 
-// All that is not quoted-printable is taken for base64, plain text too.
+// Whatever is not quoted-printable is decoded as base64, plain text too.
 Task<> MessageParser::WriteBody() {
   const bool isQuoted = IsQuotedPrintable(structure_.bodyEncoding);
   Task<bool> writing = Write(folder_ + "Content.txt", isQuoted ? structure_.bodyEncoding : "base64",
@@ -126,8 +126,8 @@ Task<> MessageParser::ExtractAttachment(Attachment attachment) {
   co_await copying;
 }
 
-// The whole message as it was read, with the subject in clear. Once for the text as bytes and once
-// for the text as characters, which are the same here.
+// Appends the whole message with its subject decoded, twice: readers of the trace expect a variant
+// as bytes and one as characters, which are the same here.
 Task<> MessageParser::Trace() {
   const std::string& subject = structure_.subject;
   const std::string clear =

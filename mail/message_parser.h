@@ -1,14 +1,13 @@
 #pragma once
 
-// Unpacks a received message into files for its reader to open: beside the message file
-// Message_<n>.eml the folder Message_<n> with Content.txt, the decoded body, and the attachments,
-// which are copied into the folder Accessary of the mail root as well; and a trace of the message
-// in the file email.msg of the `User` folder. The message file stays as it is.
+// Unpacks a received message into files that its reader can open. Beside the message file
+// Message_<n>.eml it makes the folder Message_<n> with the decoded body, Content.txt, and the
+// attachments, which it also copies into the folder Accessary of the mail root. It appends a trace
+// of the message to the file email.msg of the `User` folder. The message file is not changed.
 //
-// No step's failure stops the next one or is reported: what can be unpacked is. Each file appears
-// under its name when it is whole, and the trace is whole or not there: where the unpacking is
-// interrupted, nothing half done stays, and it can be begun anew. It takes turns with other events,
-// and needs the same little memory for a message of any size.
+// A step that fails is skipped and not reported. Files appear under their names once they are
+// whole, and the trace is added as a whole: an interruption leaves nothing half done, and unpacking
+// can be started again. It yields to other events, and its memory does not grow with the message.
 
 #include <string>
 #include <string_view>
@@ -23,10 +22,10 @@ class WholeAppendix;
 
 class MessageParser {
  public:
-  /// Path texts; the message's ends in ".eml".
+  /// Both are path texts; `messagePath` ends in ".eml".
   MessageParser(std::string messagePath, std::string mailRoot);
 
-  /// Does nothing if there is no such message. The parser must live until it has ended.
+  /// Does nothing if there is no such message. The parser must outlive the task.
   net::Task<> Unpack();
 
  private:

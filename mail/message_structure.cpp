@@ -39,7 +39,7 @@ void MessageScanner::TakeLine(std::string_view line) {
 
 void MessageScanner::ReadLine(std::string_view line) {
   const LinePlace place = {position_, position_ + line.size(), position_ - lineEnd_};
-  // A CR LF may be cut between two pieces.
+  // A CR LF may be divided between two pieces.
   const bool isCut = line == "\n" && endsInReturn_;
   lineEnd_ = line.size() - WithoutLineEnd(line).size() + (isCut ? 1 : 0);
   endsInReturn_ = line.ends_with('\r');
@@ -57,7 +57,7 @@ void MessageScanner::ReadLineStart(std::string_view line, const LinePlace& place
   if (WithoutLineEnd(line).empty()) EndHeader(place);
 }
 
-// Looked for outside of headers too: what comes first in the message counts.
+// Outside of headers, too: the first such line of the message counts.
 void MessageScanner::ReadHeaderField(std::string_view line, const LinePlace& place) {
   const bool isFolded = line.starts_with(' ') || line.starts_with('\t');
   if (inSubject_ && isFolded) return ReadSubject(line, place);
@@ -73,7 +73,7 @@ void MessageScanner::ReadHeaderField(std::string_view line, const LinePlace& pla
   }
 }
 
-// One that is too long ends with the last line that fits.
+// A subject that is too long ends with the last line that fits.
 void MessageScanner::ReadSubject(std::string_view piece, const LinePlace& place) {
   inSubject_ = place.next - found_.subjectPlace.begin <= kLongestSubject;
   if (!inSubject_) return;
@@ -83,13 +83,13 @@ void MessageScanner::ReadSubject(std::string_view piece, const LinePlace& place)
 
 void MessageScanner::ReadBoundaries(std::string_view line) {
   constexpr std::string_view kBoundary = "boundary=";
-  // Most lines are base64 and have no such sign.
+  // Most lines are base64 without this character, and need no closer look.
   while (boundaryCount_ < kMostBoundaries && line.find('=') != std::string_view::npos) {
     const std::size_t found = FindAscii(line, kBoundary);
     if (found == std::string_view::npos) return;
     line.remove_prefix(found + kBoundary.size());
     const std::string_view value = ParameterValue(line);
-    // An empty one would make a delimiter of every "--".
+    // An empty boundary would make every "--" a delimiter.
     if (!value.empty()) boundaries_[boundaryCount_++] = value;
   }
 }
@@ -119,7 +119,7 @@ void MessageScanner::EndHeader(const LinePlace& place) {
   }
 }
 
-// A part that has no empty line is a header alone, and its text is empty.
+// A part without an empty line is only a header and is ignored.
 void MessageScanner::EndPart(std::uint64_t end) {
   if (region_ != Region::kPartText) return;
   nested_.Leave(end);

@@ -1,23 +1,24 @@
 #pragma once
 
-// Where in a received message its pieces are: subject, body and attachments. It reads lines, ended
-// by CR LF or LF, and knows just enough of MIME to cut messages of today's mail programs right:
+// Finds subject, body and attachments in a received message. It reads lines that end in CR LF or
+// LF, and knows just enough of MIME to divide the messages of today's mail programs:
 //
-// - A line that begins with "--" and one of the boundaries begins a part, or ends the last one if
-//   another "--" follows. The line end in front of it belongs to it and not to the part.
-// - A boundary is the value behind "boundary=", wherever in the message; the first two count.
-// - A part's header reaches to its first empty line. A part with "filename=" in its header is an
-//   attachment; the first ten count.
-// - The body is the first part that is neither an attachment nor a multipart itself; without parts,
-//   all that follows the message's header, or the whole message if it has no empty line.
-// - Where there is no such part, or it says that it is no text, the body is the first text in a
-//   multipart whose own boundary does not count (mail/nested_text.h), if there is one.
-// - The first "Content-Transfer-Encoding:" line of the whole message rules the body, whosever part
-//   it stands in; an attachment has its own.
-// - The line "." that ended the transfer is no part of anything.
+// - A line that begins with "--" and a boundary begins a part, or ends the last part if another
+// "--"
+//   follows. The line end before it belongs to it and not to the part.
+// - A boundary is the value after "boundary=", anywhere in the message; only the first two count.
+// - A part's header ends at its first empty line. A part with "filename=" in its header is an
+//   attachment; only the first ten count.
+// - The body is the first part that is neither an attachment nor a multipart. Without parts it is
+//   everything after the message's header, or the whole message if it has no empty line.
+// - If there is no such part, or its type is not a text, the body is the first text in a multipart
+//   whose own boundary does not count (mail/nested_text.h), if there is one.
+// - The first "Content-Transfer-Encoding:" line of the whole message applies to the body, whichever
+//   part the line is in; an attachment has its own.
+// - The line "." that ended the transfer belongs to no part.
 //
-// Any bytes are accepted. The time is linear in their number, and the memory bounded: lines,
-// headers and the subject count up to 64 KiB each.
+// Any bytes are accepted. The time is linear in their number and the memory is bounded: of lines,
+// headers and the subject, 64 KiB each are used.
 
 #include <array>
 #include <cstddef>
@@ -33,13 +34,13 @@
 namespace ModMail {
 
 struct Attachment {
-  std::string name;      // as it stands in the header, without quotation marks
+  std::string name;      // still encoded, without quotation marks
   std::string encoding;  // empty if the part names none
   Stretch text;
 };
 
 struct MessageStructure {
-  /// The value of the first "Subject: ", folded lines included, and where it stands.
+  /// The value of the first "Subject: ", folded lines included, and its position.
   std::string subject;
   Stretch subjectPlace;
   /// Empty if the message names none.
@@ -48,7 +49,7 @@ struct MessageStructure {
   std::vector<Attachment> attachments;
 };
 
-/// Reads a message piece by piece. Where it is cut makes no difference.
+/// Reads a message piece by piece. The result does not depend on where it is cut.
 class MessageScanner {
  public:
   static constexpr std::size_t kMostBoundaries = 2;
@@ -57,7 +58,7 @@ class MessageScanner {
   /// The next bytes of the message.
   void Take(std::string_view bytes);
 
-  /// What was found, once the message was given whole.
+  /// The result, after the whole message was passed to Take.
   MessageStructure End();
 
  private:
@@ -74,12 +75,12 @@ class MessageScanner {
   void EndPart(std::uint64_t end);
   void ChooseBody();
 
-  std::string unread_;          // the beginning of a line whose end has not come
+  std::string unread_;          // the beginning of a line whose end is still missing
   bool hasTerminator_ = false;  // the last line may be the one that ended the transfer
   bool isLineStart_ = true;     // a very long line is read in pieces
   bool endsInReturn_ = false;   // such a piece
   std::uint64_t position_ = 0;
-  std::size_t lineEnd_ = 0;  // bytes of the line end in front of the position
+  std::size_t lineEnd_ = 0;  // bytes of the line end before the position
 
   MessageStructure found_;
   std::array<std::string, kMostBoundaries> boundaries_;
@@ -97,7 +98,7 @@ class MessageScanner {
   NestedText nested_;
 };
 
-/// All of it at once.
+/// Reads a whole message.
 MessageStructure ReadStructure(std::string_view text);
 
 }  // namespace ModMail

@@ -27,7 +27,7 @@ void NestedText::Leave(std::uint64_t end) {
   region_ = Region::kBetween;
 }
 
-// The innermost one first; one further out ends all that it contains.
+// Tries the innermost boundary first; an outer one ends everything that it contains.
 bool NestedText::TakeDelimiter(std::string_view line, const LinePlace& place) {
   if (!line.starts_with("--")) return false;
   for (std::size_t level = boundaries_.size(); level > 0; --level) {

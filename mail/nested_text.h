@@ -1,11 +1,11 @@
 #pragma once
 
-// Looks for the first text in a multipart whose own boundary counts no more, because two others
-// stand before it in the message. The usual message with formatted text, a picture and an
-// attachment has its text three levels down.
+// Finds the first text in a multipart whose own boundary is ignored because two others precede it
+// in the message. The usual message with formatted text, a picture and an attachment has its text
+// three levels down.
 //
-// It follows the parts as deep as they go, and back up as far as it remembers boundaries: the
-// innermost ones, so that neither time nor memory grows with the depth.
+// It follows parts to any depth but remembers only the innermost boundaries, so it finds its way
+// back up no further than those. Neither time nor memory grows with the depth.
 
 #include <cstdint>
 #include <optional>
@@ -18,22 +18,22 @@
 
 namespace ModMail {
 
-/// A line of a message: where it stands, and where what is in front of it ends, less a line end.
+/// The position of a line in a message.
 struct LinePlace {
   std::uint64_t begin = 0;
   std::uint64_t next = 0;
-  std::uint64_t endInFront = 0;
+  std::uint64_t endInFront = 0;  // where the text before it ends, without its line end
 };
 
 class NestedText {
  public:
-  /// A multipart begins whose parts `boundary` parts.
+  /// A multipart begins, whose parts are separated by `boundary`.
   void Enter(std::string_view boundary);
 
   /// A line within it.
   void TakeLine(std::string_view line, const LinePlace& place);
 
-  /// The multipart ends, and what is in it ends at `end`.
+  /// The multipart ends, its content at `end`.
   void Leave(std::uint64_t end);
 
   const std::optional<Stretch>& Found() const { return found_; }

@@ -1,8 +1,7 @@
 #pragma once
 
-// The header of one part of a message, as far as unpacking looks at it, and the lines that part the
-// parts. Headers are gathered line by line; what one holds beyond a bound is not looked at, so that
-// no message makes it grow.
+// The header of one part of a message, as far as unpacking uses it, and the lines that separate
+// parts. A header is collected line by line up to a bound; the rest is ignored.
 
 #include <cstddef>
 #include <string>
@@ -15,19 +14,17 @@ class PartHeader {
   static constexpr std::size_t kLongest = 65536;
 
   void Clear() { text_.clear(); }
-  /// `line` with its line end, or a piece of a very long one.
+  /// `line` includes its line end, or is a piece of a very long line.
   void Add(std::string_view line) { text_ += line.substr(0, kLongest - text_.size()); }
 
   bool IsAttachment() const;
   bool IsMultipart() const;
-  /// Whether it says that the part is a text, or does not say what it is.
+  /// Whether the part's type is a text or not given.
   bool IsText() const;
 
-  /// The attachment's name as it stands there, without quotation marks.
+  /// The values of the header, still encoded but without quotation marks; empty if it has none.
   std::string_view FileName() const;
-  /// Empty if it names none.
   std::string_view Encoding() const;
-  /// Empty if it names none.
   std::string_view Boundary() const;
 
  private:
@@ -40,12 +37,12 @@ std::string_view WithoutLineEnd(std::string_view line);
 /// `text` without blanks and line ends around it.
 std::string_view Trimmed(std::string_view text);
 
-/// The value that `text` begins with, with its quotation marks or without any.
+/// The value that `text` begins with, without its quotation marks if it has any.
 std::string_view ParameterValue(std::string_view text);
 
 enum class Delimiter { kNone, kOpening, kClosing };
 
-/// What `line` is to the parts that `boundary` parts.
+/// What `line` is to the parts separated by `boundary`.
 Delimiter DelimiterOf(std::string_view line, std::string_view boundary);
 
 }  // namespace ModMail

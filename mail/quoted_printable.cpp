@@ -16,7 +16,7 @@ std::optional<std::uint8_t> Hex(char c) {
   return std::nullopt;
 }
 
-// Whether `rest`, which begins with "=", ends before it is clear what that means.
+// Whether the escape that `rest` begins with is incomplete.
 bool IsCut(std::string_view rest) { return rest.size() < kEscapeLength && rest != "=\n"; }
 
 }  // namespace

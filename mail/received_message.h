@@ -1,6 +1,6 @@
 #pragma once
 
-// A message as the QUIT behind it leaves it to be unpacked. There need not be such a file.
+// A message that a QUIT leaves to be unpacked. Its file need not exist.
 
 #include <compare>
 #include <string>

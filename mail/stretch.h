@@ -1,7 +1,7 @@
 #pragma once
 
-// A stretch of a message file, and reading it piece by piece. Received messages can be larger than
-// the memory, so that nothing keeps more of one than a piece.
+// A part of a message file, and a reader for it. Messages can be larger than the memory, so they
+// are read piece by piece.
 
 #include <algorithm>
 #include <cstddef>
@@ -23,15 +23,15 @@ struct Stretch {
 
 class StretchReader {
  public:
-  /// How much is done between two looks at other events: mostly far below a millisecond's work, a
-  /// few of them for what is made to take long.
+  /// The amount of work between two yields to other events: usually far less than a millisecond, at
+  /// worst a few milliseconds.
   static constexpr std::size_t kPieceBytes = std::size_t{64} * 1024;
 
-  /// `file` must outlive the reader, and only one reader at a time reads it.
+  /// `file` must outlive the reader, and may have only one reader at a time.
   StretchReader(platform::File& file, const Stretch& stretch);
 
-  /// The next piece, good until the next call; empty at the end, and with `error` set where the
-  /// file cannot be read or ends too early.
+  /// The next piece, valid until the next call. Empty at the end, and with `error` set if the file
+  /// cannot be read or ends too early.
   std::string_view Next(std::error_code& error);
 
  private:

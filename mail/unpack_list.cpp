@@ -13,12 +13,12 @@
 namespace ModMail {
 namespace {
 
-// More than a full queue of the longest names takes.
+// More than a full queue with the longest names needs.
 constexpr std::size_t kLargestFile = 4U << 20;
 
 std::string ListFile(const settings::Program& program) { return program.File("unpack.lst"); }
 
-// Up to `tabulator`, which goes too; none if there is no such end.
+// Removes a field and the tabulator behind it; none if there is no tabulator.
 std::optional<std::string_view> TakeField(std::string_view& line) {
   const std::size_t tabulator = line.find('\t');
   if (tabulator == std::string_view::npos) return std::nullopt;
@@ -28,14 +28,14 @@ std::optional<std::string_view> TakeField(std::string_view& line) {
 }
 
 std::optional<int> MessageNumber(std::string_view text) {
-  constexpr int kLargest = 32768;  // one more than the messages that can be counted
+  constexpr int kLargest = 32768;  // one more than can be counted
   int number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   const bool isNumber = error == std::errc() && end == text.data() + text.size();
   return isNumber && number > 0 && number <= kLargest ? std::optional(number) : std::nullopt;
 }
 
-// Only what a QUIT can have named, so that the file leads nowhere else.
+// Accepts only what a QUIT can name, so the file cannot lead anywhere else.
 std::optional<ReceivedMessage> MessageOf(std::string_view line) {
   const std::optional<std::string_view> numberText = TakeField(line);
   const std::optional<std::string_view> user = TakeField(line);
@@ -51,7 +51,8 @@ std::vector<ReceivedMessage> MessagesIn(std::string_view content, std::size_t& b
     std::string_view line = content.substr(0, content.find('\n'));
     content.remove_prefix(std::min(line.size() + 1, content.size()));
     if (line.ends_with('\r')) line.remove_suffix(1);
-    if (std::optional<ReceivedMessage> message = MessageOf(line)) {
+    std::optional<ReceivedMessage> message = MessageOf(line);
+    if (message) {
       messages.push_back(*std::move(message));
     } else {
       ++badLines;

@@ -1,8 +1,8 @@
 #pragma once
 
-// What the end of the program finds yet to be unpacked, kept for the next start: the file
-// unpack.lst of the program directory. UTF-8 whatever the code page is; a line per message, in
-// their order:
+// The messages that a stop of the service leaves to be unpacked, stored for the next start in the
+// file unpack.lst of the program directory. It is UTF-8 in every locale and has a line per message,
+// in order:
 //   number, tabulator, user, tabulator, mail root, CR LF
 
 #include <deque>
@@ -13,11 +13,11 @@
 
 namespace ModMail {
 
-/// Puts a new file in the place of an old one. What goes wrong is logged, and then it is false.
+/// Replaces the file. Whether it was written; a failure is logged.
 bool SaveUnpackList(const settings::Program& program, const std::deque<ReceivedMessage>& messages);
 
-/// What is in the file, which is removed. Lines that say nothing are passed over; of them, and of a
-/// file that cannot be read or is larger than any list, one line of the error log tells.
+/// Reads the file and removes it. Invalid lines are skipped; their number, or that the file cannot
+/// be read or is too large, is logged in one line.
 std::vector<ReceivedMessage> TakeUnpackList(const settings::Program& program);
 
 }  // namespace ModMail

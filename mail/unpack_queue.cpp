@@ -21,7 +21,7 @@ void UnpackQueue::Start() { Add(TakeUnpackList(program_)); }
 
 void UnpackQueue::Stop() {
   worker_.Stop();
-  // A list that is there from before, while nothing waits, is the next start's.
+  // If nothing waits, an earlier list is left for the next start.
   if (!waiting_.empty() && SaveUnpackList(program_, waiting_)) waiting_.clear();
 }
 
@@ -40,7 +40,7 @@ void UnpackQueue::Enter(const ReceivedMessage& message) {
   }
 }
 
-// The last one that waits a second time goes.
+// Removes the last message that also waits elsewhere.
 bool UnpackQueue::MakeRoom() {
   std::set<std::reference_wrapper<const ReceivedMessage>, std::less<ReceivedMessage>> seen;
   auto repeated = waiting_.end();
@@ -53,7 +53,7 @@ bool UnpackQueue::MakeRoom() {
 }
 
 net::Task<> UnpackQueue::Work() {
-  // First whoever is waiting for the reply that was sent just now.
+  // The reply to the QUIT goes out first.
   co_await net::YieldToEvents();
   while (!waiting_.empty()) {
     net::Task<> unpacking = Unpack(waiting_.front());
@@ -61,7 +61,7 @@ net::Task<> UnpackQueue::Work() {
   }
 }
 
-// It waits until it has begun, and again if it is interrupted.
+// A message leaves the queue when its unpacking begins, and returns if that is interrupted.
 net::Task<> UnpackQueue::Unpack(ReceivedMessage message) {
   waiting_.pop_front();
   try {
@@ -72,7 +72,7 @@ net::Task<> UnpackQueue::Unpack(ReceivedMessage message) {
     waiting_.push_front(message);
     throw;
   } catch (const std::exception& error) {
-    // One message's fault must not keep the others waiting.
+    // A fault in one message must not stop the others.
     program_.errors.LogError(PathOf(message) + ": " + error.what());
   }
 }

@@ -1,16 +1,14 @@
 #pragma once
 
-// Unpacks received messages one after another. That belongs to the service, not to the client whose
-// QUIT asked for it: a client that leaves takes nothing along. One message at a time bounds the
-// memory, however many are waiting.
+// Unpacks received messages one at a time. The work belongs to the service, not to the client whose
+// QUIT requested it, and continues when that client leaves.
 //
-// A stop of the service keeps what waits and what it interrupts, in the program directory, and the
-// next start goes on with it: after the end of the program, too.
+// A stop of the service saves the messages that wait or are interrupted in the program directory,
+// and the next start continues with them, also after the end of the program.
 //
-// How many wait is bounded. A client that names one message again and again has it waiting as often
-// as a single QUIT can name it. When all places are taken, a message that waits more than once
-// gives one of them up for another; if none does, what is added is dropped, and the error log
-// tells.
+// The queue is bounded. One message waits at most as often as a single QUIT can name it. When the
+// queue is full, a message that waits more than once loses a place to a new one; if there is none,
+// the new message is dropped and logged.
 
 #include <deque>
 #include <vector>
@@ -29,10 +27,10 @@ class UnpackQueue {
 
   explicit UnpackQueue(const core::ServiceEnvironment& environment);
 
-  /// Goes on with what the last stop has kept.
+  /// Continues with what the last stop saved.
   void Start();
 
-  /// Ends what is under way at once. It is unpacked from its beginning later.
+  /// Interrupts the current message, which is unpacked from its beginning later.
   void Stop();
 
   void Add(const std::vector<ReceivedMessage>& messages);

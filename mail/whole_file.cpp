@@ -10,7 +10,7 @@ using platform::File;
 WholeFile::WholeFile(std::string_view path)
     : target_(platform::ExistingPath(path)),
       unfinished_(target_.parent_path() / fs::path(kUnfinishedName)) {
-  // What a killed program has left, or a link, which is not to be followed.
+  // A killed program may have left one, and a link must not be followed.
   std::error_code ignored;
   fs::remove(unfinished_, ignored);
   file_ = File::Open(unfinished_, File::Mode::kReplace, error_);
@@ -46,7 +46,7 @@ WholeAppendix::WholeAppendix(std::string_view path) : path_(platform::ExistingPa
 WholeAppendix::~WholeAppendix() {
   if (!file_.IsOpen() || isKept_) return;
   file_.Close();
-  // Somebody may have emptied it meanwhile.
+  // It may have been emptied meanwhile.
   std::error_code error;
   const std::uintmax_t size = fs::file_size(path_, error);
   if (!error && size > formerSize_) fs::resize_file(path_, formerSize_, error);

@@ -1,6 +1,6 @@
 #pragma once
 
-// Writing so that a stop at any moment leaves a file whole or as if nothing had been written.
+// Files that are written whole or not at all: an interruption at any moment leaves no part behind.
 
 #include <cstdint>
 #include <filesystem>
@@ -12,21 +12,21 @@
 
 namespace ModMail {
 
-/// The name that a file has in its folder until it is whole. One at a time is written. No
-/// attachment is given this name (mail/attachment_name.h); it is short enough to have no second one
-/// on Windows.
+/// The name that a file has in its folder until it is whole. Only one file at a time is written,
+/// and no attachment gets this name (mail/attachment_name.h). It is short, so that Windows gives it
+/// no second name.
 inline constexpr std::string_view kUnfinishedName = "unpack.tmp";
 
-/// A file that appears under its name when it is whole, in the place of one that is there.
+/// A file that appears under its name once it is whole, replacing any other.
 class WholeFile {
  public:
   explicit WholeFile(std::string_view path);
-  /// Without PutInPlace nothing stays behind.
+  /// Removes what was written, unless PutInPlace succeeded.
   ~WholeFile();
   WholeFile(const WholeFile&) = delete;
   WholeFile& operator=(const WholeFile&) = delete;
 
-  /// Whether everything could be written so far. Once something could not, nothing more is.
+  /// Whether everything was written so far. After a failure nothing more is written.
   bool IsGood() const { return !error_; }
   void Write(std::string_view bytes);
   bool PutInPlace();
@@ -38,7 +38,7 @@ class WholeFile {
   platform::File file_;
 };
 
-/// Something appended to a file, which gets its former length back without Keep.
+/// Text appended to a file. Without Keep, the file gets its former length back.
 class WholeAppendix {
  public:
   explicit WholeAppendix(std::string_view path);
@@ -48,7 +48,7 @@ class WholeAppendix {
 
   bool IsGood() const { return !error_; }
   void Write(std::string_view bytes);
-  /// There is no more to write.
+  /// Gives up, because of an error of the text's source.
   void Fail(const std::error_code& error) { error_ = error; }
   void Keep() { isKept_ = !error_; }
 

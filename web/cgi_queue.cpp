@@ -37,7 +37,7 @@ void WriteInput(const CgiJob& job) {
 
 }  // namespace
 
-// One run of a program, which may outlive the service's own.
+// A run of a program. The program may outlive the run of the service.
 class CgiQueue::Execution : public std::enable_shared_from_this<CgiQueue::Execution> {
  public:
   Execution(net::EventLoop& loop, std::string outPath)
@@ -54,15 +54,15 @@ class CgiQueue::Execution : public std::enable_shared_from_this<CgiQueue::Execut
     if (!error) patience_.Start(kLongestRun, onExit);
   }
 
-  /// The program has ended, or nobody waits for it any longer.
+  /// Whether the program has ended, or is no longer waited for.
   bool IsOver() const { return isOver_; }
   net::WaitList& Waiters() { return waiters_; }
 
-  /// What the program has written, taken out of the site.
+  /// The page that the program wrote, taken out of the site.
   File TakePage(const std::string& aside) {
     if (!HasWritten()) return {};
-    // Beside the input file: in the same file system, so that this is one step. The name goes as
-    // soon as the file is open.
+    // `aside` is in the same file system, which makes this one step. The file loses its name as
+    // soon as it is open.
     if (ModCommon::FileExists(aside)) files::RemoveFile(aside);
     const std::string& place = files::RenamePath(outPath_, aside) ? outPath_ : aside;
     File page = files::OpenIfExists(place);
@@ -70,13 +70,13 @@ class CgiQueue::Execution : public std::enable_shared_from_this<CgiQueue::Execut
     return page;
   }
 
-  /// Nobody is to get the page any more, now or when it comes.
+  /// Discards the page, now or when it is written.
   void Abandon() {
     isAbandoned_ = true;
     RemovePage();
   }
 
-  /// Before the program can no longer be watched.
+  /// Ends the program, because it cannot be watched any longer.
   void EndWithin(std::chrono::milliseconds patience) {
     if (std::exchange(isOver_, true)) return;
     patience_.Stop();
@@ -103,7 +103,7 @@ class CgiQueue::Execution : public std::enable_shared_from_this<CgiQueue::Execut
 
   net::EventLoop& loop_;
   std::string outPath_;
-  std::optional<platform::FileStamp> before_;  // a page of the site that has this name
+  std::optional<platform::FileStamp> before_;  // of a page that the site has under this name
   std::unique_ptr<platform::StartedProgram> program_;
   net::Timer patience_;
   net::WaitList waiters_;
@@ -111,7 +111,7 @@ class CgiQueue::Execution : public std::enable_shared_from_this<CgiQueue::Execut
   bool isAbandoned_ = false;
 };
 
-// What one client waits for.
+// The request of one client.
 struct CgiQueue::Ticket {
   explicit Ticket(CgiJob wanted) : job(std::move(wanted)) {}
 
@@ -122,7 +122,7 @@ struct CgiQueue::Ticket {
   net::WaitList waiters;
 };
 
-// A ticket's place in the queue, which it leaves when its turn comes or its client goes.
+// A ticket's place in the queue, until its turn comes or its client leaves.
 class CgiQueue::Place {
  public:
   Place(CgiQueue& queue, std::shared_ptr<Ticket> ticket)
@@ -174,7 +174,7 @@ bool CgiQueue::IsFull(const CgiJob& job) const {
   return waiting_.size() >= kMostWaiting || bytesWaiting_ + job.body.size() > kMostBytesWaiting;
 }
 
-// Told once, or the log would be flooded in place of the memory.
+// Logged once, or the log would be flooded instead of the memory.
 void CgiQueue::RefuseOverflow() {
   if (std::exchange(hasOverflowed_, true)) return;
   program_.errors.LogError("cgi-bin: too many requests wait for a program");
@@ -186,7 +186,7 @@ void CgiQueue::Stop() {
 }
 
 net::Task<> CgiQueue::Work() {
-  // One that runs still was left by a stop.
+  // A stop may have left a program running.
   net::Task<> former = AwaitExecution();
   co_await former;
   while (!waiting_.empty()) {

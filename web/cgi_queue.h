@@ -1,14 +1,13 @@
 #pragma once
 
-// Runs CGI programs one after another, since they share one input file. A program's run belongs to
-// the service, not to the client that asked for it: if the client leaves, the next program still
-// waits for this one, and its page is thrown away. Even a stop of the service leaves the program
-// running, and what is started afterwards waits for its end. A client that leaves before its turn
-// leaves the queue.
+// Runs CGI programs one at a time, since they share an input file. A run belongs to the service,
+// not to the client that requested it: if the client leaves, the next program still waits for this
+// one, and the page is discarded. A stop of the service does not end the program either, and
+// programs started later wait for its end. A client that leaves before its turn leaves the queue.
 //
-// A page counts only if its program was started and has written it in this run. It is taken out of
-// the site at once, so that nobody else can fetch it and the program's next run cannot write into
-// it, however long its client takes to read.
+// A page is sent only if the program was started and wrote it in this run. It is taken out of the
+// site at once, so nobody else can fetch it and the next run cannot write into it, however slowly
+// the client reads.
 
 #include <cstdint>
 #include <deque>
@@ -26,8 +25,8 @@ namespace ModWeb {
 struct CgiJob {
   std::string program;
   std::string inPath;
-  std::string outPath;   // what the program writes
-  std::string pagePath;  // what that is called for a moment afterwards, but for a number
+  std::string outPath;   // the page that the program writes
+  std::string pagePath;  // the name, but for a number, that the page has for a moment afterwards
   std::string body;
 };
 
@@ -38,13 +37,13 @@ class CgiQueue {
   CgiQueue(const CgiQueue&) = delete;
   CgiQueue& operator=(const CgiQueue&) = delete;
 
-  /// Waits for its turn, writes the input file, runs the program and waits until it has ended, up
-  /// to 30 seconds. The result is its page, whose file has no name any more; it is not open where
-  /// there is no page, or where too much waits already. A program that cannot be started is told to
-  /// the error log. Throws if the input file cannot be written.
+  /// Waits for its turn, writes the input file, runs the program and waits for its end, at most 30
+  /// seconds. The result is the page, a file that has no name any more; it is not open if there is
+  /// no page or too much waits already. A program that cannot be started is logged. Throws if the
+  /// input file cannot be written.
   net::Task<platform::File> Run(CgiJob job);
 
-  /// Ends what waits. The queue can be used again.
+  /// Empties the queue, which can be used again.
   void Stop();
 
  private:

@@ -5,7 +5,8 @@
 namespace ModWeb {
 namespace {
 
-// The irregular blanks, "text-html" and the split sentences are settled.
+// Clients know this page byte for byte: the irregular blanks, "text-html" and the divided sentences
+// must not be corrected.
 constexpr std::array kLines = {
     R"(<html>)",
     R"()",

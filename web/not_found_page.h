@@ -4,7 +4,7 @@
 
 namespace ModWeb {
 
-/// The page that is sent where a page was asked for that is not there.
+/// The page that is sent in place of one that is missing or may not be read.
 std::string BuildNotFoundPage();
 
 }  // namespace ModWeb

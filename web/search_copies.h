@@ -1,8 +1,7 @@
 #pragma once
 
-// Collects served pages beside the site's search index, one after another. That belongs to the
-// service, not to the client that asked for the page, and takes turns with other events, however
-// long the page is.
+// Copies served pages next to the site's search index, one at a time. The work belongs to the
+// service, not to the client that requested the page, and yields to other events.
 
 #include <deque>
 #include <string>
@@ -17,11 +16,11 @@ class SearchCopies {
  public:
   explicit SearchCopies(const core::ServiceEnvironment& environment);
 
-  /// Copies the file `from` over whatever `to` is, path texts both. What fails is logged under
-  /// `name`. A copy that waits already is not made twice; there are no more than a hundred.
+  /// Copies the file `from` to `to`, which is replaced; both are path texts. A failure is logged
+  /// with `name`. Ignored if the same copy waits already, or a hundred others do.
   void Add(const std::string& from, const std::string& to, const std::string& name);
 
-  /// Ends what is under way and forgets what waits.
+  /// Ends the current copy and forgets those that wait.
   void Stop();
 
  private:

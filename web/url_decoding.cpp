@@ -36,7 +36,7 @@ std::string SingleCharacter(unsigned char code) {
   return code < kFirstLeadByte ? std::string(1, static_cast<char>(code)) : "?";
 }
 
-// Characters, not bytes: a client that counts bytes of a raw non-ASCII body gets more than those.
+// Counts characters and not bytes, so a length in bytes takes in too much if the body is not ASCII.
 std::string_view LastCharacters(std::string_view text, int count) {
   std::size_t begin = text.size();
   while (begin > 0 && count > 0) {

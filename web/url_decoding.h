@@ -1,6 +1,6 @@
 #pragma once
 
-// What a form sends, as the text that a CGI program reads. Pure functions on texts.
+// Turns the body of a POST request into the text that a CGI program reads. Pure functions on texts.
 
 #include <stdexcept>
 #include <string>
@@ -8,20 +8,20 @@
 
 namespace ModWeb {
 
-/// A request that cannot be made sense of. It ends the request without a reply.
+/// Thrown for a malformed request, which gets no reply.
 class BadRequest : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// Replaces "+" by a blank and escapes by characters: two escapes in a row are one double-byte
+/// Replaces "+" by a blank and escapes by characters. Two escapes in a row are one double-byte
 /// character of GB2312, unless the first is one of `:/().,;%`. A code that is no character becomes
-/// "?". Throws BadRequest at a "%" without two hexadecimal digits behind it.
+/// "?". Throws BadRequest at a "%" that is not followed by two hexadecimal digits.
 std::string DecodeUrl(std::string_view text);
 
-/// The decoded body of a POST request: its last characters, as many as the first "Content-Length: "
-/// says. Without one, or with one of 0 or less, the whole request, undecoded. Throws BadRequest if
-/// the length is no 16-bit number or an escape is bad.
+/// The decoded body of a POST request: as many of its last characters as the first
+/// "Content-Length: " says. Without a length, or with one of 0 or less, the whole request, not
+/// decoded. Throws BadRequest if the length is no 16-bit number or an escape is malformed.
 std::string ExtractPostBody(std::string_view requestText);
 
 }  // namespace ModWeb

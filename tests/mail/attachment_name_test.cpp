@@ -9,7 +9,7 @@ namespace {
 using ModMail::AttachmentName;
 using ModMail::HarmlessFileName;
 
-TEST(AttachmentName, IsReadInTheCharacterSetItIsValidIn) {
+TEST(AttachmentName, IsReadInTheFirstCharacterSetInWhichItIsValid) {
   EXPECT_EQ(AttachmentName("plain.txt"), "plain.txt");
   EXPECT_EQ(AttachmentName("=?gb2312?B?xOO6wy50eHQ=?="), "你好.txt");
   EXPECT_EQ(AttachmentName("你好.txt"), "你好.txt");
@@ -47,7 +47,7 @@ TEST(AttachmentName, CannotLeaveItsFolderOrNameADevice) {
   for (const auto& one : cases) EXPECT_EQ(HarmlessFileName(one.name), one.harmless) << one.name;
 }
 
-TEST(AttachmentName, IsShortenedInFrontOfItsExtensionBetweenCharacters) {
+TEST(AttachmentName, IsShortenedBeforeItsExtensionByWholeCharacters) {
   std::string name;
   for (int i = 0; i < 300; ++i) name += "你";
   const std::string harmless = HarmlessFileName(name + ".txt");

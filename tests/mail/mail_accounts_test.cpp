@@ -21,7 +21,7 @@ class MailAccounts : public test::ProgramFixture {
   }
 };
 
-TEST_F(MailAccounts, AreMadeWithTheFoldersAboveThemAndListedByUpperCasedName) {
+TEST_F(MailAccounts, AreMadeWithTheirParentFoldersAndListedByUpperCasedName) {
   EXPECT_EQ(Listed(), "");
   for (const char* name : {"carol", "Bob", "alice", "用户"}) {
     EXPECT_TRUE(ModMail::SaveMailUser(Root(), {name, std::string("pw ") + name}));
@@ -68,7 +68,7 @@ TEST_F(MailAccounts, AreNeverMadeOutsideTheFolderOfUsers) {
   EXPECT_FALSE(Home().Has("mailroot"));
 }
 
-TEST(CleanText, RemovesWhatNoFileNameMayHold) {
+TEST(CleanText, RemovesWhatAFileNameCannotContain) {
   const struct {
     std::string text;
     std::string cleaned;
@@ -85,7 +85,7 @@ TEST(CleanText, RemovesWhatNoFileNameMayHold) {
       {"\r\n", ""},
       {"", ""},
   };
-  for (const auto& one : cases) EXPECT_EQ(ModMail::CleanText(one.text), one.cleaned);
+  for (const auto& one : cases) EXPECT_EQ(ModMail::CleanText(one.text), one.cleaned) << one.text;
 }
 
 }  // namespace

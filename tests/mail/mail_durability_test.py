@@ -13,47 +13,52 @@ from conversation import Conversation
 
 PROGRAM = sys.argv.pop(1)
 CALL = re.compile(r"(write|fsync|fdatasync)\(\d+<([^>]+)>|(250 OK,message saved)")
-BOXES = ("alice", "bob")
 
 
 class Durability(unittest.TestCase):
     def setUp(self):
-        self.server = server = Server(PROGRAM, dict.fromkeys((*BOXES, "full"), "x"))
+        self.server = server = Server(PROGRAM, dict.fromkeys(("alice", "bob", "full"), "x"))
         self.addCleanup(server.close)
-        server.write(server.message("full", 1), "makes the next number 2")
+        for number in range(1, 4):
+            server.write(server.message("full", number), "makes the next number 4")
         self.calls = server.file("calls")
-        # With -D the program stays the process that is killed in the end.
+        # With -D the program itself is the child process, which is killed in the end.
         server.program = ["strace", "-D", "-f", "-y", "-e", "trace=write,fsync,fdatasync,sendto,sendmsg",
                           "-o", self.calls, PROGRAM]
         server.serve()
+        self.smtp, self.pop3 = Conversation(server.smtp_port), Conversation(server.pop3_port)
+        for conversation in (self.smtp, self.pop3):
+            self.addCleanup(conversation.close)
+        for name in ("alice", "bob"):
+            self.smtp.ask(f"RCPT TO:<{name}@x>")
 
-    def read_calls(self):
-        with open(self.calls, errors="replace") as file:
-            return [match.groups() for match in CALL.finditer(file.read())]
+    def expect_flushed(self, *numbers):
+        """Ends the message; what it wrote is flushed before the reply, new names included."""
+        self.assertEqual(self.smtp.ask("last\r\n."), b"250 OK,message saved\r\n")
+        before = []
 
-    def test_files_and_names_are_flushed_before_the_reply(self):
-        smtp, pop3 = Conversation(self.server.smtp_port), Conversation(self.server.pop3_port)
-        for name in BOXES:
-            smtp.ask(f"RCPT TO:<{name}@x>")
-        smtp.ask("DATA")
-        smtp.socket.sendall(b"first chunk")
-        paths = [self.server.message(name, number) for number in (1, 2) for name in BOXES]
-        wait_until(lambda: self.server.read(paths[1]), "the first chunk")
-        # The last chunk goes to other files, and both are flushed.
-        pop3.ask("USER full")
-        self.assertEqual(pop3.ask("STAT")[:5], b"+OK 1")
-        self.assertEqual(smtp.ask("last chunk\r\n."), b"250 OK,message saved\r\n")
-        wait_until(lambda: any(reply for *_, reply in self.read_calls()), "the trace of the reply")
-        calls = self.read_calls()
-        before = calls[:next(i for i, call in enumerate(calls) if call[2])]
-        for path in paths:
-            written = [i for i, call in enumerate(before)
-                       if call[:2] == ("write", self.server.file(path))]
-            self.assertEqual(len(written), 1, path)
-            flushed = [path for call, path, _ in before[written[0]:] if call.endswith("sync")]
+        def reply_is_traced():
+            with open(self.calls, errors="replace") as file:
+                calls = [match.groups() for match in CALL.finditer(file.read())]
+            before[:] = calls[:next((i for i, call in enumerate(calls) if call[2]), 0)]
+            return before
+        wait_until(reply_is_traced, "the trace of the reply")
+        for path in (self.server.message(name, number)
+                     for name in ("alice", "bob") for number in numbers):
+            written = before.index(("write", self.server.file(path), None))
+            flushed = [name for call, name, _ in before[written:] if call.endswith("sync")]
             self.assertIn(self.server.file(path), flushed)
-            if path in paths[2:]:
-                self.assertIn(self.server.file(path.rpartition("/")[0]), flushed)
+            self.assertIn(self.server.file(path.rpartition("/")[0]), flushed)
+
+    def test_a_message_of_one_chunk(self):
+        self.expect_flushed(1)
+
+    def test_chunks_that_went_to_other_files(self):
+        self.smtp.socket.sendall(b"first")
+        wait_until(lambda: self.server.read(self.server.message("bob", 1)), "the first chunk")
+        self.pop3.ask("USER full")
+        self.assertEqual(self.pop3.ask("STAT")[:5], b"+OK 3")
+        self.expect_flushed(1, 4)
 
 
 if __name__ == "__main__":

@@ -1,42 +1,58 @@
 #pragma once
 
-// A mail server with two mailboxes, alice (password "wonder") and bob ("builder"), and clients that
-// speak to it one command at a time.
+// A mail server with the mailboxes of alice (password "wonder") and bob ("builder"), and clients
+// that send it one command at a time.
 
 #include <memory>
 #include <string>
 
 #include "mail/mail_server.h"
+#include "platform/native_path.h"
 #include "tests/support/server_fixture.h"
 
 namespace test {
 
-/// A connection whose greeting has been read.
+/// A connection; its greeting has been read.
 class MailClient : public Client {
  public:
-  explicit MailClient(std::uint16_t port) : Client(port) { greeting = ReceiveLine(); }
+  explicit MailClient(std::uint16_t port) : Client(port) { ReceiveLine(); }
 
-  /// Sends `command` and a line end in one arrival; the reply without its line end.
-  std::string Ask(const std::string& command);
-
-  std::string greeting;
+  /// Sends `command` and a line end as one arrival. Returns the reply without its line end.
+  std::string Ask(const std::string& command) {
+    Send(command + "\r\n");
+    const std::string reply = ReceiveLine();
+    return reply.substr(0, reply.rfind("\r\n"));
+  }
 };
 
 class MailFixture : public ServerFixture<ModMail::MailServer> {
  protected:
-  void SetUp() override;
+  void SetUp() override {
+    Put("Server.ini", "[MailServer Options]\nSMTP Port=0\nPOP3 Port=0\nMailServer Root=" +
+                          platform::PathTextForUser(Home().Text("mailroot")) + "\n");
+    Put(Box("alice") + "UserInfo.ini", "[用户信息]\r\nPassword=wonder\r\n");
+    Put(Box("bob") + "UserInfo.ini", "[用户信息]\r\nPassword=builder\r\n");
+    ASSERT_TRUE(StartServer()) << ErrorLog();
+    OnLoop([&] {
+      smtpPort_ = TheServer().SmtpPort();
+      pop3Port_ = TheServer().Pop3Port();
+    });
+  }
 
   static std::string Box(const std::string& user) { return "mailroot/User/" + user + "/"; }
-  static std::string Message(const std::string& user, int number);
-
-  /// A file among those of the mail server.
+  static std::string Message(const std::string& user, int number) {
+    return Box(user) + "Message_" + std::to_string(number) + ".eml";
+  }
+  /// Writes a file in the program directory.
   void Put(const std::string& name, const std::string& content) const {
     Home().Write(name, content);
   }
   std::string Read(const std::string& name) const { return Home().Read(name); }
 
-  /// Waits until what a QUIT has handed over is unpacked.
-  bool IsUnpacked();
+  /// Waits until everything that a QUIT named is unpacked.
+  bool IsUnpacked() {
+    return Eventually([&] { return TheServer().HasUnpackedAll(); });
+  }
 
   std::uint16_t smtpPort_ = 0;
   std::uint16_t pop3Port_ = 0;

@@ -9,7 +9,6 @@ namespace {
 
 using test::MailClient;
 using testing::HasSubstr;
-using testing::Not;
 
 using MailServer = test::MailFixture;
 
@@ -56,7 +55,7 @@ TEST_F(MailServer, ShowsCommandsOnOneShortLineWithoutPasswords) {
     EXPECT_THAT(shown, testing::StartsWith("NOOP ")) << tail.size();
     EXPECT_LE(shown.size(), 120U);
     EXPECT_EQ(shown, text::Printable(shown));
-    EXPECT_THAT(shownAfter("AUTH PLAIN " + tail), Not(HasSubstr("PLAIN")));
+    for (const char* word : {"PASS", "AUTH"}) EXPECT_EQ(shownAfter(word + (" " + tail)), word);
   }
 }
 

@@ -1,5 +1,5 @@
-// A CGI program for tests: its page is its arguments and its input. Its own name tells how it
-// behaves: "slow" waits first, "silent" writes nothing.
+// A CGI program for tests. Its page contains the number of its arguments and its input. Its name
+// sets its behaviour: "slow" waits first, "silent" writes no page.
 
 #include <chrono>
 #include <fstream>
