@@ -296,7 +296,7 @@ class Stage:
 
     def begin_scene(self):
         for path in (self.home.path / name for name in ("wwwroot", "ftproot", "mailroot", "outside")):
-            shutil.rmtree(path, onerror=lambda *_: path.exists() and shutil.rmtree(path))
+            wait_until(lambda path=path: self.is_removed(path), f"{path} to be free")
             path.mkdir()
         # Makes the mail server forget recipients and user. There are no messages left to unpack.
         with contextlib.closing(self.connect("smtp")) as client:
@@ -308,6 +308,12 @@ class Stage:
         for log in ("RunErr.Log", "Web.log", "Mail.log"):
             (self.home.path / log).unlink(missing_ok=True)
         self.seen.clear()
+
+    @staticmethod
+    def is_removed(path):
+        """Fails while the program still unpacks a message there."""
+        shutil.rmtree(path, ignore_errors=True)
+        return not path.exists()
 
     def end_scene(self):
         for client in self.clients.values():
