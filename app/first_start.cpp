@@ -9,7 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Mailboxes keep their passwords in plain text.
+// Mailboxes store their passwords in plain text, so the copy is private.
 void CopyForThisUserAlone(const fs::path& source, const fs::path& target, std::error_code& error) {
   fs::copy(source, target, fs::copy_options::recursive, error);
   if (!error) fs::permissions(target, fs::perms::owner_all, error);

@@ -1,12 +1,12 @@
 #pragma once
 
-// What a user who has just installed the program finds in his data directory.
+// The initial content of the program directory of an installed program.
 
 namespace app {
 
-/// A program directory that does not exist yet comes into being as a copy of the sample site of an
-/// installed program, whole or not at all. One that exists is left as it is, whatever is missing in
-/// it: the user may have deleted that.
+/// Creates a missing program directory as a copy of the installed sample site, completely or not at
+/// all. An existing directory is left alone, even if something is missing: the user may have
+/// deleted it.
 void FillNewProgramDirectory();
 
 }  // namespace app

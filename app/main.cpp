@@ -23,7 +23,7 @@ int main(int argumentCount, char** arguments) {
     if (ModMain::Main(program, commandLine, tarnwerk)) tarnwerk.Run();
     return tarnwerk.HasSucceeded() ? 0 : 1;
   } catch (const std::exception& error) {
-    // Too little memory, or too few descriptors for the loop itself.
+    // Out of memory, or of descriptors for the loop itself.
     program.errors.LogError(error.what());
     platform::SayOnStandardError(std::string("Tarnwerk: ") + error.what());
     return 1;

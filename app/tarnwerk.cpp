@@ -40,7 +40,7 @@ struct Tarnwerk::Running {
         [&program](const std::string& error) { program.errors.LogError(error); });
   }
 
-  // The services go before the loop that they live on.
+  // Declared in this order because the services must be destroyed before the loop.
   std::unique_ptr<Frontend> frontend;
   core::ServiceEnvironment environment;
   ModWeb::WebServer web;
@@ -53,14 +53,14 @@ struct Tarnwerk::Running {
 Tarnwerk::Tarnwerk(const settings::Program& program) : program_(program) {}
 
 Tarnwerk::~Tarnwerk() {
-  // The announcement listens on the loop that running_ holds.
+  // It listens on the loop in running_, so it must go first.
   instance_.reset();
 }
 
 Tarnwerk::Running& Tarnwerk::Made() {
   if (running_) return *running_;
   running_ = std::make_unique<Running>(program_);
-  // An address can be opened before its service has ever run.
+  // A page can be opened before its service has ever run.
   running_->web.LoadOptions();
   running_->ftp.LoadOptions();
   running_->mail.LoadOptions();
@@ -98,12 +98,12 @@ bool Tarnwerk::BecomeRunningInstance() {
 
 void Tarnwerk::RecordProgramPath() {
   std::string_view directory = program_.directory;
-  if (directory.ends_with('\\')) directory.remove_suffix(1);  // only that of a root does
+  if (directory.ends_with('\\')) directory.remove_suffix(1);  // only a root directory ends in one
   try {
     Modreg::Key key = Modreg::CreateKey(Modreg::Root::kLocalMachine, kProgramKey);
     Modreg::SetText(key, "TARNPath", platform::PathTextForUser(directory));
   } catch (const Modreg::Error&) {
-    return;  // usual where the user has no right to, and no reason not to serve
+    return;  // usual for users without the right to write there; no reason not to serve
   }
 }
 

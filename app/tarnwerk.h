@@ -1,6 +1,6 @@
 #pragma once
 
-// The program put together: its services, what controls them, and the steps of its start and end.
+// The assembled program: the services, their control, and the steps at the start and the end.
 
 #include <memory>
 #include <optional>
@@ -27,7 +27,7 @@ class Tarnwerk : public core::StartupSteps {
   /// Serves until the program is closed.
   void Run();
 
-  /// Whether every step that could be checked succeeded.
+  /// False if a step failed whose result can be checked.
   bool HasSucceeded() const { return succeeded_; }
 
   void AuthorizeInFirewall() override;
@@ -41,8 +41,8 @@ class Tarnwerk : public core::StartupSteps {
   void OpenWebAddress() override;
 
  private:
-  // The loop, the view and everything that lives on them. Made once the process is to stay, so that
-  // a "STOP" start and a second instance load nothing of it.
+  // The loop, the view and everything that runs on them. Created only once the process is to keep
+  // running: a "STOP" start and a second instance load none of it.
   struct Running;
 
   Running& Made();

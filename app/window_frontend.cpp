@@ -16,15 +16,15 @@ namespace {
 
 class ToolkitApp : public wxApp {
  public:
-  // The program decides when it ends, not the last window that is closed.
+  // The program decides when it ends, and not the closing of the last window.
   bool OnInit() override {
     SetExitOnFrameDelete(false);
     return true;
   }
 };
 
-// An environment variable that holds for as long as the object lives, if it was not set already;
-// programs started later are not to inherit it.
+// Sets an environment variable, unless it is set already, for the lifetime of the object. Child
+// processes must not inherit it.
 class PassingVariable {
  public:
   PassingVariable(const wxString& name, const wxString& value)
@@ -42,17 +42,17 @@ class PassingVariable {
   bool isOurs_;
 };
 
-// The toolkit, started and ended with the object.
+// Starts and ends the toolkit.
 class Toolkit {
  public:
   Toolkit() {
     wxApp::SetInstance(new ToolkitApp);
-    // The toolkit sees the program's name and none of its words.
+    // The toolkit gets the program's name but not its arguments.
     static char name[] = "Tarnwerk";
     static char* arguments[] = {name, nullptr};
     int count = 1;
     const wxLogNull silent;
-    // Nothing of ours is drawn by OpenGL, and to look for it loads half of a compiler on GTK.
+    // Nothing here uses OpenGL, and on GTK just looking for it loads half a compiler.
     const PassingVariable withoutOpenGl("GDK_GL", "disable");
     started_ = wxEntryStart(count, arguments) && wxTheApp->CallOnInit();
   }
@@ -71,7 +71,7 @@ class Toolkit {
 class WindowFrontend : public Frontend {
  public:
   explicit WindowFrontend(std::unique_ptr<Toolkit> toolkit) : toolkit_(std::move(toolkit)) {
-    window_ = new ui::frmMain;  // the toolkit deletes its windows itself
+    window_ = new ui::frmMain;  // owned by the toolkit
   }
   ~WindowFrontend() override { window_->Destroy(); }
   WindowFrontend(const WindowFrontend&) = delete;

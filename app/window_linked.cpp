@@ -1,4 +1,4 @@
-// On Windows the window is part of the one executable.
+// On Windows the window is linked into the executable.
 
 #include "app/window_frontend.h"
 

@@ -1,6 +1,6 @@
 #include "app/window_frontend.h"
 
-// What window_module_loader.cpp looks for.
+// The entry point that window_module_loader.cpp looks up.
 extern "C" __attribute__((visibility("default"))) app::Frontend* MakeTarnwerkWindow() {
   return app::MakeToolkitFrontend().release();
 }

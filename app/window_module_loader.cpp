@@ -1,6 +1,5 @@
-// On Linux the window stands on some eighty shared libraries, which take longer to load than the
-// services to start. They are behind a module of their own, so that a machine without a display
-// never sees them.
+// On Linux the window needs some eighty shared libraries, which take longer to load than the
+// services to start. They are in a module, so that a machine without a display never loads them.
 
 #include <string>
 

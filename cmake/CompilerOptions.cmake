@@ -1,8 +1,8 @@
-# Every target of ours links this one for its warnings, sanitizers and system version.
+# The warnings, sanitizers and system version of every target.
 add_library(tarnwerk_options INTERFACE)
 target_compile_options(tarnwerk_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
-  # g++ 12 sees overlapping copies in joined std::strings where there are none.
+  # g++ 12 reports overlapping copies in concatenated std::strings where there are none.
   target_compile_options(tarnwerk_options INTERFACE -Wno-restrict)
 endif()
 target_include_directories(tarnwerk_options INTERFACE ${CMAKE_SOURCE_DIR})
@@ -12,12 +12,12 @@ if(TARNWERK_SANITIZE)
     -fsanitize=${TARNWERK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(tarnwerk_options INTERFACE -fsanitize=${TARNWERK_SANITIZE})
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
-    # With sanitizers g++ sees unset members in the library's own std::function.
+    # With sanitizers g++ reports uninitialised members in the library's std::function.
     target_compile_options(tarnwerk_options INTERFACE -Wno-maybe-uninitialized)
   endif()
 endif()
 
-# A fuzzer links this one too; everything it calls is compiled to report its paths to the engine.
+# Fuzzers link this one too. Everything they call is instrumented to report coverage.
 option(TARNWERK_FUZZ "Build the fuzzers (clang only)" OFF)
 if(TARNWERK_FUZZ)
   target_compile_options(tarnwerk_options INTERFACE -fsanitize=fuzzer-no-link)
@@ -26,10 +26,10 @@ if(TARNWERK_FUZZ)
 endif()
 
 if(WIN32)
-  # Windows 8.1 and later: the oldest systems that the supported toolkit still knows.
+  # Windows 8.1, the oldest version that the toolkit supports.
   target_compile_definitions(tarnwerk_options INTERFACE
     _WIN32_WINNT=0x0603 WINVER=0x0603 UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
-  # Without the time of linking, which would make each program another one.
+  # No timestamp, so that builds are reproducible.
   target_link_options(tarnwerk_options INTERFACE -static -Wl,--no-insert-timestamp)
 endif()
 

@@ -1,15 +1,15 @@
-# The libraries that we stand on, each as one interface target.
+# Third-party libraries, each as an interface target.
 find_package(Threads REQUIRED)
 
-# Asio is header-only, so the Linux packages' headers serve the Windows build too. They are copied
-# into the build tree, since /usr/include as a whole must not be seen by the cross compiler.
+# Asio is header-only, so the Windows build can use the headers of the Linux package. They are
+# copied into the build tree, since the cross compiler must not see all of /usr/include.
 find_path(ASIO_INCLUDE_DIR asio.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 file(COPY ${ASIO_INCLUDE_DIR}/asio ${ASIO_INCLUDE_DIR}/asio.hpp
      DESTINATION ${CMAKE_BINARY_DIR}/third_party/asio)
 add_library(asio INTERFACE)
 target_include_directories(asio SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/third_party/asio)
-# Whether Asio allocates by aligned_alloc depends on which library headers came before its own; one
-# source's memory would be freed the other way by another.
+# Whether Asio uses aligned_alloc depends on the headers included before its own. Without this, one
+# source could free in one way what another allocated in the other.
 target_compile_definitions(asio INTERFACE
   ASIO_STANDALONE ASIO_NO_DEPRECATED ASIO_DISABLE_STD_ALIGNED_ALLOC)
 target_link_libraries(asio INTERFACE Threads::Threads)
@@ -17,8 +17,8 @@ if(WIN32)
   target_link_libraries(asio INTERFACE ws2_32 mswsock)
 endif()
 
-# The window toolkit. Linux takes Debian's package; for Windows there is none, and the script
-# builds one at the first configuration on a machine.
+# The window toolkit. Linux uses Debian's package. For Windows there is none, so a script builds the
+# toolkit at the first configuration on a machine.
 if(WIN32)
   execute_process(COMMAND ${CMAKE_SOURCE_DIR}/cmake/windows_toolkit.sh
                   OUTPUT_VARIABLE windowsToolkit OUTPUT_STRIP_TRAILING_WHITESPACE
@@ -36,11 +36,11 @@ function(ask_wx_config result)
   set(${result} ${answer} PARENT_SCOPE)
 endfunction()
 
-# Its include directories become system ones: their warnings are not ours to mend. Resource files
-# see directories and definitions, but windres knows none of the compiler's other flags.
+# Its include directories are system directories, to silence their warnings. Resource files get
+# directories and definitions only: windres does not know the compiler's other flags.
 ask_wx_config(wxFlags --cxxflags)
 ask_wx_config(wxLibraries --libs core base)
-# Whether a program has a console is its own affair; the test programs have one.
+# Each program decides whether it has a console; the test programs have one.
 list(FILTER wxLibraries EXCLUDE REGEX "^-mwindows$|--subsystem,windows$")
 add_library(wx INTERFACE)
 foreach(flag ${wxFlags})
@@ -54,7 +54,7 @@ foreach(flag ${wxFlags})
 endforeach()
 target_link_libraries(wx INTERFACE ${wxLibraries})
 
-# QR codes. Debian's package again, and for Windows a static build of its source.
+# QR codes: Debian's package, and for Windows a static build of its source.
 add_library(qrencode INTERFACE)
 if(WIN32)
   execute_process(COMMAND ${CMAKE_SOURCE_DIR}/cmake/windows_qrencode.sh
@@ -67,8 +67,8 @@ else()
   target_link_libraries(qrencode INTERFACE ${QRENCODE_LIBRARY})
 endif()
 
-# GoogleTest under the names GTest::gtest, GTest::gmock, GTest::gtest_main and GTest::gmock_main.
-# Debian's libraries are g++'s for Linux; every other compiler builds Debian's sources.
+# GoogleTest as GTest::gtest, GTest::gmock, GTest::gtest_main and GTest::gmock_main. Debian's
+# libraries are for g++ on Linux; for other compilers Debian's sources are built.
 if(TARNWERK_TESTS)
   if(NOT WIN32 AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     find_package(GTest REQUIRED)

@@ -1,4 +1,4 @@
-# Writes the C++ source OUTPUT with the text of every SVG file in FOLDER under its base name:
+# Writes the C++ source OUTPUT, a map from the base name of every SVG file in FOLDER to its text:
 #
 #   cmake -D FOLDER=ui/art -D OUTPUT=pictures.cpp -P EmbedPictures.cmake
 file(GLOB pictures ${FOLDER}/*.svg)

@@ -1,7 +1,7 @@
 #!/bin/bash
 # make_icon.sh PICTURE.svg ICON.ico
 #
-# A Windows icon in every size that the shell asks for. Up to 64 pixels the pictures are bitmaps,
+# Makes a Windows icon in all sizes that the shell uses. Up to 64 pixels the images are bitmaps,
 # which the oldest parts of the shell need; the large one is a PNG.
 set -euo pipefail
 

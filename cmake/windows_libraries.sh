@@ -1,15 +1,15 @@
 # shellcheck shell=bash
-# What the scripts share that build libraries for x86_64-w64-mingw32 from Debian's sources, where
-# Debian has no such package. Sourced by one that defines kSources (source packages), BuildAll, and
-# says Provide NAME [VARIABLE...] at its end; the variables are what else the recipe depends on.
+# Shared by the scripts that build libraries for x86_64-w64-mingw32 from Debian's sources, where
+# Debian has no such package. A script sources this file, defines kSources (source packages) and
+# BuildAll, and ends with Provide NAME [VARIABLE...]; the variables are further inputs of the recipe.
 #
-# Provide prints the prefix in which the libraries are. The first run on a machine builds them; every
-# later run prints the prefix at once. It is the last line on standard output, and the only one.
+# Provide prints the prefix of the libraries, as the only line on standard output. The first run on
+# a machine builds them; later runs print the prefix at once.
 #
-# The result is kept per user, not per clone, under a hash of the recipe (sources, options, build
-# steps, compiler version), so a change of it builds a new one beside the old. The machine's own apt settings,
-# lists and caches are neither changed nor needed to hold source archives, and no rights of root
-# are needed. TARNWERK_DEBIAN_MIRROR names another mirror than deb.debian.org.
+# Results are cached per user, not per clone, under a hash of the recipe (sources, options, build
+# steps, compiler version), so a changed recipe builds anew beside the old result. The machine's apt
+# settings, lists and caches are not changed, need not contain source archives, and root is not
+# required. TARNWERK_DEBIAN_MIRROR overrides the mirror deb.debian.org.
 set -euo pipefail
 shopt -s inherit_errexit
 
@@ -17,7 +17,7 @@ readonly kHost=x86_64-w64-mingw32
 readonly kMirror=${TARNWERK_DEBIAN_MIRROR:-http://deb.debian.org/debian}
 readonly kKeyring=/usr/share/keyrings/debian-archive-keyring.gpg
 
-# The main archive alone: the sources of the security archive are not always to be had.
+# The main archive only: the sources of the security archive are not always available.
 readonly kSuite=bookworm
 
 Say() { printf '%s: %s\n' "$name" "$*" >&2; }
@@ -42,7 +42,7 @@ END
     [ ${#missing[@]} -eq 0 ] || Fail "these Debian packages are missing: ${missing[*]}"
 }
 
-# The arguments are names of variables.
+# RecipeHash VARIABLE...: the hash of the recipe and the named variables.
 RecipeHash() {
     {
         declare -p kHost kSuite kSources "$@"
@@ -51,8 +51,8 @@ RecipeHash() {
     } | sha256sum | cut -c1-16
 }
 
-# An apt of our own in $1. The file is read after the machine's settings (so proxies stay as they
-# are there) and takes back the hooks that would act on the machine's own lists.
+# Sets up a private apt in $1. Its file is read after the machine's settings, so proxies are kept,
+# and clears the hooks that would act on the machine's lists.
 WriteAptConfiguration() {
     mkdir -p "$1"/{lists,archives}/partial
     printf 'deb-src [signed-by=%s] %s %s main\n' "$kKeyring" "$kMirror" "$kSuite" >"$1/sources.list"
@@ -69,7 +69,7 @@ Dir::Cache::Archives "$1/archives";
 END
 }
 
-# The arguments are options of apt-get source.
+# Download OPTION...: the options are those of apt-get source.
 Download() {
     WriteAptConfiguration "$work/apt"
     apt-get -c "$work/apt/apt.conf" -q update
@@ -86,7 +86,7 @@ FetchSources() {
     done
 }
 
-# The upstream archives alone, without what Debian changes in them.
+# Unpacks the upstream archives only, without Debian's changes.
 FetchUpstream() {
     Download --tar-only
     local archive
@@ -96,7 +96,7 @@ FetchUpstream() {
     done
 }
 
-# $1 is the unpacked source, the rest are options of its configure script.
+# BuildAndInstall SOURCE OPTION...: the options are those of the configure script.
 BuildAndInstall() {
     cd "$work/$1"
     ./configure --prefix="$prefix" --host="$kHost" --build="$(./config.guess)" \
@@ -116,10 +116,10 @@ Provide() {
     if [ ! -d "$prefix" ]; then
         mkdir -p "$cache"
         exec 9>"$cache/$name.lock"
-        flock -n 9 || { Say "another build is under way, waiting for it"; flock 9; }
+        flock -n 9 || { Say "waiting for another build"; flock 9; }
     fi
     if [ ! -d "$prefix" ]; then
-        # Beside its destination, so that the move at the end is one rename: a broken-off build never
+        # Beside the destination, so that the final move is a rename: an interrupted build never
         # looks like a finished one.
         work=$(mktemp -d "$cache/$name-build.XXXXXX")
         trap 'rm -rf "$work"' EXIT
@@ -131,7 +131,7 @@ Provide() {
         log=$cache/$name.log
         Say "building once for this machine (log: $log)"
         renice -n 10 -p $BASHPID >/dev/null || true
-        # Not in a condition: there bash ignores "set -e", inside the parentheses too.
+        # Not in a condition: bash would ignore "set -e" there, even inside the parentheses.
         set +e
         (set -e; BuildAll) >"$log" 2>&1 9>&-
         status=$?

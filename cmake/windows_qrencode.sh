@@ -5,9 +5,9 @@
 readonly kSources=(qrencode)
 
 BuildAll() {
-    # Debian's own part of the source is about its packages, and not every mirror has it.
+    # Debian's part of the source is only packaging, and not every mirror has it.
     FetchUpstream
-    # Where the other sources have it.
+    # BuildAndInstall expects it at the top.
     ln -s use/config.guess "$work/qrencode/config.guess"
     BuildAndInstall qrencode --enable-static --disable-shared --without-tools --without-png --disable-pthread
 }

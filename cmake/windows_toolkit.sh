@@ -1,12 +1,12 @@
 #!/bin/bash
 # Prints the prefix of the window toolkit for the Windows build: wxWidgets 3.2 and libpng as static
-# libraries. Building them takes some minutes, once (windows_libraries.sh).
+# libraries. The first run builds them, which takes some minutes (windows_libraries.sh).
 . "$(dirname "$0")/windows_libraries.sh"
 
 readonly kSources=(libpng1.6 wxwidgets3.2)
 
-# SVG pictures (nanosvg, on by default) need libpng, libpng needs zlib. What is switched off here
-# would only make the program larger: nothing of it is used.
+# SVG pictures (nanosvg, on by default) need libpng, which needs zlib. Everything disabled here is
+# unused and would only make the program larger.
 readonly kToolkitOptions=(
     --with-msw --disable-shared --enable-unicode --disable-debug --disable-tests --without-subdirs
     --with-nanosvg --with-zlib=sys --with-libpng=sys
@@ -23,7 +23,7 @@ BuildAll() {
     FetchSources
     BuildAndInstall libpng1.6 --enable-static --disable-shared --disable-tests --disable-tools
     BuildAndInstall wxwidgets3.2 "${kToolkitOptions[@]}"
-    # wx-config repeats the linker flags that it was built with.
+    # wx-config outputs the linker flags that it was built with.
     sed -i "s|$work/stage||g" "$work/stage$prefix"/lib/wx/config/*
     ! grep -rI "$work" "$work/stage$prefix/bin" "$work/stage$prefix/lib/wx"
 }

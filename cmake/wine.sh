@@ -1,11 +1,11 @@
 #!/bin/bash
-# Runs a Windows program (the arguments) under Wine. CMake puts it before every test program of the
-# Windows build.
+# wine.sh PROGRAM ARGUMENT...
 #
-# It has a Wine prefix of its own in the build tree, so that neither the user's Windows programs nor
-# their settings are touched; TARNWERK_WINEPREFIX names another one. It is set up at the first use,
-# which takes a while. The Wine server stays for a minute after the last program, since its start
-# costs more than most tests.
+# Runs a Windows program under Wine. CMake runs every test program of the Windows build through it.
+#
+# The Wine prefix is in the build tree, so the user's Windows programs and settings are not touched;
+# TARNWERK_WINEPREFIX overrides it. The first use sets it up, which takes a while. The Wine server
+# stays for a minute after the last program, since starting it takes longer than most tests.
 set -euo pipefail
 
 WINEPREFIX=${TARNWERK_WINEPREFIX:-$(cd "$(dirname "$0")/.." && pwd)/build/wine-prefix}
@@ -14,7 +14,7 @@ export WINEDEBUG=${TARNWERK_WINEDEBUG:--all}
 # No offers to download .NET or a browser engine, no entries in the user's menus, and no debugger
 # whose window would keep a crashed program alive.
 export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d'
-# Wine reads file names in the character set of the locale, and there are Chinese ones.
+# Wine decodes file names in the locale's character set, and some names are Chinese.
 export LC_ALL=${TARNWERK_WINE_LOCALE:-C.UTF-8}
 
 SetUpPrefix() {
@@ -29,8 +29,8 @@ SetUpPrefix() {
     exec 9>&-
 }
 
-# The programs that Wine starts beside the first one keep its output open for as long as they live;
-# whoever waited for the end of that output would wait for them. So the first one is none of ours.
+# The helper programs that Wine starts with the first program keep that program's output open, so a
+# caller reading to its end would wait for them. Hence the first program is a dummy.
 StartServer() {
     if wineserver --persistent=60 </dev/null >/dev/null 2>&1; then
         wine cmd /c exit </dev/null >/dev/null 2>&1

@@ -7,7 +7,7 @@
 
 namespace core {
 
-/// What a line of Web.log or Mail.log begins with.
+/// The beginning of each line in Web.log and Mail.log.
 inline std::string AccessLineStart(text::WallTime time, std::string_view clientAddress) {
   return "时间：" + text::DateTimeText(time) + "  客户机IP：" + std::string(clientAddress) + "  ";
 }

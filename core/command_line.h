@@ -1,6 +1,6 @@
 #pragma once
 
-// The words of the command line.
+// Splitting the command line into words.
 
 #include <string>
 #include <string_view>
@@ -8,8 +8,8 @@
 
 namespace ModMain {
 
-/// Splits `text` at blanks, tabs and "/" alone. Element 0 of the result is unused and empty, word 1
-/// is element 1; words beyond `most` are dropped.
+/// Splits `text` at blanks, tabs and "/" only. Element 0 of the result is empty; the first word is
+/// element 1. Words after the first `most` are dropped.
 std::vector<std::string> GetCommandLineWords(std::string_view text, int most = 10);
 
 }  // namespace ModMain

@@ -1,8 +1,8 @@
 #pragma once
 
-// The commands of a line protocol as a table: one row per command, with the word that a client
-// sends and what answers it. All three servers keep their commands in such a table, so that each
-// protocol can be read on one page.
+// The commands of a line protocol as a table with one row per command: the word that a client sends
+// and the function or text that answers it. All three servers use it, so that each protocol can be
+// read on one page.
 
 #include <algorithm>
 #include <string_view>
@@ -11,19 +11,19 @@
 
 namespace core {
 
-/// `Interpreter` has the functions; `Request` is what they are given, `Answer` what is sent back.
+/// `Interpreter` has the functions; `Request` is their argument, `Answer` the reply.
 template <class Interpreter, class Request, class Answer>
 struct Command {
   using Function = Answer (Interpreter::*)(Request);
   using Exchange = net::Task<Answer> (Interpreter::*)(Request);
 
   std::string_view word;
-  std::string_view reply = {};  // the fixed answer, where neither function is set
+  std::string_view reply = {};  // the fixed reply if both functions are null
   Function function = nullptr;  // answers at once
-  Exchange exchange = nullptr;  // may wait, for a data connection or a disk; others run meanwhile
+  Exchange exchange = nullptr;  // may suspend, for a data connection or the disk
 };
 
-/// The row of `word`, compared exactly, or null.
+/// The row for `word`, matched exactly, or null.
 template <class Table>
 const typename Table::value_type* FindCommand(const Table& table, std::string_view word) {
   const auto row = std::find_if(table.begin(), table.end(),

@@ -17,7 +17,7 @@ void ConsoleView::ShowOutcome(const Outcome& outcome) {
 void ConsoleView::Print(const std::string& line) {
   const std::string bytes = text::ToSystem(line) + "\n";
   std::fwrite(bytes.data(), 1, bytes.size(), stream_);
-  // The stream may be a file or a pipe that somebody watches.
+  // The stream may be a file or pipe that is being watched.
   std::fflush(stream_);
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-// The view of a program without a display. For every start and stop it writes to a stream, at once
-// and a line each: the result with the address, and the service's status text; and where a start
-// failed because Server.ini cannot be used, the reason.
+// The view of a program without a display. After every start and stop it writes lines to a stream
+// and flushes them: the result with the address, the service's status, and if Server.ini cannot be
+// used, the reason.
 
 #include <cstdio>
 #include <string>

@@ -1,13 +1,13 @@
 #pragma once
 
-// The program among those that the system's firewall lets through.
+// The program's entry in the system's firewall.
 
 #include "settings/program.h"
 
 namespace modFirewall {
 
-/// Adds the program to the firewall's list. Where that is impossible (no right to, no such
-/// firewall) the program runs on without it, and nothing is said.
+/// Adds the program to the firewall's list of allowed programs. Failure (no right, no such
+/// firewall) is silent and has no other effect.
 void AuthorizeInFirewall(const settings::Program& program);
 
 }  // namespace modFirewall

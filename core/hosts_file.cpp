@@ -17,11 +17,11 @@ bool IsNumeric(std::string_view address) {
   return address.find_first_not_of("0123456789.") == std::string_view::npos;
 }
 
-// The words may stand anywhere in the line; only a "#" as its very first character disables it.
+// The words may be anywhere in the line. Only "#" as the very first character disables it.
 bool IsActiveEntry(std::string_view line, std::string_view upperAddress,
                    std::string_view upperDomain) {
   if (line.starts_with('#')) return false;
-  // What nearly every line of a long file is, seen at once. Numbers have no case.
+  // A fast path for nearly every line of a long file. Numbers have no case.
   if (IsNumeric(upperAddress) && line.find(upperAddress) == std::string_view::npos) return false;
   const std::string upper = platform::UpperCase(line);
   return upper.find(upperDomain) != std::string::npos &&
@@ -46,7 +46,7 @@ bool HasEntry(std::string_view content, std::string_view address, std::string_vi
 bool Update(std::string_view hostsFile, std::string_view address, std::string_view domain,
             std::error_code& unread) {
   const std::string content = files::ReadFile(hostsFile, unread, kLargestHostsFile);
-  // What cannot be read may have the entry already.
+  // An unreadable file may have the entry already.
   if (unread && !files::IsMissing(unread)) return false;
   const std::string domainBytes = text::ToSystem(domain);
   if (!unread && HasEntry(content, address, domainBytes)) return true;

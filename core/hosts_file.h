@@ -1,7 +1,7 @@
 #pragma once
 
-// Makes a domain name resolve to this machine: its entry in the system's hosts file. The file is
-// only ever appended to; what stands in it is never changed.
+// Makes a domain name resolve to this machine through the system's hosts file. Entries are only
+// appended; existing lines never change.
 
 #include <string>
 #include <string_view>
@@ -12,24 +12,23 @@
 
 namespace core {
 
-/// Where a system of that name (core/os_name.h) keeps the file; a name that says nothing takes the
-/// system directory.
+/// Where the system with that name (core/os_name.h) keeps the file; the system directory if the
+/// name is unknown.
 platform::HostsPlace HostsPlaceOf(std::string_view osName);
 
-/// This system's file as a path text.
+/// The path text of this system's hosts file.
 std::string HostsFile();
 
-/// No list of names that anybody uses, of advertisers to be blocked say, comes near this size.
+/// Far larger than any list in use, such as one that blocks advertisers.
 inline constexpr std::size_t kLargestHostsFile = std::size_t{16} << 20;
 
-/// Makes sure that `hostsFile` (a path text) has an active line with `address` and `domain`. True
-/// if it has one now; a file that cannot be read or written stays as it is, gives false and stops
-/// nothing. An empty `domain` is looked for like any other: every active line with the address
-/// counts.
+/// Ensures that `hostsFile` (a path text) has an active line with `address` and `domain`. False if
+/// the file cannot be read or written; it is then left as it is, and callers go on. An empty
+/// `domain` matches every active line with the address.
 bool UpdateHostsFile(std::string_view hostsFile, std::string_view address, std::string_view domain);
 
-/// The same for the domain of a service that starts. A file that is there and cannot be read is
-/// told to the error log; that it cannot be written is usual, and is not.
+/// Adds the domain of a service that starts. An existing file that cannot be read is logged as an
+/// error. Lacking the right to write is usual and not logged.
 void EnterInHostsFile(const ServiceEnvironment& environment, std::string_view domain);
 
 }  // namespace core

@@ -1,8 +1,8 @@
 #pragma once
 
-// The face of service control: the main window, a console, or a recorder in a test. A view is told
-// what became of every start and stop, and decides nothing. The words for it are the same for all
-// views (core/service_texts.h).
+// A view of service control: the main window, a console, or a recorder in a test. It is called with
+// the outcome of every start and stop, and decides nothing. All views use the same texts
+// (core/service_texts.h).
 
 #include <optional>
 #include <string>
@@ -11,23 +11,23 @@
 
 namespace core {
 
-/// What became of a start or stop.
+/// The outcome of a start or stop.
 struct Outcome {
   enum class Event { kStarted, kStartFailed, kStopped, kStopFailed };
 
   ServiceKind service = ServiceKind::kWeb;
   Event event = Event::kStarted;
 
-  /// The service whose labels and buttons show it. The tray menu items and the status panel are
-  /// always those of `service`.
+  /// The service whose labels and buttons show the outcome. The tray menu items and the status
+  /// panel are always those of `service`.
   ServiceKind frame = ServiceKind::kWeb;
 
-  std::string address;                 // as it is shown
-  std::optional<bool> enableAddress;   // none: leave it as it is
-  std::optional<std::string> rootDir;  // a path in the user's own form; none: leave it as it is
+  std::string address;                 // as displayed
+  std::optional<bool> enableAddress;   // none: leave unchanged
+  std::optional<std::string> rootDir;  // in the user's path notation; none: leave unchanged
   std::optional<StartFailure> failure;
 
-  /// Which of the start and the stop button and menu item is there.
+  /// Whether the stop button and menu item are shown, instead of those for starting.
   bool CanBeStopped() const { return event == Event::kStarted || event == Event::kStopFailed; }
 };
 

@@ -13,7 +13,7 @@ std::string Windows9xName(std::uint32_t minor) {
     case 10:
       return "Windows 98";
     case 90:
-      return "Windows Mellinnium";  // spelled so on purpose: it is compared with
+      return "Windows Mellinnium";  // misspelled on purpose, as in HostsPlaceOf
     default:
       return {};
   }

@@ -1,6 +1,6 @@
 #pragma once
 
-// The operating system's name, by which it is decided where the hosts file is.
+// The name of the operating system, which decides where the hosts file is.
 
 #include <string>
 
@@ -8,8 +8,8 @@
 
 namespace core {
 
-/// The name of a version. Empty for a Windows that is not in the table, and every 6.x from 6.1 on
-/// is "Windows 7"; "Unknown OS Version" for a system that is no Windows.
+/// The name for a version. Empty for a Windows version that is not in the table; "Windows 7" for
+/// every 6.x from 6.1 on; "Unknown OS Version" if the system is not Windows.
 std::string OsNameOf(const platform::SystemVersion& version);
 
 /// The name of this system.

@@ -1,8 +1,7 @@
 #pragma once
 
-// A service as service control sees it: something that starts, stops and can be asked for its
-// state, whatever protocol it speaks. It shows nothing; that is the view's business
-// (core/manager_view.h).
+// A service as seen by service control, whatever its protocol: it starts, stops and reports its
+// state. It shows nothing; the view does (core/manager_view.h).
 
 #include <array>
 #include <cstddef>
@@ -18,7 +17,7 @@ namespace core {
 
 enum class ServiceKind { kWeb, kFtp, kMail };
 
-/// In the order in which they are shown.
+/// In display order.
 inline constexpr std::array kServices = {ServiceKind::kWeb, ServiceKind::kFtp, ServiceKind::kMail};
 
 /// The index of a service in an array of three.
@@ -27,20 +26,20 @@ constexpr std::size_t IndexOf(ServiceKind service) { return static_cast<std::siz
 /// Why a service did not start.
 struct StartFailure {
   std::error_code reason;
-  std::int16_t port = 0;  // the port that could not be opened; 0 if the start failed earlier
-  bool settings = false;  // the start failed earlier because Server.ini cannot be used
+  std::int16_t port = 0;  // the port that could not be opened; 0 if the start failed before that
+  bool settings = false;  // the start failed because Server.ini cannot be used
 };
 
 class Service {
  public:
   virtual ~Service() = default;
 
-  /// Loads the settings and opens the listener or listeners. On failure nothing is left open, the
-  /// reason is logged, and Start can be called again at once.
+  /// Loads the settings and opens the listeners. On failure nothing stays open, the reason is
+  /// logged, and Start can be called again at once.
   virtual bool Start() = 0;
 
-  /// Closes the listeners and every connection, and returns once every handler has ended. False if
-  /// the system refused to close something.
+  /// Closes the listeners and all connections, and returns once every handler has ended. False if
+  /// the system failed to close something.
   virtual bool Stop() = 0;
 
   virtual bool IsRunning() const = 0;
@@ -48,19 +47,19 @@ class Service {
   /// Reloads the settings, as Start does. False if the service could not start with them.
   virtual bool LoadOptions() = 0;
 
-  /// The domain name as loaded.
+  /// The domain name as last loaded.
   virtual std::string Domain() const = 0;
 
-  /// The open connections at this moment.
+  /// The currently open connections.
   virtual std::vector<net::ConnectionReport> Connections() const { return {}; }
 
-  /// The bytes of all connections so far, closed ones included.
+  /// The bytes of all connections so far, including closed ones.
   virtual net::Traffic TotalTraffic() const { return {}; }
 
-  /// Why the last start failed; none if it succeeded.
+  /// The reason of the last start if it failed.
   virtual std::optional<StartFailure> LastFailure() const { return std::nullopt; }
 
-  /// The root directory as loaded, a path text.
+  /// The root directory as last loaded, a path text.
   virtual std::string RootDir() const = 0;
 };
 

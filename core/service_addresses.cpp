@@ -6,7 +6,7 @@ namespace core {
 namespace {
 
 struct Scheme {
-  std::string_view name;  // empty: no URL leads to the service
+  std::string_view name;  // empty: the service has no URL
   std::uint16_t usualPort;
 };
 

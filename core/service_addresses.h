@@ -1,6 +1,6 @@
 #pragma once
 
-// The addresses at which other computers reach the services, as a user passes them on.
+// The addresses at which other computers reach the services, for the user to pass on.
 
 #include <cstdint>
 #include <string>
@@ -9,16 +9,16 @@
 
 namespace core {
 
-/// The ports that a service listens on; a mail server has two.
+/// The ports that a service listens on. The mail server has two.
 struct ListeningPorts {
   std::uint16_t first = 0;   // HTTP, FTP or SMTP
   std::uint16_t second = 0;  // POP3
 };
 
-/// "http://192.168.1.5/", with the port unless it is the usual one.
+/// Like "http://192.168.1.5/", with the port unless it is the usual one.
 std::string ReachedAt(ServiceKind service, const std::string& machine, ListeningPorts ports);
 
-/// Whether that is a URL, which a telephone opens.
+/// Whether the address is a URL, which a telephone can open.
 bool IsReachedByUrl(ServiceKind service);
 
 }  // namespace core

@@ -11,7 +11,7 @@ namespace {
 using Event = Outcome::Event;
 
 // A failed mail start is recorded under the Web server's key, and a failed mail stop is shown in
-// the Web server's frame: existing programs and users rely on both.
+// the Web server's frame. Existing programs and users rely on both.
 ServiceKind BlamedFor(ServiceKind service) {
   return service == ServiceKind::kMail ? ServiceKind::kWeb : service;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-// Starts and stops the services and tells the view what became of it: the handlers behind the start
-// and stop buttons, the tray menu and the command line. The outcome of a start is also kept in
+// Starts and stops the services and reports the outcome to the view: the handlers behind the start
+// and stop buttons, the tray menu and the command line. The outcome of a start is also saved in
 // startflg.dat; a stop does not change that file.
 
 #include <array>
@@ -20,7 +20,7 @@ class ServiceControl {
     Service& mail;
   };
 
-  /// The services and the view outlive this object.
+  /// The services and the view must outlive this object.
   ServiceControl(const settings::Program& program, Services services, ManagerView& view)
       : program_(program), services_{&services.web, &services.ftp, &services.mail}, view_(view) {}
 
@@ -31,14 +31,14 @@ class ServiceControl {
   void cmdStartMailService() { Start(ServiceKind::kMail); }
   void cmdStopMailService() { Stop(ServiceKind::kMail); }
 
-  /// The same for a service that is known at run time only.
+  /// The same for a service chosen at run time.
   void Start(ServiceKind service);
   void Stop(ServiceKind service);
 
-  /// Web, mail, FTP.
+  /// In the order Web, mail, FTP.
   void StartAll();
 
-  /// Stops what runs, without showing anything: the program is about to end.
+  /// Stops the running services without telling the view, before the program ends.
   void CloseAll();
 
   Service& Of(ServiceKind service) { return *services_[IndexOf(service)]; }

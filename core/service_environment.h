@@ -1,6 +1,6 @@
 #pragma once
 
-// What every service is given to run with.
+// What every service needs to run.
 
 #include <string>
 #include <string_view>
@@ -13,14 +13,15 @@ class EventLoop;
 
 namespace core {
 
-/// The files are path texts; the references outlive the service.
+/// The references must outlive the service. `hostsFile` is a path text.
 struct ServiceEnvironment {
   const settings::Program& program;
   net::EventLoop& loop;
   std::string hostsFile;
 };
 
-/// The domain name of every service before the user has set one: the addresses shown work at once.
+/// The domain name of every service until the user sets one, so that the addresses shown work at
+/// once.
 inline constexpr std::string_view kDefaultDomain = "localhost";
 
 }  // namespace core

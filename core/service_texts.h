@@ -1,7 +1,7 @@
 #pragma once
 
-// Every text about the start and stop of a service. Mixed spellings and trailing blanks are
-// intended: they are the texts that users and their documents know.
+// All texts about starting and stopping a service. Mixed spellings and trailing blanks are
+// intended: users and their documents know the texts like this.
 
 #include <array>
 #include <string>
@@ -10,7 +10,7 @@
 
 namespace core {
 
-/// What is said of an outcome: the result label and the hint below it.
+/// The texts for an outcome: the result label and the hint below it.
 struct OutcomeTexts {
   const char* result;
   const char* hint;
@@ -21,7 +21,7 @@ struct ServiceTexts {
   const char* flagKey;  // in startflg.dat
   const char* statusOn;
   const char* statusOff;
-  const char* address;             // of the running service, "*" for the domain
+  const char* address;             // of the running service; "*" is the domain
   const char* addressWhenStopped;  // likewise
   OutcomeTexts started;
   OutcomeTexts startFailed;
@@ -32,10 +32,10 @@ struct ServiceTexts {
 const ServiceTexts& TextsOf(ServiceKind service);
 const OutcomeTexts& TextsOf(const Outcome& outcome);
 
-/// A service that could not be stopped counts as off in the status bar.
+/// A service that failed to stop counts as off in the status bar.
 std::string StatusText(const Outcome& outcome);
 
-/// The address of a running and of a stopped service as it is shown: without a port.
+/// The displayed address of a running and of a stopped service, without the port.
 std::string AddressText(ServiceKind service, const std::string& domain);
 std::string AddressTextWhenStopped(ServiceKind service, const std::string& domain);
 

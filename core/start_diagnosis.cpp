@@ -25,7 +25,7 @@ Diagnosis ExplainTaken(const StartFailure& failure,
           Remedy::kChangeOptions, ""};
 }
 
-// Quoted for the shell in which the command is pasted.
+// Quoted for the shell in which the command will be pasted.
 std::string Quoted(const std::string& path) {
   return "'" + text::ReplaceAll(path, "'", "'\\''") + "'";
 }

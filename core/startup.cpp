@@ -34,12 +34,12 @@ bool SystemFlag(const settings::Program& program, std::string_view key) {
   return text::ToBoolean(text).value_or(false);
 }
 
-// As soon as there is any word, the settings decide neither flag.
+// Any argument overrides both settings.
 StartFlags FlagsOf(const settings::Program& program, const Words& words) {
   if (words.IsEmpty()) {
     return {SystemFlag(program, "AutoStartService"), SystemFlag(program, "StartInTaskBar")};
   }
-  // "SHOW" shows the tray icon, not the window.
+  // Despite its name, "SHOW" shows the tray icon and not the window.
   return {words.Is(1, "START"), words.Is(2, "SHOW")};
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// The entry procedure: what happens between the start of the process and its first event. Every
-// step goes on past whatever fails in the one before.
+// The entry procedure, from the start of the process to its first event. A failing step never
+// prevents the next.
 
 #include <string_view>
 
@@ -9,20 +9,20 @@
 
 namespace core {
 
-/// What start-up does to the world outside, step by step; the program and tests each bring their
-/// own.
+/// The external effects of start-up, one function per step. Implemented by the program and by
+/// tests.
 class StartupSteps {
  public:
   virtual ~StartupSteps() = default;
 
   virtual void AuthorizeInFirewall() = 0;
-  /// Closes every running instance of the user and waits until they are gone.
+  /// Closes all running instances of the user and waits for them to end.
   virtual void CloseRunningInstance() = 0;
-  /// False if an instance of this executable and program directory runs already.
+  /// False if an instance with this executable and program directory is already running.
   virtual bool BecomeRunningInstance() = 0;
   virtual void RecordProgramPath() = 0;
   virtual void SwitchProxyOff() = 0;
-  /// Web, mail, FTP.
+  /// In the order Web, mail, FTP.
   virtual void StartServices() = 0;
   virtual void GoToTray() = 0;
   virtual void ShowMainWindow() = 0;
@@ -33,8 +33,8 @@ class StartupSteps {
 
 namespace ModMain {
 
-/// Runs the entry procedure on the words of `commandLine`. True if the process lives on; false if
-/// its work is done ("STOP", or another instance runs).
+/// Runs the entry procedure with the words of `commandLine`. False if the process has nothing left
+/// to do ("STOP", or another instance is running).
 bool Main(const settings::Program& program, std::string_view commandLine,
           core::StartupSteps& steps);
 

@@ -25,7 +25,7 @@ void SystemProxy::KeepOff() const {
   try {
     Modreg::WriteNumber(kInternetSettings, kValue, 0);
   } catch (const Modreg::Error&) {
-    return;  // the user may not change it
+    return;  // the user has no right to change it
   }
 }
 

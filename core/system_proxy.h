@@ -1,8 +1,7 @@
 #pragma once
 
-// The user's Internet proxy, which is switched off so that the browser reaches the services
-// directly when it opens their addresses. It is not switched on again: it stays off after the
-// program's end.
+// The user's Internet proxy setting, switched off so that the browser reaches the services
+// directly. It is never switched on again: it stays off after the program ends.
 
 #include <cstdint>
 
@@ -10,10 +9,10 @@ namespace core {
 
 class SystemProxy {
  public:
-  /// Switches the proxy off if it is on. One that cannot be asked counts as off.
+  /// Switches the proxy off if it is on. A setting that cannot be read counts as off.
   void SwitchOff();
 
-  /// The same once more at the end, if it was on at the start.
+  /// Switches it off again at the end, if it was on at the start.
   void KeepOff() const;
 
  private:

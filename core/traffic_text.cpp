@@ -9,8 +9,8 @@ namespace {
 
 constexpr double kStep = 1024;
 constexpr std::array kUnits = {"KB", "MB", "GB", "TB", "PB"};
-constexpr double kMostWithDecimal = 9.95;  // from here on it rounds to two digits
-constexpr double kMostOfUnit = 999.5;      // from here on it rounds to four
+constexpr double kMostWithDecimal = 9.95;  // larger values round to two digits
+constexpr double kMostOfUnit = 999.5;      // larger values round to four digits
 
 std::uint64_t PerSecond(std::uint64_t now, std::uint64_t before, double seconds) {
   if (now < before || seconds <= 0) return 0;

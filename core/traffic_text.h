@@ -1,6 +1,6 @@
 #pragma once
 
-// Amounts of bytes and the state of transfers as a person reads them.
+// Byte counts and the progress of transfers as text for the user.
 
 #include <cstdint>
 #include <string>
@@ -12,15 +12,15 @@ namespace core {
 /// "512 B", "1.5 KB", "23 KB", "4.0 GB"; a KB is 1024 bytes.
 std::string ByteText(std::uint64_t bytes);
 
-/// How far a transfer is, "45%". Empty where the size is unknown.
+/// The progress of a transfer, like "45%". Empty if the size is unknown.
 std::string ProgressText(const net::Activity& activity);
 
-/// Measures a rate from totals that are looked at now and then.
+/// Derives a rate from running totals.
 class TrafficRate {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// The bytes per second since the last look; 0 at the first.
+  /// The bytes per second since the previous call; 0 on the first.
   net::Traffic Next(const net::Traffic& total, Clock::time_point now);
 
  private:

@@ -21,8 +21,8 @@ using platform::ExistingPath;
 using platform::File;
 using platform::NativePath;
 
-// Tries the path exactly as written first, which is the common case and saves a lookup; only if it
-// is missing, the one found ignoring case.
+// Tries the path exactly as written first: the common case, which saves a lookup. If that is
+// missing, tries the path found ignoring case.
 template <class Action>
 auto WithExisting(std::string_view path, std::error_code& error, Action action) {
   const fs::path exact = NativePath(path);
@@ -53,7 +53,7 @@ bool RefusesAnotherFile(const std::error_code& error) {
          error == std::errc::read_only_file_system || error == std::errc::device_or_resource_busy;
 }
 
-// Not safe against a power cut, but better than losing the user's settings.
+// Not safe against a power failure, but better than losing the user's settings.
 std::error_code OverwriteContent(const fs::path& target, std::string_view bytes) {
   std::error_code error;
   if (!fs::exists(target, error)) return std::make_error_code(std::errc::no_such_file_or_directory);
@@ -99,7 +99,7 @@ File OpenIfExists(std::string_view path) {
 std::string ReadFile(std::string_view path, std::error_code& error, std::size_t most) {
   File file = OpenFile(path, File::Mode::kRead, error);
   if (!file.IsOpen()) return {};
-  // The size is only a hint: files of the system, as in /proc, report 0 and have content.
+  // The size is only a hint: system files, as in /proc, report 0 but have content.
   constexpr std::size_t kStep = 65536;
   std::string content;
   for (std::size_t count = kStep; count == kStep && content.size() <= most && !error;) {
@@ -150,7 +150,7 @@ std::error_code FlushFile(std::string_view path) {
   std::error_code error;
   const fs::path native = ExistingPath(path);
   if (!fs::exists(native, error)) return std::make_error_code(std::errc::no_such_file_or_directory);
-  // Windows flushes only what is open for writing.
+  // Windows flushes only files that are open for writing.
   File file = File::Open(native, File::Mode::kUpdate, error);
   if (file.IsOpen()) file.Flush(error);
   if (!error) File::FlushFolder(native.parent_path(), error);
@@ -187,7 +187,7 @@ std::error_code RenamePath(std::string_view from, std::string_view to) {
   if (fs::exists(fs::symlink_status(occupied, error)) && !fs::equivalent(source, occupied, error)) {
     return std::make_error_code(std::errc::file_exists);
   }
-  // In the folder that is found, but under the name as written.
+  // In the folder that was found, but under the name as written.
   platform::MoveEntry(source, occupied.parent_path() / NativePath(to).filename(), error);
   return error;
 }

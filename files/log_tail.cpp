@@ -32,7 +32,7 @@ bool IsSameFile(std::string_view left, std::string_view right) {
                                      error);
 }
 
-// The beginning of the log as it is, piece by piece.
+// Copies the first `size` bytes unchanged, piece by piece.
 std::error_code CopyBeginning(std::string_view log, std::uint64_t size, File& target) {
   std::error_code error;
   File source = OpenFile(log, File::Mode::kRead, error);
@@ -55,7 +55,7 @@ LogTail ReadLogTail(std::string_view log, std::uint64_t most) {
   if (!file.IsOpen()) return {};
   LogTail tail;
   const std::uint64_t size = file.SizeWhenOpened();
-  // One byte more: where a line ends just in front of the part, its first line is a whole one.
+  // Includes the byte before, so that a line that begins exactly there counts as whole.
   if (size > most) tail.leftOut = size - most - 1;
   file.Skip(tail.leftOut, error);
   std::string bytes(size - tail.leftOut, '\0');
@@ -70,7 +70,7 @@ LogTail ReadLogTail(std::string_view log, std::uint64_t most) {
 }
 
 std::error_code ExportLog(std::string_view log, const LogTail& tail, std::string_view target) {
-  // Replacing the log by itself would empty it before it is read.
+  // Exporting a log onto itself would empty it before it is read.
   if (!tail.IsWhole() && IsSameFile(log, target)) return {};
   std::error_code error;
   File file = OpenFile(target, File::Mode::kReplace, error);

@@ -15,7 +15,7 @@ void AppendLine(std::string_view file, std::string_view line) {
   AppendToFile(file, text::ToSystem(line) + "\r\n");
 }
 
-// A backslash always goes in between, even behind a directory that ends in one.
+// The backslash is always added, even if the directory already ends in one.
 ErrorLog::ErrorLog(std::string_view programDirectory)
     : file_(std::string(programDirectory) + "\\RunErr.Log") {}
 
@@ -24,7 +24,7 @@ void ErrorLog::LogError(std::string_view message) const {
 }
 
 std::string ErrorLog::Line(std::string_view message, text::WallTime time) {
-  // Some descriptions end in a line break of their own.
+  // Some messages end in a line break of their own.
   constexpr std::string_view kLineEnd = "\r\n";
   const bool hasLineEnd = message.ends_with(kLineEnd);
   if (hasLineEnd) message.remove_suffix(kLineEnd.size());

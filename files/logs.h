@@ -1,8 +1,8 @@
 #pragma once
 
-// The log files of the program directory. Each line opens the file, appends and closes it, so a log
-// can be read, cleared or copied at any time. A line that cannot be written is dropped silently:
-// logging never makes anything else fail.
+// The log files of the program directory. Each line opens, appends and closes the file, so that a
+// log can be read, cleared or copied at any time. Lines that cannot be written are dropped
+// silently: logging never causes a failure.
 
 #include <string>
 #include <string_view>
@@ -19,8 +19,8 @@ class ErrorLog {
   /// `programDirectory`: a path text. The log is RunErr.Log in it.
   explicit ErrorLog(std::string_view programDirectory);
 
-  /// Writes one line with the current time and `message`. Unprintable characters are replaced and
-  /// an overlong message is cut; a line break at its end is kept.
+  /// Writes a line with the current time and `message`. Unprintable characters are replaced and an
+  /// overlong message is truncated; a line break at its end is kept.
   void LogError(std::string_view message) const;
 
   /// The line for `message` at `time`, without its line end.
@@ -34,7 +34,7 @@ class ErrorLog {
 
 namespace ModCommon {
 
-/// Appends `text` as a line to a trace file; with `marker`, a line with the marker behind it.
+/// Appends `text` as a line to a trace file; with `marker`, followed by the marker line.
 void AppendTrace(std::string_view text, std::string_view file, bool marker);
 
 }  // namespace ModCommon

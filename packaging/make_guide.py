@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The user's guide as one page that needs nothing beside it, for a browser without a network.
+"""Converts the user's guide to a single self-contained page, for a browser without a network.
 
 make_guide.py MARKDOWN PAGE
 """
@@ -35,7 +35,7 @@ code {{ background: #8882; padding: .1em .3em; border-radius: 3px; }}
 
 
 def with_pictures(body, folder):
-    """Puts every picture into the page itself."""
+    """Embeds every picture in the page."""
     def embedded(match):
         picture = base64.b64encode((folder / match[1]).read_bytes()).decode()
         return f'src="data:image/png;base64,{picture}"'
@@ -46,7 +46,7 @@ def main(source, target):
     text = source.read_text(encoding="utf-8")
     body = markdown.markdown(text, extensions=["tables", "toc"],
                              extension_configs={"toc": {"slugify": slugify_unicode}})
-    # What is a link to a section must lead to one.
+    # Every link to a section must have a target.
     for section in re.findall(r'href="#([^"]+)"', body):
         if f'id="{section}"' not in body:
             sys.exit(f"{source}: no section {section}")

@@ -1,4 +1,3 @@
-// What is the same on both systems.
 
 #include "platform/acceptor.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// A TCP listener of the system.
+// A listening TCP socket that accepts connections in batches. It does not limit how many are open.
 
 #include <asio/ip/tcp.hpp>
 #include <cstdint>
@@ -13,20 +13,20 @@ namespace platform {
 
 class Acceptor {
  public:
-  /// Those that could be accepted at once, or none with an error.
+  /// Gets the connections that could be accepted without waiting, or none and an error.
   using Handler = std::function<void(const asio::error_code& error, std::vector<StreamSocket>)>;
 
   explicit Acceptor(const asio::any_io_executor& executor) : acceptor_(executor) {}
 
-  /// Listens on `port` (0: one that the system chooses) of all local IPv4 addresses.
+  /// Listens on `port` of all local IPv4 addresses. With port 0 the system chooses a free one.
   void Open(std::uint16_t port, asio::error_code& error);
   void Close();
 
-  /// 0 while it does not listen.
+  /// The port listened on; 0 if not listening.
   std::uint16_t Port() const;
 
-  /// Calls `handler` once, as soon as there is a connection to accept; after Close with the error
-  /// operation_aborted. The handler keeps the acceptor alive.
+  /// Calls `handler` once, as soon as there is a connection to accept, or with operation_aborted
+  /// after Close. The handler must keep the acceptor alive.
   void AsyncAccept(Handler handler);
 
  private:
@@ -34,8 +34,8 @@ class Acceptor {
 
   asio::ip::tcp::acceptor acceptor_;
 
-  // How many are asked for at a time. One too many costs a call in vain, so more are tried for only
-  // after as many have come several times in a row.
+  // The number of accept calls per wakeup. One call too many is wasted, so the batch grows only
+  // after several full ones in a row.
   std::size_t batch_ = 1;
   int fullBatches_ = 0;
 };

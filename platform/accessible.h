@@ -1,7 +1,7 @@
 #pragma once
 
-// What a screen reader is told of a control that the system knows too little of: one that is
-// painted, or whose label stands beside it. It changes nothing of what is seen.
+// The description that a screen reader gets of a control about which the system knows too little: a
+// painted one, or one whose label is beside it. It changes nothing on the screen.
 
 #include <string_view>
 
@@ -15,8 +15,8 @@ struct AccessibleLooks {
   std::string_view description = {};
 };
 
-/// `control`: the window system's own handle, a GtkWidget* or an HWND. Where the system has no such
-/// facility nothing happens.
+/// `control`: the native handle, a GtkWidget* or an HWND. Does nothing where the system has no such
+/// facility.
 void DescribeControl(void* control, const AccessibleLooks& looks);
 
 }  // namespace platform

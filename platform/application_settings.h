@@ -1,20 +1,20 @@
 #pragma once
 
-// Settings of a program that belong to the user, not to the program directory: texts, addressed by
-// the program's name, a section and a key. On Windows they are in the registry below
+// Settings that belong to the user and not to the program directory: texts, addressed by program
+// name, section and key. On Windows they are in the registry below
 // HKEY_CURRENT_USER\Software\Tarnwerk, on Linux in settings.ini in the per-user state directory,
-// which the user alone can read.
+// readable by the user alone.
 
 #include <string>
 #include <string_view>
 
 namespace platform {
 
-/// The setting, or `standard` if there is none or it cannot be read.
+/// The setting, or `standard` if it is missing or cannot be read.
 std::string GetSetting(std::string_view application, std::string_view section, std::string_view key,
                        std::string_view standard = {});
 
-/// False if it could not be written.
+/// Whether the setting was written.
 bool SaveSetting(std::string_view application, std::string_view section, std::string_view key,
                  std::string_view value);
 

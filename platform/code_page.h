@@ -1,8 +1,8 @@
 #pragma once
 
-// The character sets in which texts cross to the outside. The system has one of them as its own;
-// the conversions between the Chinese ones and UTF-8 are the operating system's. What is converted
-// when is decided in text/code_page.h.
+// The character sets of texts outside the program, one of which is the system's own. The operating
+// system converts between the Chinese ones and UTF-8; text/code_page.h decides what is converted
+// and when.
 
 #include <optional>
 #include <string>
@@ -12,15 +12,16 @@ namespace platform {
 
 enum class Charset { kUtf8, kGbk, kGb18030 };
 
-/// The system's own character set if it can hold Simplified Chinese, else UTF-8. Windows: the ANSI
-/// code page; Linux: the character set of the locale's LC_CTYPE. Constant while the process lives.
+/// The system's own character set if it can represent Simplified Chinese, else UTF-8. Windows: the
+/// ANSI code page; Linux: the character set of the locale's LC_CTYPE. Does not change while the
+/// process runs.
 Charset SystemCharset();
 
-/// `bytes` in `charset` (not UTF-8) as UTF-8; invalid sequences become "?".
+/// Converts `bytes` from `charset` (not UTF-8) to UTF-8. Each invalid sequence becomes "?";
 /// `lossless` receives whether there were none.
 std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless = nullptr);
 
-/// UTF-8 `text` in `charset` (not UTF-8); characters that the set lacks become "?".
+/// Converts UTF-8 `text` to `charset` (not UTF-8). Characters that the set lacks become "?";
 /// `lossless` receives whether there were none.
 std::string FromUtf8(Charset charset, std::string_view text, bool* lossless = nullptr);
 

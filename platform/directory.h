@@ -1,6 +1,6 @@
 #pragma once
 
-// What a folder holds and what the system knows of an entry.
+// Directory listings and the properties of an entry. Nothing here changes the file system.
 
 #include <chrono>
 #include <cstdint>
@@ -22,35 +22,35 @@ struct DirectoryEntry {
 struct EntryFacts {
   bool isFolder = false;
   std::uint64_t size = 0;                         // bytes; 0 for a folder
-  std::chrono::system_clock::time_point created;  // birth time, else modification time
+  std::chrono::system_clock::time_point created;  // birth time if known, else modification time
 };
 
-/// Tells whether a file is still the one that it was, with the content that it had: it changes when
-/// the file is written or another one takes its name.
+/// Identifies a file together with its content: the stamp changes when the file is written or
+/// replaced by another of the same name.
 struct FileStamp {
-  std::uint64_t id = 0;  // of the file in its file system
+  std::uint64_t id = 0;  // the file's number in its file system
   std::uint64_t size = 0;
-  std::int64_t written = 0;  // in the system's own units
+  std::int64_t written = 0;  // modification time in the system's own units
 
   bool operator==(const FileStamp&) const = default;
 };
 
-/// The entries of `folder` without "." and "..", in the order of a name-sorted Windows file system
-/// (by upper-cased name). A link counts as what it points to. Empty with `error` on failure.
+/// The entries of `folder` without "." and "..", sorted by upper-cased name as Windows file systems
+/// do. A link has the properties of its target. Empty with `error` set on failure.
 std::vector<DirectoryEntry> ListDirectory(const std::filesystem::path& folder,
                                           std::error_code& error);
 
-/// Reads a folder a few entries at a time, so that a large one holds up nobody. Owns the system's
-/// handle.
+/// Reads a folder a few entries at a time, so that a large folder does not block the caller. Owns
+/// the system's handle.
 class DirectoryReader {
  public:
-  /// Nothing can be read if `error` is set.
+  /// If `error` is set, Read yields nothing.
   DirectoryReader(const std::filesystem::path& folder, std::error_code& error);
   ~DirectoryReader();
   DirectoryReader(DirectoryReader&&) noexcept;
 
-  /// Appends up to `most` further entries without "." and "..", in no particular order; appends
-  /// none at the end or on failure.
+  /// Appends up to `most` further entries without "." and "..", in no particular order. Appends
+  /// nothing at the end of the folder or on failure.
   void Read(std::size_t most, std::vector<DirectoryEntry>& entries, std::error_code& error);
 
  private:
@@ -58,7 +58,7 @@ class DirectoryReader {
   std::unique_ptr<Search> search_;
 };
 
-/// What is known of `path`; links are followed.
+/// The properties of `path`. Links are followed.
 EntryFacts InspectEntry(const std::filesystem::path& path, std::error_code& error);
 
 FileStamp StampOf(const std::filesystem::path& path, std::error_code& error);

@@ -1,14 +1,13 @@
 #pragma once
 
-// Moving entries of the file system.
+// Moving and renaming entries of the file system.
 
 #include <filesystem>
 #include <system_error>
 
 namespace platform {
 
-/// Renames or moves a file or folder. An entry that has the target name already is never replaced:
-/// that is an error.
+/// Renames or moves a file or folder. Never replaces an existing entry: that is an error.
 void MoveEntry(const std::filesystem::path& from, const std::filesystem::path& to,
                std::error_code& error);
 

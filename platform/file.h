@@ -1,8 +1,8 @@
 #pragma once
 
-// An open file. Owns the system's handle, which child processes do not inherit. Calls block only
-// for as long as the disk takes: anything but a regular file (a folder, a pipe, a device) cannot be
-// opened. Failures are error codes with the system's message.
+// An open regular file. Owns the system's handle, which child processes do not inherit. Anything
+// else (a folder, a pipe, a device) fails to open, so calls block only for as long as the disk
+// takes. Failures are error codes with the system's message.
 
 #include <cstdint>
 #include <filesystem>
@@ -16,9 +16,9 @@ class File {
  public:
   enum class Mode {
     kRead,     // must exist
-    kAppend,   // created if missing, every write goes to the end
-    kUpdate,   // created if missing, not truncated, writing starts at the first byte
-    kReplace,  // created or emptied
+    kAppend,   // created if missing; every write goes to the end
+    kUpdate,   // created if missing, not truncated; writing starts at the first byte
+    kReplace,  // created or truncated
   };
 
   File() = default;
@@ -31,7 +31,7 @@ class File {
   }
   ~File() { Close(); }
 
-  /// Opens `path`; on failure the result is not open and `error` says why.
+  /// Opens `path`. On failure the result is not open and `error` is set.
   static File Open(const std::filesystem::path& path, Mode mode, std::error_code& error);
 
   bool IsOpen() const { return handle_ != kNone; }
@@ -39,33 +39,34 @@ class File {
 
   std::uint64_t Size(std::error_code& error) const;
 
-  /// The size at the time of opening, for a file opened with kRead; costs nothing.
+  /// The size when the file was opened with kRead. Costs no system call.
   std::uint64_t SizeWhenOpened() const { return sizeWhenOpened_; }
 
-  /// Moves the current position of a file opened for reading forward.
+  /// Advances the position of a file opened for reading.
   void Skip(std::uint64_t bytes, std::error_code& error);
 
-  /// Makes `position`, counted from the first byte, the current one of a file opened for reading.
+  /// Sets the position of a file opened for reading to `position` bytes from its start.
   void Seek(std::uint64_t position, std::error_code& error);
 
-  /// Reads up to `size` bytes from the current position; fewer only at the end of the file.
+  /// Reads up to `size` bytes; fewer only at the end of the file.
   std::size_t Read(char* buffer, std::size_t size, std::error_code& error);
 
   /// Writes all of `bytes` or fails.
   void Write(std::string_view bytes, std::error_code& error);
 
-  /// Returns once what was written would survive a power cut.
+  /// Returns once the written data would survive a power failure.
   void Flush(std::error_code& error);
 
-  /// The size of a file that can be opened for reading; far cheaper than opening it.
+  /// The size of a file that can be opened for reading. Far cheaper than opening it.
   static std::uint64_t ReadableSize(const std::filesystem::path& path, std::error_code& error);
 
-  /// Returns once the names in `folder` would survive a power cut: a new file is safe only when it
-  /// and its folder are flushed. On Windows the file's own flush includes its name.
+  /// Returns once the names in `folder` would survive a power failure: a new file is safe only
+  /// after both it and its folder are flushed. Does nothing on Windows, where flushing a file
+  /// includes its name.
   static void FlushFolder(const std::filesystem::path& folder, std::error_code& error);
 
  private:
-  // A file descriptor or a HANDLE; both systems say "none" by minus one.
+  // A file descriptor or a HANDLE; -1 means none on both systems.
   using Handle = std::intptr_t;
   static constexpr Handle kNone = -1;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// The list behind a WindowQueue: filled from any thread, emptied on one.
+// The list behind a WindowQueue. Jobs are added from any thread and run on one.
 
 #include <deque>
 #include <memory>
@@ -12,22 +12,22 @@ namespace platform {
 
 class JobList {
  public:
-  /// Adds a job; true if the list was empty, so that the window thread has to be woken.
+  /// Adds a job. True if the list was empty, so that the window thread must be woken.
   bool Add(std::unique_ptr<WindowQueue::Job> job) {
     const std::lock_guard lock(mutex_);
     jobs_.push_back(std::move(job));
     return jobs_.size() == 1;
   }
 
-  /// Whether more than one job waits. Whoever starts on them then has himself woken once more, in
-  /// case the first of them opens a dialog: its nested loop has to find the others.
+  /// Whether more than one job is waiting. Before running the first, the window thread must then
+  /// wake itself again: the job may open a dialog, whose nested loop must find the others.
   bool HasSeveral() {
     const std::lock_guard lock(mutex_);
     return jobs_.size() > 1;
   }
 
-  /// Runs what is there, at most `limit` jobs so that the window's own events get their turn. True
-  /// if jobs are left.
+  /// Runs at most `limit` of the waiting jobs, so that window events are not starved. True if jobs
+  /// are left.
   bool Drain(int limit) {
     for (int i = 0; i < limit; ++i) {
       const std::unique_ptr<WindowQueue::Job> job = Take();

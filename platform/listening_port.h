@@ -1,6 +1,6 @@
 #pragma once
 
-// Why the system refuses to let a port be listened on, and which program has it.
+// Diagnosis of a port that cannot be listened on: why, and which program has it.
 
 #include <cstdint>
 #include <optional>
@@ -15,16 +15,16 @@ enum class ListenTrouble {
   kOther,
 };
 
-/// What the error of a failed listen means.
+/// Classifies the error of a failed listen.
 ListenTrouble TroubleOf(const std::error_code& error);
 
 struct PortOwner {
   std::uint32_t process = 0;
-  std::string program;  // its name as the system shows it
+  std::string program;  // the name that the system displays
 };
 
-/// The process that listens on a TCP port. None if nobody does, or if the system does not tell: on
-/// Linux it tells of the user's own processes only.
+/// The process that listens on a TCP port, if there is one and the system reveals it. Linux reveals
+/// only the user's own processes.
 std::optional<PortOwner> WhoListensOn(std::uint16_t port);
 
 }  // namespace platform

@@ -1,14 +1,14 @@
 #pragma once
 
-// How the other computers of the local network reach this one.
+// The addresses at which other computers of the local network reach this one.
 
 #include <string>
 #include <vector>
 
 namespace platform {
 
-/// The IPv4 addresses of this machine's interfaces that are up, as texts, without the loopback's
-/// and those that a machine gives itself where nobody assigns it one (169.254).
+/// The IPv4 addresses of all interfaces that are up, as texts, without loopback and link-local
+/// (169.254) addresses.
 std::vector<std::string> LocalAddresses();
 
 }  // namespace platform

@@ -1,21 +1,21 @@
 #pragma once
 
-// What starts this program at the user's login besides the Run key. Linux: the entry
-// autostart/<name>.desktop in the user's configuration directory, which every desktop acts on.
-// Windows: nothing, the Run key alone does it.
+// The entry that starts the program at login, in addition to the Run key. Linux:
+// autostart/<name>.desktop in the user's configuration directory, which all desktops honour.
+// Windows: none, since the Run key suffices.
 
 #include <string_view>
 #include <system_error>
 
 namespace platform {
 
-/// Windows: always.
+/// Always true on Windows.
 bool HasLoginEntry(std::string_view name);
 
-/// The running executable with the program directory that it has now.
+/// Creates or replaces the entry, for the running executable and the current program directory.
 std::error_code MakeLoginEntry(std::string_view name);
 
-/// That there is none is no error.
+/// Succeeds if there is no entry.
 std::error_code RemoveLoginEntry(std::string_view name);
 
 }  // namespace platform

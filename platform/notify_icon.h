@@ -1,8 +1,7 @@
 #pragma once
 
-// An icon in the notification area that belongs to a window: what the mouse does on it is told to
-// that window. While the icon is there, the window's messages go through a handler of ours.
-// Windows only.
+// An icon in the notification area that belongs to a window. While it is shown, the window
+// procedure is replaced by one that reports mouse events on the icon. Windows only.
 
 #include <functional>
 #include <memory>
@@ -12,22 +11,22 @@ namespace platform {
 
 class NotifyIcon {
  public:
-  /// `window`: an HWND. `onMouse` gets the mouse message's number.
+  /// `window`: an HWND. `onMouse` gets the number of the mouse message.
   NotifyIcon(void* window, std::function<void(unsigned code)> onMouse);
   ~NotifyIcon();
 
-  /// In pixels, what the system shows without scaling.
+  /// The size in pixels that the system shows without scaling.
   int IconSize() const;
 
-  /// `icon`: an HICON, `tip`: at most 63 characters of it are shown. The icon is put there again
-  /// when the desktop's shell has been restarted. False if it could not be added.
+  /// `icon`: an HICON. `tip`: only the first 63 characters are shown. The icon is added again when
+  /// the shell restarts. False if it could not be added.
   bool Add(void* icon, const std::string& tip);
 
-  /// Takes the icon away and gives the window its own message handling back.
+  /// Removes the icon and restores the window procedure.
   void Remove();
 
-  /// To be called round a pop-up menu of the window, which would not close by a click elsewhere
-  /// otherwise.
+  /// Must be called around a pop-up menu of the window, which would otherwise not close when the
+  /// user clicks elsewhere.
   void BeforeMenu();
   void AfterMenu();
 

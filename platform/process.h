@@ -1,6 +1,6 @@
 #pragma once
 
-// Starting another program, hidden, with its output thrown away and none of our sockets or files.
+// Starting another program hidden, with its output discarded and no inherited sockets or files.
 
 #include <asio/any_io_executor.hpp>
 #include <chrono>
@@ -13,30 +13,31 @@
 
 namespace platform {
 
-/// A program that was started. It goes on when the object goes.
+/// A program that was started. Destroying the object does not end the program.
 class StartedProgram {
  public:
   virtual ~StartedProgram() = default;
 
-  /// Waits, without serving events, until the program has ended. One that has not after `patience`
-  /// is killed; on Linux with what it has started, unless that has left its process group.
+  /// Blocks until the program has ended, and kills it after `patience`. On Linux this also kills
+  /// what it started, unless that left its process group.
   virtual void EndWithin(std::chrono::milliseconds patience) = 0;
 };
 
-/// Starts `program` with `arguments` and returns at once; null with `error` on failure. On Windows
-/// the words are joined by `separator` to the command line as it stands, nothing is quoted; on
-/// Linux they are the argument vector, and no shell sees them. An empty path, or one with a NUL,
-/// names no program.
+/// Starts `program` with `arguments` and returns at once; null with `error` set on failure. On
+/// Windows the words are joined by `separator` into the command line, without quoting; on Linux
+/// they are the argument vector, and no shell is involved. An empty path, or one with a NUL, is an
+/// error.
 ///
-/// `onExit` runs once on `executor` when the program itself has ended, whether or not something
-/// that it started still runs. An executor that no longer runs drops it; the program goes on.
+/// `onExit` runs once on `executor` when the program itself has ended, even if a program that it
+/// started is still running. If the executor stops first, `onExit` is dropped and the program goes
+/// on.
 std::unique_ptr<StartedProgram> StartProgram(const asio::any_io_executor& executor,
                                              const std::filesystem::path& program,
                                              const std::vector<std::filesystem::path>& arguments,
                                              std::string_view separator,
                                              std::function<void()> onExit, std::error_code& error);
 
-/// Whether `path` can name a program or stand among its arguments.
+/// Whether `path` can be a program or an argument.
 inline bool CanBeWord(const std::filesystem::path& path) {
   return !path.empty() && path.native().find(std::filesystem::path::value_type()) ==
                               std::filesystem::path::string_type::npos;

@@ -1,21 +1,21 @@
 #pragma once
 
-// What the system lets a process have and do to it, and how this one is asked to end.
+// The limits of the process, and the signals that end it.
 
 #include <vector>
 
 namespace platform {
 
-/// Takes as many descriptors as the system grants, up to some thousands, and outlives a limit on
-/// the size of its files: what does not fit is a failed write. Programs that are started later are
-/// not told of the latter.
+/// Raises the limit on descriptors as far as the system allows, up to some thousands. Ignores the
+/// signal for a file size limit, so that exceeding it is a failed write; child processes do not
+/// inherit this.
 void PrepareLimits();
 
-/// Whether so many descriptors more can be had now. Windows: always.
+/// Whether `count` more descriptors can be opened now. Windows: always.
 bool HasFreeDescriptors(int count);
 
-/// The signals that ask the program to end. On Linux the hang-up of its terminal is one of them,
-/// unless it was started so that it outlives that.
+/// The signals that ask the program to end. On Linux they include the hang-up of the terminal,
+/// unless the program was started to survive it.
 std::vector<int> EndSignals();
 
 }  // namespace platform

@@ -1,34 +1,33 @@
 #pragma once
 
-// Where this program is, and the words that it was started with.
+// The place of the program, its directories and its command line.
 
 #include <filesystem>
 #include <string>
 
 namespace platform {
 
-/// The running executable, absolute.
+/// The absolute path of the running executable.
 std::filesystem::path ExecutablePath();
 
-/// The sample site that an installed program has beside it, which a new program directory begins
-/// with.
+/// The sample site beside an installed program. A new program directory starts with a copy.
 std::filesystem::path SampleDirectory();
 
-/// Whether there is one.
+/// Whether the sample site exists, as it does beside an installed program.
 bool IsInstalled();
 
-/// The user's data directory, if the program is an installed one, beside which users cannot write;
-/// else the executable's.
+/// For an installed program the user's data directory, since users cannot write beside the
+/// executable; else the executable's directory.
 std::filesystem::path UsualProgramDirectory();
 
-/// The program directory: what the environment variable TARNWERK_HOME names, else the usual one.
+/// The program directory: TARNWERK_HOME if it is set, else the usual one.
 std::filesystem::path ProgramDirectory();
 
-/// The command line behind the program's own name, as UTF-8. Windows: as the system holds it,
-/// quotation marks included; Linux: the arguments joined by blanks.
+/// The command line after the program's name, as UTF-8. Windows: unchanged, including quotation
+/// marks; Linux: the arguments joined by blanks.
 std::string CommandLineText(int argumentCount, char** arguments);
 
-/// Whether a window can be shown.
+/// Whether windows can be shown.
 bool HasDisplay();
 
 }  // namespace platform

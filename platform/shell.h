@@ -1,13 +1,13 @@
 #pragma once
 
-// Handing something to the user's desktop.
+// Opening things with the user's desktop.
 
 #include <string>
 
 namespace platform {
 
-/// Opens a URL or a folder with whatever the user's system opens it with, and returns at once. What
-/// becomes of it is between the system and the user; false only if nothing could be started.
+/// Opens a URL or a folder with the program that the desktop has for it, and returns at once. False
+/// if no program could be started; what happens afterwards is not reported.
 bool OpenWithShell(const std::string& target);
 
 }  // namespace platform

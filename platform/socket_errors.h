@@ -1,17 +1,17 @@
 #pragma once
 
-// What the error of a socket call means. Told by its number: the categories that such errors come
-// in do not all compare with std::errc.
+// Classifies the errors of socket calls. Compares numbers: not all categories of these errors
+// compare equal to std::errc.
 
 #include <system_error>
 
 namespace platform {
 
-/// The system does not let us have the local address, or this pair of addresses: in use, or
-/// remembered from a connection that ended a moment ago.
+/// The local address, or the pair of addresses, is unavailable: in use, or still reserved after a
+/// connection that ended a moment ago.
 bool IsAddressRefused(const std::error_code& error);
 
-/// There are too few descriptors, or too little memory, for one more connection. It may pass.
+/// Out of descriptors or memory for another connection. Usually temporary.
 bool IsShortage(const std::error_code& error);
 
 }  // namespace platform

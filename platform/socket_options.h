@@ -1,6 +1,6 @@
 #pragma once
 
-// Settings of sockets that have no portable name.
+// Socket options that have no portable name.
 
 #include <cstddef>
 #include <cstdint>
@@ -10,19 +10,19 @@ namespace platform {
 /// A SOCKET or a file descriptor.
 using NativeSocket = std::uintptr_t;
 
-/// For a listener, before it is bound. Linux: the address may be used again at once after a stop.
-/// Windows: the address is ours alone, so that a taken port is reported as taken.
+/// For a listener, before it is bound. Linux: the address can be reused immediately after a stop.
+/// Windows: the address is exclusive, so that a taken port is reported as taken.
 void ClaimAddress(NativeSocket listener);
 
-/// Small sends go out at once, and a peer that vanished is noticed within about two minutes. Set on
-/// a listener, the connections that it accepts have it too.
+/// Sends small packets at once, and detects a vanished peer within about two minutes. Connections
+/// inherit this from their listener.
 void PrepareForTraffic(NativeSocket socket);
 
-/// Whether the peer has shut its side or is gone, even if bytes that nobody has read stand in front
-/// of that. Windows may tell it only once these have been read.
+/// Whether the peer has shut down its side or is gone, even if unread bytes are still queued.
+/// Windows may report it only after they have been read.
 bool HasPeerShut(NativeSocket socket);
 
-/// The bytes sent that the peer's system has not confirmed yet; 0 where the system does not tell.
+/// The bytes sent but not yet acknowledged by the peer's system; 0 if the system cannot tell.
 std::size_t UnconfirmedBytes(NativeSocket socket);
 
 }  // namespace platform

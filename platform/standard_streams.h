@@ -1,19 +1,19 @@
 #pragma once
 
-// The streams that the program was given by the one who started it.
+// The standard streams of the process.
 
 #include <string_view>
 
 namespace platform {
 
-/// To be called first of all. From now on what is written for a reader that has gone is lost, and
-/// no more than that. A stream that was closed when the program was started leads nowhere, instead
-/// of into the file that would be opened next under its number. Programs that are started later are
-/// not told of this.
+/// Must be called before anything else. Writing to a reader that is gone then merely loses the
+/// output. A stream that was closed at the start leads nowhere, and not into the next file opened
+/// under its number. Child processes do not inherit this.
 void SecureStandardStreams();
 
-/// Writes `line` and a line break to standard error. On Windows, where a program with windows has
-/// none unless it is redirected, it goes to the console that the program was started from.
+/// Writes `line` and a line break to standard error. On Windows a program with windows has no
+/// standard error unless it is redirected; the line then goes to the console that started the
+/// program.
 void SayOnStandardError(std::string_view line);
 
 }  // namespace platform

@@ -1,7 +1,7 @@
 #pragma once
 
-// An icon in the tray of a Linux desktop that shows what announces itself on the session bus
-// (StatusNotifierItem). There is one per program. Linux only.
+// An icon in the tray of a Linux desktop, through the StatusNotifierItem protocol on the session
+// bus. At most one per program. Linux only.
 
 #include <filesystem>
 #include <memory>
@@ -11,15 +11,15 @@ namespace platform {
 
 class StatusNotifier {
  public:
-  /// Whether somebody on the session bus shows such icons.
+  /// Whether a tray on the session bus shows such icons.
   static bool IsAvailable();
 
-  /// Not shown yet. The picture is the file `iconName`.png in `iconFolder`.
+  /// Created hidden. The picture is `iconName`.png in `iconFolder`.
   StatusNotifier(const std::string& iconName, const std::filesystem::path& iconFolder,
                  const std::string& title);
   ~StatusNotifier();
 
-  /// `menu`: the toolkit's own menu, a GtkMenu*. Before the first Show.
+  /// `menu`: a GtkMenu*. Must be set before the first Show.
   void SetMenu(void* menu);
 
   void Show();

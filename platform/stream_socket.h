@@ -1,8 +1,8 @@
 #pragma once
 
-// A connected TCP socket at the level of the system, for what never waits. Waiting is the I/O
-// library's business (net/connection.h), and a connection that is answered at once never gets that
-// far: on Linux it is spared the calls that make a socket known there.
+// A connected TCP socket for calls that never wait. Waiting is done by the I/O library
+// (net/connection.h). A connection that is answered at once never waits, and on Linux it saves the
+// calls that register a socket with the library.
 
 #include <asio/any_io_executor.hpp>
 #include <asio/ip/tcp.hpp>
@@ -13,21 +13,21 @@
 
 namespace platform {
 
-/// What became of a call that does not wait.
+/// The result of a call that does not wait.
 enum class SocketResult { kDone, kWouldWait, kPeerShut, kBroken };
 
-/// When sent bytes leave. With the end: together with a ShutSending that follows shortly, in one
-/// segment instead of two, where the system can.
+/// When sent bytes leave. kWithEnd: together with a ShutSending that follows shortly, in one
+/// segment instead of two if the system can.
 enum class Departure { kAtOnce, kWithEnd };
 
 class StreamSocket {
  public:
   using Library = asio::ip::tcp::socket;
 
-  /// Takes over a socket that the I/O library knows already.
+  /// Takes ownership of a socket of the I/O library.
   explicit StreamSocket(Library socket);
 
-  /// Takes over an accepted one that it does not know.
+  /// Takes ownership of an accepted socket that is not registered with the library.
   StreamSocket(const asio::any_io_executor& executor, NativeSocket socket,
                asio::ip::address_v4 peer);
 
@@ -38,24 +38,24 @@ class StreamSocket {
   bool IsOpen() const { return isOpen_; }
   NativeSocket Native() const { return native_; }
 
-  /// Of whom it was connected to, also when he has gone since.
+  /// The address of the peer, even after it disconnected.
   asio::ip::address Peer() const { return peer_; }
 
-  /// The socket as the I/O library knows it, for waiting and for asking; made known at the first
+  /// The socket as the I/O library knows it, for waiting and queries. Registers it on the first
   /// call.
   Library& Known();
   bool IsKnown() const { return library_.is_open(); }
 
-  /// `count`: the bytes read into `buffer`.
+  /// `count`: the number of bytes read into `buffer`.
   SocketResult Receive(char* buffer, std::size_t size, std::size_t& count);
 
-  /// Whether anything could be received, without taking it.
+  /// Whether anything could be received. Consumes nothing.
   SocketResult Peek();
 
-  /// The bytes that could be received at once.
+  /// The number of bytes that could be received without waiting.
   std::size_t PendingBytes();
 
-  /// `count`: the bytes that the system took. What it did not take has to wait.
+  /// `count`: the number of bytes that the system accepted. The rest has to wait.
   SocketResult Send(std::string_view bytes, Departure departure, std::size_t& count);
 
   void ShutSending();

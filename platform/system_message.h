@@ -1,14 +1,14 @@
 #pragma once
 
-// What the system says of an error, as a text of the program.
+// The system's messages for errors.
 
 #include <string>
 #include <system_error>
 
 namespace platform {
 
-/// The system's own sentence for `error` in UTF-8. (std::error_code::message gives it in the ANSI
-/// code page on Windows.)
+/// The system's message for `error`, in UTF-8. (On Windows std::error_code::message returns it in
+/// the ANSI code page.)
 std::string SystemMessage(const std::error_code& error);
 
 }  // namespace platform

@@ -1,6 +1,6 @@
 #pragma once
 
-// Writing all of a file at once. To replace a file's content safely, write beside it and rename.
+// Writing a complete file. To replace a file safely, write another beside it and rename that.
 
 #include <filesystem>
 #include <string_view>
@@ -8,8 +8,8 @@
 
 namespace platform {
 
-/// Creates or empties `path`, writes `bytes` and returns once they would survive a power cut. After
-/// a failed write the file is removed, so that no part of the content is left behind.
+/// Creates or truncates `path`, writes `bytes` and returns once they would survive a power failure.
+/// On failure the file is removed, so that no partial content is left.
 void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes,
                     std::error_code& error);
 

@@ -1,8 +1,8 @@
 #pragma once
 
-// Jobs for the thread that runs the window toolkit's loop. They are run by the system's own loop,
-// not by the toolkit's list of pending events, so they are served inside modal dialogs, message
-// boxes, pop-up menus and while a window is dragged.
+// Jobs for the thread that runs the window toolkit's loop. The system's own loop runs them, and not
+// the toolkit's queue of pending events, so they also run during modal dialogs, message boxes,
+// pop-up menus and while a window is dragged.
 
 #include <memory>
 
@@ -16,13 +16,13 @@ class WindowQueue {
     virtual void Run() = 0;
   };
 
-  /// To be made and destroyed on the window thread. Jobs still waiting at the end are dropped.
+  /// Must be created and destroyed on the window thread. Jobs still waiting are then dropped.
   WindowQueue();
   ~WindowQueue();
   WindowQueue(const WindowQueue&) = delete;
   WindowQueue& operator=(const WindowQueue&) = delete;
 
-  /// Runs `job` on the window thread, after those posted before it. From any thread.
+  /// Runs `job` on the window thread, in the order posted. May be called from any thread.
   void Post(std::unique_ptr<Job> job);
 
  private:

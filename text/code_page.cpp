@@ -22,7 +22,7 @@ bool IsValidIn(Charset charset, std::string_view bytes) {
   return lossless;
 }
 
-// Bytes of the sequence that `lead` begins; 0 if none begins so.
+// The length of the sequence that `lead` begins; 0 if it cannot begin one.
 std::size_t SequenceLength(unsigned char lead) {
   if (lead < 0x80) return 1;
   if (lead >= 0xC2 && lead <= 0xDF) return 2;
@@ -52,7 +52,7 @@ std::optional<std::string> GbkCharacter(unsigned char lead, unsigned char trail)
   const std::array<char, 2> bytes = {static_cast<char>(lead), static_cast<char>(trail)};
   bool lossless = false;
   std::string text = platform::ToUtf8(Charset::kGbk, {bytes.data(), bytes.size()}, &lossless);
-  // Two single-byte characters are no double-byte one.
+  // Two single-byte characters are not a double-byte one.
   const bool single = lead < 0x80;
   if (!lossless || single) return std::nullopt;
   return text;
@@ -69,7 +69,7 @@ bool IsValidUtf8(std::string_view bytes) {
   return true;
 }
 
-// UTF-8 first: a text in it is often valid in GBK too, but hardly ever the other way round.
+// UTF-8 comes first: UTF-8 text is often valid GBK too, but hardly ever the other way round.
 Charset CharsetOf(std::string_view fileBytes) {
   if (fileBytes.starts_with(kByteOrderMark)) return Charset::kUtf8;
   if (IsAscii(fileBytes)) return platform::SystemCharset();

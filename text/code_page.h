@@ -1,7 +1,7 @@
 #pragma once
 
-// Conversion between UTF-8, which the program uses inside, and the system code page
-// (platform/code_page.h), in which protocol lines, INI files, logs, pages and messages are.
+// Conversion between UTF-8, used inside the program, and the system code page
+// (platform/code_page.h), used in protocol lines, INI files, logs, pages and messages.
 //
 // Where the system uses UTF-8, nothing is converted and invalid bytes pass unchanged. In a Chinese
 // code page, characters that cannot be converted become "?".
@@ -20,10 +20,10 @@ std::string FromSystem(std::string_view bytes);
 /// A text as the bytes to send or write.
 std::string ToSystem(std::string_view text);
 
-/// The text of one double-byte character by its GBK code, or none if there is no such character.
+/// The text of a double-byte character in GBK, or none if there is no such character.
 std::optional<std::string> GbkCharacter(unsigned char lead, unsigned char trail);
 
-/// Bytes in GB2312 (its GBK superset) as a text; invalid sequences become "?".
+/// Decodes GB2312 (as its superset GBK). Invalid sequences become "?".
 std::string FromGbk(std::string_view bytes);
 
 bool IsValidUtf8(std::string_view bytes);
@@ -38,11 +38,11 @@ platform::Charset CharsetOf(std::string_view fileBytes);
 std::string Decode(platform::Charset charset, std::string_view bytes);
 std::string Encode(platform::Charset charset, std::string_view text, bool* lossless = nullptr);
 
-/// The bytes of a text file with that content: in the system's set, or in UTF-8 if the system's
-/// set lacks a character or the result would be detected as another set.
+/// The bytes of a text file with that content: in the system's set, or in UTF-8 if that set lacks a
+/// character or the result would be detected as another set.
 std::string EncodeFile(std::string_view text);
 
-/// The content of a whole text file, without its byte order mark.
+/// The content of a text file, without its byte order mark.
 std::string DecodeFile(std::string_view fileBytes);
 
 }  // namespace text

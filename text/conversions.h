@@ -21,7 +21,7 @@ std::optional<bool> ToBoolean(std::string_view text);
 /// "True" or "False".
 std::string BooleanText(bool value);
 
-/// "1" or "0", as the state of a check box is kept.
+/// "1" or "0", the stored state of a check box.
 std::string CheckText(bool ticked);
 
 }  // namespace text

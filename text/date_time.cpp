@@ -7,7 +7,7 @@ namespace text {
 
 std::string DateTimeText(WallTime time) {
   const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
-  // Safe despite the shared result: only one thread asks for the time.
+  // Safe despite the shared result: only one thread formats times.
   const std::tm* local = std::localtime(&seconds);
   if (local == nullptr) return {};
   std::array<char, 32> text;

@@ -1,6 +1,6 @@
 #pragma once
 
-// Local date and time as the logs write it.
+// Local date and time in the format of the logs.
 
 #include <chrono>
 #include <string>

@@ -1,13 +1,13 @@
 #pragma once
 
-// What a file name may hold. The rule is that of Windows on every system, so that content can be
-// moved from one to the other.
+// The characters allowed in file names. The rule is that of Windows on every system, so that
+// content can be moved between systems.
 
 #include <string_view>
 
 namespace text {
 
-/// Whether no file name may hold `c`: a control, or a character that Windows keeps for itself.
+/// Whether `c` is forbidden in file names: a control character, or one that Windows reserves.
 constexpr bool IsForbiddenInFileNames(char c) {
   constexpr std::string_view kForbidden = "\\/:*?\"<>|";
   const auto code = static_cast<unsigned char>(c);

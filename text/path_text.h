@@ -8,7 +8,7 @@
 
 namespace ModCommon {
 
-/// `path` with a separator at its end. If `path`, ignoring trailing blanks, ends in neither "\" nor
+/// `path` with a trailing separator. If `path`, ignoring trailing blanks, ends in neither "\" nor
 /// "/", the blanks are removed and "\" is appended; otherwise it is returned unchanged, trailing
 /// blanks included.
 std::string AddSlash(std::string_view path);

@@ -27,7 +27,7 @@ bool IsThreeByteControl(std::string_view text) {
   return text[1] == '\x81' && last >= 0xA6 && last <= 0xA9;
 }
 
-// In bytes, of the control that `text` begins with; 0 if it begins with none.
+// The length in bytes of the control character that `text` begins with; 0 if there is none.
 std::size_t ControlLength(std::string_view text) {
   if (IsAsciiControl(text.front())) return 1;
   if (IsTwoByteControl(text)) return 2;
@@ -35,7 +35,7 @@ std::size_t ControlLength(std::string_view text) {
 }
 
 std::string_view Cut(std::string_view text, std::size_t most) {
-  // The most bytes of a character. A longer sequence is not UTF-8 and may be cut anywhere.
+  // In bytes. A longer sequence is not UTF-8 and may be cut anywhere.
   constexpr std::size_t kLongestCharacter = 4;
   std::size_t end = std::min(text.size(), most);
   for (std::size_t i = 1; i < kLongestCharacter && end > 0 && end < text.size(); ++i) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// Makes texts from outside safe to show on one line of a log, a list or the window.
+// Makes untrusted texts safe to show on one line of a log, a list or the window.
 
 #include <cstddef>
 #include <limits>
@@ -11,9 +11,9 @@ namespace text {
 
 inline constexpr std::size_t kAnyLength = std::numeric_limits<std::size_t>::max();
 
-/// `text` as one line without hidden characters: controls, line separators and the marks that
-/// change the writing direction become "?". Bytes that are not UTF-8 are kept. A text of more than
-/// `most` bytes is cut there, between two characters, and "…" is appended.
+/// `text` as one line without hidden characters: controls, line separators and bidirectional marks
+/// become "?". Bytes that are not UTF-8 are kept. A text longer than `most` bytes is cut there,
+/// between two characters, and "…" is appended.
 std::string Printable(std::string_view text, std::size_t most = kAnyLength);
 
 }  // namespace text

@@ -7,7 +7,7 @@
 
 namespace text {
 
-/// `text` without the blanks at both ends (spaces only, as in all of the program's file formats).
+/// `text` without blanks at either end (spaces only, as in all file formats of the program).
 std::string_view TrimBlanks(std::string_view text);
 std::string_view TrimTrailingBlanks(std::string_view text);
 

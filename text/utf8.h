@@ -1,6 +1,6 @@
 #pragma once
 
-// The shape of UTF-8: where its characters begin and end. It does not validate (text/code_page.h
+// The structure of UTF-8: where characters begin and end. It does not validate (text/code_page.h
 // does): bytes that are not UTF-8 pass as characters of some length.
 
 #include <cstddef>
@@ -10,10 +10,10 @@ namespace text {
 
 inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// Whether `c` is any byte of a character but its first.
+/// Whether `c` is a byte of a character other than its first.
 constexpr bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
-/// The position behind the character that begins at `begin`, a position in `text`.
+/// The end of the character that begins at the position `begin` of `text`.
 constexpr std::size_t CharacterEnd(std::string_view text, std::size_t begin) {
   std::size_t end = begin + 1;
   while (end < text.size() && IsContinuation(text[end])) ++end;

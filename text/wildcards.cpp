@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-// On a mismatch, the last "*" seen takes one more character and matching resumes behind it.
+// On a mismatch, the last "*" matches one more character and matching resumes after it.
 bool Matches(std::string_view name, std::string_view pattern) {
   std::size_t n = 0;
   std::size_t p = 0;

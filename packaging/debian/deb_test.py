@@ -1,10 +1,10 @@
-"""The .deb in a fresh Debian: installed, run by an ordinary user, updated, removed.
+"""Tests the .deb in a fresh Debian: installs it, runs it as a user, updates and removes it.
 
     deb_test.py PACKAGE.deb SAMPLE_FOLDER      as root
 
-The Debian is made by debootstrap and kept as an archive in the user's cache directory, and so are
-the packages that apt fetches; each run unpacks it anew. What runs in it has mounts, processes and a
-network of its own, so that the usual ports are free and nothing outlives the test.
+debootstrap creates the Debian, which is kept as an archive in the user's cache directory, as are
+the packages that apt downloads. Each run unpacks it again. It runs in its own mount, process and
+network namespaces, so that the usual ports are free and nothing outlives the test.
 """
 
 import hashlib
@@ -21,13 +21,13 @@ PACKAGE, SAMPLE = (pathlib.Path(word).resolve() for word in sys.argv[1:3])
 CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".cache")) / "tarnwerk"
 MIRROR = os.environ.get("TARNWERK_DEBIAN_MIRROR", "http://deb.debian.org/debian")
 SUITE = "bookworm"
-PATIENCE = 60  # seconds for anything that is waited for
+PATIENCE = 60  # seconds, for every wait
 USER = "ann"
 PORTS = {"web": 80, "ftp": 21, "smtp": 25, "pop3": 110}
 
 
 def enter_own_namespaces():
-    """Starts this script anew where its mounts and processes end with it."""
+    """Restarts this script in namespaces whose mounts and processes end with it."""
     if os.environ.pop("TARNWERK_OWN_MOUNTS", None):
         return
     os.environ["TARNWERK_OWN_MOUNTS"] = "1"
@@ -52,12 +52,12 @@ def wait_until(condition, what):
     end = time.monotonic() + PATIENCE
     while not condition():
         if time.monotonic() > end:
-            raise AssertionError(f"waited in vain for {what}")
+            raise AssertionError(f"timed out waiting for {what}")
         time.sleep(0.1)
 
 
 class Debian:
-    """A machine of its own, as far as a root directory and a network make one."""
+    """A separate machine, made of a root directory and a network namespace."""
 
     def __init__(self):
         self.root = pathlib.Path(tempfile.mkdtemp(prefix="tarnwerk-debian-"))
@@ -69,7 +69,7 @@ class Debian:
         (packages / "partial").mkdir(parents=True, exist_ok=True)
         self.mount("--bind", packages, "var/cache/apt/archives")
         shutil.copy("/etc/resolv.conf", self.root / "etc" / "resolv.conf")
-        # The packages stay in the cache for the next run.
+        # Keeps the packages in the cache for the next run.
         (self.root / "etc/apt/apt.conf.d/99test").write_text(
             'Binary::apt::APT::Keep-Downloaded-Packages "true";\nAPT::Sandbox::User "root";\n')
         self.network = subprocess.Popen(["unshare", "--net", "sh", "-c",
@@ -87,7 +87,7 @@ class Debian:
                               stdout=subprocess.PIPE, timeout=PATIENCE, **more).stdout
 
     def run(self, *words, check=True):
-        """As root, with the real network; what it wrote."""
+        """Runs a command as root with the real network, and returns its output."""
         environment = {"PATH": "/usr/sbin:/usr/bin:/sbin:/bin", "LC_ALL": "C.UTF-8",
                        "DEBIAN_FRONTEND": "noninteractive", "HOME": "/root"}
         done = subprocess.run(["chroot", self.root, *words], env=environment, timeout=900,
@@ -132,14 +132,14 @@ class Debian:
     def close(self):
         self.network.kill()
         self.network.wait()
-        # The mounts end with the process; the directory can go only without them.
+        # The mounts would end with the process, but the directory must be removed before.
         for target in ("var/cache/apt/archives", "run", "tmp", "proc"):
             subprocess.run(["umount", "--lazy", self.root / target], check=False)
         shutil.rmtree(self.root)
 
 
 class DebTest(unittest.TestCase):
-    """One life of one installation, a step a test, in the order of their names."""
+    """The life of one installation: each test is a step, in the order of the names."""
 
     @classmethod
     def setUpClass(cls):
@@ -161,15 +161,15 @@ class DebTest(unittest.TestCase):
         self.assertFalse(any(self.debian.accepts(port) for port in PORTS.values()))
 
     def status(self, field):
-        """A field of the program's /proc/.../status."""
+        """A field of /proc/PID/status of the program."""
         for entry in pathlib.Path("/proc").iterdir():
             if entry.name.isdigit() and os.path.realpath(entry / "exe").endswith("/lib/tarnwerk/Tarnwerk"):
                 lines = (entry / "status").read_text().splitlines()
                 return dict(line.split(":\t", 1) for line in lines)[field].split()
-        raise AssertionError("the program does not run")
+        raise AssertionError("the program is not running")
 
     def content(self):
-        """Every file of the user's and its bytes, but for what changes with each start."""
+        """The hashes of the user's files, except those that change with each start."""
         return {str(file.relative_to(self.home)): hashlib.sha256(file.read_bytes()).hexdigest()
                 for file in self.home.rglob("*") if file.is_file()
                 if file.suffix not in (".dat", ".Log", ".log")}
@@ -198,7 +198,7 @@ class DebTest(unittest.TestCase):
         before = self.content()
         inode = self.program.stat().st_ino
         process = self.start()
-        # While it runs: that one goes on, the next start is the new file.
+        # An update while the program runs: it goes on, and the next start runs the new file.
         self.debian.install("--reinstall", "--no-install-recommends")
         self.assertNotEqual(self.program.stat().st_ino, inode)
         self.assertEqual(self.debian.fetch("/"), b"<p>mine</p>")
@@ -208,7 +208,7 @@ class DebTest(unittest.TestCase):
         self.stop(process)
         self.assertEqual(self.content(), before)
 
-    def test_3_with_what_it_recommends_it_shows_its_window(self):
+    def test_3_window_opens_with_the_recommended_packages(self):
         recommended = self.debian.run("dpkg-query", "-W", "-f", "${Recommends}", "tarnwerk")
         self.debian.run("apt-get", "-q", "-y", "install", "--no-install-recommends",
                         *(name.split()[0] for name in recommended.split(",")), "xvfb",
@@ -220,11 +220,11 @@ class DebTest(unittest.TestCase):
         process = self.debian.start_as_user("DISPLAY=:7 NO_AT_BRIDGE=1 exec tarnwerk")
         wait_until(lambda: '"Tarnwerk"' in self.debian.as_user(
             "DISPLAY=:7 xwininfo -root -tree"), "the window")
-        # Though the system is careful with a program that has been given a right.
+        # Even though the system restricts programs with capabilities.
         self.assertEqual(self.status("CapPrm"), [f"{1 << 10:016x}"])
         self.stop(process)
 
-    def test_4_desktop_finds_its_entry_and_icons_and_man_its_pages(self):
+    def test_4_desktop_entry_icons_and_man_pages_are_found(self):
         share = self.debian.root / "usr/share"
         self.debian.run("desktop-file-validate", "/usr/share/applications/tarnwerk.desktop")
         sizes = {folder.parent.parent.name for folder in

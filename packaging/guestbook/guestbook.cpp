@@ -2,8 +2,8 @@
 //
 //   guestbook.cgi <input file> <output file>
 //
-// The input file holds what the form sent, decoded: name=...&message=... and a line end. The
-// program adds it to guestbook.txt beside the input file and writes the page with all entries to
+// The input file contains the decoded form: name=...&message=... and a line end. The program
+// appends the entry to guestbook.txt beside the input file and writes a page with all entries to
 // the output file, which the server sends and deletes.
 
 #include <filesystem>
@@ -21,9 +21,9 @@ std::filesystem::path PathOf(const std::string& text) {
   return std::u8string(text.begin(), text.end());
 }
 
-// On Windows the server quotes nothing and sets two blanks before each name. In a folder with a
-// blank in its name the program's words are no names then, and they lack the characters that the
-// system's code page lacks; the line as a whole has both.
+// On Windows the server does not quote names but puts two blanks before each. If the folder's name
+// contains a blank, the arguments are therefore split wrongly, and they lack characters outside the
+// system's code page. The whole command line has neither problem.
 std::vector<std::filesystem::path> FileNames(int argumentCount, char** arguments) {
   std::vector<std::filesystem::path> names(arguments + 1, arguments + argumentCount);
   if (names.size() >= 2 && std::filesystem::exists(names[0])) return names;
@@ -39,8 +39,8 @@ std::string ReadFile(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// The rest of the text behind "name=": the last field may hold "&" itself, since the server has
-// decoded it already.
+// The text between `name` and `next`. Not split at "&": the server has decoded the form, so a field
+// may contain one.
 std::string FieldUpTo(std::string_view form, std::string_view name, std::string_view next) {
   const std::size_t begin = form.find(name);
   if (begin == form.npos) return {};

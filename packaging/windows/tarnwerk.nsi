@@ -1,9 +1,9 @@
-; The Windows installer. packaging/windows/make defines VERSION, ICON, OUTPUT and INSTALL_COMMANDS (a
-; file with a command for each file and folder).
+; The Windows installer. packaging/windows/make defines VERSION, ICON, OUTPUT and INSTALL_COMMANDS
+; (a file with a command for each file and folder).
 ;
-; The program goes to the user's programs, or to those of all users; pages, files and messages are
-; in each user's own local application data, and are nothing of the installer's: only the
-; uninstaller touches them, if it is asked to.
+; It installs the program for one user or for all users. Pages, files and messages are in each
+; user's local application data; the installer does not touch them, and the uninstaller only on
+; request.
 
 Unicode true
 Target amd64-unicode
@@ -58,7 +58,7 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "© 2026 The Tarnwerk developers"
 !insertmacro MUI_UNPAGE_COMPONENTS
 !insertmacro MUI_UNPAGE_INSTFILES
 
-; The first is the one for systems that speak neither.
+; The first is the default for systems in other languages.
 !insertmacro MUI_LANGUAGE "SimpChinese"
 !insertmacro MUI_LANGUAGE "English"
 
@@ -73,16 +73,16 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "© 2026 The Tarnwerk developers"
 !insertmacro Text AUTOSTART "登录时启动" "Start at login"
 !insertmacro Text AUTOSTART_MORE "登录时启动全部服务，停在系统托盘里。" "Starts the services at login and stays in the tray."
 !insertmacro Text DATA "删除我的网页、文件和邮件" "Delete my pages, files and messages"
-!insertmacro Text DATA_MORE "同时删除数据文件夹和设置。无法恢复！" "Deletes the data folder and the settings too. They cannot be brought back!"
+!insertmacro Text DATA_MORE "同时删除数据文件夹和设置。无法恢复！" "Deletes the data folder and the settings too. This cannot be undone!"
 
 !macro StopProgram
-  ; The file of a running program cannot be replaced or deleted.
+  ; Windows cannot replace or delete the file of a running program.
   ${If} ${FileExists} "$INSTDIR\Tarnwerk.exe"
     ExecWait '"$INSTDIR\Tarnwerk.exe" STOP'
   ${EndIf}
 !macroend
 
-; Value ${variable} of 1 if the word is on the command line.
+; Sets ${variable} to 1 if the word is on the command line, else to 0.
 !macro HasWord prefix word variable
   ${${prefix}GetParameters} $R0
   ClearErrors
@@ -97,7 +97,7 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "© 2026 The Tarnwerk developers"
 Section "$(PROGRAM)" SectionProgram
   SectionIn RO
   !insertmacro StopProgram
-  ; The sample of an older version may have files that this one has not.
+  ; The sample of an older version may have files that this one lacks.
   RMDir /r "$INSTDIR\sample"
   !include "${INSTALL_COMMANDS}"
   SetOutPath "$INSTDIR"
@@ -128,7 +128,7 @@ Section "un.$(PROGRAM)" SectionUnProgram
   !insertmacro StopProgram
   Delete "$SMPROGRAMS\Tarnwerk.lnk"
   Delete "$SMSTARTUP\Tarnwerk.lnk"
-  ; The program's own entry, if it was asked in its options to start with Windows.
+  ; The entry that the program's option to start with Windows creates.
   ReadRegStr $0 HKLM "${RUN}" "Tarnwerk"
   ${If} $0 == "$INSTDIR\Tarnwerk.exe"
     DeleteRegValue HKLM "${RUN}" "Tarnwerk"
@@ -140,7 +140,7 @@ Section "un.$(PROGRAM)" SectionUnProgram
   Delete "$INSTDIR\使用说明.html"
   Delete "$INSTDIR\uninstall.exe"
   RMDir /r "$INSTDIR\sample"
-  ; Only if nothing of anybody else's is left in it.
+  ; Succeeds only if the folder is empty: other files are kept.
   RMDir "$INSTDIR"
 SectionEnd
 
@@ -161,7 +161,7 @@ SectionEnd
   !insertmacro MUI_DESCRIPTION_TEXT ${SectionUnData} "$(DATA_MORE)"
 !insertmacro MUI_UNFUNCTION_DESCRIPTION_END
 
-; The installer may have an administrator's rights; a server should not.
+; The installer may have administrator rights; a server should not.
 Function StartAsUser
   Exec '"$WINDIR\explorer.exe" "$INSTDIR\Tarnwerk.exe"'
 FunctionEnd

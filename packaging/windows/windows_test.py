@@ -1,9 +1,9 @@
-"""The Windows installer and the portable zip under Wine: installed, run, served from, uninstalled.
+"""Tests the Windows installer and the portable zip under Wine, from installing to uninstalling.
 
     windows_test.py SETUP.exe PORTABLE.zip SAMPLE_FOLDER      as root, with a display
 
-Wine and the clients have a network of their own, in which the usual ports are free. Wine's Windows
-is one of its own too, in the build tree; what an earlier run left in it is removed first.
+Wine and the clients run in a network namespace, in which the usual ports are free. The Wine prefix
+is in the build tree; the traces of earlier runs are removed first.
 """
 
 import os
@@ -17,7 +17,7 @@ import unittest
 SETUP, ZIP, SAMPLE = (pathlib.Path(word).resolve() for word in sys.argv[1:4])
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PREFIX = ROOT / "build" / "packages-wine-prefix"
-PATIENCE = 90  # seconds for anything that is waited for
+PATIENCE = 90  # seconds, for every wait
 PORTS = {"web": 80, "ftp": 21, "smtp": 25, "pop3": 110}
 UNINSTALL = r"Software\Microsoft\Windows\CurrentVersion\Uninstall\Tarnwerk"
 
@@ -26,7 +26,7 @@ from program import accepts, fetch  # noqa: E402
 
 
 def enter_own_network():
-    """Starts this script anew in a network of its own, with a display, unless it has both."""
+    """Restarts this script in a network namespace and with a display, unless it has them."""
     if os.environ.get("TARNWERK_OWN_NETWORK"):
         subprocess.run(["ip", "link", "set", "lo", "up"], check=True)
         return
@@ -39,12 +39,12 @@ def wait_until(condition, what):
     end = time.monotonic() + PATIENCE
     while not condition():
         if time.monotonic() > end:
-            raise AssertionError(f"waited in vain for {what}")
+            raise AssertionError(f"timed out waiting for {what}")
         time.sleep(0.1)
 
 
 def wine(*words, check=True):
-    """Runs a Windows program to its end; what it wrote."""
+    """Runs a Windows program to its end and returns its output."""
     done = subprocess.run([ROOT / "cmake/wine.sh", *words], stdin=subprocess.DEVNULL,
                           capture_output=True, timeout=PATIENCE * 2)
     if check and done.returncode:
@@ -53,7 +53,7 @@ def wine(*words, check=True):
 
 
 def registry_value(root, name):
-    """Empty if there is none."""
+    """A value of the uninstaller's registry key; empty if missing."""
     for line in wine("reg", "query", f"{root}\\{UNINSTALL}", "/v", name, check=False).splitlines():
         if "REG_" in line:
             return line.split("REG_SZ")[-1].strip()
@@ -66,7 +66,7 @@ class WindowsTest(unittest.TestCase):
         os.environ["TARNWERK_WINEPREFIX"] = str(PREFIX)
         cls.end_wine()
         wine("cmd", "/c", "exit")
-        # Its sockets belong to the network of the first program that needed it.
+        # The Wine server's sockets stay in the network namespace in which it started.
         cls.addClassCleanup(cls.end_wine)
         cls.drive = PREFIX / "drive_c"
         cls.user = next(folder for folder in (cls.drive / "users").iterdir()
@@ -95,7 +95,7 @@ class WindowsTest(unittest.TestCase):
         return base / "Microsoft/Windows/Start Menu/Programs" / folder / "Tarnwerk.lnk"
 
     def expect_service(self, program):
-        """Starts it, finds the sample behind every port, and stops it."""
+        """Starts the program, checks that every port serves the sample, and stops it."""
         process = subprocess.Popen([ROOT / "cmake/wine.sh", program, "START", "SHOW"],
                                    stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
         for name, port in PORTS.items():
@@ -113,7 +113,7 @@ class WindowsTest(unittest.TestCase):
 
     def uninstall(self, program_folder, *words):
         uninstaller = program_folder / "uninstall.exe"
-        # It goes on as a copy of itself, which can delete the original.
+        # The uninstaller continues as a copy of itself, which can delete the original.
         wine(uninstaller, "/S", *words)
         wait_until(lambda: not program_folder.exists(), "the end of the uninstaller")
 
@@ -146,7 +146,7 @@ class WindowsTest(unittest.TestCase):
         self.assertEqual((self.data / "wwwroot/index.htm").read_text(), "<p>mine</p>")
         self.assertEqual(message.read_text(), "Subject: kept")
 
-    def test_for_all_users_the_pages_are_still_each_users_own(self):
+    def test_users_have_separate_pages_after_an_installation_for_all(self):
         wine(SETUP, "/S", "/AllUsers")
         self.assertTrue(self.start_menu(common=True).exists())
         self.assertEqual(registry_value("HKLM", "InstallLocation"), r"C:\Program Files\Tarnwerk")
@@ -155,7 +155,7 @@ class WindowsTest(unittest.TestCase):
         self.assertTrue((self.data / "wwwroot/cgi-bin/guestbook.txt").exists())
         self.assertEqual(sorted(self.common_programs.rglob("*")), before)
 
-        # What else lies in the program's folder is not the uninstaller's.
+        # Other files in the program's folder are kept.
         (self.common_programs / "mine.txt").write_text("mine")
         wine(self.common_programs / "uninstall.exe", "/S", "/AllUsers", "/RemoveData")
         wait_until(lambda: not (self.common_programs / "uninstall.exe").exists(),

@@ -9,7 +9,7 @@
 namespace platform {
 namespace {
 
-constexpr std::size_t kMostAtOnce = 16;  // then others get their turn
+constexpr std::size_t kMostAtOnce = 16;  // bounds the time between two turns of the loop
 constexpr int kFullBatchesToGrow = 4;
 
 }  // namespace
@@ -42,7 +42,7 @@ void Acceptor::AsyncAccept(Handler handler) {
       }
     }
     AdaptBatch(accepted.size());
-    // Those beyond the batch make the next wait return at once.
+    // Connections beyond the batch make the next wait return at once.
     const bool emptied = error == asio::error::would_block || !accepted.empty();
     handler(emptied ? asio::error_code() : error, std::move(accepted));
   });

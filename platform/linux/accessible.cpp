@@ -37,7 +37,7 @@ void Describe(GtkWidget* widget, const AccessibleLooks& looks) {
 
 void DescribeControl(void* control, const AccessibleLooks& looks) {
   auto* widget = static_cast<GtkWidget*>(control);
-  // What scrolls is the frame around what has the focus.
+  // A scrolled control is wrapped in a frame; the inner widget has the focus.
   GtkWidget* inner = GTK_IS_SCROLLED_WINDOW(widget) ? gtk_bin_get_child(GTK_BIN(widget)) : nullptr;
   Describe(inner != nullptr ? inner : widget, looks);
 }

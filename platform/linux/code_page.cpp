@@ -12,7 +12,7 @@
 namespace platform {
 namespace {
 
-// An iconv descriptor; one direction between two character sets.
+// An iconv descriptor for one direction between two character sets.
 class Converter {
  public:
   Converter(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
@@ -22,8 +22,8 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
-  // Converts all of `input`. At each sequence that cannot be converted, "?" is put and one
-  // character of `skip` bytes is passed over.
+  // Converts all of `input`. Each sequence that cannot be converted becomes "?"; `skip` tells how
+  // many bytes it has.
   template <class Skip>
   std::string Run(std::string_view input, Skip skip, bool* lossless) {
     std::string output;
@@ -42,7 +42,7 @@ class Converter {
  private:
   bool IsOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
-  // Converts up to the next bad sequence (false) or the end of the buffer or input (true).
+  // Converts until the input or the buffer ends (true) or a sequence cannot be converted (false).
   bool Step(std::string_view& input, std::string& output) {
     std::array<char, 4096> buffer;
     char* in = const_cast<char*>(input.data());
@@ -68,8 +68,8 @@ struct Converters {
   Converter fromUtf8;
 };
 
-// Opening one costs many times what a short text does, and texts come character by character from
-// the decoders. They are never closed: what is logged at the very end still needs them.
+// Opening a descriptor costs far more than converting a short text, and the decoders convert
+// character by character. Never closed: the last log lines at exit still need them.
 Converters& ConvertersOf(Charset charset) {
   static auto& gbk = *new Converters(NameOf(Charset::kGbk));
   static auto& gb18030 = *new Converters(NameOf(Charset::kGb18030));

@@ -1,6 +1,6 @@
 #pragma once
 
-// A file descriptor that is closed with the object.
+// Owns a file descriptor and closes it.
 
 #include <unistd.h>
 

@@ -69,8 +69,8 @@ void DirectoryReader::Read(std::size_t most, std::vector<DirectoryEntry>& entrie
       return;
     }
     std::string name = NameTextOf(entry->d_name);
-    // No path text can name what has a separator in its name. (Undecoded, half a character may be
-    // the same byte.)
+    // Path texts cannot name an entry with a separator in its name. Checked after decoding: in GBK
+    // the same byte may be half a character.
     if (name == "." || name == ".." || name.find('\\') != std::string::npos) continue;
     const bool isHidden = name.front() == '.';
     entries.push_back(

@@ -12,7 +12,7 @@
 namespace platform {
 namespace {
 
-// The usual case, which spares asking the system once more for every message of a mailbox.
+// The usual case. It saves a system call per message of a mailbox.
 bool IsReadableByOwner(const struct stat& facts) {
   static const uid_t user = geteuid();
   return facts.st_uid == user && (facts.st_mode & S_IRUSR) != 0;
@@ -34,14 +34,14 @@ int FlagsOf(File::Mode mode) {
   return O_RDONLY;
 }
 
-// A descriptor kept back from everything else, so that a shortage of them can still be logged.
+// Holds one descriptor in reserve, so that running out of descriptors can still be logged.
 class SpareDescriptor {
  public:
   SpareDescriptor() { TakeBack(); }
   void TakeBack() {
     if (!descriptor_.IsOpen()) descriptor_ = Descriptor(open("/dev/null", O_RDONLY | O_CLOEXEC));
   }
-  // True if there is one more now than before.
+  // Frees the reserve. True if there was one to free.
   bool Give() { return Descriptor(std::move(descriptor_)).IsOpen(); }
 
  private:
@@ -53,7 +53,7 @@ SpareDescriptor& Spare() {
   return spare;
 }
 
-// Neither a pipe nor a device of that name holds up the program, or becomes its terminal.
+// Neither waits for a pipe or device of that name, nor takes a terminal as the controlling one.
 int OpenWithoutWaiting(const char* path, File::Mode mode) {
   const int flags = FlagsOf(mode) | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
   SpareDescriptor& spare = Spare();
@@ -63,7 +63,7 @@ int OpenWithoutWaiting(const char* path, File::Mode mode) {
   return open(path, flags, 0666);
 }
 
-// What is a file in the sense of a program that has only those: no pipe, device or folder.
+// An error unless it is a regular file: pipes, devices and folders are refused.
 std::error_code WhyNoFile(mode_t mode) {
   if (S_ISREG(mode)) return {};
   return std::make_error_code(S_ISDIR(mode) ? std::errc::is_a_directory

@@ -33,7 +33,7 @@ std::uint64_t HashOfUpper(std::string_view upperName) {
   return hash;
 }
 
-// The same of a name as it is. Nearly all are ASCII, and need no copy.
+// The same hash of a name in any case. Nearly all names are ASCII and need no copy.
 std::uint64_t HashOf(const char* name) {
   std::uint64_t hash = 14695981039346656037U;
   for (const char* c = name; *c != '\0'; ++c) {
@@ -43,7 +43,7 @@ std::uint64_t HashOf(const char* name) {
   return hash;
 }
 
-// All names of one folder: about 16 bytes each beside the name itself.
+// All names of one folder. Takes about 16 bytes per name, plus the name.
 class Names {
  public:
   void Add(const char* name) {
@@ -53,7 +53,7 @@ class Names {
   }
   void Order() { std::sort(entries_.begin(), entries_.end()); }
 
-  /// They are too many to be kept.
+  /// Frees the names if there are too many to keep.
   void Drop() {
     bytes_ = {};
     entries_ = {};
@@ -70,19 +70,19 @@ class Names {
     return found;
   }
 
-  /// Of those that were added, dropped or not.
+  /// The number of names added, whether dropped or not.
   std::size_t Count() const { return count_; }
   std::size_t Bytes() const { return bytes_.size() + entries_.size() * sizeof(Entry); }
 
  private:
-  using Entry = std::pair<std::uint64_t, std::uint32_t>;  // the hash, and where the name begins
+  using Entry = std::pair<std::uint64_t, std::uint32_t>;  // hash, offset of the name
 
-  std::string bytes_;  // names, each with its NUL
+  std::string bytes_;  // NUL-terminated names
   std::vector<Entry> entries_;
   std::size_t count_ = 0;
 };
 
-// None of a folder with more names than this: they are found as written only.
+// In a folder with more names than this, names are found only as written.
 constexpr std::size_t kMostNames = 200'000;
 
 std::optional<Names> ReadNames(int folder) {
@@ -100,7 +100,7 @@ std::optional<Names> ReadNames(int folder) {
   return names;
 }
 
-// In nanoseconds; 0 where the file system does not tell.
+// The folder's birth time in nanoseconds; 0 if the file system does not record it.
 std::int64_t BornAt(int folder) {
   constexpr std::int64_t kNanoseconds = 1000000000;
   struct statx facts = {};
@@ -108,7 +108,7 @@ std::int64_t BornAt(int folder) {
   return facts.stx_btime.tv_sec * kNanoseconds + facts.stx_btime.tv_nsec;
 }
 
-// The folders that were read last, within a bound of memory.
+// The most recently read folders, bounded in number and memory.
 class FolderMemory {
  public:
   std::optional<std::string> Find(int folder, const std::string& name) {
@@ -124,7 +124,7 @@ class FolderMemory {
   }
 
  private:
-  // A number is given to another folder as soon as its own is gone; that one was born later.
+  // Inode numbers are reused as soon as a folder is deleted; the birth time tells the two apart.
   using Key = std::tuple<dev_t, ino_t, std::int64_t>;
   struct Folder {
     Names names;
@@ -139,11 +139,11 @@ class FolderMemory {
   static constexpr std::size_t kManyNames = 1000;
   static constexpr std::chrono::microseconds kAgePerName{10};
 
-  // A folder's time moves in steps: one changed just now may change again within the same step.
+  // Timestamps are coarse: a folder changed just now may change again without a new time.
   static bool IsSettled(const timespec& changed) { return std::time(nullptr) - changed.tv_sec > 2; }
 
-  // Reading takes a fiftieth of the age that is put up with, so that a folder which a client keeps
-  // changing takes no more of the time than that.
+  // A large folder is reread only when its age is about fifty times what reading it takes. So a
+  // client that keeps changing it costs at most a fiftieth of the time.
   static bool IsGood(const Folder& folder, const timespec& changed) {
     const bool same =
         folder.changed.tv_sec == changed.tv_sec && folder.changed.tv_nsec == changed.tv_nsec;

@@ -1,20 +1,20 @@
 #pragma once
 
-// Finding a name in a folder without regard to case. The system cannot do that, so the folder is
-// read, and what was read is kept: a client that asks for many names that are not there must not
-// have the folder read for each of them.
+// Case-insensitive lookup of a name in a folder. The system cannot do that, so the folder is read
+// and its names are cached: a client that asks for many missing names must not cause a read for
+// each.
 //
-// An answer holds for the folder as it is. Only of a folder with very many entries that changes
-// right now may it be up to 10 microseconds per entry old; and in one with more than 200,000
-// entries nothing is found.
+// Answers are current, with two exceptions: in a very large folder that is being changed an answer
+// may be up to 10 microseconds per entry old, and in a folder with more than 200,000 entries
+// nothing is found.
 
 #include <optional>
 #include <string>
 
 namespace platform {
 
-/// The name in the open folder that is `name` but for its case; of several the first by its bytes.
-/// `folder`: a descriptor, which may be one that only names the folder (O_PATH).
+/// The name in the open folder that equals `name` except for case; if there are several, the first
+/// in byte order. `folder`: a descriptor, which may be opened with O_PATH.
 std::optional<std::string> FindIgnoringCase(int folder, const std::string& name);
 
 }  // namespace platform

@@ -24,7 +24,7 @@ std::vector<std::string> WordsOf(const std::string& line) {
   return {std::istream_iterator<std::string>(words), {}};
 }
 
-// "0100007F:0050" is the address, then the port.
+// The format is address:port in hex, "0100007F:0050".
 bool HasPort(std::string_view address, std::uint16_t port) {
   const std::string_view digits = address.substr(address.find(':') + 1);
   unsigned number = 0;
@@ -42,7 +42,7 @@ std::optional<std::string> ListenerIn(const char* table, std::uint16_t port) {
   return std::nullopt;
 }
 
-// Other users' processes cannot be looked into; they have no descriptors then.
+// The descriptors of other users' processes cannot be read; such processes hold none.
 bool Holds(const fs::path& process, const std::string& socket) {
   std::error_code error;
   for (fs::directory_iterator entry(process / "fd", error), end; !error && entry != end;
@@ -70,7 +70,7 @@ std::optional<PortOwner> HolderOf(const std::string& socket) {
 
 }  // namespace
 
-// By number: not every category that such an error comes in compares with std::errc.
+// Compares numbers: not every category of these errors compares equal to std::errc.
 ListenTrouble TroubleOf(const std::error_code& error) {
   switch (error.value()) {
     case EADDRINUSE:

@@ -11,8 +11,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The entry file has two layers: within a quoted word of Exec some characters are escaped, and then
-// the value as a whole is a string with escapes of its own.
+// The file has two levels of escapes: those inside a quoted word of Exec, and those of the string
+// value as a whole.
 std::string StringValue(std::string_view text) {
   std::string value;
   for (const char c : text) {
@@ -34,14 +34,14 @@ std::string QuotedWord(std::string_view word) {
   std::string quoted = "\"";
   for (const char c : word) {
     if (std::string_view("\"`$\\").find(c) != std::string_view::npos) quoted += '\\';
-    if (c == '%') quoted += '%';  // else it begins a field code
+    if (c == '%') quoted += '%';  // else it starts a field code
     quoted += c;
   }
   return quoted + "\"";
 }
 
-// Through "env" where the program directory is another one, which the environment tells, and where
-// the path has a "%": some desktops look for the first word before they undo its doubling.
+// Goes through "env" to set the program directory if it is not the usual one, and if the path
+// contains "%": some desktops look up the first word before they unescape "%%".
 std::string CommandLine(const fs::path& executable) {
   const fs::path home = ProgramDirectory();
   const bool plain = home == executable.parent_path();

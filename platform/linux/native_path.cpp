@@ -26,10 +26,10 @@ std::string DecodeName(std::string_view bytes) {
   return charset == Charset::kUtf8 ? std::string(bytes) : ToUtf8(charset, bytes);
 }
 
-// With single separators; empty if the text names nothing.
+// With single separators. Empty if the text is not a usable path.
 std::string NativeBytes(std::string_view pathText) {
   if (pathText.find('\0') != std::string_view::npos) return {};
-  // Some encodings need fewer bytes than the text has, but never half.
+  // Some encodings need fewer bytes than UTF-8, but never less than half.
   constexpr std::size_t kMost = std::size_t{2} * PATH_MAX;
   std::string native;
   native.reserve(std::min<std::size_t>(pathText.size(), kMost));
@@ -43,8 +43,8 @@ std::string NativeBytes(std::string_view pathText) {
   return native.size() < PATH_MAX ? native : std::string();
 }
 
-// Goes down a path from its beginning, one open folder at a time, so that each component costs the
-// same however many there are.
+// Resolves a path from its start through open folders, so that each component costs the same
+// however many there are.
 class Descent {
  public:
   explicit Descent(std::string_view path) : rest_(path) {
@@ -55,7 +55,7 @@ class Descent {
     rest_.remove_prefix(1);
   }
 
-  // The path as far as it is found; from there on as written.
+  // The path as found; the part after the first component that is missing stays as written.
   std::string Run() {
     while (!rest_.empty() && Step()) {
     }
@@ -63,7 +63,7 @@ class Descent {
   }
 
  private:
-  // False where nothing more can be found.
+  // False if nothing more can be found.
   bool Step() {
     const std::size_t end = std::min(rest_.find('/'), rest_.size());
     const std::string name(rest_.substr(0, end));
@@ -75,7 +75,7 @@ class Descent {
     return true;
   }
 
-  // The name as the folder has it. Goes into it unless it is the last one.
+  // The name as spelled in the folder. Enters it unless it is the last component.
   std::optional<std::string> Enter(const std::string& name, bool isLast) {
     if (isLast && faccessat(folder_.Get(), name.c_str(), F_OK, 0) == 0) return name;
     if (!isLast && GoTo(name)) return name;

@@ -15,7 +15,7 @@
 extern char** environ;
 
 extern "C" {
-// Inside, since this header of Debian 12 does not say that its functions are C's.
+// Included as C here: this header of Debian 12 lacks the linkage specification.
 #include <sys/pidfd.h>
 }
 
@@ -30,13 +30,13 @@ std::vector<char*> ArgumentVector(std::vector<std::string>& words) {
   return vector;
 }
 
-// The waiting operation keeps the descriptor alive, and the descriptor keeps the process number
-// from being given to another program before it is collected here.
+// The pending wait keeps the descriptor open, and the unreaped child keeps its process number from
+// being reused.
 struct Child {
   Child(const asio::any_io_executor& executor, int descriptor, pid_t process)
       : watch(executor, descriptor), number(process) {}
 
-  // False if it runs still.
+  // Reaps the process. False if it is still running.
   bool Collect(int options) {
     if (!collected) collected = waitpid(number, nullptr, options) != 0;
     return collected;
@@ -55,7 +55,7 @@ class StartedChild : public StartedProgram {
     if (child_->collected) return;
     pollfd end = {child_->watch.native_handle(), POLLIN, 0};
     const bool ended = poll(&end, 1, static_cast<int>(patience.count())) > 0;
-    // It leads a process group of its own.
+    // The child leads its own process group.
     if (!ended) kill(-child_->number, SIGKILL);
     child_->Collect(0);
   }
@@ -64,8 +64,8 @@ class StartedChild : public StartedProgram {
   std::shared_ptr<Child> child_;
 };
 
-// A wait may return although nothing has happened: what the system said of another descriptor that
-// had the same number is taken for this one.
+// A wait may return spuriously: an event of an earlier descriptor with the same number may be taken
+// for one of this.
 void AwaitEnd(const std::shared_ptr<Child>& child, std::function<void()> onExit) {
   child->watch.async_wait(asio::posix::stream_descriptor::wait_read,
                           [child, done = std::move(onExit)](const asio::error_code& failed) {

@@ -12,7 +12,7 @@
 namespace platform {
 namespace {
 
-// Every connection that can be open at a time with the files that it can have open.
+// Enough for the maximum number of connections and the files that they have open.
 constexpr rlim_t kMostDescriptors = 8192;
 
 void TakeDescriptors() {

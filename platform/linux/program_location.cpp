@@ -22,7 +22,7 @@ std::filesystem::path ProgramDirectory() {
   std::error_code error;
   const std::filesystem::path home = std::getenv("TARNWERK_HOME");
   const std::filesystem::path absolute = std::filesystem::absolute(home, error).lexically_normal();
-  // "dir/" and "dir" are one directory; a trailing separator leaves an empty last component.
+  // "dir/" and "dir" are the same directory; a trailing separator leaves an empty last component.
   return absolute.has_filename() ? absolute : absolute.parent_path();
 }
 

@@ -37,7 +37,7 @@ RegistryKey RegistryKey::Open(RegistryRoot root, std::string_view subkey, std::e
   RegistryKey key(std::make_unique<System>());
   key.system_->section = SectionOf(root, subkey);
   error.clear();
-  if (subkey.empty()) return key;  // the roots are always there
+  if (subkey.empty()) return key;  // the roots always exist
   const bool exists = key.system_->file.HasSection(key.system_->section, error);
   if (!error && !exists) error = std::make_error_code(std::errc::no_such_file_or_directory);
   return error ? RegistryKey() : std::move(key);

@@ -19,13 +19,14 @@
 #include "platform/linux/descriptor.h"
 
 extern "C" {
-// Inside, since this header of Debian 12 does not say that its functions are C's.
+// Included as C here: this header of Debian 12 lacks the linkage specification.
 #include <sys/pidfd.h>
 }
 
 // Each instance has two files in the runtime directory, named by a hash of its executable and
-// program directory: a lock that the system releases with the process, and a socket. A connection
-// to the socket is the request to close; whoever makes it waits for the process behind it to end.
+// program directory: a lock that the system releases when the process ends, and a socket.
+// Connecting to the socket asks the instance to close; the client then waits for the process to
+// end.
 
 namespace platform {
 namespace {
@@ -33,8 +34,8 @@ namespace {
 namespace fs = std::filesystem;
 using Protocol = asio::local::stream_protocol;
 
-// Where instances may meet, the best place first. What the environment names is made if it is
-// missing: shells of other users and containers name what a login would have made.
+// The possible runtime directories, best first. The one in the environment is created if missing:
+// after su, or in a container, the variable may name a directory that only a login would create.
 std::vector<fs::path> RuntimeDirectories() {
   std::vector<fs::path> places;
   const char* configured = std::getenv("XDG_RUNTIME_DIR");
@@ -49,7 +50,8 @@ std::vector<fs::path> RuntimeDirectories() {
   return places;
 }
 
-// Ours alone: a directory of somebody else in a shared place is not used.
+// A directory in a shared place is used only if it belongs to this user and nobody else can write
+// it.
 Descriptor OpenOwnDirectory(const fs::path& path) {
   mkdir(path.c_str(), 0700);
   Descriptor directory(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
@@ -67,13 +69,13 @@ Descriptor OpenRuntimeDirectory() {
   return {};
 }
 
-// A socket's address is limited to 108 bytes; through the open directory every depth is reachable.
+// A socket address is limited to 108 bytes; going through the open directory avoids the limit.
 Protocol::endpoint Address(const Descriptor& directory, const std::string& name) {
   return {"/proc/self/fd/" + std::to_string(directory.Get()) + "/" + name};
 }
 
 std::string InstanceName(const fs::path& executable, const fs::path& programDirectory) {
-  // However links lead to it.
+  // Different links to the same directory must give the same name.
   std::error_code error;
   const fs::path directory = fs::weakly_canonical(programDirectory, error);
   std::uint64_t hash = 14695981039346656037U;
@@ -121,7 +123,7 @@ class SocketInstance : public RunningInstance {
   Descriptor listener_;
   std::string socketName_;
   std::function<void()> onClose_;
-  std::vector<Protocol::socket> waiting_;  // their end is the answer where the process is not seen
+  std::vector<Protocol::socket> waiting_;  // closing tells clients that cannot see the process
   std::unique_ptr<Protocol::acceptor> acceptor_;
 };
 
@@ -155,7 +157,7 @@ struct Instance {
   Descriptor process;
 };
 
-// None if it cannot be seen from here.
+// Not open if the process cannot be seen from here, as from another container.
 Descriptor ProcessBehind(const Descriptor& connection) {
   ucred peer = {};
   socklen_t size = sizeof(peer);
@@ -163,11 +165,11 @@ Descriptor ProcessBehind(const Descriptor& connection) {
   return Descriptor(peer.pid > 0 ? pidfd_open(peer.pid, 0) : -1);
 }
 
-// Every instance that lives; a socket without a process behind it refuses.
+// The running instances. A socket left behind by a dead process refuses connections.
 std::vector<Instance> ConnectToInstances(const Descriptor& directory) {
   std::vector<Instance> instances;
   for (const std::string& name : SocketNames(directory)) {
-    // Not blocking: an instance that no longer accepts must not hold us up here.
+    // Nonblocking: an instance that no longer accepts must not block this one.
     Descriptor instance(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     const Protocol::endpoint address = Address(directory, name);
     if (connect(instance.Get(), address.data(), static_cast<socklen_t>(address.size())) == 0) {
@@ -210,7 +212,7 @@ bool CloseRunningInstances(std::chrono::seconds patience) {
   const Deadline deadline = std::chrono::steady_clock::now() + patience;
   const Descriptor directory = OpenRuntimeDirectory();
   if (!directory.IsOpen()) return false;
-  // Again until none is found: one may have started while the others were closing.
+  // Repeated until none is found: another may have started while these were closing.
   while (true) {
     const std::vector<Instance> instances = ConnectToInstances(directory);
     if (instances.empty()) return true;

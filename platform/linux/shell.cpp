@@ -18,7 +18,7 @@ bool OpenWithShell(const std::string& target) {
   pid_t child = 0;
   const bool started = posix_spawnp(&child, "xdg-open", settings.Actions(), settings.Attributes(),
                                     words, environ) == 0;
-  // Only collects the process; it touches nothing of the program's.
+  // Only reaps the child and touches none of the program's state.
   if (started) std::thread([child] { waitpid(child, nullptr, 0); }).detach();
   return started;
 }

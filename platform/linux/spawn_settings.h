@@ -1,7 +1,7 @@
 #pragma once
 
-// How the program starts others: without its files and sockets, with their input and output thrown
-// away, and with signals as they are for a program started from a shell.
+// The attributes with which other programs are started: without the program's descriptors, with
+// standard streams from and to /dev/null, and with default signal handling.
 
 #include <fcntl.h>
 #include <signal.h>
@@ -9,7 +9,7 @@
 
 namespace platform {
 
-/// What posix_spawn does in the new process before the program takes over.
+/// The file actions and attributes for posix_spawn.
 class SpawnSettings {
  public:
   SpawnSettings() {
@@ -26,7 +26,7 @@ class SpawnSettings {
     posix_spawnattr_init(&attributes_);
     posix_spawnattr_setsigdefault(&attributes_, &all);
     posix_spawnattr_setsigmask(&attributes_, &none);
-    // A group of its own: a Ctrl-C in our terminal is not meant for it.
+    // In its own process group: a Ctrl-C in the program's terminal is not meant for it.
     posix_spawnattr_setpgroup(&attributes_, 0);
     posix_spawnattr_setflags(
         &attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);

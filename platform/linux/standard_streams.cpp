@@ -12,7 +12,7 @@ namespace platform {
 void SecureStandardStreams() {
   std::signal(SIGPIPE, SIG_IGN);
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-    // The lowest free number is given, which is this one, since those below are open by now.
+    // open returns the lowest free number, which is this one, since those below are open by now.
     if (fcntl(stream, F_GETFD) < 0) open("/dev/null", O_RDWR);
   }
 }

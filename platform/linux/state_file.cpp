@@ -22,13 +22,13 @@ namespace {
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
-// No such file grows to this size, and searching it would take long.
+// Real files stay far below; searching a larger one would take long.
 constexpr std::size_t kLargest = std::size_t{1} << 20;
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
-// A missing file reads as empty. One that cannot be read is an error, so that it is not taken for
-// empty and replaced.
+// A missing file reads as empty. An unreadable one is an error, so that it is not mistaken for an
+// empty one and replaced.
 std::string ReadAll(const fs::path& path, std::error_code& error) {
   File file = File::Open(path, File::Mode::kRead, error);
   if (!file.IsOpen()) {
@@ -41,7 +41,7 @@ std::string ReadAll(const fs::path& path, std::error_code& error) {
   return error ? std::string() : content;
 }
 
-// The new file belongs to the user alone from its first moment on.
+// The new file is private from its creation on.
 void Replace(const fs::path& path, std::string_view bytes, std::error_code& error) {
   const std::string temporary = path.string() + ".new";
   unlink(temporary.c_str());
@@ -69,7 +69,7 @@ Lines LinesOf(std::string_view content) {
 
 bool IsHeader(std::string_view line) { return line.starts_with('['); }
 
-// The line behind the section's header; none if there is no such section.
+// The index of the line after the section's header, if there is such a section.
 std::optional<std::size_t> FindSection(const Lines& lines, std::string_view section) {
   for (std::size_t i = 0; i < lines.size(); ++i) {
     const std::string_view line = lines[i];

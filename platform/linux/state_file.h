@@ -1,12 +1,12 @@
 #pragma once
 
-// An INI file in the per-user state directory that takes the place of a store that only Windows
-// has. Only the user can read it. Several processes may write: each change is made under a lock and
-// replaces the file as a whole.
+// An INI file in the per-user state directory that replaces a store that exists on Windows only.
+// The user alone can read it. Several processes may write: each change locks the directory and
+// replaces the whole file.
 //
-// The format is plainer than that of the settings files (settings/ini_text.h), which people edit:
-// UTF-8 with LF, a new key at the top of its section, and nothing is trimmed or a comment, so that
-// every name and value that the store can hold comes back unchanged. Names ignore case.
+// The format is stricter than that of the settings files (settings/ini_text.h), which people edit:
+// UTF-8 with LF, new keys at the top of their section, no comments, and nothing is trimmed, so that
+// every name and value of the store survives unchanged. Names ignore case.
 
 #include <optional>
 #include <string>
@@ -17,20 +17,20 @@ namespace platform {
 
 class StateFile {
  public:
-  /// `name`: the file's name in the state directory. It need not exist.
+  /// `name`: the name of the file in the state directory. It need not exist.
   explicit StateFile(std::string_view name) : name_(name) {}
 
   bool HasSection(std::string_view section, std::error_code& error) const;
 
-  /// None if there is no such section or key.
+  /// The value, if there is such a section and key.
   std::optional<std::string> Find(std::string_view section, std::string_view key,
                                   std::error_code& error) const;
 
-  /// Adds an empty section if it is missing.
+  /// Adds an empty section unless it exists.
   void AddSection(std::string_view section, std::error_code& error);
 
-  /// Sets a value, adding section and key if they are missing. A name that the file cannot hold is
-  /// an error. CR and LF in the value become blanks, and it ends at a NUL.
+  /// Sets a value, adding section and key as needed. A name that the format cannot represent is an
+  /// error. In the value, CR and LF become blanks, and a NUL ends it.
   void Set(std::string_view section, std::string_view key, std::string_view value,
            std::error_code& error);
 

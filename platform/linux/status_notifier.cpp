@@ -8,7 +8,7 @@
 namespace platform {
 namespace {
 
-// Where there is no session bus the library would start one, which nobody would ever end.
+// Without a session bus the library would start one that nothing ever ends.
 bool HasSessionBus() {
   if (std::getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr) return true;
   const char* runtime = std::getenv("XDG_RUNTIME_DIR");
@@ -53,8 +53,8 @@ class StatusNotifier::System {
 
 bool StatusNotifier::IsAvailable() {
   if (!HasSessionBus()) return false;
-  // Kept for good: it is the one that the library uses, and would else be closed and opened anew
-  // under it.
+  // Never released: the library shares this connection, which would otherwise be closed and
+  // reopened.
   static GDBusConnection* const bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
   return bus != nullptr && HasOwner(bus, "org.kde.StatusNotifierWatcher");
 }

@@ -15,7 +15,7 @@ bool IsAscii(std::string_view text) {
 
 char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-// Reads one character of two or three bytes; 0 where there is none (such bytes are copied).
+// Reads a character of two or three bytes. Returns 0 for anything else, which is copied as it is.
 wint_t ReadCharacter(std::string_view text, std::size_t& length) {
   const auto byte = [text](std::size_t i) -> wint_t {
     return i < text.size() ? static_cast<unsigned char>(text[i]) : 0;

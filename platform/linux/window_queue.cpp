@@ -6,7 +6,8 @@
 
 namespace platform {
 
-// A GLib event source of the default context, which every loop of the toolkit runs, nested or not.
+// A GLib event source in the default context, which every loop of the toolkit runs, nested ones
+// too.
 class WindowQueue::System {
  public:
   System() {
@@ -39,7 +40,8 @@ class WindowQueue::System {
 
   static gboolean Dispatch(GSource* base, GSourceFunc, gpointer) {
     System* system = reinterpret_cast<Source*>(base)->system;
-    // Before the jobs run: one added meanwhile to an emptied list makes the source ready again.
+    // Reset before the jobs run, so that a job added to the emptied list makes the source ready
+    // again.
     g_source_set_ready_time(base, -1);
     if (system->jobs_.HasSeveral()) system->Wake();
     if (system->jobs_.Drain(kJobsPerPass)) system->Wake();

@@ -10,7 +10,7 @@
 namespace platform {
 namespace {
 
-// Lists and trees are the system's own here, which has given them their roles.
+// Lists and trees are native controls here, which already have their roles.
 LONG RoleOf(AccessibleRole role) {
   switch (role) {
     case AccessibleRole::kButton:
@@ -26,8 +26,8 @@ LONG RoleOf(AccessibleRole role) {
   return 0;
 }
 
-// One for the program; it keeps what it was told until the control goes. None where the system
-// does not have it.
+// One per program; it keeps a description until the control is destroyed. Null if the system lacks
+// the service.
 IAccPropServices* Services() {
   static IAccPropServices* const services = [] {
     void* made = nullptr;

@@ -11,7 +11,7 @@ namespace {
 
 UINT NumberOf(Charset charset) { return charset == Charset::kGbk ? 936 : 54936; }
 
-// One double-byte or single-byte character at the front of `bytes`, as many bytes as it has.
+// The length in bytes of the single-byte or double-byte character that `bytes` begins with.
 std::size_t CharacterLength(Charset charset, std::string_view bytes) {
   const bool pair = bytes.size() > 1 && IsDBCSLeadByteEx(NumberOf(charset), bytes[0]) != 0;
   return pair ? 2 : 1;
@@ -30,14 +30,14 @@ std::size_t CharacterUnits(std::wstring_view wide) {
   return wide.size() > 1 && IS_SURROGATE_PAIR(wide[0], wide[1]) ? 2 : 1;
 }
 
-// None if there is anything in `wide` that the set does not hold.
+// None if `wide` contains a character that the set lacks.
 std::optional<std::string> Narrow(Charset charset, std::wstring_view wide) {
   const int wideSize = static_cast<int>(wide.size());
   const UINT number = NumberOf(charset);
   BOOL replaced = FALSE;
-  // Code page 54936 holds everything, and does not take the question.
+  // Code page 54936 represents every character and rejects this argument.
   BOOL* const asked = charset == Charset::kGbk ? &replaced : nullptr;
-  // Nor may a letter lose its accent because the set holds it without.
+  // A letter must not lose its accent because the set has it only without.
   const DWORD flags = charset == Charset::kGbk ? WC_NO_BEST_FIT_CHARS : 0;
   const int size =
       WideCharToMultiByte(number, flags, wide.data(), wideSize, nullptr, 0, nullptr, asked);
@@ -66,7 +66,7 @@ std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless) {
   const std::wstring whole = Widen(charset, bytes, MB_ERR_INVALID_CHARS);
   if (!whole.empty()) return NarrowText(whole);
 
-  // The system's own replacement would be another character than "?": go character by character.
+  // The system's replacement character is not "?", so convert character by character.
   std::string text;
   while (!bytes.empty()) {
     const std::size_t length = CharacterLength(charset, bytes);
@@ -80,12 +80,12 @@ std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless) {
 
 std::string FromUtf8(Charset charset, std::string_view text, bool* lossless) {
   const std::wstring wide = WideText(text);
-  // Bytes that are no UTF-8 are lost on the way already.
+  // Bytes that are not UTF-8 are already lost here.
   if (lossless != nullptr) *lossless = NarrowText(wide) == text;
   if (wide.empty()) return {};
   if (const auto whole = Narrow(charset, wide)) return *whole;
   if (lossless != nullptr) *lossless = false;
-  // The system would put two marks for a character of two units: go character by character.
+  // The system would replace a surrogate pair by two marks, so convert character by character.
   std::string bytes;
   for (std::wstring_view rest = wide; !rest.empty();) {
     const std::wstring_view character = rest.substr(0, CharacterUnits(rest));

@@ -13,7 +13,7 @@ namespace {
 
 std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
 
-// 100-nanosecond steps since 1601.
+// FILETIME counts 100-nanosecond intervals since 1601.
 std::chrono::system_clock::time_point TimeOf(const FILETIME& time) {
   constexpr std::int64_t kUnixEpoch = 116444736000000000;
   const std::int64_t steps =
@@ -29,7 +29,7 @@ DirectoryEntry EntryOf(const WIN32_FIND_DATAW& found) {
 
 }  // namespace
 
-// `found` is the entry that comes next.
+// `found` is the next entry to return.
 struct DirectoryReader::Search {
   ~Search() {
     if (handle != INVALID_HANDLE_VALUE) FindClose(handle);
@@ -43,7 +43,7 @@ struct DirectoryReader::Search {
 DirectoryReader::DirectoryReader(const std::filesystem::path& folder, std::error_code& error)
     : search_(std::make_unique<Search>()) {
   error.clear();
-  // Without a folder "*" would be everything in the current one.
+  // With an empty folder "*" would list the current directory.
   if (!folder.empty()) {
     search_->handle = FindFirstFileW((folder / L"*").c_str(), &search_->found);
     if (search_->handle != INVALID_HANDLE_VALUE) return;
@@ -82,7 +82,7 @@ std::vector<DirectoryEntry> ListDirectory(const std::filesystem::path& folder,
     entries.emplace_back(std::move(upper), std::move(entry));
   }
 
-  // Not every file system (nor every emulation of one) hands its names out in order.
+  // Not every file system, nor every emulation of Windows, lists its names in order.
   std::sort(entries.begin(), entries.end(),
             [](const auto& left, const auto& right) { return left.first < right.first; });
   std::vector<DirectoryEntry> sorted;

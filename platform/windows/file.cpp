@@ -44,7 +44,7 @@ File File::Open(const std::filesystem::path& path, Mode mode, std::error_code& e
     return {};
   }
   File file(reinterpret_cast<std::intptr_t>(handle));
-  // A name like "com1" opens a device in every folder; what is asked for is a file.
+  // A name like "com1" opens a device in every folder.
   if (GetFileType(handle) != FILE_TYPE_DISK) {
     error.assign(ERROR_FILE_NOT_FOUND, std::system_category());
     file.Close();

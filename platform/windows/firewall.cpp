@@ -8,8 +8,8 @@
 
 #include "platform/windows/wide_text.h"
 
-// The objects are called by name, late: the program then runs where the interface does not exist,
-// and needs none of its headers.
+// The objects are created by name (late binding), so that the program runs where the interface does
+// not exist and needs none of its headers.
 
 namespace platform {
 namespace {
@@ -17,7 +17,7 @@ namespace {
 constexpr LONG kAllAddresses = 0;
 constexpr LONG kAnyIpVersion = 2;
 
-// Throws what a call answers if it is a failure, caught in AuthorizeProgram.
+// Throws if the call failed; caught in AuthorizeProgram.
 void Check(HRESULT result) {
   if (FAILED(result)) throw std::system_error(result, std::system_category());
 }
@@ -35,7 +35,7 @@ class ComLibrary {
   HRESULT result_;
 };
 
-// A value on its way to or from an object.
+// Owns an argument or a result of an automation call.
 class Variant {
  public:
   Variant() { VariantInit(&value_); }

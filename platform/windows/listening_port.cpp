@@ -24,7 +24,7 @@ std::string ProgramOf(DWORD process) {
   return NarrowText(std::filesystem::path(path).filename().wstring());
 }
 
-// The bytes of the system's table of listeners. It may grow between two questions.
+// The system's table of listeners as bytes. The table may grow between two calls.
 template <class Table>
 std::vector<unsigned char> Listeners(ULONG family) {
   std::vector<unsigned char> bytes(sizeof(Table));
@@ -47,7 +47,7 @@ std::optional<PortOwner> OwnerIn(ULONG family, std::uint16_t port) {
   for (DWORD i = 0; i < table.dwNumEntries; ++i) {
     const auto& row = table.table[i];
     if (ntohs(static_cast<u_short>(row.dwLocalPort)) != port) continue;
-    if (row.dwOwningPid == 0) return std::nullopt;  // not known to the system itself
+    if (row.dwOwningPid == 0) return std::nullopt;  // unknown even to the system
     return PortOwner{static_cast<std::uint32_t>(row.dwOwningPid), ProgramOf(row.dwOwningPid)};
   }
   return std::nullopt;
@@ -55,7 +55,7 @@ std::optional<PortOwner> OwnerIn(ULONG family, std::uint16_t port) {
 
 }  // namespace
 
-// Access is denied where another program has the port for itself alone, or the system keeps it.
+// Access is denied if another program has exclusive use of the port, or if the system reserves it.
 ListenTrouble TroubleOf(const std::error_code& error) {
   const bool taken = error.value() == WSAEADDRINUSE || error.value() == WSAEACCES ||
                      error == std::errc::address_in_use;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr ULONG kFlags = GAA_FLAG_SKIP_ANYCAST | GAA_FLAG_SKIP_MULTICAST | GAA_FLAG_SKIP_DNS_SERVER;
 
-// The system's list, chained inside the bytes.
+// The system's list of adapters, linked within the bytes.
 std::vector<unsigned char> Adapters() {
   ULONG size = 16384;
   std::vector<unsigned char> bytes;

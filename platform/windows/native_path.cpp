@@ -14,7 +14,7 @@ constexpr std::size_t kLongestPath = 32767;
 constexpr std::size_t kMostBytesPerUnit = 3;
 constexpr std::wstring_view kLongPrefix = L"\\\\?\\";
 
-// "\\?\" switches off the system's own tidying, so that has to be done first.
+// "\\?\" turns off the normalisation of paths, so it must be done before.
 std::wstring LongForm(const std::wstring& path) {
   const DWORD size = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
   std::wstring full(size, L'\0');

@@ -12,7 +12,7 @@ namespace platform {
 namespace {
 
 constexpr UINT kCallbackMessage = 1280;
-constexpr UINT kIconNumber = 0;  // by which a "STOP" start removes the icon, too
+constexpr UINT kIconNumber = 0;  // a "STOP" start removes the icon by this number, too
 constexpr std::size_t kLongestTip = 63;
 constexpr const wchar_t* kProperty = L"TarnwerkNotifyIcon";
 
@@ -73,7 +73,7 @@ class NotifyIcon::System {
   HWND window_;
   std::function<void(unsigned)> onMouse_;
   NOTIFYICONDATAW data_ = {};
-  WNDPROC ownHandler_ = nullptr;  // the window's, while ours stands before it
+  WNDPROC ownHandler_ = nullptr;  // the window's own, while replaced
 };
 
 NotifyIcon::NotifyIcon(void* window, std::function<void(unsigned)> onMouse)

@@ -49,8 +49,8 @@ std::unique_ptr<StartedProgram> StartProgram(const asio::any_io_executor& execut
   startup.dwFlags = STARTF_USESHOWWINDOW;
   startup.wShowWindow = SW_HIDE;
   PROCESS_INFORMATION started = {};
-  // The program is named apart from its command line: an unquoted path with blanks would otherwise
-  // be tried word by word.
+  // The program is passed separately: an unquoted path with blanks would otherwise be tried word by
+  // word.
   const BOOL succeeded =
       CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW,
                      nullptr, nullptr, &startup, &started);

@@ -9,7 +9,7 @@ namespace {
 
 constexpr DWORD kLongestPath = 32768;
 
-// The program's own name ends at the closing quotation mark, or at the first blank.
+// The program's name ends at the closing quotation mark, or at the first blank if unquoted.
 std::wstring_view WithoutProgramName(std::wstring_view line) {
   const bool quoted = line.starts_with(L'"');
   const std::size_t end = quoted ? line.find(L'"', 1) : line.find_first_of(L" \t");

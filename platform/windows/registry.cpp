@@ -12,7 +12,7 @@ std::error_code SystemError(LSTATUS status) {
 }
 
 HKEY Native(RegistryRoot root) {
-  // The predefined handles are 32-bit numbers with their sign extended.
+  // The predefined handles are sign-extended 32-bit numbers.
   return reinterpret_cast<HKEY>(static_cast<LONG_PTR>(static_cast<LONG>(root)));
 }
 
@@ -35,7 +35,7 @@ RegistryKey::~RegistryKey() = default;
 RegistryKey::RegistryKey(RegistryKey&&) noexcept = default;
 RegistryKey& RegistryKey::operator=(RegistryKey&&) noexcept = default;
 
-// As much as this user may do with the key: reading does not need the right to write.
+// MAXIMUM_ALLOWED: reading must not require the right to write.
 RegistryKey RegistryKey::Create(RegistryRoot root, std::string_view subkey,
                                 std::error_code& error) {
   HKEY key = nullptr;
@@ -65,7 +65,7 @@ std::string RegistryKey::QueryText(std::string_view name, std::error_code& error
     value.resize(size / sizeof(wchar_t));
     status = RegGetValueW(system_->key, nullptr, wideName.c_str(), kTextTypes, nullptr,
                           value.data(), &size);
-    if (status != ERROR_MORE_DATA) break;  // else it has grown meanwhile
+    if (status != ERROR_MORE_DATA) break;  // else it has grown since
     status = ERROR_SUCCESS;
   }
   error = SystemError(status);

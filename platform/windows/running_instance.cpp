@@ -17,12 +17,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Other programs find us by these two texts.
+// Other programs find the running instance by these two names.
 constexpr const wchar_t* kWindowClass = L"ThunderRT6FormDC";
 constexpr const wchar_t* kWindowCaption = L"Tarnwerk";
 
 std::wstring MutexName(const fs::path& executable, const fs::path& programDirectory) {
-  // However links lead to it.
+  // Different links to the same directory must give the same name.
   std::error_code error;
   const fs::path directory = fs::weakly_canonical(programDirectory, error);
   std::wstring both = executable.wstring() + L"\n" + directory.wstring();
@@ -49,7 +49,7 @@ DWORD ProcessOf(HWND window) {
 
 bool IsOfThisProcess(HWND window) { return ProcessOf(window) == GetCurrentProcessId(); }
 
-// Found by a window that nobody sees, where the program has no main window.
+// Without a main window, the instance is found by an invisible one.
 class WindowInstance : public RunningInstance {
  public:
   explicit WindowInstance(HANDLE mutex) : mutex_(mutex) {}
@@ -63,7 +63,7 @@ class WindowInstance : public RunningInstance {
   void OnCloseRequest(const asio::any_io_executor& executor,
                       std::function<void()> onClose) override {
     const std::vector<HWND> windows = FindInstances();
-    // A main window of that class and caption takes the request itself.
+    // A main window with that class and caption handles the request itself.
     if (std::any_of(windows.begin(), windows.end(), &IsOfThisProcess)) return;
     executor_ = executor;
     onClose_ = std::move(onClose);
@@ -106,7 +106,7 @@ void AskToClose(HWND window) {
   PostMessageW(window, WM_CLOSE, 0, 0);
 }
 
-// The processes whose windows were found; they end some time after their windows.
+// The processes whose windows were found. They end some time after their windows.
 class OpenedProcesses {
  public:
   OpenedProcesses() = default;

@@ -22,7 +22,7 @@ StreamSocket::StreamSocket(Library socket)
   peer_ = library_.remote_endpoint(ignored).address();
 }
 
-// Here every socket is known from the start: the library accepts them itself.
+// On Windows every socket is registered from the start, since the library accepts it.
 StreamSocket::StreamSocket(const asio::any_io_executor& executor, NativeSocket socket,
                            asio::ip::address_v4 peer)
     : library_(executor), native_(socket), peer_(peer) {

@@ -15,7 +15,7 @@ std::string SystemMessage(const std::error_code& error) {
       nullptr);
   std::wstring text(buffer == nullptr ? L"" : buffer, length);
   LocalFree(buffer);
-  // The system ends its sentences with a line break.
+  // The system's messages end in a line break.
   while (!text.empty() && text.back() <= L' ') text.pop_back();
   return text.empty() ? error.message() : NarrowText(text);
 }

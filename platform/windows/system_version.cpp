@@ -4,7 +4,7 @@
 
 namespace platform {
 
-// The answer is that for the newest system that the program's manifest names.
+// The system reports at most the newest version that the program's manifest names.
 SystemVersion AskSystemVersion() {
   OSVERSIONINFOW information = {};
   information.dwOSVersionInfoSize = sizeof(information);

@@ -7,7 +7,7 @@
 namespace platform {
 
 std::string UpperCase(std::string_view text) {
-  // Bytes that are no UTF-8 would not survive the way through UTF-16.
+  // Bytes that are not UTF-8 would not survive the conversion to UTF-16.
   const int size = static_cast<int>(text.size());
   if (size == 0) return {};
   if (MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), size, nullptr, 0) == 0) {

@@ -6,12 +6,12 @@
 
 namespace platform {
 
-// A message-only window: its messages are delivered by every message loop of the thread, the
-// system's own modal ones included.
+// A message-only window: every message loop of the thread delivers its messages, including the
+// system's modal ones.
 //
-// The system hands out posted messages before input, painting and timers. Servers that always have
-// something to do would leave the window as it was for as long as they have: so a timer runs along,
-// which comes only once nothing else waits, and if it does not come for a while they wait for it.
+// Windows delivers posted messages before input, painting and timers, so busy servers would freeze
+// the window. Therefore a timer runs alongside, whose message comes only when nothing else is
+// waiting. If it does not come for a while, the jobs wait for it.
 class WindowQueue::System {
  public:
   System() {
@@ -36,7 +36,7 @@ class WindowQueue::System {
   static constexpr UINT kDrain = WM_APP;
   static constexpr int kJobsPerPass = 64;
   static constexpr UINT_PTR kTurn = 1;
-  static constexpr UINT kTimerInterval = 10;  // milliseconds, the system's least
+  static constexpr UINT kTimerInterval = 10;  // milliseconds, the system's minimum
   static constexpr ULONGLONG kPatience = 50;  // milliseconds
 
   void Wake() { PostMessageW(window_, kDrain, 0, 0); }
@@ -55,7 +55,7 @@ class WindowQueue::System {
       waitingSince_ = GetTickCount64();
       SetTimer(window_, kTurn, kTimerInterval, nullptr);
     } else if (GetTickCount64() - waitingSince_ > kPatience) {
-      return;  // the timer's message takes the jobs on
+      return;  // the timer's message resumes the jobs
     }
     DrainSome();
   }
@@ -73,7 +73,7 @@ class WindowQueue::System {
 
   JobList jobs_;
   HWND window_;
-  ULONGLONG waitingSince_ = 0;  // for the timer; 0 while it does not run
+  ULONGLONG waitingSince_ = 0;  // for the timer's message; 0 while the timer is off
 };
 
 WindowQueue::WindowQueue() : system_(std::make_unique<System>()) {}

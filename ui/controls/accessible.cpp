@@ -18,10 +18,10 @@ bool IsOneOf(wxWindow* window) {
   return ((dynamic_cast<Kinds*>(window) != nullptr) || ...);
 }
 
-// A label as it is read: without its mnemonic and the colon behind it.
+// A label as text for a screen reader: without the mnemonic and the trailing colon.
 std::string Spoken(const wxString& label) {
   std::string text = Typed(wxControl::RemoveMnemonics(label));
-  // East Asian labels have the mnemonic in brackets, which the toolkit leaves.
+  // East Asian labels have the mnemonic in parentheses, which the toolkit keeps.
   const std::size_t bracket = text.rfind('(');
   if (bracket != std::string::npos && text.find(')', bracket) == bracket + 2) {
     text.erase(bracket, 3);
@@ -61,7 +61,8 @@ void Describe(wxWindow& control, const std::string& name, AccessibleRole role,
               const std::string& description) {
   platform::DescribeControl(control.GetHandle(), {name, role, description});
   if (!IsOneOf<wxListCtrl>(&control)) return;
-  // The toolkit's own list, where the system has none, is a frame around what has the focus.
+  // Where the system has no list control, the toolkit's own list is a frame around the widget that
+  // has the focus.
   for (wxWindow* part : control.GetChildren()) {
     if (part->AcceptsFocus()) {
       platform::DescribeControl(part->GetHandle(), {name, role, description});

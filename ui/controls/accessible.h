@@ -1,7 +1,7 @@
 #pragma once
 
-// Names for those who do not see the window: whatever takes the focus has one that says by itself
-// what it is. Most controls have their label; this is for the others.
+// Accessible names: with a screen reader, everything that takes the focus must say what it is. Most
+// controls have their label as a name; this is for the others.
 
 #include <string>
 
@@ -13,12 +13,12 @@ namespace ui {
 
 using platform::AccessibleRole;
 
-/// `name` begins with what is particular to the control.
+/// `name` should begin with what distinguishes the control.
 void Describe(wxWindow& control, const std::string& name,
               AccessibleRole role = AccessibleRole::kItsOwn, const std::string& description = {});
 
-/// Names every field and list in `window` that has none by the label made before it, one without a
-/// label by the heading of its page.
+/// Names every unlabelled field and list in `window` after the label created before it, or after
+/// the heading of its page if there is none.
 void DescribeFields(wxWindow& window);
 
 }  // namespace ui

@@ -1,7 +1,7 @@
 #pragma once
 
-// The program's pictures. They are drawn as ui/art/*.svg and are part of the executable; the
-// toolkit renders them at the size that a screen needs.
+// The program's pictures, drawn as ui/art/*.svg and embedded in the executable. The toolkit renders
+// them at the size that a screen needs.
 
 #include <wx/bmpbndl.h>
 #include <wx/iconbndl.h>
@@ -11,13 +11,13 @@
 
 namespace ui {
 
-/// The picture ui/art/`name`.svg, `size` pixels square on a screen at 100 %.
+/// The picture ui/art/`name`.svg, a square of `size` pixels on a screen at 100 %.
 wxBitmapBundle Art(std::string_view name, int size);
 
-/// The program's picture in the sizes that window systems ask for.
+/// The program's icon in the sizes that window systems use.
 wxIconBundle ProgramIcons();
 
-/// Every picture's SVG text by its name.
+/// The SVG text of every picture, by name.
 const std::map<std::string_view, const char*>& Pictures();
 
 }  // namespace ui

@@ -20,7 +20,7 @@ wxHyperlinkCtrl* MakeAddress(wxWindow* parent, const char* name,
                              const std::function<void()>& onClick) {
   auto* address = new wxHyperlinkCtrl(parent, wxID_ANY, " ", "", wxDefaultPosition, wxDefaultSize,
                                       wxHL_ALIGN_LEFT | wxBORDER_NONE);
-  // The same colour however often it was opened.
+  // Same colour, visited or not.
   address->SetVisitedColour(address->GetNormalColour());
   address->Bind(wxEVT_HYPERLINK, [onClick](wxHyperlinkEvent&) { onClick(); });
   address->Hide();
@@ -28,7 +28,7 @@ wxHyperlinkCtrl* MakeAddress(wxWindow* parent, const char* name,
 }
 
 void ShowAddress(wxHyperlinkCtrl& address, const std::string& text, int width) {
-  // The whole of it, also where there is less room.
+  // The whole address, which the label may truncate.
   address.SetToolTip(Shown(text));
   const wxClientDC dc(&address);
   address.SetLabel(wxControl::Ellipsize(Shown(text), dc, wxELLIPSIZE_MIDDLE, width));

@@ -1,6 +1,6 @@
 #pragma once
 
-// A surface set off from the window's, with a thin line round it.
+// A panel with its own background and a thin border.
 
 #include <wx/panel.h>
 

@@ -1,24 +1,24 @@
 #pragma once
 
-// The few colours that are not the toolkit's own. They are mixed from the desktop's, so that they
-// fit light and dark themes.
+// The few colours that are not the toolkit's. They are mixed from the desktop's, so that they fit
+// light and dark themes.
 
 #include <wx/colour.h>
 
 namespace ui {
 
-/// Whether the desktop shows light texts on dark windows.
+/// Whether the desktop has light text on dark windows.
 bool IsDark();
 
-wxColour CardColour();    // the surface of a card, set off from the window's
-wxColour BorderColour();  // the thin line round a card
+wxColour CardColour();    // the background of a card
+wxColour BorderColour();  // the thin border of a card
 wxColour SideBarColour();
-wxColour QuietText();     // text of second rank
-wxColour RunningText();   // says that something runs
-wxColour FailedText();    // says that something did not work
+wxColour QuietText();     // less important text
+wxColour RunningText();   // a service is running
+wxColour FailedText();    // something failed
 wxColour AccentColour();  // the selected entry
 
-/// `share` of `first`, the rest of `second`; a share is between 0 and 1.
+/// A mix of `share` (0 to 1) of `first` and the rest of `second`.
 wxColour Mixed(const wxColour& first, const wxColour& second, double share);
 
 }  // namespace ui

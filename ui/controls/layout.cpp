@@ -18,7 +18,7 @@ constexpr int kFieldWidth = 280;
 template <class Content>
 void FillWith(wxDialog& dialog, Content* content, const DialogButtons& buttons) {
   const int edge = dialog.FromDIP(kEdge);
-  // In the order that the system's own dialogs have.
+  // Button order as in the system's own dialogs.
   auto* row = new wxStdDialogButtonSizer;
   row->SetAffirmativeButton(buttons.ok);
   row->SetCancelButton(buttons.cancel);
@@ -73,7 +73,7 @@ wxTextCtrl* FieldRows::AddWithButton(const char* name, const char* label, const 
   return field;
 }
 
-// The label is made first: its mnemonic leads to the control that was made after it.
+// The label comes first: its mnemonic moves the focus to the control created next.
 wxTextCtrl* FieldRows::AddField(const char* name, const char* label, long style, int columns) {
   ++row_;
   auto* text = new wxStaticText(parent_, wxID_ANY, Shown(label));

@@ -1,9 +1,9 @@
 #pragma once
 
-// What all windows share in their looks: distances, rows of fields, groups, and the row of buttons
-// at the bottom. Distances are given in pixels of a screen at 100 % and grow with its scale.
+// The common layout of all windows: distances, rows of fields, groups, and the buttons at the
+// bottom. Distances are in pixels at 100 % and grow with the scale of the screen.
 //
-// Texts of controls mark their mnemonic with "&".
+// "&" in the text of a control marks its mnemonic.
 
 #include <wx/gbsizer.h>
 #include <wx/sizer.h>
@@ -18,11 +18,11 @@ class wxTextCtrl;
 
 namespace ui {
 
-inline constexpr int kEdge = 12;     // between a window's border and what is in it, between groups
-inline constexpr int kGap = 8;       // between a control and the next one
-inline constexpr int kTightGap = 4;  // between the lines of one thing
+inline constexpr int kEdge = 12;     // from a window's border to its content, and between groups
+inline constexpr int kGap = 8;       // between two controls
+inline constexpr int kTightGap = 4;  // between lines that belong together
 
-/// Gives a control the name by which it is known, and returns it.
+/// Sets the name of a control and returns the control.
 template <class Control>
 Control* Named(Control* control, const char* name) {
   control->SetName(name);
@@ -32,31 +32,31 @@ Control* Named(Control* control, const char* name) {
 wxButton* MakeButton(wxWindow* parent, const char* name, const char* text, int id = wxID_ANY);
 wxCheckBox* MakeCheckBox(wxWindow* parent, const char* name, const char* text);
 
-/// Things one below the other, each as wide as the widest.
+/// Items stacked vertically, each as wide as the widest.
 class Column {
  public:
   explicit Column(wxWindow* window, int gap = kGap);
 
-  /// A part with a `proportion` above 0 takes the height that is left.
+  /// Items with a `proportion` above 0 share the remaining height.
   void Add(wxWindow* part, int proportion = 0);
   void Add(wxSizer* part, int proportion = 0);
 
-  /// To be added to what it stands in.
+  /// The sizer to add to the parent's.
   wxSizer* Sizer() const { return sizer_; }
 
  private:
   wxSizerFlags Next(int proportion);
 
   wxBoxSizer* sizer_;
-  int gap_;  // in the window's own pixels
+  int gap_;  // in physical pixels
 };
 
-/// A column in a frame with a heading.
+/// A column in a box with a heading.
 class Group {
  public:
   Group(wxWindow* parent, const char* heading);
 
-  /// The parent of the controls in it.
+  /// The parent for the controls in the box.
   wxWindow* Parent() const;
   Column& Content() { return content_; }
   wxSizer* Sizer() const { return box_; }
@@ -66,7 +66,7 @@ class Group {
   Column content_;
 };
 
-/// Rows of a label, a text field that takes the width, and, where there is one, a button.
+/// Rows of a label, a text field that takes the remaining width, and optionally a button.
 class FieldRows {
  public:
   explicit FieldRows(wxWindow* parent);
@@ -74,7 +74,7 @@ class FieldRows {
   /// `style`: the toolkit's style of the text field.
   wxTextCtrl* Add(const char* name, const char* label, long style = 0);
 
-  /// The same with a button behind the field, which is made in `button`.
+  /// The same with a button after the field, returned in `button`.
   wxTextCtrl* AddWithButton(const char* name, const char* label, const char* buttonName,
                             const char* buttonText, wxButton*& button);
 
@@ -91,23 +91,23 @@ class FieldRows {
 /// Controls side by side.
 wxSizer* MakeRow(wxWindow* window, std::initializer_list<wxWindow*> controls);
 
-/// Shows one control in the place of another, and hands the focus over.
+/// Replaces one control by another and moves the focus with it.
 void ShowInstead(wxWindow& of, wxWindow& shown);
 
-/// A page of a notebook: `content` with the usual distance to its border. Returns `page`.
+/// Sets `content` as the content of a notebook page, with the usual margin. Returns `page`.
 wxWindow* WithMargin(wxWindow* page, wxSizer* content);
 
-/// The same around one window, a child of the page.
+/// The same for a single child window of the page.
 wxWindow* WithMargin(wxWindow* page, wxWindow* content);
 
-/// The buttons that confirm and cancel. Enter presses the one, Escape the other.
+/// The buttons that confirm and cancel: Enter presses the first, Escape the second.
 struct DialogButtons {
   wxButton* ok;
   wxButton* cancel;
 };
 DialogButtons MakeDialogButtons(wxDialog& dialog, const char* okName, const char* cancelName);
 
-/// Puts `content` and below it the buttons into the dialog and makes it as small as they allow.
+/// Puts `content` above the buttons and shrinks the dialog to fit.
 void Fill(wxDialog& dialog, wxSizer* content, const DialogButtons& buttons);
 void Fill(wxDialog& dialog, wxWindow* content, const DialogButtons& buttons);
 

@@ -24,11 +24,11 @@ constexpr const char* kExportFilter =
 
 constexpr int kListWidth = 440;
 constexpr int kListHeight = 200;
-// Beyond this a line is looked at elsewhere: to measure and draw one takes time by its length.
+// Measuring and drawing a longer line takes too long; it can be read elsewhere.
 constexpr int kWidestColumn = 8000;
 constexpr std::size_t kLongestShownLine = 1000;  // bytes
 
-// A line around the list: not every system draws one itself.
+// A border around the list, which not every system draws.
 wxPanel* MakeFrame(wxWindow* parent) {
   auto* frame = new wxPanel(parent);
   frame->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_3DSHADOW));
@@ -95,7 +95,7 @@ LogPanel::LogPanel(wxWindow* parent, std::string log) : wxPanel(parent), log_(st
   column.Add(lblLogPart);
   column.Add(MakeRow(this, {cmdClearLog, cmdExportLog}));
   SetSizer(column.Sizer());
-  Fit();  // the buttons are laid out once before the page has its size
+  Fit();  // lays the buttons out before the page has its size
   Load(files::ReadLogTail(log_));
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-// A log with its buttons, as the options of a service show it: the lines that the log has when the
-// panel is made, of a large one the last part with a line that says so, of a long
-// line the beginning. Clearing deletes the log.
+// A log with its buttons, for the options of a service. It shows the lines that the log has when
+// the panel is created: of a large log the last part, with a note; of a long line the beginning.
+// "Clear" deletes the log.
 
 #include <wx/listctrl.h>
 #include <wx/panel.h>
@@ -16,7 +16,7 @@ class wxStaticText;
 
 namespace ui {
 
-/// Asks for the text of a line when it comes into view, so that their number costs nothing.
+/// A virtual list: only visible lines are converted, so their number costs nothing.
 class LogList : public wxListCtrl {
  public:
   explicit LogList(wxWindow* parent);

@@ -1,6 +1,6 @@
 #pragma once
 
-// Message boxes, with button texts in the language of the program whatever the system's is.
+// Message boxes. Their buttons are in the program's language, whatever the system's.
 
 #include <string>
 
@@ -8,17 +8,17 @@ class wxWindow;
 
 namespace ui {
 
-/// The title of boxes that have none of their own.
+/// The default title.
 inline constexpr const char* kProgramTitle = "Tarnwerk";
 
 /// Shows a box and returns the identifier of the button that closed it. `style`: the toolkit's
-/// buttons and icons.
+/// flags for buttons and icon.
 int ShowMessage(wxWindow* parent, const std::string& text, const char* title, long style);
 
-/// A box with an exclamation icon and an OK button.
+/// Shows a warning with an OK button.
 void Warn(wxWindow* parent, const std::string& text, const char* title = kProgramTitle);
 
-/// A question to be answered by Yes or No; Enter says No.
+/// Asks a question. True for Yes; No is the default button.
 bool Confirm(wxWindow* parent, const std::string& text, const char* title = kProgramTitle);
 
 }  // namespace ui

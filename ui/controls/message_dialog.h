@@ -1,6 +1,6 @@
 #pragma once
 
-// The message box of the system, or the toolkit's own where the system's shows no icon.
+// The system's message box, or the toolkit's own where the system's shows no icon.
 
 #include <wx/msgdlg.h>
 
@@ -8,7 +8,7 @@
 
 namespace ui {
 
-/// `style`: the toolkit's buttons and icons.
+/// `style`: the toolkit's flags for buttons and icon.
 std::unique_ptr<wxMessageDialogBase> MakeMessageDialog(wxWindow* parent, const wxString& text,
                                                        const wxString& title, long style);
 

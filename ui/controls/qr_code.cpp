@@ -7,12 +7,12 @@
 namespace ui {
 namespace {
 
-constexpr int kSmallestVersion = 0;  // that holds the text
+constexpr int kSmallestVersion = 0;  // the smallest that holds the text
 
 }  // namespace
 
 std::optional<QrCode> MakeQrCode(const std::string& text) {
-  // A seventh of it may be unreadable: screens have reflections.
+  // Level M tolerates a seventh of unreadable modules: screens reflect light.
   const std::unique_ptr<QRcode, void (*)(QRcode*)> made(
       QRcode_encodeString8bit(text.c_str(), kSmallestVersion, QR_ECLEVEL_M), QRcode_free);
   if (!made) return std::nullopt;

@@ -1,7 +1,7 @@
 #pragma once
 
-// A text as a QR code: a square of dark and light modules that telephones read. A reader needs
-// kQuietZone light modules around it, which whoever draws it adds.
+// Encodes a text as a QR code, a square of dark and light modules. Readers need a margin of
+// kQuietZone light modules around it, which is not included.
 
 #include <optional>
 #include <string>
@@ -12,7 +12,7 @@ namespace ui {
 inline constexpr int kQuietZone = 4;  // modules
 
 struct QrCode {
-  int size = 0;            // modules in a row, and rows
+  int size = 0;            // modules per side
   std::vector<bool> dark;  // row by row
 
   bool IsDark(int column, int row) const {
@@ -21,7 +21,7 @@ struct QrCode {
   }
 };
 
-/// None if the text is empty or longer than a code can hold (some 2,300 bytes).
+/// None if the text is empty or too long for a code (some 2,300 bytes).
 std::optional<QrCode> MakeQrCode(const std::string& text);
 
 }  // namespace ui

@@ -10,7 +10,7 @@
 namespace ui {
 namespace {
 
-constexpr int kSize = 280;  // room for eight pixels a module of an ordinary address
+constexpr int kSize = 280;  // eight pixels per module for an ordinary address
 
 }  // namespace
 
@@ -29,7 +29,7 @@ void QrPicture::ShowText(const std::string& text) {
   Refresh();
 }
 
-// Modules are whole pixels each: readers are better at straight edges.
+// Each module is a whole number of pixels: straight edges are easier to read.
 void QrPicture::OnPaint() {
   wxAutoBufferedPaintDC dc(this);
   dc.SetBackground(*wxWHITE_BRUSH);

@@ -1,6 +1,6 @@
 #pragma once
 
-// A QR code as a picture, black on white in dark themes too: readers want the light side around it.
+// A QR code as a picture, black on white even in dark themes: readers need the light margin.
 
 #include <wx/window.h>
 

@@ -42,7 +42,8 @@ Selector::Selector(wxWindow* parent, Names names, const char* art, const char* c
                            static_cast<wxWindow*>(label_)}) {
     BindMouse(window);
   }
-  // Before the dialog keys. Who wants all keys to himself would have the mnemonics of the page too.
+  // Handled here, before the dialog keys. The style that gets all keys would also get the mnemonics
+  // of the page.
   Bind(wxEVT_CHAR_HOOK, &Selector::OnKey, this);
   Bind(wxEVT_PAINT, [this](wxPaintEvent&) { OnPaint(); });
   const auto repaint = [this](wxFocusEvent& event) {
@@ -85,7 +86,7 @@ wxColour Selector::Ground() const {
   return Mixed(AccentColour(), GetParent()->GetBackgroundColour(), strength);
 }
 
-// Not every system draws texts and pictures on what is behind them.
+// Not every system draws texts and pictures with a transparent background.
 void Selector::ShowGround() {
   picture_->SetBackgroundColour(Ground());
   label_->SetBackgroundColour(Ground());

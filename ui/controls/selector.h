@@ -1,8 +1,8 @@
 #pragma once
 
-// An entry of the window's side bar: a picture with a label under it, one of several of which one
-// is selected. It is chosen by a click anywhere on it, or with the keyboard: Tab and the arrow keys
-// move between the entries, Enter and the space bar choose.
+// An entry of the window's side bar: a picture above a label. One of several entries is selected. A
+// click anywhere on it chooses it; with the keyboard, Tab and the arrow keys move between entries,
+// and Enter and Space choose.
 
 #include <wx/window.h>
 

@@ -1,8 +1,7 @@
 #pragma once
 
-// Texts between the program, which has them in UTF-8, and the window toolkit. Both directions lose
-// nothing: bytes that are no UTF-8, as an old path may hold, are shown as placeholders and come
-// back as the same bytes.
+// Conversion between the program's UTF-8 and the toolkit's strings. Both directions are lossless:
+// bytes that are not UTF-8, as in an old path, are shown as placeholders and come back unchanged.
 
 #include <wx/string.h>
 
@@ -10,10 +9,10 @@
 
 namespace ui {
 
-/// A text of the program for the toolkit to show.
+/// A text of the program as the toolkit's string.
 wxString Shown(const std::string& utf8);
 
-/// What the user typed or the toolkit returned, as a text of the program.
+/// A string from the user or the toolkit as a text of the program.
 std::string Typed(const wxString& text);
 
 }  // namespace ui

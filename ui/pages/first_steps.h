@@ -1,8 +1,7 @@
 #pragma once
 
-// What is left to do for who has just installed the program, in one row of buttons. A step goes
-// away once it is done, however it was done; the row with the last one, or when the user has had
-// enough of it.
+// The remaining steps after an installation, as a row of buttons. A step disappears once it is
+// done, in whatever way; the row disappears with the last step, or when the user dismisses it.
 
 #include <wx/panel.h>
 
@@ -16,9 +15,9 @@ namespace ui {
 
 /// Which steps are left.
 struct StepsLeft {
-  bool putPage = false;       // there is no file in the Web folder
+  bool putPage = false;       // the Web folder has no files
   bool addMailUser = false;   // there is no mailbox
-  bool allowUploads = false;  // no folder takes uploads
+  bool allowUploads = false;  // no folder accepts uploads
 
   bool Any() const { return putPage || addMailUser || allowUploads; }
 };
@@ -33,10 +32,10 @@ class FirstSteps : public Card {
 
   FirstSteps(wxWindow* parent, const Actions& actions);
 
-  /// True if something changed: then the parent is to be laid out anew.
+  /// True if something changed and the parent must be laid out again.
   bool ShowSteps(const StepsLeft& left);
 
-  /// Whether the user still wants to see them.
+  /// False once the user has dismissed the steps.
   static bool AreWanted();
 
  private:

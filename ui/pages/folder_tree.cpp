@@ -15,15 +15,15 @@ namespace ui {
 namespace {
 
 constexpr int kPictureSize = 16;
-const wxSize kLeastSize(100, 70);  // GTK complains of scroll bars that have no room
+const wxSize kLeastSize(100, 70);  // GTK warns about scroll bars that have no room
 
-// So many entries at a time, and so many milliseconds for everyone else in between.
+// Entries per turn, and the pause in milliseconds in which everything else runs.
 constexpr std::size_t kPiece = 500;
 constexpr int kPause = 10;
 
 enum Picture { kDriver, kClosed, kOpen, kFile };
 
-// What the tree keeps of an entry.
+// The state of an entry in the tree.
 class Entry : public wxTreeItemData {
  public:
   explicit Entry(bool isFolder) : isFolder_(isFolder) {}
@@ -103,7 +103,7 @@ void FolderTree::ShowMore(Reading& reading) {
     reading.entries.erase(first);
   }
   Thaw();
-  // As soon as there is something to see. What the user closes after that stays closed.
+  // Expanded as soon as there is something to see; if the user collapses it later, it stays so.
   if (!reading.expanded) Expand(reading.parent);
   reading.expanded = true;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-// tvWebDir: a folder as a tree, its subfolders first, then its files. A folder is read and shown a
-// few entries at a time, so that one with a hundred thousand of them holds up nobody; a subfolder
-// is read when it is opened.
+// tvWebDir: a folder as a tree, subfolders first and then files. A folder is read and shown a few
+// entries at a time, so that a hundred thousand of them do not block the window. Subfolders are
+// read when they are expanded.
 
 #include <wx/timer.h>
 #include <wx/treectrl.h>
@@ -22,20 +22,21 @@ class FolderTree : public wxTreeCtrl {
   explicit FolderTree(wxWindow* parent);
   ~FolderTree() override;
 
-  /// Shows `folder`, a path text, instead of what was shown.
+  /// Replaces the tree by that of `folder`, a path text.
   void ShowFolder(const std::string& folder);
 
-  /// Whether everything that was asked for is shown.
+  /// Whether everything requested has been read and shown.
   bool IsComplete() const { return readings_.empty(); }
 
-  /// The path text of the entry that is selected, or an empty one.
+  /// The path text of the selected entry; empty if none is selected.
   std::string SelectedPath() const;
 
  private:
-  // The order of an NTFS directory, folders first.
+  // The order of an NTFS directory, with folders first.
   using SortKey = std::pair<bool, std::string>;
 
-  // A folder on its way into the tree: read as a whole first, since it is not read in order.
+  // A folder being added to the tree. It is read completely first, since the system lists it
+  // unsorted.
   struct Reading {
     wxTreeItemId parent;
     platform::DirectoryReader reader;
@@ -54,7 +55,7 @@ class FolderTree : public wxTreeCtrl {
   void OnActivated(wxTreeEvent& event);
 
   std::string folder_;
-  std::deque<std::unique_ptr<Reading>> readings_;  // the first one is worked on
+  std::deque<std::unique_ptr<Reading>> readings_;  // the first is in progress
   wxTimer timer_;
 };
 

@@ -20,10 +20,10 @@ namespace ui {
 namespace {
 
 constexpr std::uint64_t kShownOfLog = 8192;  // bytes
-constexpr int kListHeight = 70;              // at least
+constexpr int kListHeight = 70;              // minimum
 
-// What stands in the columns, and their widths: at least so much, and the longest that they show.
-// "Doing" takes the rest.
+// The headings and widths of the columns: the minimum, and the longest text to fit. "Doing" takes
+// the remaining width.
 struct ColumnLooks {
   const char* heading;
   int width;
@@ -39,16 +39,16 @@ constexpr std::array<ColumnLooks, ConnectionList::kColumns> kLooks = {{
 }};
 constexpr int kDoing = 3;
 constexpr int kLeastDoing = 120;
-constexpr std::size_t kLongestDoing = 300;  // bytes; drawing a text takes time by its length
+constexpr std::size_t kLongestDoing = 300;  // bytes; drawing takes time in proportion to the length
 
-// Letters may be larger than the rest.
+// The font may be large compared to the rest.
 int WidthOf(const ColumnLooks& looks, const wxWindow& list) {
   const int text = list.GetTextExtent(Shown(looks.longest)).x;
   return std::max(list.FromDIP(looks.width), text + list.FromDIP(2 * kGap));
 }
 
 ConnectionList::Row RowOf(const net::ConnectionReport& connection) {
-  constexpr std::size_t kDate = 11;  // the time alone is behind the date
+  constexpr std::size_t kDate = 11;  // leaves the time
   const net::Activity& activity = connection.activity;
   return {connection.protocol + " " + std::to_string(connection.slot),
           connection.address,
@@ -128,7 +128,7 @@ void LivePanel::ReadLog() {
   shownSize_ = size;
   lstLatest->SetTail(files::ReadLogTail(log_, kShownOfLog));
   const int lines = lstLatest->GetItemCount();
-  // Not under the eyes of who has picked a line to read.
+  // Does not scroll while the user has selected a line to read.
   const bool picked = lstLatest->GetSelectedItemCount() > 0;
   if (lines > 0 && !picked) lstLatest->EnsureVisible(lines - 1);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-// What goes on in a service: its open connections and the latest lines of a log. A picture that the
-// owner renews as long as it can be seen; it asks nobody itself but the log, and that only when the
-// log has changed.
+// Live activity of a service: its open connections and the latest lines of a log. The owner
+// refreshes it while it is visible. It queries nothing itself except the log, which it reads only
+// after a change.
 
 #include <wx/listctrl.h>
 #include <wx/panel.h>
@@ -18,7 +18,7 @@ namespace ui {
 
 class LogList;
 
-/// A row per connection: slot, address, since when, what it does, its bytes, how far it is.
+/// A row per connection: slot, address, start time, current action, bytes, progress.
 class ConnectionList : public wxListCtrl {
  public:
   static constexpr int kColumns = 6;
@@ -40,7 +40,7 @@ class LivePanel : public wxPanel {
  public:
   LivePanel(wxWindow* parent);
 
-  /// Which log: a path text and the name to show. Before anything is shown.
+  /// Sets the log: a path text, and the name to show. Must be called before the panel is shown.
   void SetLog(std::string log, const std::string& name);
 
   void ShowNow(const std::vector<net::ConnectionReport>& connections);

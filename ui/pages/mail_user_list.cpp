@@ -8,7 +8,7 @@ namespace ui {
 namespace {
 
 constexpr int kPictureSize = 16;
-constexpr int kUserPicture = 0;  // the picture "user"
+constexpr int kUserPicture = 0;  // the index of "user"
 
 }  // namespace
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// lvMailUser: the mail users with their passwords, which are shown on purpose: whoever sits here
-// gave them out.
+// lvMailUser: the mail users with their passwords, visible on purpose: the person at this window
+// handed them out.
 
 #include <wx/listctrl.h>
 
@@ -16,10 +16,10 @@ class MailUserList : public wxListCtrl {
  public:
   explicit MailUserList(wxWindow* parent);
 
-  /// Shows the users of a mail root, a path text, instead of what was shown.
+  /// Replaces the list by the users of a mail root, a path text.
   void LoadMailUsers(const std::string& mailRoot);
 
-  /// The row that is selected, or -1.
+  /// The selected row, or -1.
   long SelectedRow() const;
   ModMail::MailUser UserAt(long row) const;
 

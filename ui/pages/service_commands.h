@@ -1,7 +1,7 @@
 #pragma once
 
-// What a service's page lets the user do. The page only passes on which button was pressed; the
-// main window carries it out (ui/window/commands.h).
+// The commands of a service's page. The page only reports which button was pressed; the main window
+// carries the command out (ui/window/commands.h).
 
 #include <string>
 #include <vector>
@@ -23,7 +23,7 @@ class ServiceCommands {
   virtual void OpenRoot(core::ServiceKind service) = 0;
   virtual void MakeRoot(core::ServiceKind service) = 0;
 
-  /// Takes the step that the diagnosis proposes.
+  /// Applies the remedy of the diagnosis.
   virtual void Follow(core::ServiceKind service, const core::Diagnosis& diagnosis) = 0;
 
   virtual void CopyForUser(const std::string& text) = 0;

@@ -28,8 +28,8 @@ namespace {
 constexpr int kPictureSize = 48;
 constexpr int kStateSize = 20;
 constexpr double kTitleFactor = 1.5;
-constexpr int kAddressWidth = 440;  // at most so much of the address is shown
-constexpr int kPathWidth = 240;     // at least so much of the root directory is shown
+constexpr int kAddressWidth = 440;  // the maximum for the address
+constexpr int kPathWidth = 240;     // the minimum for the root directory
 
 constexpr const char* kLiveTab = "正在进行";
 
@@ -58,7 +58,7 @@ ServiceFrame::ServiceFrame(wxWindow* parent, core::ServiceKind service, ServiceC
   auto* column = new wxBoxSizer(wxVERTICAL);
   const wxSizerFlags row = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, edge);
   column->Add(MakeHeader(), row);
-  // Above the facts, which come and go: what is to be pressed again stays where it is.
+  // Above the facts, which come and go, so that the buttons do not move.
   column->Add(MakeButtons(), row);
   column->Add(MakeFacts(), row);
   column->Add(MakeTabs(), wxSizerFlags(1).Expand().Border(wxALL, edge));
@@ -291,7 +291,7 @@ void ServiceFrame::ShowConnections(const std::vector<net::ConnectionReport>& con
 
 void ServiceFrame::TurnTabs(bool forward) {
   tabs_->AdvanceSelection(forward);
-  tabs_->SetFocus();  // what had it may be on the other page
+  tabs_->SetFocus();  // the focused control may be on the other page
 }
 
 bool ServiceFrame::ShowsRunning() const { return stop_->IsShown(); }

@@ -1,9 +1,9 @@
 #pragma once
 
-// A service's page: the outcome of the last start or stop, the address, the folder, and buttons.
-// Below the texts of service control the window adds its own: why a start failed, that the folder
-// is missing. The rest of the page is for what only this service has: the Web folder as a tree, the
-// mail users. The page decides nothing; its buttons call ServiceCommands.
+// The page of a service: the outcome of the last start or stop, the address, the folder and
+// buttons. To the texts of service control it adds why a start failed and whether the folder is
+// missing. The rest of the page is specific to the service: the Web folder as a tree, the mail
+// users. The page decides nothing; its buttons call ServiceCommands.
 
 #include <wx/panel.h>
 
@@ -30,45 +30,46 @@ struct ServiceLooks;
 
 class ServiceFrame : public wxPanel {
  public:
-  /// `commands` outlives this page.
+  /// `commands` must outlive this page.
   ServiceFrame(wxWindow* parent, core::ServiceKind service, ServiceCommands& commands);
 
-  /// What became of a start or stop: result, address, hint and buttons, and why a start failed.
+  /// Shows the outcome of a start or stop: result, address, hint and buttons, and why a start
+  /// failed.
   void ShowOutcome(const core::Outcome& outcome, const std::optional<core::Diagnosis>& diagnosis);
   void SetAddress(const std::string& text);
   void SetRootDir(const std::string& path);
   void SetState(bool on);
 
-  /// Why the last start failed, with a button for what can be done about it; none: not shown.
+  /// Shows why the last start failed, with a button for the remedy. None hides it.
   void SetDiagnosis(const std::optional<core::Diagnosis>& diagnosis);
 
-  /// Says that the root directory does not exist, with a button that makes it.
+  /// Shows that the root directory does not exist, with a button that creates it.
   void SetRootMissing(bool missing);
 
-  /// Where the other computers of the network reach the service; none: not shown.
+  /// Shows the addresses at which other computers reach the service. None hides them.
   void SetReach(const std::vector<std::string>& addresses);
 
-  /// Says that browsers show the pages on port 80 only, with a button that opens the options.
+  /// Shows that browsers display the pages on port 80 only, with a button that opens the options.
   void SetPortNote(bool shown);
 
-  /// The tab after the shown one, or the one before it; round and round.
+  /// Selects the next or the previous tab, wrapping around.
   void TurnTabs(bool forward);
 
-  /// The service's open connections at this moment.
+  /// Shows the open connections of the service.
   void ShowConnections(const std::vector<net::ConnectionReport>& connections);
   LivePanel& Live() { return *live_; }
 
-  /// Whether the service runs as far as the user can see: its stop button is there.
+  /// Whether the service is running as far as the user can see: the stop button is shown.
   bool ShowsRunning() const;
 
-  /// Whether the outcome shown is a start that failed.
+  /// Whether the outcome shown is a failed start.
   bool HasFailed() const { return failed_; }
 
-  /// The room for what is the service's own, and the parent of what is in it.
+  /// The sizer for the controls specific to the service, and their parent.
   wxBoxSizer* Body() { return body_; }
   wxWindow* BodyParent() { return bodyPage_; }
 
-  /// Names the body and gives it a row for buttons.
+  /// Sets the heading of the body and returns a row for buttons.
   wxBoxSizer* AddBodyHeading(const char* text);
   wxButton* AddBodyButton(wxBoxSizer* heading, const char* name, const char* text,
                           std::function<void()> action);

@@ -1,7 +1,7 @@
 #pragma once
 
-// What distinguishes the three services in the window: the names of their controls, which are
-// fixed, their pictures and captions. The pages are built from this table.
+// What distinguishes the three services in the window: the fixed names of their controls, pictures
+// and captions. The pages are built from this table.
 
 #include "core/service.h"
 
@@ -10,11 +10,11 @@ namespace ui {
 struct ServiceLooks {
   const char* picture;  // in ui/art
   const char* title;
-  const char* purpose;  // a line for users who do not know the word in the title
+  const char* purpose;  // explains the title in a line
   const char* idle;     // the result label before the first start
-  const char* log;      // the file shown under the connections
+  const char* log;      // the file shown below the connections
 
-  // Names of controls
+  // The names of the controls.
   const char* frame;
   const char* selector;
   const char* selectorPicture;

@@ -25,13 +25,14 @@ namespace {
 constexpr int kLogoSize = 64;
 constexpr int kPictureSize = 56;
 constexpr int kStateSize = 16;
-constexpr int kCardWidth = 196;  // at least, and room for an address
+constexpr int kCardWidth = 196;  // minimum; fits an address
 constexpr const char* kUsualAddress = "Http://www.example-name.com";
-constexpr int kAddressHeight = 46;  // room for two lines
+constexpr int kAddressHeight = 46;  // two lines
 constexpr double kNameFactor = 1.8;
 constexpr double kTitleFactor = 1.2;
 
-// Each card has a control of a kind; a screen reader and a test tell them apart by the service.
+// Every card has the same controls, so the names of theirs contain the service: screen readers and
+// tests need to tell them apart.
 struct CardNames {
   const char* state;
   const char* address;
@@ -105,7 +106,7 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   auto* state = new wxBoxSizer(wxHORIZONTAL);
   state->Add(card.stateIcon, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kTightGap)));
   state->Add(card.state, wxSizerFlags().CentreVertical());
-  // As high as the longest address wherever none is shown, so that the cards do not jump.
+  // Always as high as the longest address, so that the cards do not jump.
   auto* address = new wxBoxSizer(wxHORIZONTAL);
   address->Add(card.address, wxSizerFlags().CentreVertical());
   address->Add(card.reason, wxSizerFlags().CentreVertical());
@@ -128,7 +129,7 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   column->AddSpacer(FromDIP(kGap));
   column->Add(root, wide);
   column->AddSpacer(FromDIP(kEdge));
-  // Each card has them.
+  // Every card has these buttons, so their names include the service.
   for (wxButton* button : {card.start, card.stop, page, root}) {
     Describe(*button, Typed(button->GetLabel()) + " " + looks.title);
   }
@@ -165,7 +166,7 @@ void WelcomeFrame::ShowOutcome(const core::Outcome& outcome,
 
 void WelcomeFrame::SetAddress(core::ServiceKind service, const std::string& text) {
   ServiceCard& card = CardOf(service);
-  // Two addresses, the mail server's, are one below the other.
+  // The mail server has two addresses, shown on two lines.
   ShowAddress(*card.address, text::ReplaceAll(text, "  ", "\n"), FromDIP(kCardWidth));
   card.panel->Layout();
 }
@@ -191,7 +192,7 @@ void WelcomeFrame::EnableTogether() {
   const bool stopHadFocus = stopAll_->HasFocus();
   startAll_->Enable(!allRun);
   stopAll_->Enable(anyRuns);
-  // The keyboard goes on with the one that can be pressed.
+  // Moves the focus to the button that is still enabled.
   if (startHadFocus && allRun) stopAll_->SetFocus();
   if (stopHadFocus && !anyRuns) startAll_->SetFocus();
 }

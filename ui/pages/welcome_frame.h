@@ -1,8 +1,8 @@
 #pragma once
 
-// The first page: the three services side by side, each with its state, its address and the one
-// button that fits, and a button for all of them; above them what a new user does first. The page
-// decides nothing; its buttons call the actions it is given.
+// The first page: the three services side by side, each with its state, its address and a start or
+// stop button; a button for all of them; and above them the first steps of a new user. The page
+// decides nothing; its buttons call the actions.
 
 #include <wx/panel.h>
 
@@ -38,14 +38,14 @@ class WelcomeFrame : public wxPanel {
 
   WelcomeFrame(wxWindow* parent, Actions actions);
 
-  /// What became of a start or stop, and in short why a start failed.
+  /// Shows the outcome of a start or stop, and in brief why a start failed.
   void ShowOutcome(const core::Outcome& outcome, const std::optional<core::Diagnosis>& diagnosis);
   void SetAddress(core::ServiceKind service, const std::string& text);
 
-  /// Why the last start failed, in up to two short lines, in place of the address.
+  /// Shows why the last start failed, in at most two short lines, in place of the address.
   void SetReason(core::ServiceKind service, const std::string& text);
 
-  /// What is left to do for a new user.
+  /// Shows the remaining first steps.
   void ShowSteps(const StepsLeft& left);
 
   wxStaticBitmap* picIcon;

@@ -40,7 +40,7 @@ namespace {
 
 using core::ServiceKind;
 
-// The order in which services are started together.
+// The order in which all services are started.
 constexpr ServiceKind kStartOrder[] = {ServiceKind::kWeb, ServiceKind::kMail, ServiceKind::kFtp};
 
 bool Copy(const std::string& text) {
@@ -114,7 +114,7 @@ void Commands::OpenAddress(ServiceKind service) {
     platform::OpenWithShell(url);
     return;
   }
-  // Nothing opens a mail server; its address is for the settings of a mail program.
+  // No program opens a mail server; its address goes into the settings of a mail client.
   const std::string address = core::AddressText(service, manager_->control.Of(service).Domain());
   if (Copy(address)) status_.Remark("邮件服务器地址已复制。");
 }
@@ -134,7 +134,7 @@ void Commands::MakeRoot(ServiceKind service) {
   if (service == ServiceKind::kWeb) RefreshTree();
 }
 
-// Shown before any start, too, and while a service runs on with the settings in memory.
+// Also shown before the first start, and while a service is running with the settings in memory.
 void Commands::ShowSettingsFault(ServiceKind service) {
   std::error_code fault;
   settings::ReadSettings(manager_->program, fault);
@@ -206,7 +206,7 @@ void Commands::LoadMailUsers() {
   ShowMessagesOfSelected();
 }
 
-// The question before a user is deleted does not say it.
+// Shown here because the question before the deletion does not mention messages.
 void Commands::ShowMessagesOfSelected() {
   const long row = content_->lvMailUser->SelectedRow();
   std::string text = " ";

@@ -1,8 +1,8 @@
 #pragma once
 
-// What the user can do in the main window: start and stop services, open what belongs to them, set
-// their options, keep mail users. Commands show their outcome on the pages; which of the window and
-// the tray icon is there is not their business (ui/window/tray_mode.h).
+// What the user can do in the main window: start and stop services, open their addresses and
+// folders, change options, edit mail users. Commands show their results on the pages. They do not
+// know whether the window or the tray icon is visible (ui/window/tray_mode.h).
 
 #include <array>
 #include <string>
@@ -22,20 +22,20 @@ class Survey;
 
 class Commands : public ServiceCommands {
  public:
-  /// `running` is what the menu shows; a service that could not be stopped still runs for it.
-  /// Everything given to this class outlives it.
+  /// `running` is what the menu shows; a service that failed to stop is still running there. All
+  /// arguments must outlive this object.
   Commands(wxFrame& window, StatusBar& status, const ServiceStates& running)
       : window_(window), status_(status), running_(running) {}
 
-  /// Where commands show their outcome. Before any command.
+  /// Sets where commands show their results. Must be called before any command.
   void ActOn(Content& content, Survey& survey);
 
-  /// Before any command but SelectWelcome.
+  /// Must be called before any command except SelectWelcome.
   void Attach(const Manager& manager);
 
   void SelectWelcome();
 
-  /// Shows a service's page with its settings loaded anew; a click on its selector.
+  /// Reloads a service's settings and shows its page, as a click on its selector does.
   void SelectService(core::ServiceKind service);
 
   void StartAll();
@@ -80,7 +80,7 @@ class Commands : public ServiceCommands {
   Content* content_ = nullptr;
   Survey* survey_ = nullptr;
   const Manager* manager_ = nullptr;
-  std::array<bool, core::kServices.size()> shownFault_ = {};  // of Server.ini, and not of a start
+  std::array<bool, core::kServices.size()> shownFault_ = {};  // a fault of Server.ini
 };
 
 }  // namespace ui

@@ -1,8 +1,8 @@
 #pragma once
 
-// Everything between the menu and the status bar: the side bar, and the four pages it selects from,
-// the overview and one per service. Exactly one page is shown. What the buttons do is the business
-// of Commands.
+// Everything between the menu and the status bar: the side bar and the four pages that it selects,
+// the overview and one per service. Exactly one page is visible. Commands does what the buttons ask
+// for.
 
 #include <wx/panel.h>
 
@@ -18,30 +18,30 @@ class FolderTree;
 class MailUserList;
 class Selector;
 
-// In a panel: not every system's frame takes Tab from the side bar on to the page.
+// A panel: in a frame, some systems do not move the focus from the side bar to the page with Tab.
 class Content : public wxPanel {
  public:
-  /// `commands` outlives this panel.
+  /// `commands` must outlive this panel.
   Content(wxWindow* parent, Commands& commands);
 
-  /// Shows one of the four pages. The focus stays where it is unless that goes out of sight.
+  /// Shows one of the four pages. Moves the focus only if it would become invisible.
   void ShowPage(wxWindow* page);
 
-  /// The least size of `window`, the parent, in which nothing of any page is cut off. Leaves the
-  /// last page shown.
+  /// The minimum size of `window`, the parent, in which no page is cut off. Leaves the last page
+  /// visible.
   wxSize SizeForEveryPage(wxWindow& window);
 
   ServiceFrame& FrameOf(core::ServiceKind service) const {
     return *frames_[core::IndexOf(service)];
   }
 
-  /// Turns the tabs of the service's page that is shown, if one is.
+  /// Selects the next or previous tab of the visible service page, if any.
   void TurnTabs(bool forward);
 
   WelcomeFrame* fraWelcome;
   FolderTree* tvWebDir;
   MailUserList* lvMailUser;
-  wxStaticText* lblMessages;  // how many the selected mail user has
+  wxStaticText* lblMessages;  // the messages of the selected mail user
 
  private:
   wxWindow* MakeSideBar();

@@ -1,6 +1,6 @@
 #pragma once
 
-// Why a service did not start, with what the system knows of the port.
+// Diagnoses a failed start, including which program has the port.
 
 #include <optional>
 
@@ -9,7 +9,7 @@
 
 namespace ui {
 
-/// None unless it is a failed start whose reason is known.
+/// None unless the outcome is a failed start with a known reason.
 std::optional<core::Diagnosis> Diagnose(const core::Outcome& outcome);
 
 }  // namespace ui

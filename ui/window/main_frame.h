@@ -1,8 +1,8 @@
 #pragma once
 
-// A top-level window of a given window class, where the system has such: other programs find a
-// running Tarnwerk by the class and the caption of its main window. The keys that buttons are
-// marked with work all over the window, wherever in it the focus is.
+// A top-level window with a fixed window class, on systems that have one: other programs find a
+// running Tarnwerk by the class and the caption of its main window. The mnemonics of buttons work
+// wherever the focus is in the window.
 
 #include <wx/frame.h>
 

@@ -6,7 +6,7 @@
 namespace ui {
 namespace {
 
-constexpr std::size_t kServiceMenu = 0;  // its place in the bar
+constexpr std::size_t kServiceMenu = 0;  // its index in the bar
 
 struct StartAndStop {
   MenuItem start;

@@ -1,7 +1,7 @@
 #pragma once
 
-// The window's menu, which is the tray icon's too. A menu is made anew from the services' state
-// whenever that changes: what fits the state is there, what does not is not.
+// The menus of the window and of the tray icon. Menus are rebuilt whenever the state of a service
+// changes, and contain only the items that apply.
 
 #include <wx/menu.h>
 
@@ -12,7 +12,7 @@
 
 namespace ui {
 
-/// The items by their given names. A menu holds an item if FindItem finds its number.
+/// The items by their given names. An item is in a menu if FindItem finds its number.
 enum MenuItem : int {
   mnuStartWeb = wxID_HIGHEST + 1,
   mnuStopWeb,
@@ -35,14 +35,14 @@ enum MenuItem : int {
   mnuServiceBar1,
 };
 
-/// Whether each service runs.
+/// Whether each service is running.
 using ServiceStates = std::array<bool, 3>;
 
-/// The bar of the window, and the pop-up menu of the tray icon.
+/// The menu bar of the window, and the pop-up menu of the tray icon.
 wxMenuBar* MakeMenuBar(const ServiceStates& running);
 std::unique_ptr<wxMenu> MakeTrayMenu(const ServiceStates& running);
 
-/// Makes the bar's items fit the services anew.
+/// Updates the items of the bar to the state of the services.
 void UpdateMenuBar(wxMenuBar& bar, const ServiceStates& running);
 
 }  // namespace ui

@@ -61,8 +61,8 @@ void frmMain::Attach(const Manager& manager, std::function<void()> onClose) {
   commands_.Attach(*manager_);
 }
 
-// A tab control turns its tabs by these keys only while it has the focus; here they work wherever
-// the focus is.
+// A tab control handles these keys only while it has the focus; here they work anywhere in the
+// window.
 void frmMain::BindTabKeys() {
   const int next = NewControlId();
   const int previous = NewControlId();
@@ -142,7 +142,7 @@ void frmMain::OnMenu(wxCommandEvent& event) {
     case mnuShowSystemTray:
       return GoToTray();
     case mnuOptions:
-      // The password can be taken away there, so from the tray it has to be given first.
+      // The options can remove the password, so from the tray it is required first.
       if (mode_.MayUse()) commands_.ShowGeneralOptions();
       return;
     case mnuHelpTopic:

@@ -1,8 +1,9 @@
 #pragma once
 
-// The main window: content (a side bar and four pages), menu, status bar and tray icon. It puts its
-// parts together, shows what service control reports, and dispatches the menu. What the user does
-// is in Commands, what the window finds out by itself in Survey, and window or tray in TrayMode.
+// The main window: content (a side bar and four pages), menu, status bar and tray icon. It
+// assembles its parts, shows the reports of service control and dispatches the menu. User commands
+// are in Commands, the periodic checks in Survey, and the switch between window and tray in
+// TrayMode.
 
 #include <functional>
 #include <memory>
@@ -25,18 +26,18 @@ class frmMain : public MainFrame, public core::ManagerView {
   frmMain();
   ~frmMain() override;
 
-  /// What the window acts on, and what happens when the user ends the program. Before anything is
-  /// shown.
+  /// Sets the services to act on, and the handler for the end of the program. Must be called before
+  /// anything is shown.
   void Attach(const Manager& manager, std::function<void()> onClose);
 
-  /// Shows the window, if the user may see it (ui/window/tray_mode.h).
+  /// Shows the window if the user is allowed to see it (ui/window/tray_mode.h).
   void Open() { mode_.Open(); }
 
-  /// mnuShowSystemTray
+  /// The action of mnuShowSystemTray.
   void GoToTray() { mode_.GoToTray(); }
   bool IsInTray() const { return mode_.IsInTray(); }
 
-  /// Takes the tray icon away, dismisses every dialog, and calls `done` once nothing is open.
+  /// Removes the tray icon, dismisses every dialog, and calls `done` once none is open.
   void CloseEverything(std::function<void()> done);
 
   void ShowOutcome(const core::Outcome& outcome) override;
@@ -60,7 +61,7 @@ class frmMain : public MainFrame, public core::ManagerView {
   std::unique_ptr<Manager> manager_;
   std::function<void()> onClose_;
   OpenDialogs dialogs_;
-  ServiceStates running_ = {};  // as the menu shows them
+  ServiceStates running_ = {};  // as shown in the menu
   Commands commands_;
   Survey survey_;
   RememberedPlace place_;

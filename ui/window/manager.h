@@ -1,6 +1,6 @@
 #pragma once
 
-// What the window acts on: the program, its three servers, and the control over them.
+// What the window acts on: the program, its three servers and their control.
 
 #include <cstdint>
 
@@ -23,14 +23,14 @@ struct Manager {
   ModMail::MailServer& mail;
 };
 
-/// The ports that the service listens on now.
+/// The ports that the service is listening on.
 core::ListeningPorts PortsOf(const Manager& manager, core::ServiceKind service);
 
-/// What a click on the address opens: with the port as set, which the labels do not show. Empty for
-/// a mail server, which nothing opens.
+/// The URL that a click on the address opens. Unlike the labels it has the configured port. Empty
+/// for the mail server, which no program opens.
 std::string UrlOf(const Manager& manager, core::ServiceKind service);
 
-/// Shows the options of the service. True if the user has changed them.
+/// Shows the options of a service. True if the user confirmed them.
 bool AskForOptions(wxWindow* parent, const Manager& manager, core::ServiceKind service);
 
 }  // namespace ui

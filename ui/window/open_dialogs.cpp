@@ -12,7 +12,7 @@
 namespace ui {
 namespace {
 
-// Each dialog has to return before the one below it can be answered.
+// Each dialog must return before the one below it can be dismissed.
 constexpr int kPause = 20;  // milliseconds
 
 }  // namespace

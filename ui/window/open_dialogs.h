@@ -1,7 +1,7 @@
 #pragma once
 
-// Knows which modal dialogs are open, the toolkit's and the system's, and dismisses them all when
-// the program is asked to end while the user is in the middle of something.
+// Tracks the open modal dialogs, the toolkit's and the system's, and dismisses them all when the
+// program is asked to end meanwhile.
 
 #include <wx/modalhook.h>
 #include <wx/timer.h>
@@ -15,8 +15,8 @@ class OpenDialogs : private wxModalDialogHook {
  public:
   OpenDialogs() { Register(); }
 
-  /// Answers every dialog with its refusal, lets none open any more, and calls `done` from the
-  /// outermost loop once the last one has returned.
+  /// Cancels every dialog, prevents new ones, and calls `done` from the outermost loop once the
+  /// last has returned.
   void DismissAll(std::function<void()> done);
 
  private:

@@ -11,7 +11,7 @@ namespace {
 using settings::Remembered;
 
 const wxSize kFirstSize(860, 640);
-constexpr const char* kPlace = "Window";  // the section of window.ini
+constexpr const char* kPlace = "Window";  // the section in window.ini
 
 }  // namespace
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Where the main window is on the screen, from one run of the program to the next (window.ini).
+// The position and size of the main window, kept in window.ini between runs of the program.
 
 #include <wx/toplevel.h>
 
@@ -8,14 +8,14 @@ namespace ui {
 
 class RememberedPlace {
  public:
-  /// The window outlives this object.
+  /// The window must outlive this object.
   explicit RememberedPlace(wxTopLevelWindow& window) : window_(window) {}
 
-  /// Puts the window where it was last, at least in its minimum size; in the middle of the screen
-  /// if there is no such place or no screen is there any more.
+  /// Restores the last position and size, at least the minimum size. Centres the window if there is
+  /// none or its screen is gone.
   void Take();
 
-  /// Does nothing while the window is minimised.
+  /// Saves them. Does nothing while the window is minimised.
   void Remember() const;
 
  private:

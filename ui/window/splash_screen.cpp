@@ -51,8 +51,8 @@ class SplashScreen : public wxSplashScreen {
                        wxBORDER_NONE | wxFRAME_NO_TASKBAR),
         then_(std::move(then)) {
     Named(static_cast<wxWindow*>(this), "frmSplash");
-    // Its time, a click and a key all close it. What comes next may wait for the user, and until
-    // it has gone every key of his is one for it.
+    // The timeout, a click and a key all close it. The callback may wait for the user, and until
+    // this window is gone, every key would close it.
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
       event.Skip();
       if (then_) wxTheApp->CallAfter(std::exchange(then_, nullptr));

@@ -17,16 +17,16 @@ namespace {
 
 constexpr int kPictureSize = 16;
 constexpr int kPictureWidth = 26;
-constexpr int kTextWidth = 110;  // at least
+constexpr int kTextWidth = 110;  // minimum
 constexpr const char* kLongestText = "Mail服务：OFF";
 constexpr const char* kLongestTraffic = "接收 999.9 KB/s  发送 999.9 KB/s";
 
-// Each panel is two fields of the toolkit's, since a field shows either text or a picture well.
+// Each panel is two of the toolkit's fields, since a field shows either text or a picture well.
 int PictureField(core::ServiceKind service) { return 2 * static_cast<int>(service); }
 int TextField(core::ServiceKind service) { return PictureField(service) + 1; }
 constexpr int kRemarkField = 6;
 constexpr int kTrafficField = 7;
-constexpr int kTrafficWidth = 210;  // at least
+constexpr int kTrafficWidth = 210;  // minimum
 
 std::string BothWays(const net::Traffic& traffic, const char* per) {
   return "接收 " + core::ByteText(traffic.received) + per + "  发送 " +
@@ -39,7 +39,7 @@ StatusBar::StatusBar(wxWindow* parent)
     : wxStatusBar(parent, wxID_ANY, wxSTB_SIZEGRIP | wxSTB_ELLIPSIZE_END) {
   Named(this, "stbInfo");
   const int picture = FromDIP(kPictureWidth);
-  // Letters may be larger than the rest.
+  // The font may be large compared to the rest.
   const auto widthOf = [this](const char* longest, int least) {
     return std::max(FromDIP(least), GetTextExtent(Shown(longest)).x + FromDIP(kEdge));
   };

@@ -1,7 +1,7 @@
 #pragma once
 
-// stbInfo: a panel per service with its ON or OFF picture and its status text, and behind them a
-// passing remark and the traffic of the moment.
+// stbInfo: a panel per service with an ON or OFF picture and its status, then a temporary remark
+// and the current traffic.
 
 #include <wx/statusbr.h>
 
@@ -19,14 +19,14 @@ class StatusBar : public wxStatusBar {
  public:
   explicit StatusBar(wxWindow* parent);
 
-  /// `state` is "ON" or "OFF", `service` "WEB", "FTP" or "MAIL", in any case.
+  /// `state`: "ON" or "OFF"; `service`: "WEB", "FTP" or "MAIL". Case does not matter.
   void UpdateServiceStatus(std::string_view state, const std::string& text,
                            std::string_view service);
 
   std::string PanelText(core::ServiceKind service) const;
   bool PanelIsOn(core::ServiceKind service) const { return on_[core::IndexOf(service)]; }
 
-  /// Bytes per second, and in the tip all bytes so far.
+  /// Shows the bytes per second, and in the tool tip the total.
   void ShowTraffic(const net::Traffic& rate, const net::Traffic& total);
   void ShowNoTraffic();
   std::string TrafficText() const;

@@ -9,7 +9,7 @@
 namespace ui {
 namespace {
 
-constexpr std::size_t kEntriesLookedAt = 64;  // so many folders and no file: somebody knows his way
+constexpr std::size_t kEntriesLookedAt = 64;  // a user with so many folders needs no help
 
 bool HoldsEntry(const std::string& folder, bool isFolder) {
   if (folder.empty()) return false;

@@ -5,7 +5,7 @@
 
 namespace ui {
 
-/// Which of the first steps are still to be taken, by what the folders hold and the options say.
+/// Derives the remaining first steps from the folders and the options.
 StepsLeft LookForSteps(const Manager& manager);
 
 }  // namespace ui

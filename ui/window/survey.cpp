@@ -64,7 +64,7 @@ void Survey::ShowTraffic() {
   }
 }
 
-// What changes seldom, and costs a system call or more.
+// What changes rarely, and costs a system call or more.
 void Survey::LookRarely() {
   if (content_->fraWelcome->IsShown()) ShowFirstSteps();
   for (const ServiceKind service : core::kServices) {
@@ -89,7 +89,7 @@ void Survey::ShowReach(ServiceKind service) {
   ServiceFrame& frame = content_->FrameOf(service);
   frame.SetReach(addresses);
   if (service != ServiceKind::kWeb) return;
-  // A start that failed has more urgent things to say of the port.
+  // After a failed start there is more urgent news about the port.
   frame.SetPortNote(manager_->web.Options().WebPort != kBrowsersPort && !frame.HasFailed());
 }
 

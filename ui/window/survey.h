@@ -1,9 +1,8 @@
 #pragma once
 
-// What the main window finds out by itself while it can be seen: the traffic, the open connections
-// and the log of the page that is shown several times a second; folders, addresses and first steps
-// every few seconds. Hidden or minimised it finds out nothing. The servers are not involved: they
-// keep these numbers anyway.
+// What the main window checks periodically while it is visible: traffic, open connections and the
+// log of the current page several times a second; folders, addresses and first steps every few
+// seconds. It checks nothing while hidden or minimised. The servers keep these numbers anyway.
 
 #include <wx/timer.h>
 
@@ -17,22 +16,22 @@ class StatusBar;
 
 class Survey {
  public:
-  /// The parts of the window outlive this object.
+  /// All parts of the window must outlive this object.
   explicit Survey(StatusBar& status);
   void ShowOn(Content& content) { content_ = &content; }
 
-  /// Nothing is looked at before that.
+  /// Must be called before checking starts.
   void Attach(const Manager& manager);
 
-  /// Starts and stops looking.
+  /// Starts or stops checking.
   void WatchWhileSeen(bool seen);
 
-  /// Looks at everything at once, if it looks at all.
+  /// Checks everything now, unless stopped.
   void LookAnew();
 
   void ShowFirstSteps();
 
-  /// How other computers reach the service, and whether browsers would show its pages.
+  /// Shows how other computers reach the service, and whether browsers would display its pages.
   void ShowReach(core::ServiceKind service);
 
  private:
@@ -43,8 +42,8 @@ class Survey {
   Content* content_ = nullptr;
   StatusBar& status_;
   const Manager* manager_ = nullptr;
-  wxTimer watch_;  // runs while the window can be seen
-  int looks_ = 0;  // since it runs
+  wxTimer watch_;  // runs while the window is visible
+  int looks_ = 0;  // since the timer was started
   core::TrafficRate rate_;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// The program's icon in the desktop's tray, as far as the desktop has one. Its menu is the host's.
+// The program's icon in the desktop's tray, if the desktop has one. The host provides its menu.
 
 #include <wx/bmpbndl.h>
 
@@ -15,7 +15,7 @@ class TrayHost {
  public:
   virtual ~TrayHost() = default;
 
-  /// The menu as it is to be now. Its events go to the menu's own event handler.
+  /// A new menu for the current state. Its events go to the menu's own event handler.
   virtual std::unique_ptr<wxMenu> MakeMenuForTray() = 0;
 
   /// The user wants the window back.
@@ -26,15 +26,15 @@ class Tray {
  public:
   virtual ~Tray() = default;
 
-  /// False if the desktop has no tray: then nothing has happened.
+  /// False if the desktop has no tray; nothing has changed then.
   virtual bool Add() = 0;
   virtual void Remove() = 0;
 
-  /// The host's menu has changed.
+  /// Must be called when the host's menu changes.
   virtual void UpdateMenu() = 0;
 };
 
-/// The tray for `window`, whose icon `icon` is. Both must outlive it.
+/// Creates the tray for `window`, with `icon`. The window and the host must outlive it.
 std::unique_ptr<Tray> MakeTray(wxFrame& window, const wxBitmapBundle& icon, TrayHost& host);
 
 inline constexpr const char* kTrayTip = "Tarnhost";

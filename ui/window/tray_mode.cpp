@@ -59,7 +59,7 @@ void TrayMode::Appear() {
   if (!std::exchange(opened_, true)) frmTip::ShowUnlessTurnedOff(&window_, *program_);
 }
 
-// The user has restored the window that a start without a tray has minimised.
+// After a start without a tray the window is minimised; here the user restores it.
 void TrayMode::OpenFromTaskBar() {
   if (opened_ || asking_ || closing_) return;
   window_.Hide();
@@ -76,7 +76,7 @@ bool TrayMode::AskForPassword() {
   if (!PasswordIsSet(*program_)) return true;
   asking_ = true;
   frmPassWord login(nullptr, *program_);
-  login.SetIcons(window_.GetIcons());  // it has no parent to take them from
+  login.SetIcons(window_.GetIcons());  // no parent to inherit them from
   login.ShowModal();
   asking_ = false;
   return login.LoginOK();
@@ -93,7 +93,7 @@ void TrayMode::GoToTray() {
   if (inTray_) return;
   RememberPlace();
   if (tray_->Add()) return HideBehindIcon();
-  // No tray here: the task bar is where it can be found.
+  // Without a tray, the window stays reachable in the task bar.
   window_.Show();
   if (!window_.IsIconized()) window_.Iconize();
 }
@@ -119,7 +119,7 @@ void TrayMode::OnIconize(wxIconizeEvent& event) {
     window_.CallAfter([this] { OpenFromTaskBar(); });
   }
   if (!event.IsIconized()) return;
-  // Some window managers show the window first as it went, minimised; the user does not want that.
+  // Some window managers first show the window minimised, as it was when it was hidden. Undo that.
   if (std::exchange(wentMinimised_, false)) return window_.Iconize(false);
   if (inTray_ || !tray_->Add()) return;
   HideBehindIcon();
@@ -127,7 +127,7 @@ void TrayMode::OnIconize(wxIconizeEvent& event) {
 }
 
 bool TrayMode::End() {
-  // The request to close may come repeatedly, and the loop serves all requests before it ends.
+  // The request to close may be repeated, and the loop serves all requests before it ends.
   if (std::exchange(closing_, true)) return false;
   RememberPlace();
   LeaveTray();

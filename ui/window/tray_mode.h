@@ -1,9 +1,9 @@
 #pragma once
 
-// The two modes of the main window and what leads from one to the other. In window mode the window
-// is visible and has no tray icon; in tray mode it is the other way round. Where the desktop has no
-// tray the window is minimised instead, so that it can always be found. The window is shown only to
-// users who know the manager password, if there is one.
+// The two modes of the main window and the transitions between them. In window mode the window is
+// visible and there is no tray icon; in tray mode it is the other way round. On a desktop without a
+// tray the window is minimised instead, so that it can always be found. If there is a manager
+// password, the window is shown only to users who know it.
 
 #include <wx/toplevel.h>
 
@@ -20,29 +20,29 @@ class TrayMode : private TrayHost {
  public:
   using MenuMaker = std::function<std::unique_ptr<wxMenu>()>;
 
-  /// `onSeen` is called with whether the window can be seen, whenever that may have changed.
+  /// `onSeen` is called whenever the visibility of the window may have changed.
   TrayMode(wxFrame& window, RememberedPlace& place, MenuMaker makeMenu,
            std::function<void(bool)> onSeen);
 
-  /// Before the window is shown. `onClose` is called where a user without the password is left
-  /// with neither window nor icon.
+  /// Must be called before the window is shown. `onClose` is called when a user without the
+  /// password would be left with neither window nor icon.
   void Attach(const settings::Program& program, std::function<void()> onClose);
 
-  /// Shows the window, once the user has given the manager password if there is one. Without it
-  /// the program stays in the tray, or ends where there is none.
+  /// Shows the window, after asking for the manager password if there is one. Without the password
+  /// the program stays in the tray, or ends if there is no tray.
   void Open();
 
-  /// mnuShowSystemTray
+  /// The action of mnuShowSystemTray.
   void GoToTray();
   bool IsInTray() const { return inTray_; }
 
-  /// Whether the user may see what the window would show: it is there already, or he gives the
+  /// Whether the user may see what the window shows: it is visible already, or the user enters the
   /// password.
   bool MayUse();
 
   void UpdateMenu() { tray_->UpdateMenu(); }
 
-  /// Takes the icon away; the window does not open any more. False if that was done before.
+  /// Removes the icon and keeps the window from opening again. False if already called.
   bool End();
 
  private:
@@ -65,10 +65,10 @@ class TrayMode : private TrayHost {
   std::function<void()> onClose_;
   std::unique_ptr<Tray> tray_;
   bool inTray_ = false;
-  bool opened_ = false;  // has been shown at least once
+  bool opened_ = false;  // shown at least once
   bool closing_ = false;
   bool asking_ = false;         // for the password
-  bool wentMinimised_ = false;  // to the tray, and has not been active since
+  bool wentMinimised_ = false;  // to the tray, and not active since
 };
 
 }  // namespace ui

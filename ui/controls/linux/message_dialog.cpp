@@ -4,7 +4,7 @@
 
 namespace ui {
 
-// GTK has given up the icons of message boxes.
+// The message boxes of GTK no longer have icons.
 std::unique_ptr<wxMessageDialogBase> MakeMessageDialog(wxWindow* parent, const wxString& text,
                                                        const wxString& title, long style) {
   return std::make_unique<wxGenericMessageDialog>(parent, text, title, style);

@@ -12,8 +12,8 @@
 #include "platform/system_folders.h"
 #include "ui/controls/toolkit_text.h"
 
-// Today's desktops show what announces itself on the session bus; older ones embed a small window,
-// which the toolkit knows how to do.
+// Current desktops show icons announced on the session bus; older ones embed a small window, which
+// the toolkit supports.
 
 namespace ui {
 namespace {
@@ -49,7 +49,7 @@ class LinuxTray : public Tray {
 
   void UpdateMenu() override {
     if (!shown_ || !notifier_) return;
-    // The old one goes only when nothing shows it any more.
+    // The old menu must outlive its use by the notifier.
     auto fresh = host_.MakeMenuForTray();
     notifier_->SetMenu(fresh->m_menu);
     menu_ = std::move(fresh);
@@ -76,7 +76,7 @@ class LinuxTray : public Tray {
     return shown_;
   }
 
-  // The desktop reads the picture from a file.
+  // The desktop reads the icon from a file.
   bool SaveIcon(const std::filesystem::path& file) const {
     std::error_code error;
     std::filesystem::create_directories(file.parent_path(), error);

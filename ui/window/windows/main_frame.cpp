@@ -11,7 +11,7 @@ constexpr int kNoExtraStyles = 0;
 
 }  // namespace
 
-// The steps of wxFrame::Create, which has no room for a class of our own.
+// The steps of wxFrame::Create, which cannot use a custom window class.
 MainFrame::MainFrame(const wxString& caption) {
   const wchar_t* windowClass = wxApp::GetRegisteredClassName(
       kWindowClass, kDefaultBackground, kNoExtraStyles, wxApp::RegClass_OnlyNR);

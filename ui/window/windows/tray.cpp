@@ -11,7 +11,7 @@
 namespace ui {
 namespace {
 
-// What the mouse does on the icon, and what comes of it. These are the settled codes.
+// Mouse messages on the icon. The codes and their effects are fixed.
 constexpr unsigned kRightButtonDown = 0x204;
 constexpr unsigned kMiddleDoubleClick = 0x209;
 constexpr unsigned kSetCursor = 0x20;
@@ -27,7 +27,7 @@ class WindowsTray : public Tray {
 
   bool Add() override { return notify_.Add(icon_.GetHICON(), kTrayTip); }
   void Remove() override { notify_.Remove(); }
-  void UpdateMenu() override {}  // it is made when it is opened
+  void UpdateMenu() override {}  // the menu is created when it is opened
 
  private:
   void OnMouse(unsigned code) {
