@@ -2,18 +2,20 @@
 
 // An INI file in the per-user state directory that takes the place of a store that only Windows
 // has. Only the user can read it. Several processes may write: each change is made under a lock and
-// replaces the file as a whole.
+// replaces the file as a whole. A file that cannot be read is never replaced.
 //
-// The format is plainer than that of the settings files (settings/ini_text.h), which people edit:
-// UTF-8 with LF, a new key at the top of its section, and nothing is trimmed or a comment, so that
-// every name and value that the store can hold comes back unchanged. Names ignore case.
+// The format is that of settings/ini_text.h, always in UTF-8. Values come back as they were set;
+// names ignore case.
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 
-namespace platform {
+#include "settings/ini_text.h"
+
+namespace settings {
 
 class StateFile {
  public:
@@ -27,15 +29,16 @@ class StateFile {
                                   std::error_code& error) const;
 
   /// Adds an empty section if it is missing.
-  void AddSection(std::string_view section, std::error_code& error);
+  std::error_code AddSection(std::string_view section);
 
-  /// Sets a value, adding section and key if they are missing. A name that the file cannot hold is
-  /// an error. CR and LF in the value become blanks, and it ends at a NUL.
-  void Set(std::string_view section, std::string_view key, std::string_view value,
-           std::error_code& error);
+  /// Sets a value, adding section and key if they are missing. A name that an INI file cannot hold
+  /// unchanged is an error. CR and LF in the value become blanks, and it ends at a NUL.
+  std::error_code Set(std::string_view section, std::string_view key, std::string_view value);
 
  private:
+  std::error_code Change(const std::function<void(IniText&)>& change);
+
   std::string name_;
 };
 
-}  // namespace platform
+}  // namespace settings
