@@ -2,6 +2,7 @@
 
 #include "core/service_texts.h"
 #include "platform/native_path.h"
+#include "platform/system_message.h"
 #include "settings/ini_file.h"
 #include "text/conversions.h"
 
@@ -86,9 +87,11 @@ void ServiceControl::ShowStopFailed(ServiceKind service) {
 }
 
 void ServiceControl::WriteStartFlag(ServiceKind key, bool started) {
-  const bool written = ModINIOP::WriteIni(program_.File("startflg.dat"), "ServerStatus",
-                                          TextsOf(key).flagKey, text::BooleanText(started)) != 0;
-  if (!written) program_.errors.LogError("startflg.dat: cannot be written");
+  const std::error_code error =
+      settings::WriteValue(program_.File("startflg.dat"), "ServerStatus", TextsOf(key).flagKey,
+                           text::BooleanText(started));
+  if (!error) return;
+  program_.errors.LogError("startflg.dat: cannot be written: " + platform::SystemMessage(error));
 }
 
 }  // namespace core

@@ -32,13 +32,6 @@ auto WithExisting(std::string_view path, std::error_code& error, Action action) 
   return found == exact ? std::move(result) : action(found);
 }
 
-// In the folder of `target`, since a rename is atomic only within a file system.
-fs::path TemporaryBeside(const fs::path& target) {
-  fs::path temporary = target;
-  temporary += ".new";
-  return temporary;
-}
-
 // Keeps a link a link by replacing its target.
 fs::path Resolved(const fs::path& path) {
   std::error_code error;
@@ -66,18 +59,6 @@ std::error_code OverwriteContent(const fs::path& target, std::string_view bytes)
   return error;
 }
 
-void KeepPermissions(const fs::path& from, const fs::path& to) {
-  std::error_code ignored;
-  const fs::file_status status = fs::status(from, ignored);
-  if (fs::exists(status)) fs::permissions(to, status.permissions(), ignored);
-}
-
-void MoveInPlace(const fs::path& temporary, const fs::path& target, std::error_code& error) {
-  fs::rename(temporary, target, error);
-  std::error_code ignored;
-  if (error) fs::remove(temporary, ignored);
-}
-
 }  // namespace
 
 File OpenFile(std::string_view path, File::Mode mode, std::error_code& error) {
@@ -99,17 +80,7 @@ File OpenIfExists(std::string_view path) {
 std::string ReadFile(std::string_view path, std::error_code& error, std::size_t most) {
   File file = OpenFile(path, File::Mode::kRead, error);
   if (!file.IsOpen()) return {};
-  // The size is only a hint: system files, as in /proc, report 0 but have content.
-  constexpr std::size_t kStep = 65536;
-  std::string content;
-  for (std::size_t count = kStep; count == kStep && content.size() <= most && !error;) {
-    const std::size_t before = content.size();
-    content.resize(before + kStep);
-    count = file.Read(content.data() + before, kStep, error);
-    content.resize(before + count);
-  }
-  if (!error && content.size() > most) error = std::make_error_code(std::errc::file_too_large);
-  return error ? std::string() : content;
+  return platform::ReadWholeFile(file, most, error);
 }
 
 std::optional<std::string> ReadFile(std::string_view path) {
@@ -160,13 +131,8 @@ std::error_code FlushFile(std::string_view path) {
 std::error_code ReplaceContent(std::string_view path, std::string_view bytes) {
   const fs::path target = Resolved(ExistingPath(path));
   if (target.empty()) return std::make_error_code(std::errc::no_such_file_or_directory);
-  const fs::path temporary = TemporaryBeside(target);
   std::error_code error;
-  platform::WriteWholeFile(temporary, bytes, error);
-  if (!error) {
-    KeepPermissions(target, temporary);
-    MoveInPlace(temporary, target, error);
-  }
+  platform::ReplaceWholeFile(target, bytes, platform::Access::kKept, error);
   return RefusesAnotherFile(error) ? OverwriteContent(target, bytes) : error;
 }
 

@@ -26,8 +26,16 @@ std::string BoxOf(std::string_view mailRoot, std::string_view name) {
 
 std::string UserInfo(std::string_view box) { return std::string(box) + "UserInfo.ini"; }
 
-bool MakeFolder(std::string_view path) {
-  return files::FolderExists(path) || !files::CreateFolder(path);
+std::error_code MakeFolder(std::string_view path) {
+  return files::FolderExists(path) ? std::error_code() : files::CreateFolder(path);
+}
+
+std::error_code MakeBox(std::string_view mailRoot, std::string_view name) {
+  for (const std::string& folder :
+       {std::string(mailRoot), MailUserFolder(mailRoot), BoxOf(mailRoot, name)}) {
+    if (const std::error_code error = MakeFolder(folder)) return error;
+  }
+  return {};
 }
 
 void DeleteContents(const std::string& folder, const files::ErrorLog& errors) {
@@ -82,21 +90,23 @@ std::string ReadMailPassword(std::string_view box) {
   return ModINIOP::ReadIni(UserInfo(box), kSection, kPasswordKey);
 }
 
-bool ChangeMailPassword(std::string_view mailRoot, const MailUser& user) {
-  return MailUserExists(mailRoot, user.name) &&
-         ModINIOP::WriteIni(UserInfo(BoxOf(mailRoot, user.name)), kSection, kPasswordKey,
-                            user.password) != 0;
+std::error_code ChangeMailPassword(std::string_view mailRoot, const MailUser& user) {
+  if (!MailUserExists(mailRoot, user.name)) {
+    return std::make_error_code(std::errc::no_such_file_or_directory);
+  }
+  return settings::WriteValue(UserInfo(BoxOf(mailRoot, user.name)), kSection, kPasswordKey,
+                              user.password);
 }
 
-bool SaveMailUser(std::string_view mailRoot, const MailUser& user) {
-  if (user.name.empty() || !IsAccountName(user.name)) return false;
-  const std::string box = BoxOf(mailRoot, user.name);
-  const bool made = MakeFolder(mailRoot) && MakeFolder(MailUserFolder(mailRoot)) && MakeFolder(box);
-  if (!made) return false;
-  settings::IniChange change(UserInfo(box));
+std::error_code SaveMailUser(std::string_view mailRoot, const MailUser& user) {
+  if (user.name.empty() || !IsAccountName(user.name)) {
+    return std::make_error_code(std::errc::invalid_argument);
+  }
+  if (const std::error_code error = MakeBox(mailRoot, user.name)) return error;
+  settings::IniChange change(UserInfo(BoxOf(mailRoot, user.name)));
   change.Set(kSection, kNameKey, user.name);
   change.Set(kSection, kPasswordKey, user.password);
-  return !change.Save();
+  return change.Save();
 }
 
 void RemoveMailUser(std::string_view mailRoot, std::string_view name,

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "files/logs.h"
@@ -39,12 +40,12 @@ bool MailUserExists(std::string_view mailRoot, std::string_view name);
 /// The password in the UserInfo.ini of a mailbox; `box` ends in a separator.
 std::string ReadMailPassword(std::string_view box);
 
-/// Changes the password of an existing mailbox and nothing else. Whether it was written.
-bool ChangeMailPassword(std::string_view mailRoot, const MailUser& user);
+/// Changes the password of an existing mailbox and nothing else.
+std::error_code ChangeMailPassword(std::string_view mailRoot, const MailUser& user);
 
 /// Creates the mailbox if it is missing, and the folders above it, and writes name and password
-/// into its UserInfo.ini. Whether all of that was done; never for a name that cannot be used.
-bool SaveMailUser(std::string_view mailRoot, const MailUser& user);
+/// into its UserInfo.ini. A name that cannot be used is an error and changes nothing.
+std::error_code SaveMailUser(std::string_view mailRoot, const MailUser& user);
 
 /// Removes a mailbox with everything in it. What cannot be deleted stays and is logged. Does
 /// nothing if there is no such mailbox.

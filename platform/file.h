@@ -15,10 +15,11 @@ namespace platform {
 class File {
  public:
   enum class Mode {
-    kRead,     // must exist
-    kAppend,   // created if missing; every write goes to the end
-    kUpdate,   // created if missing, not truncated; writing starts at the first byte
-    kReplace,  // created or truncated
+    kRead,           // must exist
+    kAppend,         // created if missing; every write goes to the end
+    kUpdate,         // created if missing, not truncated; writing starts at the first byte
+    kReplace,        // created or truncated
+    kCreatePrivate,  // must not exist; on Linux only the user can open it
   };
 
   File() = default;

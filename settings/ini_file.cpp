@@ -50,9 +50,7 @@ std::string ReadIni(std::string_view file, std::string_view section, std::string
 
 std::int16_t WriteIni(std::string_view file, std::string_view section, std::string_view key,
                       std::string_view value) {
-  settings::IniChange change(file);
-  change.Set(section, key, value);
-  return change.Save() ? 0 : 1;
+  return settings::WriteValue(file, section, key, value) ? 0 : 1;
 }
 
 }  // namespace ModINIOP
@@ -64,6 +62,13 @@ std::optional<IniText> ReadIniText(std::string_view file, std::error_code& error
   if (!error) return IniText(std::move(bytes));
   if (IsMissing(file, error)) error.clear();
   return std::nullopt;
+}
+
+std::error_code WriteValue(std::string_view file, std::string_view section, std::string_view key,
+                           std::string_view value) {
+  IniChange change(file);
+  change.Set(section, key, value);
+  return change.Save();
 }
 
 std::string ValueIn(const IniText& text, std::string_view section, std::string_view key) {

@@ -17,8 +17,7 @@ namespace ModINIOP {
 /// blanks. Empty if the file, the section or the key is missing; callers cannot tell these apart.
 std::string ReadIni(std::string_view file, std::string_view section, std::string_view key);
 
-/// Writes a value, creating file and section if needed. The file is replaced as a whole, so that a
-/// crash leaves the old one or the new one. Non-zero on success.
+/// settings::WriteValue by its older name. Non-zero on success.
 std::int16_t WriteIni(std::string_view file, std::string_view section, std::string_view key,
                       std::string_view value);
 
@@ -29,6 +28,11 @@ namespace settings {
 /// Reads the file; none if it is missing. If it exists and cannot be read, `error` says why: such a
 /// file must be taken neither for missing nor for empty.
 std::optional<IniText> ReadIniText(std::string_view file, std::error_code& error);
+
+/// Writes a value, creating file and section if needed. The file is replaced as a whole, so that a
+/// crash leaves the old one or the new one.
+std::error_code WriteValue(std::string_view file, std::string_view section, std::string_view key,
+                           std::string_view value);
 
 /// A value, shortened as by ReadIni.
 std::string ValueIn(const IniText& text, std::string_view section, std::string_view key);

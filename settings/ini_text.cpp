@@ -51,6 +51,13 @@ std::optional<std::string_view> SectionName(std::string_view line) {
 IniText::IniText(std::string fileBytes)
     : bytes_(std::move(fileBytes)), charset_(text::CharsetOf(bytes_)) {}
 
+IniText::IniText(std::string fileBytes, Charset charset, std::string_view lineBreak)
+    : bytes_(std::move(fileBytes)), charset_(charset), firstLineBreak_(lineBreak) {}
+
+bool IniText::HasSection(std::string_view section) const {
+  return Locate(section, {}).sectionFound;
+}
+
 std::optional<std::string> IniText::Find(std::string_view section, std::string_view key) const {
   const Place place = Locate(section, key);
   if (!place.keyFound) return std::nullopt;
@@ -58,12 +65,18 @@ std::optional<std::string> IniText::Find(std::string_view section, std::string_v
       std::string_view(bytes_).substr(place.valueBegin, place.valueEnd - place.valueBegin));
 }
 
+void IniText::AddSection(std::string_view section) {
+  if (HasSection(section)) return;
+  if (!Holds(section)) BecomeUtf8();
+  InsertSection(section);
+  EnsureDetected();
+}
+
 void IniText::Set(std::string_view section, std::string_view key, std::string_view value) {
   value = value.substr(0, value.find('\0'));
   if (!Holds(section) || !Holds(key) || !Holds(value)) BecomeUtf8();
   Write(section, key, value);
-  // Some texts in GBK are valid UTF-8 as well, and would be read as that.
-  if (charset_ != Charset::kUtf8 && text::CharsetOf(bytes_) != charset_) BecomeUtf8();
+  EnsureDetected();
 }
 
 void IniText::Write(std::string_view section, std::string_view key, std::string_view value) {
@@ -77,14 +90,23 @@ void IniText::Write(std::string_view section, std::string_view key, std::string_
   }
   const std::string line = text::Encode(charset_, key) + "=" + written;
   if (place.sectionFound) return Insert(place.insertAt, line);
-  Insert(bytes_.size(), "[" + text::Encode(charset_, section) + "]");
+  InsertSection(section);
   Insert(bytes_.size(), line);
+}
+
+void IniText::InsertSection(std::string_view section) {
+  Insert(bytes_.size(), "[" + text::Encode(charset_, section) + "]");
 }
 
 bool IniText::Holds(std::string_view text) const {
   bool lossless = false;
   text::Encode(charset_, text, &lossless);
   return lossless;
+}
+
+// Some texts in GBK are valid UTF-8 as well, and would be read as that.
+void IniText::EnsureDetected() {
+  if (charset_ != Charset::kUtf8 && text::CharsetOf(bytes_) != charset_) BecomeUtf8();
 }
 
 // Line by line: a line that is not valid in the file's character set is kept unchanged.
@@ -136,8 +158,8 @@ IniText::Place IniText::Locate(std::string_view section, std::string_view key) c
 
 std::string_view IniText::LineBreak() const {
   const std::size_t lineFeed = bytes_.find('\n');
-  const bool unixStyle =
-      lineFeed != std::string::npos && (lineFeed == 0 || bytes_[lineFeed - 1] != '\r');
+  if (lineFeed == std::string::npos) return firstLineBreak_;
+  const bool unixStyle = lineFeed == 0 || bytes_[lineFeed - 1] != '\r';
   return unixStyle ? "\n" : "\r\n";
 }
 

@@ -17,8 +17,17 @@ class IniText {
   /// `fileBytes`: the file as it is on the disk; empty for a new one.
   explicit IniText(std::string fileBytes);
 
+  /// A file that is in `charset` whatever its bytes look like, and that gets `lineBreak`, a
+  /// literal, if it has none yet.
+  IniText(std::string fileBytes, platform::Charset charset, std::string_view lineBreak);
+
+  bool HasSection(std::string_view section) const;
+
   /// The text behind "=", leading blanks kept. None if there is no such section or key.
   std::optional<std::string> Find(std::string_view section, std::string_view key) const;
+
+  /// Adds an empty section if it is missing.
+  void AddSection(std::string_view section);
 
   /// Sets a value, adding section and key if they are missing. CR and LF in `value` become blanks,
   /// and the value ends at a NUL. The file keeps its character set unless that cannot represent the
@@ -40,8 +49,10 @@ class IniText {
   Place Locate(std::string_view section, std::string_view key) const;
   bool IsNamed(std::string_view written, std::string_view name) const;
   void Write(std::string_view section, std::string_view key, std::string_view value);
+  void InsertSection(std::string_view section);
   bool Holds(std::string_view text) const;
   void BecomeUtf8();
+  void EnsureDetected();
   std::string_view LineBreak() const;
   std::string Decoded(std::string_view part) const;
   void Insert(std::size_t position, std::string_view line);
@@ -49,6 +60,7 @@ class IniText {
 
   std::string bytes_;
   platform::Charset charset_;
+  std::string_view firstLineBreak_ = "\r\n";
 };
 
 }  // namespace settings

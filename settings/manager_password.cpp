@@ -3,7 +3,7 @@
 #include <array>
 
 #include "files/files.h"
-#include "platform/application_settings.h"
+#include "settings/application_settings.h"
 #include "text/code_page.h"
 #include "text/strings.h"
 #include "text/utf8.h"
@@ -32,12 +32,12 @@ std::string FieldText(std::string_view field) { return text::FromSystem(text::Tr
 }  // namespace
 
 std::string ManagerPassword(const Program& program) {
-  return platform::GetSetting(program.executable, kSection, kKey, "");
+  return GetSetting(program.executable, kSection, kKey, "");
 }
 
 void SetManagerPassword(const Program& program, std::string_view password) {
   const bool wasSet = !ManagerPassword(program).empty();
-  platform::SaveSetting(program.executable, kSection, kKey, password);
+  SaveSetting(program.executable, kSection, kKey, password);
   if (password.empty()) {
     // Without a password set before, the user file was not written here and is kept.
     if (wasSet) files::RemoveFile(UserFile(program));

@@ -84,7 +84,19 @@ std::optional<Root> RootByName(std::string_view name) {
   return std::nullopt;
 }
 
-std::string RootName(Root root) { return std::string(platform::NameOf(root)); }
+std::string RootName(Root root) {
+  switch (root) {
+    case Root::kClassesRoot:
+      return "HKEY_CLASSES_ROOT";
+    case Root::kCurrentUser:
+      return "HKEY_CURRENT_USER";
+    case Root::kLocalMachine:
+      return "HKEY_LOCAL_MACHINE";
+    case Root::kUsers:
+      return "HKEY_USERS";
+  }
+  return {};
+}
 
 std::string ReadText(std::string_view path, std::string_view name) {
   return QueryText(OpenPath(path), name);

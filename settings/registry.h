@@ -1,6 +1,6 @@
 #pragma once
 
-// The registry as the program uses it (what it is on each system: platform/registry.h). Every
+// The registry as the program uses it (what it is on each system: settings/registry_key.h). Every
 // failing call throws Modreg::Error with the system's message, which callers catch.
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "platform/registry.h"
+#include "settings/registry_key.h"
 
 namespace Modreg {
 
@@ -22,9 +22,6 @@ class Error : public std::system_error {
  private:
   std::string message_;
 };
-
-using Root = platform::RegistryRoot;
-using Key = platform::RegistryKey;  // closed with the object
 
 /// Opens a key, creating it if it is missing. A name with a NUL is an error, here and below.
 Key CreateKey(Root root, std::string_view subkey);

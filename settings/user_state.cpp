@@ -29,7 +29,7 @@ std::optional<int> Remembered(std::string_view section, std::string_view key) {
 void Remember(std::string_view section, std::string_view key, int value) {
   std::error_code error;  // not even a place to remember in: nothing is remembered
   std::filesystem::create_directories(platform::StateDirectory(), error);
-  ModINIOP::WriteIni(File(), section, key, std::to_string(value));
+  WriteValue(File(), section, key, std::to_string(value));
 }
 
 }  // namespace settings

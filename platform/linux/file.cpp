@@ -30,6 +30,8 @@ int FlagsOf(File::Mode mode) {
       return O_RDWR | O_CREAT;
     case File::Mode::kReplace:
       return O_WRONLY | O_CREAT | O_TRUNC;
+    case File::Mode::kCreatePrivate:
+      return O_WRONLY | O_CREAT | O_EXCL;
   }
   return O_RDONLY;
 }
@@ -57,10 +59,11 @@ SpareDescriptor& Spare() {
 int OpenWithoutWaiting(const char* path, File::Mode mode) {
   const int flags = FlagsOf(mode) | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
   SpareDescriptor& spare = Spare();
-  const int descriptor = open(path, flags, 0666);
+  const mode_t permissions = mode == File::Mode::kCreatePrivate ? 0600 : 0666;
+  const int descriptor = open(path, flags, permissions);
   const bool isShort = descriptor < 0 && (errno == EMFILE || errno == ENFILE);
   if (!isShort || mode != File::Mode::kAppend || !spare.Give()) return descriptor;
-  return open(path, flags, 0666);
+  return open(path, flags, permissions);
 }
 
 // An error unless it is a regular file: pipes, devices and folders are refused.

@@ -22,14 +22,25 @@ DWORD AccessOf(File::Mode mode) {
     case File::Mode::kUpdate:
       return GENERIC_READ | GENERIC_WRITE;
     case File::Mode::kReplace:
+    case File::Mode::kCreatePrivate:
       return GENERIC_WRITE;
   }
   return GENERIC_READ;
 }
 
 DWORD CreationOf(File::Mode mode) {
-  if (mode == File::Mode::kRead) return OPEN_EXISTING;
-  return mode == File::Mode::kReplace ? CREATE_ALWAYS : OPEN_ALWAYS;
+  switch (mode) {
+    case File::Mode::kRead:
+      return OPEN_EXISTING;
+    case File::Mode::kAppend:
+    case File::Mode::kUpdate:
+      return OPEN_ALWAYS;
+    case File::Mode::kReplace:
+      return CREATE_ALWAYS;
+    case File::Mode::kCreatePrivate:
+      return CREATE_NEW;
+  }
+  return OPEN_EXISTING;
 }
 
 }  // namespace

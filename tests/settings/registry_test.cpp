@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "platform/application_settings.h"
+#include "settings/application_settings.h"
 #include "tests/support/user_directories.h"
 
 namespace {
@@ -93,12 +93,12 @@ TEST_F(Registry, KnowsItsFourRootsByNameAndHandle) {
 }
 
 TEST_F(Registry, AndTheUsersSettingsKeepWhatIsSaved) {
-  EXPECT_EQ(platform::GetSetting("TestsOnly", "ManagerPwd", "None", "standard"), "standard");
+  EXPECT_EQ(settings::GetSetting("TestsOnly", "ManagerPwd", "None", "standard"), "standard");
   for (const char* password : {" 密码=[1] ", ""}) {
-    EXPECT_TRUE(platform::SaveSetting("TestsOnly", "ManagerPwd", "PWD", password));
-    EXPECT_EQ(platform::GetSetting("TestsOnly", "ManagerPwd", "PWD", "standard"), password);
+    EXPECT_TRUE(settings::SaveSetting("TestsOnly", "ManagerPwd", "PWD", password));
+    EXPECT_EQ(settings::GetSetting("TestsOnly", "ManagerPwd", "PWD", "standard"), password);
   }
-  EXPECT_EQ(platform::GetSetting("OtherProgram", "ManagerPwd", "PWD", "standard"), "standard");
+  EXPECT_EQ(settings::GetSetting("OtherProgram", "ManagerPwd", "PWD", "standard"), "standard");
 }
 
 }  // namespace

@@ -218,7 +218,7 @@ TEST_F(MainWindow, ListsAddsEditsAndDeletesMailUsers) {
   Click("ImgMail");
   ui::MailUserList& list = *Window().content->lvMailUser;
   EXPECT_EQ(list.GetItemCount(), 0);
-  ASSERT_TRUE(ModMail::SaveMailUser(mail->RootDir(), {"wang", "secret"}));
+  ASSERT_FALSE(ModMail::SaveMailUser(mail->RootDir(), {"wang", "secret"}));
   Click("picSelect");
   Click("ImgMail");
   ASSERT_EQ(list.GetItemCount(), 1);

@@ -5,6 +5,7 @@
 
 #include "mail/mail_accounts.h"
 #include "platform/native_path.h"
+#include "platform/system_message.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
@@ -55,16 +56,19 @@ void frmEmailUsers::OnConfirm() {
   const std::string& root = server_.Options().mailRoot;
   if (ModMail::MailUserExists(root, user.name)) {
     if (!Confirm(this, "该用户账号已存在，是否要更改密码？", kTitle)) return;
-    if (!ModMail::ChangeMailPassword(root, user)) return TellUnsaved(user.name);
+    const std::error_code error = ModMail::ChangeMailPassword(root, user);
+    if (error) return TellUnsaved(user.name, error);
     ShowMessage(this, "您已成功更改密码！", kTitle, wxOK | wxICON_INFORMATION);
   }
-  if (!ModMail::SaveMailUser(root, user)) return TellUnsaved(user.name);
+  const std::error_code error = ModMail::SaveMailUser(root, user);
+  if (error) return TellUnsaved(user.name, error);
   EndModal(wxID_OK);
 }
 
-void frmEmailUsers::TellUnsaved(const std::string& name) {
+void frmEmailUsers::TellUnsaved(const std::string& name, const std::error_code& error) {
   const std::string folder = ModMail::MailUserFolder(server_.Options().mailRoot);
-  program_.errors.LogError(folder + name + ": cannot be written");
+  program_.errors.LogError(folder + name +
+                           ": cannot be written: " + platform::SystemMessage(error));
   Warn(this, "用户没有保存：他的文件夹无法读写。\n" + platform::PathTextForUser(folder + name),
        kTitle);
 }

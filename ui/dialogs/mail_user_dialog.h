@@ -27,7 +27,7 @@ class frmEmailUsers : public wxDialog {
   void OnEnterInUser();
   void OnEnterInPass();
   void OnConfirm();
-  void TellUnsaved(const std::string& name);
+  void TellUnsaved(const std::string& name, const std::error_code& error);
   void Refuse(const char* text, wxTextCtrl* field);
 
   const settings::Program& program_;

@@ -5,7 +5,7 @@
 
 #include <utility>
 
-#include "platform/application_settings.h"
+#include "settings/application_settings.h"
 #include "ui/controls/art.h"
 #include "ui/dialogs/login_dialog.h"
 #include "ui/dialogs/tip_of_the_day.h"
@@ -16,7 +16,7 @@ namespace {
 constexpr int kIconSize = 32;
 
 bool PasswordIsSet(const settings::Program& program) {
-  return !platform::GetSetting(program.executable, "ManagerPwd", "PWD").empty();
+  return !settings::GetSetting(program.executable, "ManagerPwd", "PWD").empty();
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/application_settings.h"
+#include "settings/application_settings.h"
 #include "settings/registry.h"
 #include "tests/support/user_directories.h"
 
@@ -31,11 +31,11 @@ TEST_F(StateFiles, HaveASectionForEachKey) {
   Modreg::SetNumber(key, "Number", -5);
   Modreg::SetText(key, "tarnpath", "/srv/other");
   EXPECT_EQ(Registry(),
-            "[HKEY_LOCAL_MACHINE\\Software\\VEQ\\通用系统]\nNumber=-5\ntarnpath=/srv/other\n");
+            "[HKEY_LOCAL_MACHINE\\Software\\VEQ\\通用系统]\nTARNPath=/srv/other\nNumber=-5\n");
 }
 
 TEST_F(StateFiles, AreTheUsersAlone) {
-  ASSERT_TRUE(platform::SaveSetting("Tarnwerk", "ManagerPwd", "PWD", "secret"));
+  ASSERT_TRUE(settings::SaveSetting("Tarnwerk", "ManagerPwd", "PWD", "secret"));
   const auto folder = user_.Configuration().Path("Tarnwerk");
   EXPECT_EQ(ModeOf(folder), 0700U);
   EXPECT_EQ(ModeOf(folder / "settings.ini"), 0600U);
@@ -45,7 +45,7 @@ TEST_F(StateFiles, KeepWhatSomebodyElseWrote) {
   user_.Configuration().Write("Tarnwerk/registry.ini",
                               "; mine\n[HKEY_USERS\\a]\n\nx=1\n[HKEY_USERS\\b]\nx=2");
   Modreg::WriteText("HKEY_USERS\\B", "y", "3");
-  EXPECT_EQ(Registry(), "; mine\n[HKEY_USERS\\a]\n\nx=1\n[HKEY_USERS\\b]\ny=3\nx=2\n");
+  EXPECT_EQ(Registry(), "; mine\n[HKEY_USERS\\a]\n\nx=1\n[HKEY_USERS\\b]\nx=2\ny=3\n");
   EXPECT_EQ(Modreg::ReadText("HKEY_USERS\\a", "X"), "1");
 }
 
@@ -54,7 +54,7 @@ TEST_F(StateFiles, TakeNoNameOrValueForALineOfTheirOwn) {
   Modreg::Key key = Modreg::CreateKey(Root::kUsers, "a");
   Modreg::SetText(key, "x", "1\r\n[HKEY_USERS\\b]\ny=2");
   EXPECT_EQ(Modreg::QueryText(key, "x"), "1  [HKEY_USERS\\b] y=2");
-  for (const std::string& name : {"x=y"s, "x\ny"s, "[x"s, "x\0y"s}) {
+  for (const std::string& name : {"x=y"s, "x\ny"s, "[x"s, "x\0y"s, ";x"s, "x "s, ""s}) {
     EXPECT_THROW(Modreg::SetText(key, name, "3"), Modreg::Error) << name;
   }
   EXPECT_THROW(Modreg::CreateKey(Root::kUsers, "a]\n[b"), Modreg::Error);
@@ -62,8 +62,8 @@ TEST_F(StateFiles, TakeNoNameOrValueForALineOfTheirOwn) {
 
 TEST_F(StateFiles, ThatCannotBeReadAreNotReplaced) {
   user_.Configuration().Write("Tarnwerk/settings.ini/inside", "");
-  EXPECT_FALSE(platform::SaveSetting("Tarnwerk", "ManagerPwd", "PWD", "x"));
-  EXPECT_EQ(platform::GetSetting("Tarnwerk", "ManagerPwd", "PWD", "standard"), "standard");
+  EXPECT_FALSE(settings::SaveSetting("Tarnwerk", "ManagerPwd", "PWD", "x"));
+  EXPECT_EQ(settings::GetSetting("Tarnwerk", "ManagerPwd", "PWD", "standard"), "standard");
   EXPECT_TRUE(user_.Configuration().Has("Tarnwerk/settings.ini/inside"));
   const auto registry = user_.Configuration().Path("Tarnwerk/registry.ini");
   std::filesystem::create_symlink("/dev/zero", registry);
@@ -80,14 +80,14 @@ TEST_F(StateFiles, LoseNothingWhenSeveralWriteAtOnce) {
     writers.emplace_back([writer] {
       for (int i = 0; i < kValues; ++i) {
         const std::string key = std::to_string(writer) + "-" + std::to_string(i);
-        EXPECT_TRUE(platform::SaveSetting("Tarnwerk", "Numbers", key, "there"));
+        EXPECT_TRUE(settings::SaveSetting("Tarnwerk", "Numbers", key, "there"));
       }
     });
   }
   for (std::thread& writer : writers) writer.join();
   for (int i = 0; i < kWriters * kValues; ++i) {
     const std::string key = std::to_string(i / kValues) + "-" + std::to_string(i % kValues);
-    EXPECT_EQ(platform::GetSetting("Tarnwerk", "Numbers", key), "there") << key;
+    EXPECT_EQ(settings::GetSetting("Tarnwerk", "Numbers", key), "there") << key;
   }
 }
 

@@ -1,8 +1,8 @@
-#include "platform/application_settings.h"
+#include "settings/application_settings.h"
 
-#include "platform/linux/state_file.h"
+#include "settings/linux/state_file.h"
 
-namespace platform {
+namespace settings {
 namespace {
 
 constexpr std::string_view kFile = "settings.ini";
@@ -22,9 +22,7 @@ std::string GetSetting(std::string_view application, std::string_view section, s
 
 bool SaveSetting(std::string_view application, std::string_view section, std::string_view key,
                  std::string_view value) {
-  std::error_code error;
-  StateFile(kFile).Set(SectionOf(application, section), key, value, error);
-  return !error;
+  return !StateFile(kFile).Set(SectionOf(application, section), key, value);
 }
 
-}  // namespace platform
+}  // namespace settings

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace settings {
 
 /// The setting, or `standard` if it is missing or cannot be read.
 std::string GetSetting(std::string_view application, std::string_view section, std::string_view key,
@@ -18,4 +18,4 @@ std::string GetSetting(std::string_view application, std::string_view section, s
 bool SaveSetting(std::string_view application, std::string_view section, std::string_view key,
                  std::string_view value);
 
-}  // namespace platform
+}  // namespace settings

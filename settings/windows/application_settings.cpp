@@ -1,8 +1,8 @@
-#include "platform/application_settings.h"
+#include "settings/application_settings.h"
 
-#include "platform/registry.h"
+#include "settings/registry_key.h"
 
-namespace platform {
+namespace settings {
 namespace {
 
 std::string SubkeyOf(std::string_view application, std::string_view section) {
@@ -14,8 +14,8 @@ std::string SubkeyOf(std::string_view application, std::string_view section) {
 std::string GetSetting(std::string_view application, std::string_view section, std::string_view key,
                        std::string_view standard) {
   std::error_code error;
-  const RegistryKey opened =
-      RegistryKey::Open(RegistryRoot::kCurrentUser, SubkeyOf(application, section), error);
+  const Modreg::Key opened =
+      Modreg::Key::Open(Modreg::Root::kCurrentUser, SubkeyOf(application, section), error);
   const std::string value = opened.QueryText(key, error);
   return error ? std::string(standard) : value;
 }
@@ -23,10 +23,10 @@ std::string GetSetting(std::string_view application, std::string_view section, s
 bool SaveSetting(std::string_view application, std::string_view section, std::string_view key,
                  std::string_view value) {
   std::error_code error;
-  RegistryKey opened =
-      RegistryKey::Create(RegistryRoot::kCurrentUser, SubkeyOf(application, section), error);
+  Modreg::Key opened =
+      Modreg::Key::Create(Modreg::Root::kCurrentUser, SubkeyOf(application, section), error);
   opened.SetText(key, value, error);
   return !error;
 }
 
-}  // namespace platform
+}  // namespace settings
