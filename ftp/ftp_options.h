@@ -27,7 +27,7 @@ struct FtpOptions {
   std::string uploadDir;  // a path text; empty until a file has set it
   std::string ftpDomain;
   std::string ftpLocalAddress;
-  std::int16_t ftpPort = 0;
+  std::int16_t ftpPort = 21;
   std::array<std::string, 3> FtpRights;  // read, write, control all; no command checks them
 
   /// Why the existing Server.ini could not be used when it was last loaded. All settings then kept

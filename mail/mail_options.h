@@ -31,8 +31,8 @@ struct MailOptions {
   std::string mailRoot;  // a path text
   std::string mailDomain;
   std::string localAddress;
-  std::int16_t smtpPort = 0;
-  std::int16_t pop3Port = 0;
+  std::int16_t smtpPort = 25;
+  std::int16_t pop3Port = 110;
 
   /// Why the existing Server.ini could not be used when it was last loaded. All settings then kept
   /// their values.

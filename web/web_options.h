@@ -38,7 +38,7 @@ struct WebOptions {
   std::string WebRootDir;  // a path text
   std::string WebDomain;
   std::string WebLocalIP;
-  std::int16_t WebPort = 0;
+  std::int16_t WebPort = 80;
   bool StartDefaultPage = true;
   std::array<std::string, 3> WebRights;   // read, write, control all
   std::array<std::string, 2> AppOptions;  // optNoApp, optAppDone
