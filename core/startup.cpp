@@ -6,10 +6,13 @@
 #include "core/command_line.h"
 #include "platform/text_case.h"
 #include "settings/ini_file.h"
+#include "settings/start_options.h"
 #include "text/conversions.h"
 
 namespace ModMain {
 namespace {
+
+using settings::StartOptions;
 
 struct StartFlags {
   bool AutoStart = false;
@@ -30,14 +33,16 @@ class Words {
 };
 
 bool SystemFlag(const settings::Program& program, std::string_view key) {
-  const std::string text = ModINIOP::ReadIni(program.File("Server.ini"), "System", key);
+  const std::string file = program.File("Server.ini");
+  const std::string text = ModINIOP::ReadIni(file, StartOptions::kSection, key);
   return text::ToBoolean(text).value_or(false);
 }
 
 // Any argument overrides both settings.
 StartFlags FlagsOf(const settings::Program& program, const Words& words) {
   if (words.IsEmpty()) {
-    return {SystemFlag(program, "AutoStartService"), SystemFlag(program, "StartInTaskBar")};
+    return {SystemFlag(program, StartOptions::kAutoStartService),
+            SystemFlag(program, StartOptions::kStartInTaskBar)};
   }
   // Despite its name, "SHOW" shows the tray icon and not the window.
   return {words.Is(1, "START"), words.Is(2, "SHOW")};

@@ -6,35 +6,46 @@
 namespace ModFtp {
 namespace {
 
+using settings::Form;
+using settings::Refusal;
+
 constexpr std::string_view kSection = "FtpServer Options";
+constexpr std::string_view kRootKey = "FtpServer Root";
 
 }  // namespace
 
 bool FtpOptions::LoadFtpOptions(const settings::Program& program, const std::string& localAddress) {
-  const settings::Section settings(program, kSection);
-  settingsFault = settings.Fault();
+  const settings::Section section(program, kSection);
+  settingsFault = section.Fault();
   if (settingsFault) return false;
-  if (settings.FileExists()) return ReadSettings(settings, localAddress);
-  SetDefaults(program);
-  return true;
-}
-
-bool FtpOptions::ReadSettings(const settings::Section& settings, const std::string& localAddress) {
-  ftpRoot = settings.Path("FtpServer Root");
-  if (!settings.Read("FtpPort", ftpPort)) return false;
-  ftpDomain = settings.Text("DNS");
+  if (!section.FileExists()) {
+    SetDefaults(program);
+    return true;
+  }
+  // The root is taken even if the port then ends the loading.
+  ftpRoot = section.Path(kRootKey);
+  if (!settings::LoadUntilRefused(section, Describe())) return false;
   ftpLocalAddress = localAddress;
-  uploadDir = settings.Path("FtpServer UploadDir");
-  FtpRights = settings::ReadAccessRights(settings);
   return true;
 }
 
 void FtpOptions::SetDefaults(const settings::Program& program) {
-  ftpRoot = program.File("ftproot");
-  ftpPort = 21;
-  ftpDomain = core::kDefaultDomain;
-  ftpLocalAddress = "127.0.0.1";
-  FtpRights = {"0", "0", "0"};
+  settings::SetDefaults(program, Describe());
+}
+
+settings::Table FtpOptions::Describe() {
+  const Refusal noDomain{1, Refusal::If::kBlank, "本地域名不能为空！"};
+  const Refusal noRoot{2, Refusal::If::kBlank, "主目录不能为空！"};
+  const Refusal noUploadDir{3, Refusal::If::kBlank, "上传目录不能为空！"};
+  return {kSection,
+          {{"IP", Form::kAddress, &ftpLocalAddress, "127.0.0.1", "txtFtpIP"},
+           {"FtpPort", Form::kNumber, &ftpPort, "21", "txtFtpPort"},
+           {"DNS", Form::kText, &ftpDomain, core::kDefaultDomain, "txtFtpAddress", noDomain},
+           {kRootKey, Form::kPath, &ftpRoot, "ftproot", "txtFtpDir", noRoot},
+           {"FtpServer UploadDir", Form::kPath, &uploadDir, {}, "txtFtpUploadDir", noUploadDir},
+           {"Read", Form::kCheck, &FtpRights[0], "0", "chkRead"},
+           {"Write", Form::kCheck, &FtpRights[1], "0", "chkWrite"},
+           {"ContralAll", Form::kCheck, &FtpRights[2], "0", "chkContralAll"}}};
 }
 
 }  // namespace ModFtp

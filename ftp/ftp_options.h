@@ -2,36 +2,37 @@
 
 // The FTP server's settings in memory.
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <system_error>
 
-#include "settings/access_rights.h"
 #include "settings/program.h"
+#include "settings/settings_table.h"
 
 namespace ModFtp {
 
 struct FtpOptions {
-  /// `localAddress`: the listening socket's own, taken when Server.ini exists. False at a port that
-  /// cannot be converted: the settings behind it keep their values; and where settingsFault is set.
+  /// `localAddress`: the listening socket's, taken if Server.ini exists. False if settingsFault is
+  /// set, or if the port cannot be converted: then only the root is taken from the file.
   bool LoadFtpOptions(const settings::Program& program, const std::string& localAddress);
 
-  /// What holds while there is no Server.ini; the upload directory is left alone.
+  /// Sets the values that apply without a Server.ini. The upload directory stays.
   void SetDefaults(const settings::Program& program);
+
+  /// The settings that this object holds.
+  settings::Table Describe();
 
   std::string ftpRoot;    // a path text
   std::string uploadDir;  // a path text; empty until a file has set it
   std::string ftpDomain;
   std::string ftpLocalAddress;
   std::int16_t ftpPort = 21;
-  settings::AccessRightsTexts FtpRights;  // no command asks them
+  std::array<std::string, 3> FtpRights;  // read, write, control all; no command checks them
 
-  /// Why Server.ini, though it is there, could not be used when it was loaded last: everything has
-  /// stayed as it was.
+  /// Why the existing Server.ini could not be used when it was last loaded. All settings then kept
+  /// their values.
   std::error_code settingsFault;
-
- private:
-  bool ReadSettings(const settings::Section& settings, const std::string& localAddress);
 };
 
 }  // namespace ModFtp

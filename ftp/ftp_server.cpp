@@ -2,7 +2,6 @@
 
 #include "core/hosts_file.h"
 #include "ftp/command_text.h"
-#include "ftp/ftp_options_entry.h"
 #include "ftp/replies.h"
 #include "platform/system_message.h"
 #include "text/code_page.h"
@@ -18,8 +17,9 @@ FtpServer::FtpServer(core::ServiceEnvironment environment)
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
       FtpSvrSock_(sockets_, *this, net::ConnectionSlots::BusySlot::kRefuse,
                   ReplyLine(replies::kGreeting)),
-      heldOptions_(environment_.program.Holders(),
-                   [this](settings::Change& change) { WriteSettings(change, EntryOf(options_)); }),
+      heldOptions_(
+          environment_.program.Holders(),
+          [this](settings::Change& change) { settings::WriteHeld(change, options_.Describe()); }),
       dataConnections_(sockets_, sessions_,
                        [this](int slot, Client data) {
                          return transfers_.OnFtpDataArrival(slot, std::move(data));

@@ -6,34 +6,44 @@
 namespace ModMail {
 namespace {
 
+using settings::Form;
+using settings::Refusal;
+
 constexpr std::string_view kSection = "MailServer Options";
 
 }  // namespace
 
 void MailOptions::LoadMailOptions(const settings::Program& program,
                                   const std::string& machineAddress) {
-  const settings::Section settings(program, kSection);
-  settingsFault = settings.Fault();
+  const settings::Section section(program, kSection);
+  settingsFault = section.Fault();
   if (settingsFault) return;
-  if (!settings.FileExists()) return SetDefaults(program);
-  ReadSettings(settings, machineAddress);
-}
-
-void MailOptions::ReadSettings(const settings::Section& settings,
-                               const std::string& machineAddress) {
-  mailRoot = settings.Path("MailServer Root");
-  settings.Read("SMTP Port", smtpPort);
-  settings.Read("POP3 Port", pop3Port);
-  mailDomain = settings.Text("DNS");
+  if (!section.FileExists()) return SetDefaults(program);
+  settings::Load(section, Describe());
   localAddress = machineAddress;
 }
 
+void MailOptions::EnsureMailRoot(const settings::Program& program) {
+  if (mailRoot.empty()) mailRoot = settings::Section(program, kSection).Path(kMailRootKey);
+}
+
 void MailOptions::SetDefaults(const settings::Program& program) {
-  mailRoot = program.File("mailroot");
-  smtpPort = 25;
-  pop3Port = 110;
-  mailDomain = core::kDefaultDomain;
-  localAddress = "127.0.0.1";
+  settings::SetDefaults(program, Describe());
+}
+
+settings::Table MailOptions::Describe() {
+  const Refusal noDomain{1, Refusal::If::kBlank, "本地域名不能为空！"};
+  const Refusal noRoot{2, Refusal::If::kBlank, "主目录不能为空！"};
+  return {
+      .section = kSection,
+      .settings = {{"IP", Form::kAddress, &localAddress, "127.0.0.1", "txtMailIP"},
+                   // Keys ignore case, and existing files have both spellings.
+                   {"SMTP Port", Form::kNumber, &smtpPort, "25", "txtSMTPPort", {}, "SMTP port"},
+                   {"POP3 Port", Form::kNumber, &pop3Port, "110", "txtPop3Port"},
+                   {"DNS", Form::kText, &mailDomain, core::kDefaultDomain, "txtMailAddress",
+                    noDomain},
+                   {kMailRootKey, Form::kPath, &mailRoot, "mailroot", "txtMailRootDir", noRoot}},
+      .entriesAreTrimmed = true};
 }
 
 }  // namespace ModMail

@@ -4,20 +4,29 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include "settings/program.h"
-#include "settings/section.h"
+#include "settings/settings_table.h"
 
 namespace ModMail {
 
+inline constexpr std::string_view kMailRootKey = "MailServer Root";
+
 struct MailOptions {
-  /// `machineAddress`: this machine's own, taken when Server.ini exists. What cannot be converted
-  /// is told to the error log and keeps its value.
+  /// `machineAddress`: this machine's, taken if Server.ini exists. A value that cannot be converted
+  /// is logged as an error and stays as it was.
   void LoadMailOptions(const settings::Program& program, const std::string& machineAddress);
 
-  /// What holds while there is no Server.ini.
+  /// Loads the mail root alone, if none is set yet.
+  void EnsureMailRoot(const settings::Program& program);
+
+  /// Sets the values that apply without a Server.ini.
   void SetDefaults(const settings::Program& program);
+
+  /// The settings that this object holds.
+  settings::Table Describe();
 
   std::string mailRoot;  // a path text
   std::string mailDomain;
@@ -25,12 +34,9 @@ struct MailOptions {
   std::int16_t smtpPort = 25;
   std::int16_t pop3Port = 110;
 
-  /// Why Server.ini, though it is there, could not be used when it was loaded last: everything has
-  /// stayed as it was.
+  /// Why the existing Server.ini could not be used when it was last loaded. All settings then kept
+  /// their values.
   std::error_code settingsFault;
-
- private:
-  void ReadSettings(const settings::Section& settings, const std::string& machineAddress);
 };
 
 }  // namespace ModMail

@@ -7,14 +7,12 @@
 #include "core/service_environment.h"
 #include "mail/command_word.h"
 #include "mail/mail_log.h"
-#include "mail/mail_options_entry.h"
 #include "mail/pop3_replies.h"
 #include "mail/pop3_transfer.h"
 #include "mail/reply_line.h"
 #include "mail/smtp_replies.h"
 #include "platform/native_path.h"
 #include "platform/system_message.h"
-#include "settings/section.h"
 #include "text/code_page.h"
 #include "text/printable_text.h"
 
@@ -52,8 +50,9 @@ MailServer::MailServer(core::ServiceEnvironment environment)
                        ReplyLine(smtp::kGreeting)),
       MailSvrPop3Sock_(sockets_, pop3_, ConnectionSlots::BusySlot::kEvict,
                        ReplyLine(pop3::kGreeting)),
-      heldOptions_(environment_.program.Holders(),
-                   [this](settings::Change& change) { WriteSettings(change, EntryOf(options_)); }),
+      heldOptions_(
+          environment_.program.Holders(),
+          [this](settings::Change& change) { settings::WriteHeld(change, options_.Describe()); }),
       store_(environment_.program, options_),
       smtpInterpreter_(store_),
       pop3Interpreter_(store_),
@@ -70,11 +69,7 @@ void MailServer::SetMailRoot(std::string_view root) {
   options_.mailRoot = platform::PathTextFromUser(root);
 }
 
-void MailServer::EnsureMailRoot() {
-  if (!options_.mailRoot.empty()) return;
-  const settings::Section settings(environment_.program, "MailServer Options");
-  options_.mailRoot = settings.Path("MailServer Root");
-}
+void MailServer::EnsureMailRoot() { options_.EnsureMailRoot(environment_.program); }
 
 bool MailServer::StartMailListeners() {
   if (!LoadOptions()) {

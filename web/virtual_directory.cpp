@@ -1,39 +1,34 @@
 #include "web/virtual_directory.h"
 
 #include "settings/section.h"
-#include "text/conversions.h"
-#include "text/strings.h"
 
 namespace ModWeb {
 namespace {
 
-constexpr std::string_view kSection = "VirturlDirInfo";
+using settings::Form;
+using settings::Refusal;
+
+constexpr std::string_view kSection = "VirturlDirInfo";  // the settled spelling
+constexpr std::string_view kPathKey = "Path";
 
 }  // namespace
 
-VirtualDirectory ReadVirtualDirectory(const settings::Program& program) {
-  const settings::Section settings(program, kSection);
-  const auto isSet = [&](const char* key) {
-    return text::ToBoolean(settings.Text(key)).value_or(false);
-  };
-  VirtualDirectory directory;
-  directory.path = settings.Text("Path");
-  if (directory.path.empty()) return directory;
-  directory.noPrograms = isSet("optNoApp");
-  directory.programs = isSet("optAppDone");
-  directory.rights = settings::ToAccessRights(settings::ReadAccessRights(settings));
-  return directory;
+void VirtualDirectory::Load(const settings::Program& program) {
+  const settings::Section section(program, kSection);
+  if (section.Text(kPathKey).empty()) return settings::SetDefaults(program, Describe());
+  settings::Load(section, Describe());
 }
 
-std::error_code SaveVirtualDirectory(const settings::Program& program,
-                                     const VirtualDirectory& directory) {
-  settings::Change change(program);
-  const settings::SectionChange settings = change.In(kSection);
-  settings.Write("Path", text::TrimBlanks(directory.path));
-  settings.Write("optNoApp", text::BooleanText(directory.noPrograms));
-  settings.Write("optAppDone", text::BooleanText(directory.programs));
-  settings::WriteAccessRights(settings, directory.rights);
-  return change.Save();
+settings::Table VirtualDirectory::Describe() {
+  const Refusal noPath{1, Refusal::If::kBlank, "目录不能为空！"};
+  return {.section = kSection,
+          .settings = {{kPathKey, Form::kText, &path, "", "txtDir", noPath},
+                       {"optNoApp", Form::kBoolean, &appOptions[0], "True", "OptNoApp"},
+                       {"optAppDone", Form::kBoolean, &appOptions[1], "False", "OptAppDone"},
+                       {"Read", Form::kCheck, &rights[0], "1", "chkRead"},
+                       {"Write", Form::kCheck, &rights[1], "0", "chkWrite"},
+                       {"ContralAll", Form::kCheck, &rights[2], "0", "chkContralAll"}},
+          .entriesAreTrimmed = true};
 }
 
 }  // namespace ModWeb

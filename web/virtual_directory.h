@@ -1,27 +1,25 @@
 #pragma once
 
-// The one virtual directory that can be set up. It is kept in Server.ini; no request asks for it.
+// The one virtual directory that can be set up. It is kept in Server.ini; no request uses it.
 
+#include <array>
 #include <string>
-#include <system_error>
 
-#include "settings/access_rights.h"
 #include "settings/program.h"
+#include "settings/settings_table.h"
 
 namespace ModWeb {
 
 struct VirtualDirectory {
-  std::string path;  // in the user's own form
-  bool noPrograms = true;
-  bool programs = false;
-  settings::AccessRights rights = {.read = true};
+  /// Loads the one in Server.ini, or the defaults of a new one if there is none.
+  void Load(const settings::Program& program);
+
+  /// The settings that this object holds.
+  settings::Table Describe();
+
+  std::string path;                       // in the user's own form
+  std::array<std::string, 2> appOptions;  // optNoApp, optAppDone
+  std::array<std::string, 3> rights;      // read, write, control all
 };
-
-/// The one in Server.ini; a fresh one if there is none.
-VirtualDirectory ReadVirtualDirectory(const settings::Program& program);
-
-/// Replaces the one in Server.ini. The path is trimmed.
-std::error_code SaveVirtualDirectory(const settings::Program& program,
-                                     const VirtualDirectory& directory);
 
 }  // namespace ModWeb

@@ -1,102 +1,77 @@
 #include "web/web_options.h"
 
-#include <string_view>
-
 #include "core/service_environment.h"
 #include "files/files.h"
-#include "files/missing.h"
-#include "platform/system_message.h"
+#include "settings/ini_file.h"
 #include "settings/section.h"
-#include "text/code_page.h"
 #include "text/conversions.h"
 
 namespace ModWeb {
 namespace {
 
+using settings::Form;
+using settings::Refusal;
+
 constexpr std::string_view kSection = "WebServer Options";
 
-// Eleven names of any file system have less.
-constexpr std::size_t kMostOfDefaultPages = 65536;
+bool IsSet(const std::string& text) { return text::ToBoolean(text).value_or(false); }
 
-// Takes the next line, without its line end; false when there is none.
-bool NextLine(std::string_view& text, std::string_view& line) {
-  if (text.empty()) return false;
-  const std::size_t end = text.find_first_of("\r\n");
-  line = text.substr(0, end);
-  if (end == std::string_view::npos) {
-    text = {};
-  } else {
-    text.remove_prefix(end + (text.substr(end).starts_with("\r\n") ? 2 : 1));
-  }
-  return true;
+bool ProgramsAreForbidden(const settings::Program& program) {
+  const std::string file = program.File("EnabalExecute.txt");
+  if (!ModCommon::FileExists(file)) return true;
+  return IsSet(ModINIOP::ReadIni(file, "应用程序许可", "EnabalExecute"));
 }
 
 }  // namespace
 
 bool WebOptions::LoadWebOptions(const settings::Program& program, const std::string& localAddress) {
-  const settings::Section settings(program, kSection);
-  settingsFault = settings.Fault();
+  const settings::Section section(program, kSection);
+  settingsFault = section.Fault();
   if (!settingsFault) {
-    if (settings.FileExists()) {
-      ReadSettings(settings, localAddress);
+    if (section.FileExists()) {
+      settings::Load(section, Describe());
+      WebLocalIP = localAddress;
     } else {
       SetDefaults(program);
     }
   }
-  LoadDefaultPages(program);
-  // Whatever the file said: the search for default documents is on after every loading.
+  LoadDefaultPages(program, DefaultPages);
+  // Whatever the file says: every loading turns the search for default documents on.
   StartDefaultPage = true;
   FirstDefaultPage = DefaultPages[0];
   return true;
 }
 
-bool WebOptions::MayRead() const { return settings::ToAccessRights(WebRights).read; }
-
-bool WebOptions::MayRunPrograms() const { return text::ToBoolean(AppOptions[1]).value_or(false); }
-
-void WebOptions::ReadSettings(const settings::Section& settings, const std::string& localAddress) {
-  WebRootDir = settings.Path("WebRootDir");
-  WebDomain = settings.Text("DNS");
-  settings.Read("TCPPort", WebPort);
-  settings.Read("StartDefaultPage", StartDefaultPage);
-  WebRights = settings::ReadAccessRights(settings);
-  AppOptions = {settings.Text("optNoApp"), settings.Text("optAppDone")};
-  WebLocalIP = localAddress;
-}
-
 void WebOptions::SetDefaults(const settings::Program& program) {
-  WebRootDir = program.File("wwwroot");
-  WebDomain = core::kDefaultDomain;
-  WebLocalIP = "127.0.0.1";
-  WebPort = 80;
-  StartDefaultPage = true;
-  WebRights = {"1", "0", "0"};
-  AppOptions = {"False", "True"};
+  settings::SetDefaults(program, Describe());
 }
 
-void WebOptions::LoadDefaultPages(const settings::Program& program) {
-  const std::string file = program.File("IndexFN.Log");
-  std::error_code error;
-  const std::string content = text::DecodeFile(files::ReadFile(file, error, kMostOfDefaultPages));
-  if (error && !files::IsMissing(error)) {
-    program.errors.LogError("IndexFN.Log: " + platform::SystemMessage(error));
-  }
-  if (!ModCommon::FileExists(file)) {
-    DefaultPages[0] = "index.htm";
-    DefaultPages[1] = "default.htm";
-    return;
-  }
-  // Entries beyond the last line keep what they held.
-  std::string_view rest = content;
-  std::string_view line;
-  std::size_t index = 0;
-  while (NextLine(rest, line)) {
-    if (index == DefaultPages.size()) {
-      program.errors.LogError("IndexFN.Log: more than 11 lines");
-      return;
-    }
-    DefaultPages[index++] = line;
-  }
+settings::Table WebOptions::Describe() {
+  const Refusal noRoot{3, Refusal::If::kBlank, "请指定WEB主目录！"};
+  const Refusal noPort{1, Refusal::If::kBlank, "请指定TCP端口！"};
+  const Refusal noDomain{2, Refusal::If::kEmpty, "请指定本地域名", Refusal::Icon::kInformation};
+  return {kSection,
+          {{"WebRootDir", Form::kPath, &WebRootDir, "wwwroot", "txtWebRoot", noRoot},
+           {"WebServerIP", Form::kAddress, &WebLocalIP, "127.0.0.1", "txtWebIP"},
+           {"TCPPort", Form::kNumber, &WebPort, "80", "txtWebPort", noPort},
+           {"DNS", Form::kText, &WebDomain, core::kDefaultDomain, "txtWebAddress", noDomain},
+           {"StartDefaultPage", Form::kCheck, &StartDefaultPage, "1", "chkDefaultFile"},
+           {"Read", Form::kCheck, &WebRights[0], "1", "chkRead"},
+           {"Write", Form::kCheck, &WebRights[1], "0", "chkWrite"},
+           {"ContralAll", Form::kCheck, &WebRights[2], "0", "chkContralAll"},
+           {"optNoApp", Form::kBoolean, &AppOptions[0], "False", "optAppNone"},
+           {"optAppDone", Form::kBoolean, &AppOptions[1], "True", "OptAppDone"}}};
 }
+
+settings::Entry WebOptions::EntryToShow(const settings::Program& program) const {
+  WebOptions shown = *this;
+  const bool forbidden = !MayRunPrograms() && ProgramsAreForbidden(program);
+  shown.AppOptions[0] = text::BooleanText(forbidden);
+  return settings::EntryOf(shown.Describe());
+}
+
+bool WebOptions::MayRead() const { return IsSet(WebRights[0]); }
+
+bool WebOptions::MayRunPrograms() const { return IsSet(AppOptions[1]); }
 
 }  // namespace ModWeb

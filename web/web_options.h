@@ -7,21 +7,29 @@
 #include <string>
 #include <system_error>
 
-#include "settings/access_rights.h"
 #include "settings/program.h"
+#include "settings/settings_table.h"
+#include "web/default_pages.h"
 
 namespace ModWeb {
 
 struct WebOptions {
-  /// `localAddress`: the listening socket's own, taken when Server.ini exists. What cannot be
-  /// converted is told to the error log and keeps its value. Always true; settingsFault says
-  /// whether there were settings to load.
+  /// `localAddress`: the listening socket's, taken if Server.ini exists. A value that cannot be
+  /// converted is logged as an error and stays as it was. Always true; settingsFault says whether
+  /// the settings could be loaded.
   bool LoadWebOptions(const settings::Program& program, const std::string& localAddress);
 
-  /// What holds while there is no Server.ini; the default documents are left alone.
+  /// Sets the values that apply without a Server.ini. The default documents stay.
   void SetDefaults(const settings::Program& program);
 
-  /// Whether files may be read at all. What is neither yes nor no is no.
+  /// The settings that this object holds.
+  settings::Table Describe();
+
+  /// What the dialog shows: the values held, but whether programs are forbidden comes from
+  /// EnabalExecute.txt, and is true without that file. Allowed programs are not forbidden.
+  settings::Entry EntryToShow(const settings::Program& program) const;
+
+  /// Whether files may be read at all. False if the setting is not a Boolean, here and below.
   bool MayRead() const;
 
   /// Whether CGI programs may run.
@@ -32,18 +40,14 @@ struct WebOptions {
   std::string WebLocalIP;
   std::int16_t WebPort = 80;
   bool StartDefaultPage = true;
-  settings::AccessRightsTexts WebRights;
-  std::array<std::string, 2> AppOptions;     // optNoApp, optAppDone
-  std::array<std::string, 11> DefaultPages;  // tried in this order, the last one never
+  std::array<std::string, 3> WebRights;   // read, write, control all
+  std::array<std::string, 2> AppOptions;  // optNoApp, optAppDone
+  DefaultPageNames DefaultPages;
   std::string FirstDefaultPage;
 
-  /// Why Server.ini, though it is there, could not be used when it was loaded last: all that it
-  /// sets has stayed as it was.
+  /// Why the existing Server.ini could not be used when it was last loaded. Its settings then kept
+  /// their values.
   std::error_code settingsFault;
-
- private:
-  void ReadSettings(const settings::Section& settings, const std::string& localAddress);
-  void LoadDefaultPages(const settings::Program& program);
 };
 
 }  // namespace ModWeb

@@ -7,7 +7,6 @@
 #include "text/code_page.h"
 #include "text/path_text.h"
 #include "web/web_log.h"
-#include "web/web_options_entry.h"
 
 namespace ModWeb {
 
@@ -32,8 +31,9 @@ WebServer::WebServer(core::ServiceEnvironment environment)
       sender_(environment_.program.errors),
       cgi_(environment_),
       searchCopies_(environment_),
-      heldOptions_(environment_.program.Holders(),
-                   [this](settings::Change& change) { WriteSettings(change, EntryOf(options_)); }) {
+      heldOptions_(environment_.program.Holders(), [this](settings::Change& change) {
+        settings::WriteHeld(change, options_.Describe());
+      }) {
   options_.SetDefaults(environment_.program);
 }
 

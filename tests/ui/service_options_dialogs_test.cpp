@@ -76,7 +76,7 @@ const DialogCase kWeb = {
                    {"chkDefaultFile", true}},
     .boxTitle = "Tarnwerk",
     .refusals = {{"txtWebPort", "请指定TCP端口！"},
-                 {"txtWebAddress", "请指定本地域名", wxICON_INFORMATION | wxICON_QUESTION, ""},
+                 {"txtWebAddress", "请指定本地域名", wxICON_INFORMATION, ""},
                  {"txtWebRoot", "请指定WEB主目录！"}},
     .choosers = {{"cmdBrowser", "选择Web服务器的主目录", "txtWebRoot"}},
     .typed = {{"txtWebRoot", "  /srv/www"},

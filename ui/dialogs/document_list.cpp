@@ -43,7 +43,9 @@ DocumentList::DocumentList(wxWindow* parent) : wxPanel(parent) {
 
 void DocumentList::Set(const std::vector<std::string>& names) {
   lstDocument->Clear();
-  for (const std::string& name : names) lstDocument->Append(Shown(name));
+  for (const std::string& name : names) {
+    if (!name.empty()) lstDocument->Append(Shown(name));
+  }
 }
 
 std::vector<std::string> DocumentList::Names() const {

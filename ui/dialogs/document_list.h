@@ -17,6 +17,7 @@ class DocumentList : public wxPanel {
  public:
   explicit DocumentList(wxWindow* parent);
 
+  /// Empty names are left out.
   void Set(const std::vector<std::string>& names);
   std::vector<std::string> Names() const;
 

@@ -4,16 +4,12 @@
 #include <wx/textctrl.h>
 
 #include "ui/controls/layout.h"
-#include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/questions.h"
 #include "ui/dialogs/save_report.h"
 
 namespace ui {
 namespace {
-
-using ModFtp::FtpOptionsEntry;
-using ModFtp::FtpOptionsFault;
 
 constexpr const char* kTitle = "Ftp服务器选项";
 
@@ -23,7 +19,9 @@ frmFtpOptions::frmFtpOptions(wxWindow* parent, const settings::Program& program,
                              ModFtp::FtpServer& server)
     : wxDialog(parent, wxID_ANY, Shown(kTitle), wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
-      program_(program) {
+      program_(program),
+      options_(server.Options()),
+      form_(*this, options_.Describe(), kTitle) {
   SetName("frmFtpOptions");
   wxSizer* content = MakeContent();
   const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
@@ -33,7 +31,7 @@ frmFtpOptions::frmFtpOptions(wxWindow* parent, const settings::Program& program,
   LetChooseFolder(cmdBrower2, txtFtpUploadDir, "请选择FTP站点文件上传的位置");
   cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
   Fill(*this, content, buttons);
-  Load(ModFtp::EntryOf(server.Options()));
+  form_.Show(settings::EntryOf(form_.Table()));
   txtFtpAddress->SetFocus();
   CentreOnParent();
 }
@@ -63,44 +61,12 @@ wxSizer* frmFtpOptions::MakeContent() {
   return column.Sizer();
 }
 
-void frmFtpOptions::Load(const FtpOptionsEntry& entry) {
-  txtFtpAddress->ChangeValue(Shown(entry.domain));
-  txtFtpIP->ChangeValue(Shown(entry.localIP));
-  txtFtpPort->ChangeValue(Shown(entry.port));
-  txtFtpDir->ChangeValue(Shown(entry.root));
-  txtFtpUploadDir->ChangeValue(Shown(entry.uploadDir));
-  rights.Set(entry.rights);
-}
-
-FtpOptionsEntry frmFtpOptions::Entry() const {
-  return {.localIP = Typed(txtFtpIP->GetValue()),
-          .port = Typed(txtFtpPort->GetValue()),
-          .domain = Typed(txtFtpAddress->GetValue()),
-          .root = Typed(txtFtpDir->GetValue()),
-          .uploadDir = Typed(txtFtpUploadDir->GetValue()),
-          .rights = rights.Rights()};
-}
-
 void frmFtpOptions::OnConfirm() {
-  const FtpOptionsEntry entry = Entry();
-  if (const auto fault = ModFtp::FindFault(entry)) return Refuse(*fault);
+  const settings::Entry entry = form_.Entered();
+  if (form_.IsRefused(entry)) return;
   settings::Change change(program_);
-  ModFtp::WriteSettings(change, entry);
+  settings::Write(change, form_.Table(), entry);
   if (IsSaved(this, program_, change.Save(), kTitle)) EndModal(wxID_OK);
-}
-
-void frmFtpOptions::Refuse(FtpOptionsFault fault) {
-  switch (fault) {
-    case FtpOptionsFault::kNoDomain:
-      Warn(this, "本地域名不能为空！", kTitle);
-      return txtFtpAddress->SetFocus();
-    case FtpOptionsFault::kNoRoot:
-      Warn(this, "主目录不能为空！", kTitle);
-      return txtFtpDir->SetFocus();
-    case FtpOptionsFault::kNoUploadDir:
-      Warn(this, "上传目录不能为空！", kTitle);
-      return txtFtpUploadDir->SetFocus();
-  }
 }
 
 }  // namespace ui

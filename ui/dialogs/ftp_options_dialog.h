@@ -1,14 +1,14 @@
 #pragma once
 
-// The FTP server's options, filled from the settings in memory: who opens it has them loaded
-// before. A running server takes over what is confirmed here when it loads its settings next.
+// The FTP server's options, as they are in memory: callers load them first. What is confirmed takes
+// effect when the server next loads its settings.
 
 #include <wx/dialog.h>
 
-#include "ftp/ftp_options_entry.h"
 #include "ftp/ftp_server.h"
 #include "settings/program.h"
 #include "ui/dialogs/permission_groups.h"
+#include "ui/dialogs/settings_form.h"
 
 class wxButton;
 class wxTextCtrl;
@@ -32,12 +32,11 @@ class frmFtpOptions : public wxDialog {
 
  private:
   wxSizer* MakeContent();
-  void Load(const ModFtp::FtpOptionsEntry& entry);
-  ModFtp::FtpOptionsEntry Entry() const;
   void OnConfirm();
-  void Refuse(ModFtp::FtpOptionsFault fault);
 
   const settings::Program& program_;
+  ModFtp::FtpOptions options_;
+  SettingsForm form_;
 };
 
 }  // namespace ui

@@ -7,16 +7,12 @@
 
 #include "text/strings.h"
 #include "ui/controls/layout.h"
-#include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/questions.h"
 #include "ui/dialogs/save_report.h"
 
 namespace ui {
 namespace {
-
-using ModMail::MailOptionsEntry;
-using ModMail::MailOptionsFault;
 
 constexpr const char* kTitle = "E-Mail服务器选项";
 
@@ -28,6 +24,7 @@ frmMailOptions::frmMailOptions(wxWindow* parent, const settings::Program& progra
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       program_(program),
       server_(server),
+      form_(*this, options_.Describe(), kTitle),
       pages_(new wxNotebook(this, wxID_ANY)) {
   SetName("frmMailOptions");
   pages_->AddPage(MakeServerPage(), Shown("服务器"));
@@ -45,7 +42,8 @@ frmMailOptions::frmMailOptions(wxWindow* parent, const settings::Program& progra
   Fill(*this, pages_, buttons);
 
   server.LoadOptions();
-  Load(ModMail::EntryOf(server.Options()));
+  options_ = server.Options();
+  form_.Show(settings::EntryOf(form_.Table()));
   txtMailAddress->SetFocus();
   CentreOnScreen();
 }
@@ -63,37 +61,14 @@ wxWindow* frmMailOptions::MakeServerPage() {
   return WithMargin(page, rows.Sizer());
 }
 
-void frmMailOptions::Load(const MailOptionsEntry& entry) {
-  txtMailIP->ChangeValue(Shown(entry.localIP));
-  txtSMTPPort->ChangeValue(Shown(entry.smtpPort));
-  txtPop3Port->ChangeValue(Shown(entry.pop3Port));
-  txtMailAddress->ChangeValue(Shown(entry.domain));
-  txtMailRootDir->ChangeValue(Shown(entry.root));
-}
-
-MailOptionsEntry frmMailOptions::Entry() const {
-  return {.localIP = Typed(txtMailIP->GetValue()),
-          .smtpPort = Typed(txtSMTPPort->GetValue()),
-          .pop3Port = Typed(txtPop3Port->GetValue()),
-          .domain = Typed(txtMailAddress->GetValue()),
-          .root = Typed(txtMailRootDir->GetValue())};
-}
-
 void frmMailOptions::OnConfirm() {
-  const MailOptionsEntry entry = Entry();
-  if (const auto fault = ModMail::FindFault(entry)) return Refuse(*fault);
+  const settings::Entry entry = form_.Entered();
+  if (form_.IsRefused(entry)) return;
   settings::Change change(program_);
-  ModMail::WriteSettings(change, entry);
+  settings::Write(change, form_.Table(), entry);
   if (!IsSaved(this, program_, change.Save(), kTitle)) return;
-  server_.SetMailRoot(text::TrimBlanks(entry.root));
+  server_.SetMailRoot(text::TrimBlanks(entry.at(ModMail::kMailRootKey)));
   EndModal(wxID_OK);
-}
-
-void frmMailOptions::Refuse(MailOptionsFault fault) {
-  const bool noDomain = fault == MailOptionsFault::kNoDomain;
-  Warn(this, noDomain ? "本地域名不能为空！" : "主目录不能为空！", kTitle);
-  pages_->SetSelection(0);
-  (noDomain ? txtMailAddress : txtMailRootDir)->SetFocus();
 }
 
 }  // namespace ui

@@ -5,10 +5,10 @@
 
 #include <wx/dialog.h>
 
-#include "mail/mail_options_entry.h"
 #include "mail/mail_server.h"
 #include "settings/program.h"
 #include "ui/controls/log_panel.h"
+#include "ui/dialogs/settings_form.h"
 
 class wxBookCtrlBase;
 class wxButton;
@@ -34,13 +34,12 @@ class frmMailOptions : public wxDialog {
 
  private:
   wxWindow* MakeServerPage();
-  void Load(const ModMail::MailOptionsEntry& entry);
-  ModMail::MailOptionsEntry Entry() const;
   void OnConfirm();
-  void Refuse(ModMail::MailOptionsFault fault);
 
   const settings::Program& program_;
   ModMail::MailServer& server_;
+  ModMail::MailOptions options_;
+  SettingsForm form_;
   wxBookCtrlBase* pages_;
 };
 

@@ -6,7 +6,6 @@
 
 #include "settings/autostart.h"
 #include "settings/manager_password.h"
-#include "settings/start_options.h"
 #include "text/strings.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/message_box.h"
@@ -21,7 +20,9 @@ constexpr int kPasswordWidth = 160;
 }  // namespace
 
 frmOptions::frmOptions(wxWindow* parent, const settings::Program& program)
-    : wxDialog(parent, wxID_ANY, Shown("系统选项")), program_(program) {
+    : wxDialog(parent, wxID_ANY, Shown("系统选项")),
+      program_(program),
+      form_(*this, options_.Describe()) {
   SetName("frmOptions");
   wxSizer* content = MakeContent();
   const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
@@ -62,9 +63,8 @@ wxSizer* frmOptions::MakeContent() {
 }
 
 void frmOptions::Load() {
-  const settings::StartOptions options = settings::ReadStartOptions(program_);
-  chkAutoStartService->SetValue(options.autoStartService);
-  chkShowInBar->SetValue(options.startInTaskBar);
+  options_.Load(program_);
+  form_.Show(settings::EntryOf(form_.Table()));
   chkSysAutoStart->SetValue(settings::StartsWithSystem(program_));
   const std::string password = settings::ManagerPassword(program_);
   chkManagerPwd->SetValue(!password.empty());
@@ -93,8 +93,7 @@ void frmOptions::OnConfirm() {
     return;
   }
   settings::Change change(program_);
-  settings::WriteStartOptions(change, {.autoStartService = chkAutoStartService->GetValue(),
-                                       .startInTaskBar = chkShowInBar->GetValue()});
+  settings::Write(change, form_.Table(), form_.Entered());
   if (!IsSaved(this, program_, change.Fault())) return;
   settings::SetManagerPassword(program_, wanted ? password : "");
   if (!IsSaved(this, program_, change.Save())) return;

@@ -5,6 +5,8 @@
 #include <wx/dialog.h>
 
 #include "settings/program.h"
+#include "settings/start_options.h"
+#include "ui/dialogs/settings_form.h"
 
 class wxButton;
 class wxCheckBox;
@@ -33,6 +35,8 @@ class frmOptions : public wxDialog {
   void SaveStartWithSystem();
 
   const settings::Program& program_;
+  settings::StartOptions options_;
+  SettingsForm form_;
 };
 
 }  // namespace ui

@@ -26,34 +26,16 @@ RightsGroup::RightsGroup(wxWindow* parent) {
   sizer_ = group.Sizer();
 }
 
-void RightsGroup::Set(const settings::AccessRights& rights) {
-  chkRead->SetValue(rights.read);
-  chkWrite->SetValue(rights.write);
-  chkContralAll->SetValue(rights.controlAll);
-}
-
-settings::AccessRights RightsGroup::Rights() const {
-  return {chkRead->GetValue(), chkWrite->GetValue(), chkContralAll->GetValue()};
-}
-
 ProgramsGroup::ProgramsGroup(wxWindow* parent, const char* nameOfForbidden) {
   Group group(parent, "应用程序许可");
   forbidden = MakeOption(group.Parent(), nameOfForbidden, "不允许执行应用程序(&N)", wxRB_GROUP);
   OptAppDone = MakeOption(group.Parent(), "OptAppDone", "允许执行应用程序(&X)");
-  neither_ = MakeOption(group.Parent(), "", "");
-  neither_->Hide();
+  wxRadioButton* neither = MakeOption(group.Parent(), "", "");
+  neither->SetValue(true);
+  neither->Hide();
   group.Content().Add(forbidden);
   group.Content().Add(OptAppDone);
   sizer_ = group.Sizer();
 }
-
-void ProgramsGroup::Set(bool areForbidden, bool areAllowed) {
-  wxRadioButton* on = areAllowed ? OptAppDone : areForbidden ? forbidden : neither_;
-  on->SetValue(true);
-}
-
-bool ProgramsGroup::AreForbidden() const { return forbidden->GetValue(); }
-
-bool ProgramsGroup::AreAllowed() const { return OptAppDone->GetValue(); }
 
 }  // namespace ui

@@ -1,8 +1,7 @@
 #pragma once
 
-// The groups of controls by which several dialogs ask what a site or folder permits.
-
-#include "settings/access_rights.h"
+// Groups of controls that several dialogs use for what a site or folder permits. Their values are
+// shown and read by settings_form.h.
 
 class wxCheckBox;
 class wxRadioButton;
@@ -17,8 +16,6 @@ class RightsGroup {
   RightsGroup() = default;
   explicit RightsGroup(wxWindow* parent);
 
-  void Set(const settings::AccessRights& rights);
-  settings::AccessRights Rights() const;
   wxSizer* Sizer() const { return sizer_; }
 
   wxCheckBox* chkRead = nullptr;
@@ -29,25 +26,20 @@ class RightsGroup {
   wxSizer* sizer_ = nullptr;
 };
 
-/// Whether programs may run: two options of which at most one is on. Neither may be, as settings
-/// files can say so, which a toolkit's group of options does not know: a third one that is never
-/// shown stands for it.
+/// Whether programs may run: two options, of which at most one is on. At first neither is, which a
+/// settings file may say as well; the toolkit's groups always have one on, so that a third, hidden
+/// option represents this.
 class ProgramsGroup {
  public:
   ProgramsGroup() = default;
   ProgramsGroup(wxWindow* parent, const char* nameOfForbidden);
 
-  /// Where both are to be on, the one that allows is.
-  void Set(bool areForbidden, bool areAllowed);
-  bool AreForbidden() const;
-  bool AreAllowed() const;
   wxSizer* Sizer() const { return sizer_; }
 
   wxRadioButton* forbidden = nullptr;
   wxRadioButton* OptAppDone = nullptr;
 
  private:
-  wxRadioButton* neither_ = nullptr;
   wxSizer* sizer_ = nullptr;
 };
 

@@ -3,20 +3,18 @@
 #include <wx/button.h>
 #include <wx/textctrl.h>
 
-#include "text/strings.h"
 #include "ui/controls/layout.h"
-#include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/questions.h"
 #include "ui/dialogs/save_report.h"
-#include "web/virtual_directory.h"
 
 namespace ui {
 
 frmEditDir::frmEditDir(wxWindow* parent, const settings::Program& program)
     : wxDialog(parent, wxID_ANY, Shown("添加虚拟目录"), wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
-      program_(program) {
+      program_(program),
+      form_(*this, directory_.Describe()) {
   SetName("frmEditDir");
   wxSizer* content = MakeContent();
   const DialogButtons buttons = MakeDialogButtons(*this, "cmdOK", "cmdCancel");
@@ -25,7 +23,8 @@ frmEditDir::frmEditDir(wxWindow* parent, const settings::Program& program)
   LetChooseFolder(cmdBrowser, txtDir, "选择虚拟目录");
   cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
   Fill(*this, content, buttons);
-  Load();
+  directory_.Load(program);
+  form_.Show(settings::EntryOf(form_.Table()));
   txtDir->SetFocus();
   CentreOnParent();
 }
@@ -43,26 +42,12 @@ wxSizer* frmEditDir::MakeContent() {
   return column.Sizer();
 }
 
-void frmEditDir::Load() {
-  const ModWeb::VirtualDirectory directory = ModWeb::ReadVirtualDirectory(program_);
-  txtDir->ChangeValue(Shown(directory.path));
-  programs.Set(directory.noPrograms, directory.programs);
-  rights.Set(directory.rights);
-}
-
 void frmEditDir::OnConfirm() {
-  const std::string path = Typed(txtDir->GetValue());
-  if (text::TrimBlanks(path).empty()) {
-    Warn(this, "目录不能为空！");
-    txtDir->SetFocus();
-    return;
-  }
-  const std::error_code error =
-      ModWeb::SaveVirtualDirectory(program_, {.path = path,
-                                              .noPrograms = programs.AreForbidden(),
-                                              .programs = programs.AreAllowed(),
-                                              .rights = rights.Rights()});
-  if (IsSaved(this, program_, error)) EndModal(wxID_OK);
+  const settings::Entry entry = form_.Entered();
+  if (form_.IsRefused(entry)) return;
+  settings::Change change(program_);
+  settings::Write(change, form_.Table(), entry);
+  if (IsSaved(this, program_, change.Save())) EndModal(wxID_OK);
 }
 
 }  // namespace ui

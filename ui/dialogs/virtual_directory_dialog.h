@@ -1,11 +1,13 @@
 #pragma once
 
-// The one virtual directory. It is stored, and no request asks for it.
+// The one virtual directory. It is stored; no request uses it.
 
 #include <wx/dialog.h>
 
 #include "settings/program.h"
 #include "ui/dialogs/permission_groups.h"
+#include "ui/dialogs/settings_form.h"
+#include "web/virtual_directory.h"
 
 class wxButton;
 class wxTextCtrl;
@@ -25,10 +27,11 @@ class frmEditDir : public wxDialog {
 
  private:
   wxSizer* MakeContent();
-  void Load();
   void OnConfirm();
 
   const settings::Program& program_;
+  ModWeb::VirtualDirectory directory_;
+  SettingsForm form_;
 };
 
 }  // namespace ui

@@ -8,24 +8,18 @@
 #include <wx/textctrl.h>
 
 #include "ui/controls/layout.h"
-#include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/questions.h"
 #include "ui/dialogs/save_report.h"
 
 namespace ui {
-namespace {
-
-using ModWeb::WebOptionsEntry;
-using ModWeb::WebOptionsFault;
-
-}  // namespace
 
 frmWebOptions::frmWebOptions(wxWindow* parent, const settings::Program& program,
                              ModWeb::WebServer& server)
     : wxDialog(parent, wxID_ANY, Shown("Web服务器选项"), wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       program_(program),
+      form_(*this, options_.Describe()),
       pages_(new wxNotebook(this, wxID_ANY)) {
   SetName("frmWebOptions");
   pages_->AddPage(MakeSitePage(), Shown("站点"));
@@ -43,7 +37,9 @@ frmWebOptions::frmWebOptions(wxWindow* parent, const settings::Program& program,
   Fill(*this, pages_, buttons);
 
   server.LoadOptions();
-  Load(ModWeb::EntryToShow(program, server.Options()));
+  options_ = server.Options();
+  form_.Show(options_.EntryToShow(program));
+  documents_->Set({options_.DefaultPages.begin(), options_.DefaultPages.end()});
   txtWebRoot->SetFocus();
   CentreOnScreen();
 }
@@ -81,62 +77,17 @@ wxWindow* frmWebOptions::MakeRightsPage() {
   return WithMargin(page, column.Sizer());
 }
 
-void frmWebOptions::Load(const WebOptionsEntry& entry) {
-  txtWebRoot->ChangeValue(Shown(entry.rootDir));
-  txtWebIP->ChangeValue(Shown(entry.localIP));
-  txtWebPort->ChangeValue(Shown(entry.port));
-  txtWebAddress->ChangeValue(Shown(entry.domain));
-  chkDefaultFile->SetValue(entry.startDefaultPage);
-  rights.Set(entry.rights);
-  programs.Set(entry.noPrograms, entry.programs);
-  documents_->Set(entry.documents);
-}
-
-WebOptionsEntry frmWebOptions::Entry() const {
-  return {.rootDir = Typed(txtWebRoot->GetValue()),
-          .localIP = Typed(txtWebIP->GetValue()),
-          .port = Typed(txtWebPort->GetValue()),
-          .domain = Typed(txtWebAddress->GetValue()),
-          .startDefaultPage = chkDefaultFile->GetValue(),
-          .rights = rights.Rights(),
-          .noPrograms = programs.AreForbidden(),
-          .programs = programs.AreAllowed(),
-          .documents = documents_->Names()};
-}
-
 void frmWebOptions::OnConfirm() {
-  const WebOptionsEntry entry = Entry();
-  if (const auto fault = ModWeb::FindFault(entry)) return Refuse(*fault);
+  const settings::Entry entry = form_.Entered();
+  if (form_.IsRefused(entry)) return;
   settings::Change change(program_);
-  ModWeb::WriteSettings(change, entry);
-  // The documents are not to be new with the settings old.
+  settings::Write(change, form_.Table(), entry);
+  // New documents must not meet old settings.
   if (IsSaved(this, program_, change.Fault()) &&
-      IsSaved(this, program_, ModWeb::SaveDefaultPages(program_, entry.documents)) &&
+      IsSaved(this, program_, ModWeb::SaveDefaultPages(program_, documents_->Names())) &&
       IsSaved(this, program_, change.Save())) {
     EndModal(wxID_OK);
   }
-}
-
-void frmWebOptions::Refuse(WebOptionsFault fault) {
-  wxTextCtrl* field = nullptr;
-  switch (fault) {
-    case WebOptionsFault::kNoPort:
-      Warn(this, "请指定TCP端口！");
-      field = txtWebPort;
-      break;
-    case WebOptionsFault::kNoDomain:
-      // Two icons at once: which one is shown is the system's choice.
-      ShowMessage(this, "请指定本地域名", kProgramTitle,
-                  wxOK | wxICON_INFORMATION | wxICON_QUESTION);
-      field = txtWebAddress;
-      break;
-    case WebOptionsFault::kNoRoot:
-      Warn(this, "请指定WEB主目录！");
-      field = txtWebRoot;
-      break;
-  }
-  pages_->SetSelection(0);
-  field->SetFocus();
 }
 
 }  // namespace ui

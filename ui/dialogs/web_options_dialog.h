@@ -1,7 +1,7 @@
 #pragma once
 
 // The Web server's options. Opening it loads the settings anew; confirming it writes IndexFN.Log
-// and Server.ini, which a running server takes over when it loads its settings next.
+// and Server.ini, which take effect when the server next loads its settings.
 
 #include <wx/dialog.h>
 
@@ -9,7 +9,7 @@
 #include "ui/controls/log_panel.h"
 #include "ui/dialogs/document_list.h"
 #include "ui/dialogs/permission_groups.h"
-#include "web/web_options_entry.h"
+#include "ui/dialogs/settings_form.h"
 #include "web/web_server.h"
 
 class wxBookCtrlBase;
@@ -39,12 +39,11 @@ class frmWebOptions : public wxDialog {
   wxWindow* MakeSitePage();
   wxWindow* MakeDocumentPage();
   wxWindow* MakeRightsPage();
-  void Load(const ModWeb::WebOptionsEntry& entry);
-  ModWeb::WebOptionsEntry Entry() const;
   void OnConfirm();
-  void Refuse(ModWeb::WebOptionsFault fault);
 
   const settings::Program& program_;
+  ModWeb::WebOptions options_;
+  SettingsForm form_;
   wxBookCtrlBase* pages_;
   DocumentList* documents_;
 };
