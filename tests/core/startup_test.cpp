@@ -24,21 +24,22 @@ class RecordedSteps : public core::StartupSteps {
 class Startup : public test::ProgramFixture {};
 
 TEST_F(Startup, WordsCountInTheirPlacesAndSettingsOnlyWithoutAnyWord) {
-  const std::string settings = "[System]\nAutoStartService=1\nStartInTaskBar=True\n";
+  const std::string services = "[System]\nAutoStartService=-1\nStartInTaskBar=0\n";
+  const std::string tray = "[System]\nAutoStartService=yes\nStartInTaskBar= tRUE\n";
   const struct {
     std::string settings, commandLine, done;
   } cases[] = {
       {"", "", "window "},
       {"", "start show web", "services tray web "},
+      {"", "/START/SHOW\t/ WEB", "services tray web "},
       {"", "SHOW", "window "},
-      {"", "x SHOW", "tray "},
+      {"", "x-y=\"q\" SHOW", "tray "},
       {"", "x x WEB", "window web "},
       {"", "WEB x x", "window "},
       {"", "x STOP", "window "},
-      {settings, "", "services tray "},
-      {settings, " / ", "services tray "},
-      {settings, "x", "window "},
-      {"[System]\nAutoStartService=\nStartInTaskBar=perhaps\n", "", "window "},
+      {services, "", "services window "},
+      {tray, " / \t", "tray "},
+      {tray, "x", "window "},
   };
   for (const auto& each : cases) {
     Home().Write("Server.ini", each.settings);

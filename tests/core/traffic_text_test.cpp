@@ -7,12 +7,10 @@
 namespace {
 
 TEST(TrafficText, HasTwoOrThreeDigitsThatCount) {
-  EXPECT_EQ(core::ByteText(0), "0 B");
-  EXPECT_EQ(core::ByteText(999), "999 B");
-  EXPECT_EQ(core::ByteText(1536), "1.5 KB");
-  EXPECT_EQ(core::ByteText(10 * 1024 - 1), "10 KB");
-  EXPECT_EQ(core::ByteText(1023 * 1024), "1.0 MB");
-  EXPECT_EQ(core::ByteText(std::uint64_t{5} << 40), "5.0 TB");
+  const std::pair<std::uint64_t, const char*> cases[] = {
+      {0, "0 B"},       {999, "999 B"},         {1536, "1.5 KB"},
+      {10239, "10 KB"}, {1023 << 10, "1.0 MB"}, {std::uint64_t{5} << 40, "5.0 TB"}};
+  for (const auto& [bytes, shown] : cases) EXPECT_EQ(core::ByteText(bytes), shown);
 }
 
 TEST(TrafficText, TellsHowFarATransferIsOnlyWhereItsSizeIsKnown) {
@@ -20,7 +18,6 @@ TEST(TrafficText, TellsHowFarATransferIsOnlyWhereItsSizeIsKnown) {
     return core::ProgressText({"GET /", total, {0, sent}});
   };
   EXPECT_EQ(progress(0, 100), "");
-  EXPECT_EQ(progress(1000, 0), "0%");
   EXPECT_EQ(progress(1000, 999), "99%");
   EXPECT_EQ(progress(1000, 1200), "100%");
 }
@@ -30,20 +27,17 @@ TEST(TrafficText, RatesCountFromTheLookBefore) {
   core::TrafficRate rate;
   const core::TrafficRate::Clock::time_point start(10s);
   EXPECT_EQ(rate.Next({1000, 1000}, start).sent, 0U);
-  const net::Traffic next = rate.Next({1000, 3000}, start + 500ms);
-  EXPECT_EQ(next.sent, 4000U);
-  EXPECT_EQ(next.received, 0U);
+  EXPECT_EQ(rate.Next({1000, 3000}, start + 500ms).sent, 4000U);
   EXPECT_EQ(rate.Next({1000, 3000}, start + 500ms).sent, 0U);  // twice at the same moment
 }
 
 TEST(Reach, NamesThePortOnlyWhereClientsWouldNotTakeIt) {
-  using core::ReachedAt;
-  using core::ServiceKind;
-  EXPECT_EQ(ReachedAt(ServiceKind::kWeb, "10.0.0.5", {80, 0}), "http://10.0.0.5/");
-  EXPECT_EQ(ReachedAt(ServiceKind::kWeb, "10.0.0.5", {8080, 0}), "http://10.0.0.5:8080/");
-  EXPECT_EQ(ReachedAt(ServiceKind::kFtp, "10.0.0.5", {21, 0}), "ftp://10.0.0.5/");
-  EXPECT_EQ(ReachedAt(ServiceKind::kMail, "10.0.0.5", {25, 110}),
-            "SMTP 10.0.0.5:25  POP3 10.0.0.5:110");
+  const auto at = [](core::ServiceKind service, std::uint16_t first, std::uint16_t second) {
+    return core::ReachedAt(service, "10.0.0.5", {first, second});
+  };
+  EXPECT_EQ(at(core::ServiceKind::kWeb, 80, 0), "http://10.0.0.5/");
+  EXPECT_EQ(at(core::ServiceKind::kFtp, 2121, 0), "ftp://10.0.0.5:2121/");
+  EXPECT_EQ(at(core::ServiceKind::kMail, 25, 110), "SMTP 10.0.0.5:25  POP3 10.0.0.5:110");
 }
 
 }  // namespace

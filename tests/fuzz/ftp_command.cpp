@@ -4,29 +4,22 @@
 #include "tests/fuzz/fuzz_input.h"
 #include "text/wildcards.h"
 
-namespace {
-
 // No part is longer than the command, and the path of a name begins with its directory's text.
-void CutAsEveryCommandDoes(std::string_view text) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view text = fuzz::Text(data, size);
   fuzz::Require(ModFtp::CharacterCount(text) <= text.size());
   fuzz::Require(ModFtp::CommandWord(text).size() <= 3 * text.size());
   fuzz::Require(ModFtp::CutTransferType(text).size() <= 4);
   static_cast<void>(ModFtp::CutRestart(text));
   static_cast<void>(ModFtp::AsksForHelp(text));
-  const auto name = ModFtp::CutArgument(text, ModFtp::kAfterFourLetters);
-  if (!name) return;
-  fuzz::Require(name->size() < text.size());
-  fuzz::Require(ModFtp::LocalPath("C:\\root", "C:\\root\\here\\", *name).starts_with("C:\\root"));
-  static_cast<void>(ModFtp::ChangedDirectory("C:\\root\\", "C:\\root\\here\\", *name));
-  fuzz::Require(text::MatchesWildcard(*name, "*"));
-}
-
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view text = fuzz::Text(data, size);
-  CutAsEveryCommandDoes(text);
-  const auto port = ModFtp::CutPortArgument(text);
-  if (port) fuzz::Require(port->low.size() <= text.size());
+  if (const auto port = ModFtp::CutPortArgument(text)) {
+    fuzz::Require(port->low.size() <= text.size());
+  }
+  if (const auto name = ModFtp::CutArgument(text, ModFtp::kAfterFourLetters)) {
+    fuzz::Require(name->size() < text.size());
+    fuzz::Require(ModFtp::LocalPath("C:\\root", "C:\\root\\here\\", *name).starts_with("C:\\root"));
+    static_cast<void>(ModFtp::ChangedDirectory("C:\\root\\", "C:\\root\\here\\", *name));
+    fuzz::Require(text::MatchesWildcard(*name, "*"));
+  }
   return 0;
 }

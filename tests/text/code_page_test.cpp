@@ -4,39 +4,31 @@
 
 namespace {
 
-using text::FromGbk;
-using text::GbkCharacter;
+using platform::Charset;
 
 TEST(CodePage, GbkIsReadCharacterByCharacterWithAMarkForWhatIsNone) {
-  EXPECT_EQ(FromGbk("a\xC4\xE3"
-                    "b"),
-            "a你b");
-  EXPECT_EQ(FromGbk("\xC4"), "?");
-  EXPECT_EQ(FromGbk("\xFF"
-                    "a"),
-            "?a");
+  using text::GbkCharacter;
+  EXPECT_EQ(text::FromGbk("a\xC4\xE3-"), "a你-");
+  EXPECT_EQ(text::FromGbk("\xC4"), "?");
+  EXPECT_EQ(text::FromGbk("\xFF-"), "?-");
   EXPECT_EQ(GbkCharacter(0xC4, 0xE3), "你");
-  EXPECT_EQ(GbkCharacter(0x41, 0x42), std::nullopt);
-  EXPECT_EQ(GbkCharacter(0x0D, 0x0A), std::nullopt);
-  EXPECT_EQ(GbkCharacter(0x81, 0x20), std::nullopt);
+  EXPECT_FALSE(GbkCharacter(0x41, 0x42) || GbkCharacter(0x0D, 0x0A) || GbkCharacter(0x81, 0x20));
 }
 
-TEST(CodePage, AFileOfOursIsReadInWhateverSetItsBytesAreValidUtf8First) {
-  using platform::Charset;
-  struct Case {
+TEST(CodePage, AFileIsReadInWhateverSetItsBytesAreValidUtf8First) {
+  const struct {
     std::string bytes;
     Charset charset;
     std::string text;
-  };
-  const Charset system = platform::SystemCharset();
-  for (const Case& c :
-       {Case{"plain", system, "plain"}, Case{"中", Charset::kUtf8, "中"},
-        Case{"\xEF\xBB\xBF中", Charset::kUtf8, "中"}, Case{"\xD6\xD0", Charset::kGbk, "中"},
-        // Valid in both sets.
-        Case{"\xC2\xBD", Charset::kUtf8, "½"}}) {
-    EXPECT_EQ(text::CharsetOf(c.bytes), c.charset) << c.text;
-    EXPECT_EQ(text::DecodeFile(c.bytes), c.text);
-    EXPECT_EQ(text::DecodeFile(text::EncodeFile(c.text)), c.text);
+  } cases[] = {{"plain", platform::SystemCharset(), "plain"},
+               {"中", Charset::kUtf8, "中"},
+               {"\xEF\xBB\xBF中", Charset::kUtf8, "中"},
+               {"\xD6\xD0", Charset::kGbk, "中"},
+               {"\xC2\xBD", Charset::kUtf8, "½"}};  // valid in both sets
+  for (const auto& each : cases) {
+    EXPECT_EQ(text::CharsetOf(each.bytes), each.charset) << each.text;
+    EXPECT_EQ(text::DecodeFile(each.bytes), each.text);
+    EXPECT_EQ(text::DecodeFile(text::EncodeFile(each.text)), each.text);
   }
 }
 
@@ -49,14 +41,13 @@ TEST(CodePage, ValidUtf8IsToldFromOverlongCutAndSurrogateForms) {
 }
 
 TEST(CodePage, ConversionToGbkMarksWhatItDoesNotHold) {
-  bool lossless = true;
-  EXPECT_EQ(text::Encode(platform::Charset::kGbk, "中😀", &lossless), "\xD6\xD0?");
-  EXPECT_FALSE(lossless);
-  EXPECT_EQ(text::Encode(platform::Charset::kGbk, "中Ω", &lossless), "\xD6\xD0\xA6\xB8");
-  EXPECT_TRUE(lossless);
-  EXPECT_EQ(text::Encode(platform::Charset::kGbk, "Ä", &lossless), "?");
-  EXPECT_FALSE(lossless);
-  EXPECT_EQ(text::Encode(platform::Charset::kUtf8, "\xFF"), "\xFF");
+  const std::pair<const char*, const char*> cases[] = {
+      {"中Ω", "\xD6\xD0\xA6\xB8"}, {"中😀", "\xD6\xD0?"}, {"Ä", "?"}};
+  for (const auto& [text, bytes] : cases) {
+    bool lossless = false;
+    EXPECT_EQ(text::Encode(Charset::kGbk, text, &lossless), bytes);
+    EXPECT_EQ(lossless, text == cases[0].first);
+  }
 }
 
 }  // namespace

@@ -10,16 +10,14 @@ namespace test {
 /// A Web server with its root in the program directory, on a port that the system chose.
 class WebFixture : public ServerFixture<ModWeb::WebServer> {
  protected:
-  void StartWeb(const std::string& moreSettings = "Read=1\noptAppDone=True\n") {
+  void SetUp() override {
     Home().Write("Server.ini",
-                 "[WebServer Options]\nWebRootDir=" + Home().Path("wwwroot").string() +
-                     "\nTCPPort=0\nDNS=localhost\nStartDefaultPage=1\n" + moreSettings);
-    Home().Write("wwwroot/placeholder", "");
+                 "[WebServer Options]\nStartDefaultPage=1\nTCPPort=0\nDNS=localhost\nRead=1\n"
+                 "optAppDone=True\nWebRootDir=" +
+                     Home().Path("wwwroot").string() + "\n");
+    Home().Write("wwwroot/small.txt", "small");
     ASSERT_TRUE(StartServer());
     OnLoop([this] { port_ = TheServer().ListeningPort(); });
-  }
-  void Page(const std::string& name, const std::string& content) {
-    Home().Write("wwwroot/" + name, content);
   }
   std::string Get(const std::string& resource) {
     return Fetch(port_, "GET " + resource + " HTTP/1.0\r\n\r\n");

@@ -1,7 +1,4 @@
-"""Whether the desktop really starts what the autostart entry names.
-
-autostart_test.py PROBE
-"""
+"""Whether the desktop really starts what the autostart entry names: autostart_test.py PROBE"""
 
 import os
 import pathlib
@@ -9,62 +6,47 @@ import shutil
 import subprocess
 import sys
 import tempfile
-import time
 import unittest
 
+sys.path.insert(0, str(pathlib.Path(__file__).parents[2] / "support"))
+from program import PATIENCE, wait_until  # noqa: E402
+
 probe = ""
-PATIENCE = 30
 
 
 class AutostartTest(unittest.TestCase):
     def setUp(self):
-        self.path = pathlib.Path(tempfile.mkdtemp(prefix="tarnwerk-autostart-"))
-        self.addCleanup(shutil.rmtree, self.path)
+        folder = tempfile.TemporaryDirectory(prefix="tarnwerk-autostart-")
+        self.path = pathlib.Path(self.enterContext(folder))
         self.environment = dict(os.environ, XDG_CONFIG_HOME=str(self.path / "config"))
         self.environment.pop("TARNWERK_HOME", None)
+        self.entry = self.path / "config/autostart/Tarnwerk.desktop"
 
-    def install(self, folder):
-        """The probe in a folder of that name."""
+    def execute(self, *words, **variables):
+        subprocess.run(words, env=self.environment | variables, check=True, timeout=PATIENCE)
+
+    def expect_start(self, folder, home, **variables):
+        """The probe in a folder of that name, started by the desktop for that program directory."""
         program = self.path / folder / "Tarnwerk"
-        program.parent.mkdir(parents=True)
+        program.parent.mkdir()
         shutil.copy(probe, program)
-        return program
-
-    def expect_login_starts(self, program, home):
-        entry = self.path / "config/autostart/Tarnwerk.desktop"
-        login = dict(self.environment)
-        login.pop("TARNWERK_HOME", None)
-        subprocess.run(["gio", "launch", str(entry)], env=login, check=True, timeout=PATIENCE)
+        self.execute(program, "on", **variables)
+        self.execute("gio", "launch", self.entry)
         started = program.parent / "started"
-        end = time.monotonic() + PATIENCE
-        while not (started.exists() and started.read_text()):
-            self.assertLess(time.monotonic(), end, "the program was not started")
-            time.sleep(0.01)
+        wait_until(lambda: started.exists() and started.read_text(), "the start")
         self.assertEqual(started.read_text(), str(home))
-        return entry
+        self.execute(program, "off")
+        self.assertFalse(self.entry.exists())
 
-    def switch(self, program, word):
-        subprocess.run([program, word], env=self.environment, check=True, timeout=PATIENCE)
-
-    def test_the_entry_starts_the_program_wherever_it_is_and_goes_when_turned_off(self):
+    def test_the_entry_starts_the_program_wherever_it_is(self):
         for folder in ("plain", "with blank", "名字", 'a"b`c$HOME\\d', "100%u of it"):
             with self.subTest(folder):
-                program = self.install(folder)
-                self.switch(program, "on")
-                entry = self.expect_login_starts(program, program.parent)
-                self.switch(program, "off")
-                self.assertFalse(entry.exists())
-                registry = (self.path / "config/Tarnwerk/registry.ini").read_text()
-                self.assertIn("\nTarnwerk=\n", registry)
+                self.expect_start(folder, self.path / folder)
 
     def test_a_program_directory_of_its_own_is_kept(self):
-        home = self.path / "home $1"
-        self.environment["TARNWERK_HOME"] = str(home)
-        program = self.install("program")
-        self.switch(program, "on")
-        self.expect_login_starts(program, home)
+        self.expect_start("program", "/tmp/a $1", TARNWERK_HOME="/tmp/a $1")
 
 
 if __name__ == "__main__":
-    probe = sys.argv[1]
-    unittest.main(argv=sys.argv[:1], verbosity=2)
+    probe = sys.argv.pop(1)
+    unittest.main(verbosity=2)

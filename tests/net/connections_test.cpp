@@ -1,0 +1,246 @@
+// Slots and their connections on sockets, with an engine whose handler each test sets.
+
+#include "net/connection.h"
+
+#include <optional>
+
+#include "net/connection_slots.h"
+#include "net/draining_connections.h"
+#include "tests/support/server_fixture.h"
+
+namespace {
+
+using net::SocketState;
+using net::Task;
+using Arrival = std::shared_ptr<net::Connection>;
+
+class Connections : public test::ProgramFixture, protected net::SlotEngine {
+ public:
+  Task<> Count(int, Arrival connection) {
+    ++arrivals_;
+    arrivedBytes_ += connection->GetData().size();
+    co_return;
+  }
+  Task<> TellSlotLater(int slot, Arrival connection) {
+    co_await net::YieldToEvents();
+    connection->SendData(std::to_string(slot) + "\r\n");
+  }
+  Task<> AnswerAndClose(int, Arrival connection) {
+    connection->SendData(std::string(size_, 'a'));
+    connection->Close();
+    co_return;
+  }
+  Task<> Wait(int, Arrival connection) {
+    ++arrivals_;
+    arrivedBytes_ += connection->GetData().size();
+    try {
+      net::WaitList::Awaiter wait = never_.Wait();
+      co_await wait;
+      connection->SendData("mine\r\n");
+    } catch (const net::HandlerEnded&) {
+      ++ended_;
+      connection->SendData("never seen");
+      throw;
+    }
+  }
+  Task<> Throw(int, Arrival) { throw std::bad_alloc(); }
+
+ protected:
+  using Handler = Task<> (Connections::*)(int slot, Arrival connection);
+
+  Connections() {
+    OnLoop([this] {
+      draining_.emplace(Environment().loop);
+      context_.emplace(
+          net::SocketContext{Environment().loop, *draining_, [](const std::string&) {}});
+      slots_.emplace(*context_, static_cast<net::SlotEngine&>(*this),
+                     net::ConnectionSlots::BusySlot::kEvict, "");
+      std::error_code error;
+      slots_->Listen(0, error);
+      slots_->CreateSlots();
+    });
+  }
+  ~Connections() override {
+    OnLoop([this] {
+      slots_.reset();
+      draining_.reset();
+    });
+  }
+
+  void HandleWith(Handler handler) {
+    OnLoop([&] { handler_ = handler; });
+  }
+
+  // A new client that has sent `bytes`.
+  std::unique_ptr<test::Client> NewClient(std::string_view bytes) {
+    auto client = std::make_unique<test::Client>(slots_->Listener().LocalPort());
+    client->Send(bytes);
+    return client;
+  }
+  // Connects `count` clients; each has been told its slot before the next comes.
+  std::string Connect(int count) {
+    std::string told;
+    for (int i = 0; i < count; ++i) {
+      clients_.push_back(NewClient("?"));
+      told = clients_.back()->ReceiveLine();
+    }
+    return told;
+  }
+  bool SlotIs(int slot, SocketState state) {
+    return Eventually([&] { return (*slots_)[slot].State() == state; });
+  }
+  bool Arrive(std::size_t bytes) {
+    return Eventually([&] { return arrivedBytes_ == bytes; });
+  }
+  // Lets the loop serve what was sent before: a new client's round trip.
+  void PassEvents() {
+    HandleWith(&Connections::TellSlotLater);
+    EXPECT_NE(Connect(1), "");
+    HandleWith(&Connections::Count);
+  }
+
+  Task<> OnDataArrival(int slot, Arrival connection) override {
+    return (this->*handler_)(slot, std::move(connection));
+  }
+  void OnClose(int slot) override { (*slots_)[slot].Current()->CloseWhenHandlersEnd(); }
+  void OnError(int slot) override { (*slots_)[slot].Close(); }
+
+  Handler handler_ = &Connections::Count;
+  std::size_t size_ = 0;
+  int arrivals_ = 0;
+  std::size_t arrivedBytes_ = 0;
+  int ended_ = 0;
+  net::WaitList never_;
+  std::optional<net::DrainingConnections> draining_;
+  std::optional<net::SocketContext> context_;
+  std::optional<net::ConnectionSlots> slots_;
+  std::vector<std::unique_ptr<test::Client>> clients_;
+};
+
+TEST_F(Connections, GetTheSlotsInTurnAndTheTwentiethEvictsTheFirst) {
+  HandleWith(&Connections::TellSlotLater);
+  EXPECT_EQ(Connect(1), "1\r\n");
+  EXPECT_EQ(Connect(18), "19\r\n");
+  // The turn decides, even while other slots are free.
+  clients_[4]->Close();
+  ASSERT_TRUE(SlotIs(5, SocketState::kClosed));
+  EXPECT_EQ(Connect(1), "1\r\n");
+  EXPECT_TRUE(clients_[0]->SeesEnd());
+  clients_[1]->Send("?");
+  EXPECT_EQ(clients_[1]->ReceiveLine(), "2\r\n");
+}
+
+TEST_F(Connections, DeliverAllPendingBytesAsOneArrival) {
+  const auto client = NewClient("");
+  // While this holds the loop, all of it becomes pending, or as much as the system takes.
+  OnLoop([&] { client->Send(std::string(150000, 'x')); });
+  ASSERT_TRUE(Arrive(150000));
+  OnLoop([&] { EXPECT_LE(arrivals_, 2); });
+}
+
+TEST_F(Connections, ThatAreClosedStillSendASlowReaderEveryByte) {
+  HandleWith(&Connections::AnswerAndClose);
+  size_ = 20'000'000;
+  for (const bool shutsItsSide : {true, false}) {
+    const auto client = NewClient("?");
+    ASSERT_TRUE(Eventually([&] { return draining_->Count() == 1; }));
+    // Nobody reads this, which must not cut the answer.
+    client->Send(std::string(200000, 'z'));
+    if (shutsItsSide) client->ShutSending();
+    EXPECT_EQ(client->ReceiveAll().size(), size_);
+    EXPECT_FALSE(client->WasReset());
+    // The end came from the server's shutting its side, not from its giving up.
+    OnLoop([&] { EXPECT_EQ(draining_->Count(), shutsItsSide ? 0U : 1U); });
+  }
+}
+
+TEST_F(Connections, ThatAreClosedAndReadByNobodyAreGivenUp) {
+  HandleWith(&Connections::AnswerAndClose);
+  size_ = 300000;
+  for (std::size_t i = 1; i <= 256 + 20; ++i) {
+    clients_.push_back(NewClient("?"));
+    // An eviction before the answer would be another matter.
+    ASSERT_TRUE(Eventually([&] { return context_->traffic.sent == size_ * i; }));
+  }
+  OnLoop([&] { EXPECT_EQ(draining_->Count(), 256U); });
+  EXPECT_EQ(clients_.back()->ReceiveAll().size(), size_);
+  EXPECT_TRUE(Eventually([&] { return draining_->Count() == 0; }));
+}
+
+TEST_F(Connections, ThatAreClosedAndNotReadHoldLittleTogether) {
+  HandleWith(&Connections::AnswerAndClose);
+  size_ = 60U << 20;
+  const auto first = NewClient("x");
+  ASSERT_TRUE(Eventually([this] { return draining_->Count() == 1; }));
+  EXPECT_EQ(NewClient("x")->ReceiveAll().size(), size_);
+  EXPECT_LT(first->ReceiveAll().size(), size_);
+}
+
+TEST_F(Connections, EndTheirHandlersWhichNeverReachTheNextClient) {
+  HandleWith(&Connections::Wait);
+  const auto first = NewClient("a");
+  ASSERT_TRUE(Arrive(1));
+  first->Reset();
+  ASSERT_TRUE(Eventually([&] { return ended_ == 1; }));
+
+  // Eviction, too: the twentieth client gets the slot of the second.
+  const auto second = NewClient("b");
+  ASSERT_TRUE(Arrive(2));
+  HandleWith(&Connections::TellSlotLater);
+  EXPECT_EQ(Connect(19), "2\r\n");
+  EXPECT_TRUE(second->SeesEnd());
+  OnLoop([&] { EXPECT_EQ(ended_, 2); });
+}
+
+TEST_F(Connections, SendAHalfClosedClientTheAnswersUnderWay) {
+  HandleWith(&Connections::Wait);
+  const auto client = NewClient("?");
+  ASSERT_TRUE(Arrive(1));
+  client->Send("?");
+  ASSERT_TRUE(Arrive(2));
+  client->ShutSending();
+  ASSERT_TRUE(SlotIs(1, SocketState::kClosing));
+  OnLoop([&] { never_.WakeAll(); });
+  EXPECT_EQ(client->ReceiveAll(), "mine\r\nmine\r\n");
+}
+
+TEST_F(Connections, AreNotReadWhileTooManyHandlersWait) {
+  HandleWith(&Connections::Wait);
+  const auto client = NewClient("");
+  for (std::size_t i = 1; i <= 64; ++i) {
+    client->Send("x");
+    ASSERT_TRUE(Arrive(i));
+  }
+  client->Send("yz");
+  PassEvents();
+  OnLoop([&] {
+    EXPECT_EQ(arrivals_, 64);
+    never_.WakeAll();
+  });
+  EXPECT_TRUE(Arrive(66));
+}
+
+TEST_F(Connections, ThatThereIsNoMemoryForAreBrokenOffAndTheOthersServed) {
+  HandleWith(&Connections::Throw);
+  EXPECT_TRUE(NewClient("x")->SeesEnd());
+  PassEvents();
+}
+
+TEST_F(Connections, LeaveHeldBackBytesWithTheSenderAndLoseNone) {
+  const auto client = NewClient("");
+  ASSERT_TRUE(SlotIs(1, SocketState::kConnected));
+  const auto hold = [this](bool held) {
+    OnLoop([&] { (*slots_)[1].Current()->HoldReading(held); });
+  };
+  hold(true);
+  client->Send("early");
+  PassEvents();
+  EXPECT_EQ(arrivals_, 0);
+  hold(false);
+  EXPECT_TRUE(Arrive(5));
+  hold(true);
+  client->Close();
+  EXPECT_TRUE(SlotIs(1, SocketState::kClosed));
+}
+
+}  // namespace
