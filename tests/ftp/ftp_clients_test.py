@@ -5,7 +5,6 @@ ftp_clients_test.py PROGRAM
 
 import ftplib
 import io
-import os
 import pathlib
 import random
 import subprocess
@@ -15,13 +14,13 @@ import unittest
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 from program import PATIENCE, Home  # noqa: E402
 
-program = ""
+PROGRAM = sys.argv.pop(1)
 BIG = random.Random(1).randbytes(3000001)
 
 
 class ClientTest(unittest.TestCase):
     def setUp(self):
-        home = Home([program])
+        home = Home([PROGRAM])
         self.addCleanup(home.close)
         self.port, self.path, self.upload = home.ports["ftp"], home.path, home.path / "ftproot/up"
         self.upload.mkdir(parents=True)
@@ -100,5 +99,4 @@ class ClientTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    program = os.path.abspath(sys.argv.pop(1))
     unittest.main(verbosity=2)

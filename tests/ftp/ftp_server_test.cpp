@@ -104,18 +104,15 @@ TEST_F(FtpServerTest, AFolderCountsHiddenFilesAndNoLinksAndALinkToNothingSpoilsT
 TEST_F(FtpServerTest, SizesFitSignedThirtyTwoBits) {
   FtpClient client = Connect();
   client.Ask("PWD");
-  const std::pair<const char*, const char*> cases[] = {{"d/b", "d"}, {"c", "c"}};
-  for (const auto& [file, listed] : cases) {
+  for (const char* file : {"d/a", "b"}) {
     for (const bool fits : {true, false}) {
       Put(file, "");
       std::error_code error;
       fs::resize_file(Home().Path("ftproot") / file, (1U << 31) - (fits ? 1 : 0), error);
       if (error) GTEST_SKIP() << "no sparse files here: " << error.message();
-      const Transferred listing = client.Fetch("LIST");
-      EXPECT_EQ(listing.after, fits ? "226 Transfer complete.\r\n" : "451 \r\n") << file;
-      EXPECT_EQ(listing.bytes.find("2147483647 ") != std::string::npos, fits) << file;
+      EXPECT_EQ(client.Fetch("LIST").after, fits ? "226 Transfer complete.\r\n" : "451 \r\n");
     }
-    fs::remove_all(Home().Path("ftproot") / listed);
+    fs::remove_all(Home().Path("ftproot/d"));
   }
 }
 

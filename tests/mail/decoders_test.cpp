@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "mail/base64.h"
 #include "mail/encoded_subject.h"
@@ -8,64 +9,42 @@
 
 namespace {
 
-using ModMail::DecodeBase64;
-using ModMail::DecodeEncodedSubject;
+using Cases = std::vector<std::pair<std::string, std::string>>;
 
-struct Case {
-  std::string encoded, decoded;
-};
-
+// Whole and in pieces of any size.
 template <class Decoder>
-std::string InPieces(std::string_view text, std::size_t size) {
-  Decoder decoder;
-  std::string decoded;
-  for (std::size_t i = 0; i < text.size(); i += size) decoded += decoder.Next(text.substr(i, size));
-  return decoded + decoder.End();
-}
-
-template <class Decoder, std::size_t kCount>
-void ExpectWholeAndInPieces(const Case (&cases)[kCount]) {
-  for (const Case& one : cases) {
-    for (const std::size_t size : {1U, 2U, 3U, 4U, 7U, 1000000U}) {
-      EXPECT_EQ(InPieces<Decoder>(one.encoded, size), one.decoded) << one.encoded << " by " << size;
+void ExpectDecoded(const Cases& cases) {
+  for (const auto& [encoded, expected] : cases) {
+    for (const std::size_t size : {1, 2, 3, 4, 7, 1000}) {
+      Decoder decoder;
+      std::string decoded;
+      for (std::size_t i = 0; i < encoded.size(); i += size) {
+        decoded += decoder.Next(std::string_view(encoded).substr(i, size));
+      }
+      EXPECT_EQ(decoded + decoder.End(), expected) << encoded << " by " << size;
     }
   }
 }
 
+// Groups are padded separately; the last one may be incomplete. What is not in the alphabet is
+// skipped.
 TEST(Base64, DecodesGroupsAndTheirPadding) {
-  const Case cases[] = {{"", ""},
-                        {"Zm9vYmFy", "foobar"},
-                        {"Zm9vYmE=", "fooba"},
-                        {"Zm9vYg==", "foob"},
-                        {"AP/+", std::string("\0\xFF\xFE", 3)},
-                        {"Zg==Zm8=Zm9v", "ffofoo"},  // pieces padded separately
-                        {"Zm 9v-Ym.Fy", "foobar"},   // characters outside the alphabet are skipped
-                        {"Zm9vYmE", "fooba"},        // an incomplete group yields its whole bytes
-                        {"Zm9vYg", "foob"},
-                        {"Zm9vY", "foo"},
-                        {"====", ""},
-                        {"=", ""}};
-  ExpectWholeAndInPieces<ModMail::Base64Decoder>(cases);
-}
-
-TEST(Base64, DecodesLinesOfAnyLength) {
-  for (std::size_t lineLength = 1; lineLength < 90; ++lineLength) {
-    Case one;
-    for (int i = 0; i < 50; ++i) one = {one.encoded + "VGFybndlcmsg", one.decoded + "Tarnwerk "};
-    for (std::size_t i = 0; i < one.encoded.size(); i += lineLength + 2)
-      one.encoded.insert(i, "\r\n");
-    ASSERT_EQ(DecodeBase64(one.encoded), one.decoded) << lineLength;
-  }
+  ExpectDecoded<ModMail::Base64Decoder>({
+      {"//79", "\xFF\xFE\xFD"},
+      {"Zg==Zm8=Zm9v", "ffofoo"},
+      {"Zm9vYmFyZ\r\nm 9v-Ym.\r\nFyZm9v", "foobarfoobarfoo"},
+      {"Zm9vYmE", "fooba"},
+      {"Zm9vY", "foo"},
+      {"====", ""},
+  });
 }
 
 // The texts are in UTF-8, the system code page of the tests.
 TEST(QuotedPrintable, DecodesPairsOfEscapes) {
-  const Case cases[] = {
-      {"plain", "plain"},
-      {"1=3D1", "1=1"},
+  ExpectDecoded<modQPDedode::QuotedPrintableDecoder>({
       {"one=\ntwo", "onetwo"},
       {"one=\r\ntwo", "onetwo"},  // CR LF is no pair of digits, and all three are lost
-      {"one=\rtwo", "onewo"},
+      {"one=\rtwo=4", "onewo"},
       {"=C4=E3=BA=C3", "你好"},
       {"=c4=e3", ""},  // lower case is lost
       {"a=4ab", "ab"},
@@ -74,30 +53,25 @@ TEST(QuotedPrintable, DecodesPairsOfEscapes) {
       {"=7F=C4", "?"},              // no character
       {"=C4=41=E3=E3", "A\u6CA3"},  // a value below 127 drops the held byte
       {"=C4x=E3", "x你"},           // a plain byte does not
-      {"=", ""},
-      {"end=4", "end"},
-      {"\xC4\xE3", "\xC4\xE3"}};  // bytes without escapes are copied
-  ExpectWholeAndInPieces<modQPDedode::QuotedPrintableDecoder>(cases);
+      {"\xC4\xE3", "\xC4\xE3"},     // bytes without escapes are copied
+  });
 }
 
 TEST(EncodedSubject, DecodesWordsOfGb2312) {
   constexpr std::size_t kMany = 1000000;
   std::string words;
   for (std::size_t i = 0; i < kMany; ++i) words += "=?gb2312?B?YQ== ";
-  const Case cases[] = {
+  const Cases cases = {
       {"=?GB2312?b?xOO6ww==?=", "你好"},
       {"=?gb2312?B?xOO6ww==", "你好"},
-      {"=?gb2312?B?xOO6ww==?= and more", "你好 and more"},
       {"=?gb2312?B?xOM=?=\r\n =?gb2312?B?usM=?=", "你好"},
       {"=?gb2312?B?xOO6?= =?gb2312?B?ww==?= !", "你好 !"},  // a divided character
-      {"=?gb2312?B?/w==?=", "?"},
-      {"=?gb2312?B?", ""},
       {"=?utf-8?B?5L2g?=", "=?utf-8?B?5L2g?="},
       {"Hello =?gb2312?B?xOO6ww==?=", "Hello =?gb2312?B?xOO6ww==?="},
-      {"", ""},
-      {words, std::string(kMany, 'a') + " "}};  // quadratic time would exceed the time limit
-  for (const Case& one : cases) {
-    EXPECT_TRUE(DecodeEncodedSubject(one.encoded) == one.decoded) << one.encoded.substr(0, 99);
+      {words, std::string(kMany, 'a') + " "},  // quadratic time would exceed the time limit
+  };
+  for (const auto& [encoded, decoded] : cases) {
+    EXPECT_TRUE(ModMail::DecodeEncodedSubject(encoded) == decoded) << encoded.substr(0, 99);
   }
 }
 
