@@ -15,12 +15,6 @@ namespace test {
 /// The reply before a listing or download.
 inline constexpr const char* kSending = "150 Opening ASCII mode data connection for /bin/ls.\r\n";
 
-/// The bytes of a transfer and the reply after it.
-struct Transferred {
-  std::string bytes;
-  std::string after;
-};
-
 /// A control connection; its greeting has been read.
 class FtpClient : public Client {
  public:
@@ -39,13 +33,13 @@ class FtpClient : public Client {
   }
   std::unique_ptr<Client> OpenPassive() { return std::make_unique<Client>(AskForPort()); }
 
-  /// Carries out a whole LIST or RETR.
-  Transferred Fetch(std::string_view line) {
+  /// Carries out a whole LIST or RETR; the bytes, and then the reply after them.
+  std::string Fetch(std::string_view line) {
     const auto data = OpenPassive();
     Ask(line);
-    std::string bytes = data->ReceiveAll();
+    const std::string bytes = data->ReceiveAll();
     data->Close();
-    return {std::move(bytes), ReceiveLine()};
+    return bytes + ReceiveLine();
   }
 };
 

@@ -36,7 +36,6 @@ TEST_F(MailAccounts, NeitherLeaveTheirFolderNorFollowLinks) {
     RemoveMailUser(root_, name, Program().errors);
   }
   EXPECT_TRUE(Home().Has("mailroot/User/bob/Message_1/Content.txt"));
-  EXPECT_FALSE(Home().Has("mailroot/User/bob/UserInfo.ini"));
   RemoveMailUser(root_, "bob", Program().errors);
   EXPECT_FALSE(Home().Has("mailroot/User/bob"));
   EXPECT_TRUE(Home().Has("elsewhere/kept.txt"));

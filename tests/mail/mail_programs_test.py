@@ -9,7 +9,6 @@ whose end comes twice.
 
 import email.message
 import pathlib
-import poplib
 import re
 import smtplib
 import subprocess
@@ -35,8 +34,7 @@ class ProgramTest(unittest.TestCase):
     def setUp(self):
         self.home = home = Home([PROGRAM])
         self.addCleanup(home.close)
-        self.calls = home.file("calls")
-        home.program[:0] = [*TRACER, self.calls] * isinstance(self, Durability)
+        home.program[:0] = [*TRACER, home.file("calls")] * isinstance(self, Durability)
         home.write_settings()
         for user in ("alice", "bob"):
             home.write(f"mailroot/User/{user}/UserInfo.ini", "[用户信息]\r\nPassword=x\r\n")
@@ -49,20 +47,13 @@ class ProgramTest(unittest.TestCase):
 class MailPrograms(ProgramTest):
     def run_client(self, *words, code=0):
         done = subprocess.run(words, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=60)
-        self.assertIn(code, (None, done.returncode), done.stdout)
+        self.assertEqual(done.returncode, code, done.stdout)
         return done.stdout
 
     def expect_unpacked(self):
         for folder in ("mailroot/User/bob/Message_1", "mailroot/Accessary"):
             wait_until((self.home.path / folder / "att.bin").exists, "the attachment")
             self.assertEqual(self.home.read_bytes(f"{folder}/att.bin"), BYTES)
-
-    def test_swaks_sends_an_attachment(self):
-        # It waits for a blank after "221", which does not come; hence the time limit.
-        self.run_client("swaks", "--server", self.smtp, "--timeout", "1", "--to", "bob@localhost",
-                        "--from", "alice@localhost", "--attach-name", "att.bin", "--attach",
-                        "@" + self.home.file("att.bin"), "--suppress-data", code=None)
-        self.expect_unpacked()
 
     def test_curl_sends_an_attachment(self):
         self.run_client("curl", "-sS", "smtp://" + self.smtp, "--mail-from", "alice@localhost",
@@ -77,17 +68,9 @@ class MailPrograms(ProgramTest):
         with smtplib.SMTP("127.0.0.1", self.home.ports["smtp"], timeout=20) as client:
             client.send_message(mail, "alice@localhost", "bob@localhost")
         self.expect_unpacked()
-        self.assertEqual(self.home.read("mailroot/User/bob/Message_1/Content.txt"),
-                         "1=1 plain\r\n")
 
-    def test_poplib_curl_and_mpop_collect_a_message(self):
-        self.home.write(message("bob", 1), "Subject: put\r\n\r\nbody\r\n..stuffed\r\n.\r\n")
-        client = poplib.POP3("127.0.0.1", self.home.ports["pop3"], timeout=20)
-        client.user("bob")
-        client.pass_("x")
-        self.assertEqual(client.stat(), (1, 36))
-        self.assertEqual(client.retr(1)[1], [b"Subject: put", b"", b"body", b".stuffed"])
-        client.close()
+    def test_curl_and_mpop_collect_a_message(self):
+        self.home.write(message("bob", 1), "Subject: put\r\n\r\nbody\r\n.\r\n")
         # With a user of its own curl asks for capabilities, finds no login and gives up.
         url = f"pop3://{self.pop3}/"
         self.run_client("curl", "-sS", "-u", "bob:x", url + "1", code=67)

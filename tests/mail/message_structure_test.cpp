@@ -69,9 +69,7 @@ TEST(MessageStructure, IsFoundInMessagesThatMayBeCutShort) {
       {"no empty line\r\n.\r\n", "||no empty line\r\n"},
       {"A: b; boundary=\"\"\n\n--\nbody\n", "||--\nbody\n"},
       // Two boundaries and ten attachments are kept.
-      {"A: boundary=1 boundary=2 boundary=3\n\n--3\nA: filename=x\n\n--2\nA: "
-       "filename=y\n\nY\n--1--",
-       "|||y (): Y"},
+      {"A: boundary=1 boundary=2 boundary=3\n\n--3\n\nX\n--2\nA: filename=y\n\nY", "|||y (): Y"},
       {eleven + "--b--\n", ten},
       {"A: boundary=b\r\n\r\n--b\r\nA: filename=\"cut\r\n\r\nYQ==\r\n.\r\n", "|||cut (): YQ=="},
       {"A: boundary=b\n\n--b\r\nA: filename=z\r\n\r\n" + z + "\r\n--b--", "|||z (): " + z},
@@ -91,7 +89,6 @@ TEST(MessageStructure, HasTheFirstTextOfDeeperPartsIfThereIsNoOtherBody) {
       {"--3\nContent-Type: text/plain\n\nyes\n\n--3\nContent-Type: text/html" + picture, "yes\n"},
       {inner + "--3\nContent-Type: image/png\n\nno\n--3\n\nyes\n--3--\n", "yes"},
       {inner + "--2\n\nanother body\n", "another body"},
-      {"--3\n\nno\n--3--\n--2\n\nanother body\n", "another body"},
       {"--3\nA: b\n" + inner, ""},
   };
   for (const auto& [parts, body] : cases) {

