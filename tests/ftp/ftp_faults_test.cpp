@@ -14,7 +14,7 @@ constexpr std::size_t kBig = 30000000;
 
 class FtpFaultsTest : public FtpServerTest {
  protected:
-  // Whether this process has no file of the program directory open, as soon as that is so.
+  // Waits until this process has no file of the program directory open.
   bool ClosesAllFiles() {
     const auto isOurs = [this](const fs::directory_entry& entry) {
       std::error_code error;

@@ -8,7 +8,6 @@
 namespace {
 
 using test::MailClient;
-using testing::HasSubstr;
 
 constexpr const char* kMarker = "\r\n@@@@@@@@@@ CPRCreate @@@@@@@@@@\r\n";
 const std::string kBegin =
@@ -63,8 +62,8 @@ TEST_F(Unpacking, BoundsWhatWaits) {
   });
   const std::string list = Home().Read("unpack.lst");
   EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), 2048);
-  EXPECT_THAT(list, HasSubstr("\r\n2048\tbob\t"));
-  EXPECT_THAT(ErrorLog(), HasSubstr("Message_2049.eml"));
+  EXPECT_THAT(list, testing::HasSubstr("\r\n2048\tbob\t"));
+  EXPECT_THAT(ErrorLog(), testing::HasSubstr("Message_2049.eml"));
 }
 
 TEST_F(Unpacking, LeavesOthersServedAndSurvivesTheClient) {
