@@ -2,21 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-
 namespace ModFtp {
 namespace {
 
-std::string Shown(const std::optional<PortArgument>& argument) {
-  if (!argument) return "none";
-  std::string shown;
-  for (const std::string& part : argument->address) shown += part + ".";
-  return shown + " " + argument->high + "/" + argument->low;
-}
-
-TEST(PortArgumentCut, LooksForCommasAtThreePlacesOnly) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"PORT 127,0,0,1,4,1\r\n", "127.0.0.1. 4/1"},
+TEST(PortArgument, EndsItsPartsAtACommaInThreePlacesOnly) {
+  const struct {
+    const char *text, *parts;
+  } cases[] = {
       {"PORT 192,168,10,25,100,255\r\n", "192.168.10.25. 100/255"},
       {"PORT 127,0,0,1,4,12", "127.0.0.1. 4/"},             // the last two are cut off unchecked
       {"PORT 1271,0,0,1,4,1\r\n", ".... /1271,0,0,1,4,1"},  // no part ends within reach
@@ -25,24 +17,31 @@ TEST(PortArgumentCut, LooksForCommasAtThreePlacesOnly) {
       {"PORT 1,2,3,4,5,6,7\r\n", "1.2.3.4. 5/6,7"},
       {"PORT\r\n", "none"},
   };
-  for (const auto& [text, parts] : cases) EXPECT_EQ(Shown(CutPortArgument(text)), parts) << text;
+  for (const auto& [text, parts] : cases) {
+    std::string found = "none";
+    if (const std::optional<PortArgument> argument = CutPortArgument(text)) {
+      found.clear();
+      for (const std::string& part : argument->address) found += part + ".";
+      found += " " + argument->high + "/" + argument->low;
+    }
+    EXPECT_EQ(found, parts) << text;
+  }
 }
 
-TEST(ActivePortsComputed, FailBeyondSignedSixteenBits) {
-  struct Case {
+TEST(ActivePorts, FailBeyondSignedSixteenBits) {
+  const struct {
     std::int16_t high, low;
     int slot, remote, local;  // -1: none
-  };
-  const Case cases[] = {
+  } cases[] = {
       {4, 1, 3, 1025, 7},    {127, 255, 19, 32767, 146}, {128, 0, 1, -1, -1},
       {128, -1, 1, -1, -1},  {200, 10, 1, -1, -1},       {0, 32767, 19, 32767, 19},
       {1, 32767, 1, -1, -1}, {-1, 300, 1, 44, 0},        {-1, 5, 1, -1, -1},
       {0, 0, 1, 0, 1},       {0, -5, 1, -1, -1},
   };
-  for (const Case& c : cases) {
-    const auto ports = ComputeActivePorts(c.high, c.low, c.slot);
-    EXPECT_EQ(ports ? ports->remote : -1, c.remote) << c.high << "," << c.low;
-    EXPECT_EQ(ports ? ports->local : -1, c.local) << c.high << "," << c.low;
+  for (const auto& one : cases) {
+    const auto ports = ComputeActivePorts(one.high, one.low, one.slot);
+    EXPECT_EQ(ports ? ports->remote : -1, one.remote) << one.high << "," << one.low;
+    EXPECT_EQ(ports ? ports->local : -1, one.local) << one.high << "," << one.low;
   }
 }
 

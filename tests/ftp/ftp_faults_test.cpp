@@ -1,105 +1,73 @@
-// Clients that vanish, disks that fail and files that change during a transfer.
+// Clients that vanish or stall, and files that change during a transfer.
 
-#include <asio/ip/tcp.hpp>
 #include <filesystem>
 #include <fstream>
-#include <thread>
 
-#include "platform/socket_options.h"
 #include "tests/ftp/ftp_fixture.h"
 
 namespace test {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr std::size_t kBig = 30000000;
 
 class FtpFaultsTest : public FtpServerTest {
  protected:
-  // Whether this process has a file of the program directory open.
-  bool HasOpenFiles() {
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd", error)) {
-      const auto target = std::filesystem::read_symlink(entry.path(), error);
-      if (target.string().starts_with(Home().Native().string())) return true;
-    }
-    return false;
-  }
-  // Whether slot 1 has a command that waits. On the loop only.
-  bool IsWaiting() {
-    const auto connections = TheServer().Connections();
-    return !connections.empty() && connections[0].activity.what == "LIST";
-  }
+  // Waits until this process has no file of the program directory open.
   bool ClosesAllFiles() {
-    return Eventually([this] { return !HasOpenFiles(); });
+    const auto isOurs = [this](const fs::directory_entry& entry) {
+      std::error_code error;
+      return fs::read_symlink(entry, error).string().starts_with(Home().Native().string());
+    };
+    return Eventually([&] {
+      std::error_code error;
+      return std::none_of(fs::directory_iterator("/proc/self/fd", error), {}, isOurs);
+    });
   }
 };
 
-// Whether the system reports that a peer has gone before its last bytes have been read.
-bool TellsOfTheEndEarly() {
-  using asio::ip::tcp;
-  asio::io_context context;
-  tcp::acceptor acceptor(context, {asio::ip::address_v4::loopback(), 0});
-  Client client(acceptor.local_endpoint().port());
-  tcp::socket peer = acceptor.accept();
-  client.Send("unread");
-  client.Close();
-  for (int i = 0; i < 100; ++i) {
-    if (platform::HasPeerShut(static_cast<platform::NativeSocket>(peer.native_handle())))
-      return true;
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+TEST_F(FtpFaultsTest, AClientThatVanishesInItsTransfersLeavesNothingOpen) {
+  Put("big.bin", std::string(kBig, 'x'));
+  for (const auto end : {&Client::Reset, &Client::Close}) {
+    for (const bool endsControl : {true, false}) {
+      Put("up/a.txt", "");
+      FtpClient downloader = Connect();
+      const auto down = downloader.OpenPassive();
+      EXPECT_EQ(downloader.Ask("RETR /big.bin"), kSending);
+      FtpClient uploader = Connect();
+      uploader.Ask("CWD /up");
+      const auto up = uploader.OpenPassive();
+      uploader.Ask("STOR a.txt");
+      up->Send("begun");
+      EXPECT_TRUE(Eventually([&] { return Home().Read("ftproot/up/a.txt") == "begun"; }));
+      ((endsControl ? downloader : *down).*end)();
+      ((endsControl ? uploader : *up).*end)();
+      EXPECT_TRUE(ClosesAllFiles());
+      if (endsControl) {
+        EXPECT_LT(down->ReceiveAll().size(), kBig);
+        EXPECT_TRUE(up->SeesEnd());
+      } else {
+        EXPECT_EQ(downloader.ReceiveLine(), "226 \r\n");
+        EXPECT_EQ(downloader.Fetch("RETR /big.bin").size(), kBig + 6);
+      }
+    }
   }
-  return false;
 }
 
-TEST_F(FtpFaultsTest, AThousandListsWithoutADataConnectionLeaveTheSlotUsable) {
-  if (!TellsOfTheEndEarly()) GTEST_SKIP() << "not reported here";
+#ifndef _WIN32  // which does not report an end behind bytes that are not read
+TEST_F(FtpFaultsTest, AClientThatVanishesWhileItsCommandsWaitFreesItsSlot) {
   {
     FtpClient client = Connect();
-    for (int i = 0; i < 1000; ++i) client.Tell("LIST");
-    EXPECT_TRUE(Eventually([&] { return IsWaiting(); }));
+    for (std::size_t i = 1; i <= 64; ++i) {
+      client.Send("LIST\r\n");
+      EXPECT_TRUE(Eventually([&] { return TheServer().TotalTraffic().received == 6 * i; }));
+    }
+    client.Send("unread");
   }
-  // The client's end comes after commands that are not read; the server looks for it regularly.
   EXPECT_TRUE(Eventually([&] { return TheServer().Connections().empty(); }));
-  for (int slot = 2; slot <= 19; ++slot) Connect();
-  FtpClient next = Connect();  // slot 1 again
-  next.Ask("PWD");
-  EXPECT_EQ(next.Fetch("LIST").after, "226 Transfer complete.\r\n");
 }
-
-TEST_F(FtpFaultsTest, AClientThatVanishesInADownloadLeavesNothingOpen) {
-  Put("big.bin", std::string(kBig, 'x'));
-  FtpClient client = Connect();
-  for (const bool reset : {true, false}) {
-    const auto data = client.OpenPassive();
-    EXPECT_EQ(client.Ask("RETR /big.bin"), kSending);
-    data->Receive(100000);
-    (data.get()->*(reset ? &Client::Reset : &Client::Close))();
-    EXPECT_EQ(client.Reply(), "226 \r\n");
-    EXPECT_TRUE(ClosesAllFiles());
-  }
-  EXPECT_EQ(client.Fetch("RETR /big.bin").bytes.size(), kBig);
-}
-
-TEST_F(FtpFaultsTest, TheEndOfTheControlConnectionEndsItsTransfers) {
-  Put("big.bin", std::string(kBig, 'x'));
-  for (const bool reset : {true, false}) {
-    FtpClient client = Connect();
-    const auto down = client.OpenPassive();
-    EXPECT_EQ(client.Ask("RETR /big.bin"), kSending);
-    FtpClient uploader = Connect();
-    uploader.Ask("CWD /up");
-    const auto up = uploader.OpenPassive();
-    uploader.Ask("STOR a.txt");
-    up->Send("begun");
-    ASSERT_TRUE(Eventually([&] { return Home().Read("ftproot/up/a.txt") == "begun"; }));
-    const auto end = reset ? &Client::Reset : &Client::Close;
-    (client.Control().*end)();
-    (uploader.Control().*end)();
-    EXPECT_LT(down->ReceiveAll().size(), kBig);
-    up->ReceiveAll();
-    EXPECT_TRUE(ClosesAllFiles());
-  }
-}
+#endif
 
 TEST_F(FtpFaultsTest, AFileThatShrinksEndsItsDownloadAndADeletedOneIsSentWhole) {
   FtpClient client = Connect();
@@ -110,23 +78,20 @@ TEST_F(FtpFaultsTest, AFileThatShrinksEndsItsDownloadAndADeletedOneIsSentWhole) 
     data->Receive(1);  // the file is opened after the reply
     std::error_code error;
     if (deleted) {
-      std::filesystem::remove(Home().Path("ftproot/big.bin"), error);
+      fs::remove(Home().Path("ftproot/big.bin"), error);
     } else {
-      std::filesystem::resize_file(Home().Path("ftproot/big.bin"), kBig / 2, error);
+      fs::resize_file(Home().Path("ftproot/big.bin"), kBig / 2, error);
     }
     if (error) GTEST_SKIP() << "an open file cannot be changed here: " << error.message();
     EXPECT_EQ(data->ReceiveAll().size() == kBig - 1, deleted);
-    EXPECT_EQ(client.Reply(), deleted ? "226 \r\n" : "426 \r\n");
-    EXPECT_TRUE(ClosesAllFiles());
+    EXPECT_EQ(client.ReceiveLine(), deleted ? "226 \r\n" : "426 \r\n");
   }
 }
 
 TEST_F(FtpFaultsTest, AStalledDownloadKeepsOnePieceInMemory) {
-  if (!std::filesystem::exists("/proc/self/statm"))
-    GTEST_SKIP() << "memory use is not reported here";
-  constexpr std::size_t kHuge = 400000000;
+  if (!fs::exists("/proc/self/statm")) GTEST_SKIP() << "memory use is not reported here";
   Put("huge.bin", "");
-  std::filesystem::resize_file(Home().Path("ftproot/huge.bin"), kHuge);
+  fs::resize_file(Home().Path("ftproot/huge.bin"), 400000000);
   const auto residentPages = [] {
     std::ifstream statm("/proc/self/statm");
     long pages = 0;

@@ -1,9 +1,8 @@
 #pragma once
 
-// A mail server with the mailboxes of alice (password "wonder") and bob ("builder"), and clients
-// that send it one command at a time.
+// A mail server with the mailboxes of alice and bob, and clients that send it one command at a
+// time.
 
-#include <memory>
 #include <string>
 
 #include "mail/mail_server.h"
@@ -28,10 +27,9 @@ class MailClient : public Client {
 class MailFixture : public ServerFixture<ModMail::MailServer> {
  protected:
   void SetUp() override {
-    Put("Server.ini", "[MailServer Options]\nSMTP Port=0\nPOP3 Port=0\nMailServer Root=" +
-                          platform::PathTextForUser(Home().Text("mailroot")) + "\n");
-    Put(Box("alice") + "UserInfo.ini", "[用户信息]\r\nPassword=wonder\r\n");
-    Put(Box("bob") + "UserInfo.ini", "[用户信息]\r\nPassword=builder\r\n");
+    Home().Write("Server.ini", "[MailServer Options]\nSMTP Port=0\nPOP3 Port=0\nMailServer Root=" +
+                                   platform::PathTextForUser(Home().Text("mailroot")) + "\n");
+    for (const char* user : {"alice", "bob"}) Home().Write(Box(user) + "UserInfo.ini", "");
     ASSERT_TRUE(StartServer()) << ErrorLog();
     OnLoop([&] {
       smtpPort_ = TheServer().SmtpPort();
@@ -40,19 +38,6 @@ class MailFixture : public ServerFixture<ModMail::MailServer> {
   }
 
   static std::string Box(const std::string& user) { return "mailroot/User/" + user + "/"; }
-  static std::string Message(const std::string& user, int number) {
-    return Box(user) + "Message_" + std::to_string(number) + ".eml";
-  }
-  /// Writes a file in the program directory.
-  void Put(const std::string& name, const std::string& content) const {
-    Home().Write(name, content);
-  }
-  std::string Read(const std::string& name) const { return Home().Read(name); }
-
-  /// Waits until everything that a QUIT named is unpacked.
-  bool IsUnpacked() {
-    return Eventually([&] { return TheServer().HasUnpackedAll(); });
-  }
 
   std::uint16_t smtpPort_ = 0;
   std::uint16_t pop3Port_ = 0;
