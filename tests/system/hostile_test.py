@@ -1,91 +1,65 @@
 """What hostile clients send to the four ports: nobody else waits for an answer, nothing fills, and no
 file is run, sent, changed or removed that must not be. The same rows on both systems.
 
-hostile_test.py PROGRAM CGI_PROGRAM
+    hostile_test.py PROGRAM CGI_PROGRAM
 """
 
 import contextlib
-import os
 import pathlib
 import re
-import signal
-import socket
 import sys
-import threading
-import time
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from conversation import Conversation, FtpConversation  # noqa: E402
-from program import Home, accepts, fetch, free_port, wait_until  # noqa: E402
-from windows_program import WindowsHome  # noqa: E402
+from program import PAGE, accepts, fetch, home_of, run_tests, wait_until  # noqa: E402
 
-program = cgi_program = ""
-on_windows = False
-
+PROGRAM, CGI_PROGRAM = sys.argv[1:3]
+ON_WINDOWS = PROGRAM.endswith(".exe")
 PATIENCE = 10  # seconds for everybody else's answer
 MOMENT = 0.5  # seconds that a hostile client waits for an answer of its own
-END_PATIENCE = 2  # seconds from being asked to end; this is promised
+END_PATIENCE = 10 if ON_WINDOWS else 2  # seconds from being asked to end; two are promised
 MOST_MEBIBYTES = 100
 UP = "/.." * 30  # the root, from wherever the test runs
-PAGE, OWN_PAGE, SECRET = b"<p>home</p>", b"a page of the site", b"for nobody"
+OWN_PAGE, SECRET = b"a page of the site", b"for nobody"
 LISTED = "000" + "a" * 200
 NEVER_SENT = (OWN_PAGE, SECRET, LISTED.encode())
-GET_PAGE = b"GET /index.htm HTTP/1.0\r\n\r\n"
 CONTROL = re.compile(rb"[\x00-\x09\x0b\x0c\x0e-\x1f\x7f]|\xc2[\x80-\x9f]|\r[^\n]|[^\r]\n")
-SCRIPTS = {  # of Linux; $2 is the page
-    "early.cgi": 'echo early > "$2"; sleep 4',
-    "late.cgi": '[ -e "$2" ] || (sleep 1; echo late > "$2") > /dev/null 2>&1 &',
-}
+WRITTEN_IN_ORDINARY_LIFE = re.compile(
+    r"config|runtime|startflg|hosts|.*\.[Ll]og$|wwwroot/cgi-bin/TempFile")
 
 
 class Ground:
     """The program with a site, an upload folder, a mailbox, and files that must stay as they are."""
 
     def __init__(self):
-        self.home = home = WindowsHome(program) if on_windows else Home([program])
+        self.home = home = home_of(PROGRAM)
         self.guests = contextlib.ExitStack()
         home.write_settings()
-        home.write("victim.htm", SECRET)
-        # A copy: were it run, it would be sent and removed as well.
-        home.write("shell", pathlib.Path("/bin/sh").read_bytes())
-        (home.path / "shell").chmod(0o755)
-        home.write("wwwroot/index.htm", PAGE)
-        home.write("wwwroot/cgi-bin/broken.exe", "no program")
-        for name in ("silent", "broken"):
-            home.write(f"wwwroot/{name}.htm", OWN_PAGE)
-        self.write_programs()
-        home.write("ftproot/victim.txt", SECRET)
-        home.write("ftproot/up/kept.txt", "kept")
-        home.write(f"ftproot/up/full/{LISTED}", "")
+        cgi = pathlib.Path(CGI_PROGRAM).read_bytes()
+        # A copy of the shell: were it run, it would be sent and removed as well.
+        executables = {"shell": pathlib.Path("/bin/sh").read_bytes(), "wwwroot/cgi-bin/form.exe": cgi,
+                       "wwwroot/cgi-bin/slow.exe": cgi, "wwwroot/cgi-bin/silent.exe": cgi}
+        files = {"victim.htm": SECRET, "ftproot/victim.txt": SECRET, "wwwroot/index.htm": PAGE,
+                 "wwwroot/silent.htm": OWN_PAGE, "wwwroot/broken.htm": OWN_PAGE,
+                 "wwwroot/cgi-bin/broken.exe": "no program", "ftproot/up/kept.txt": "kept",
+                 f"ftproot/up/full/{LISTED}": "", "mailroot/User/box/Message_1.eml": "kept",
+                 "mailroot/User/box/UserInfo.ini": "[用户信息]\r\nPassword=x\r\n"}
+        for name, content in (files | executables).items():
+            home.write(name, content)
+            (home.path / name).chmod(0o755 if name in executables else 0o644)
         (home.path / "ftproot/up/folder").mkdir()
-        home.write("mailroot/User/box/UserInfo.ini", "[用户信息]\r\nPassword=x\r\n")
-        home.write("mailroot/User/box/Message_1.eml", "kept")
         self.files_at_first = self.files()
-
-    def write_programs(self):
-        content = pathlib.Path(cgi_program).read_bytes()
-        programs = {name: content for name in ("form.exe", "slow.exe", "silent.exe")}
-        if not on_windows:
-            programs |= {name: f"#!/bin/sh\n{text}\n" for name, text in SCRIPTS.items()}
-        for name, content in programs.items():
-            self.home.write(f"wwwroot/cgi-bin/{name}", content)
-            (self.home.path / "wwwroot/cgi-bin" / name).chmod(0o755)
-
-    def start(self):
-        self.process = self.home.start("START", "SHOW")
-        self.home.wait_for_services()
+        self.process = home.start_services()
 
     def files(self):
-        """All but what is written in an ordinary life."""
-        ours = re.compile(r"config|runtime|startflg|hosts|.*\.[Ll]og$|wwwroot/cgi-bin/TempFile")
         names = ((str(path.relative_to(self.home.path)), path) for path in self.home.path.rglob("*"))
         return {name: path.read_bytes()[:100] if path.is_file() else "" for name, path in names
-                if not ours.match(name)}
+                if not WRITTEN_IN_ORDINARY_LIFE.match(name)}
 
     def memory(self):
         """MiB that it has held at most; 0 where the system does not tell."""
-        if on_windows:
+        if ON_WINDOWS:
             return 0
         status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
         size, resident = (int(re.search(rf"{key}:\s*(\d+)", status)[1]) for key in ("VmSize", "VmHWM"))
@@ -100,19 +74,14 @@ class Ground:
         self.guests.callback(guest.close)
         return guest
 
-    def post(self, resource):
-        return fetch(self.home.ports["web"], f"POST /{resource}? HTTP/1.0\r\n\r\n".encode())
-
     def check_others(self):
         """Everybody else is served."""
-        assert fetch(self.home.ports["web"], GET_PAGE) == PAGE
+        assert self.home.get("/index.htm") == PAGE
         for service, reply in (("ftp", b"200 \r\n"), ("smtp", b"250 OK\r\n"), ("pop3", b"+OK\r\n")):
             for _ in range(20):  # FTP takes nobody on the slot of one who is still there
-                guest = Conversation(self.home.ports[service])
-                answer = guest.ask("NOOP")
-                guest.close()
-                if answer == reply:
-                    break
+                with contextlib.closing(Conversation(self.home.ports[service])) as guest:
+                    if (answer := guest.ask("NOOP")) == reply:
+                        break
             assert answer == reply, (service, answer)
 
     def check_traces(self):
@@ -135,8 +104,8 @@ class Ground:
 
 def web(request):
     def act(ground):
-        guest = ground.connect("web")
-        answer = guest.ask(request.replace("HOME", str(ground.home.path)).encode(), b"<never>")
+        request_here = request.replace("HOME", str(ground.home.path)).encode()
+        answer = fetch(ground.home.ports["web"], request_here)
         assert not any(text in answer for text in (PAGE, *NEVER_SENT)), answer[:200]
     return act
 
@@ -145,15 +114,15 @@ def ftp(*commands):
     """A listing or transfer gets its data connection. To be closed on is no fault."""
     def act(ground):
         guest = ground.connect("ftp", MOMENT)
-        # A long command can arrive in pieces, each with a reply, and the one to PASV is missed.
-        is_long = max(map(len, commands)) > 4096
+        said = b""
         for command in commands:
-            with contextlib.suppress(OSError, *[IndexError] * is_long):
+            # A long command can arrive in pieces, each with a reply, and the one to PASV is missed.
+            with contextlib.suppress(OSError):
                 if command[:4] in ("LIST", "RETR", "STOR"):
-                    guest.transfer(command, b"new" * 100_000 if command[:4] == "STOR" else None)
+                    data = b"new" * 100_000 if command[:4] == "STOR" else None
+                    said += b"".join(guest.transfer(command, data))
                 else:
-                    guest.ask(command)
-        said = repr(guest.transcript).encode()
+                    said += guest.ask(command)
         assert not any(text in said for text in NEVER_SENT), said[:200]
     return act
 
@@ -167,25 +136,13 @@ def mail(service, command, refusal):
 
 def in_ftp_folder(folder):
     return ftp("CWD /up" + folder, "LIST", "PWD", "MKD x", "RMD x", "STOR x", "RETR x", "SIZE x",
-               "DELE x", "DELE x*", "RNFR x", "RNTO y", "CWD /up", f"MKD x{folder}", f"RMD x{folder}",
-               f"STOR x{folder}", f"RETR x{folder}", f"DELE x{folder}", f"DELE x{folder}*",
-               f"RNFR x{folder}", f"RNTO x{folder}")
-
-
-def long_pages(ground):
-    def ask_again_and_again():
-        for _ in range(40):
-            fetch(ground.home.ports["web"], b"GET " + b"/a" * 2000 + b" HTTP/1.0\r\n\r\n")
-    clients = [threading.Thread(target=ask_again_and_again, daemon=True) for _ in range(10)]
-    for client in clients:
-        client.start()
-    end = time.monotonic() + PATIENCE
-    for client in clients:
-        client.join(max(0, end - time.monotonic()))
-    assert not any(client.is_alive() for client in clients)
+               "DELE x", "DELE x*", "RNFR x", "RNTO y", "CWD /up",
+               *(f"{word} x{folder}" for word in ("MKD", "RMD", "STOR", "RETR", "DELE", "RNFR", "RNTO")),
+               f"DELE x{folder}*")
 
 
 def replies_unread(ground):
+    witness = ground.connect("pop3")
     guests = [ground.connect("ftp", MOMENT) for _ in range(4)]
     for guest in guests:
         guest.ask("CWD /" + "a" * 60_000)
@@ -193,7 +150,7 @@ def replies_unread(ground):
         for _ in range(1000):
             for guest in guests:
                 guest.socket.sendall(b"PWD\r\n")
-            time.sleep(0.004)  # so that each is an arrival of its own
+            witness.ask("NOOP")  # so that each is an arrival of its own
     with contextlib.suppress(OSError):
         for _ in range(1000):
             guests[0].socket.sendall(b"PWD\r\n" * 10_000)
@@ -203,77 +160,20 @@ def commands_that_wait(ground):
     for _ in range(4):
         guest = ground.connect("ftp", MOMENT)
         with contextlib.suppress(OSError):
-            for number in range(63):
-                command = ("RETR ", "STOR ", "LIST ")[number % 3]
+            for command in ("RETR ", "STOR ", "LIST ") * 21:
                 guest.socket.sendall(command.encode() + b"x" * 500_000 + b"\r\n")
-
-
-def posts_of_nobody(ground):
-    def come():
-        for _ in range(30 if on_windows else 100):  # Wine takes long to accept each
-            with contextlib.suppress(OSError), socket.create_connection(
-                    ("127.0.0.1", ground.home.ports["web"]), PATIENCE) as client:
-                client.sendall(b"POST /slow.exe? HTTP/1.0\r\n\r\n" + b"x" * 1_000_000)
-    clients = [threading.Thread(target=come) for _ in range(8)]
-    for client in clients:
-        client.start()
-    for client in clients:
-        client.join()
-    assert ground.post("form.exe").startswith(b"3|")
-
-
-def forged_lines(ground):
-    for method in ("GET", "POST"):
-        fetch(ground.home.ports["web"],
-              f"{method} /x\r\n时间：2026\x1b[2J\x7f\u009b.txt? HTTP/1.0\r\n\r\n".encode())
-    lines = ground.home.read("Web.log").splitlines()
-    assert len(lines) >= 1 and all(line.startswith("时间：") for line in lines), lines
-
-
-def forged_entries(ground):
-    guest = ground.connect("ftp")
-    guest.ask("CWD /up")
-    guest.ask("MKD one\r\ntwo\x1b[2J")
-    entries = list((ground.home.path / "ftproot/up").iterdir())
-    listing = guest.transfer("LIST").decode()
-    for entry in entries:
-        if "\r" in entry.name:
-            entry.rmdir()
-    assert len(listing.splitlines()) == len(entries), listing
-
-
-def page_written_late(ground):
-    page = ground.home.path / "wwwroot/late.htm"
-    assert b"404" in ground.post("late.cgi")
-    wait_until(page.exists, "the page of the child")
-    answer = ground.post("late.cgi")
-    page.unlink(missing_ok=True)
-    assert b"404" in answer, answer
 
 
 def active_port_again(ground):
     guest = ground.connect("ftp")
     guest.ask("CWD /up")
-    port = free_port()
-    with socket.create_server(("127.0.0.1", port)) as listener:
-        listener.settimeout(PATIENCE)
-        # The client's ends stay open: the system refuses the server's old port.
-        for _ in range(3):
-            guest.ask(f"PORT 127,0,0,1,{port // 256},{port % 256}")
-            data = listener.accept()[0]
-            ground.guests.enter_context(data)
-            guest.ask("LIST", b"complete.\r\n")
-            assert b"kept.txt" in data.recv(65536)
-
-
-def store_in_fifo(ground):
-    fifo = ground.home.path / "ftproot/up/fifo"
-    os.mkfifo(fifo)
-    try:
-        ftp("CWD /up", "STOR fifo", "RETR fifo", "LIST")(ground)
-        ground.check_others()
-    finally:
-        fifo.unlink()
+    argument = guest.listen()
+    # The client's ends stay open: the system refuses the server's old port.
+    for _ in range(3):
+        guest.ask(f"PORT {argument}")
+        data = guest.keep(guest.listener.accept()[0])
+        guest.ask("LIST", b"complete.\r\n")
+        assert b"kept.txt" in data.recv(65536)
 
 
 ROWS = [
@@ -287,21 +187,19 @@ ROWS = [
     ("a page of the site beside no program", web("POST /broken.exe? HTTP/1.0\r\n\r\n")),
     ("a long resource", web(f"POST /{'x' * 60000}.cgi? HTTP/1.0\r\n\r\n")),
     ("a deep resource", web(f"POST {'/x' * 100000}.cgi? HTTP/1.0\r\n\r\n")),
-    ("long pages of many", long_pages),
-    ("posts of clients that have gone", posts_of_nobody),
-    ("control characters in a resource", forged_lines),
+    *[("a deep page again and again", web(f"GET {'/a' * 2000} HTTP/1.0\r\n\r\n"))] * 40,
+    *((f"control characters in a {method}",
+       web(f"{method} /x\r\n\n\r\x1b[2J\x7f\u009b.txt? HTTP/1.0\r\n\r\n")) for method in ("GET", "POST")),
     *((f"a NUL in {commands[-1][:4]}", ftp("CWD /up", *commands)) for commands in (
         ["MKD new\0x"], ["RMD folder\0x"], ["DELE kept.txt\0x"], ["DELE kept*\0x"], ["STOR new\0x"],
         ["STOR kept.txt\0x"], ["RETR /victim.txt\0x"], ["RNFR kept.txt\0x", "RNTO moved"],
         ["RNFR kept.txt", "RNTO moved\0x"], ["CWD /up/full\0x", "LIST"], ["SIZE kept.txt\0x"])),
     ("a folder of 128 KiB", in_ftp_folder("/a" * 65536)),
-    ("a folder of 512 KiB", in_ftp_folder("/a" * 262144)),
     ("a name of 512 KiB", in_ftp_folder("a" * 524288)),
     ("separators alone", in_ftp_folder("/" * 262144)),
     ("wildcards", ftp("CWD /up/full", f"DELE {'*?' * 100_000}x", f"DELE {'*a' * 100_000}x")),
     ("replies that are never read", replies_unread),
     ("commands that wait for their data connections", commands_that_wait),
-    ("a name of two lines", forged_entries),
     ("the same client port again", active_port_again),
     ("a NUL in a sender", mail("smtp", "MAIL FROM:<box\0x@x>", b"550 Account not exist\r\n")),
     ("a NUL in a recipient", mail("smtp", "RCPT TO:<box\0x@x>", b"550 Account not exist\r\n")),
@@ -309,20 +207,20 @@ ROWS = [
     ("a long user", mail("pop3", "USER " + "a" * 30_000, b"-ERR Account not exist\r\n")),
     ("a long sender", mail("smtp", f"MAIL FROM:<{'a' * 30_000}@x>", b"550 Account not exist\r\n")),
 ]
-LINUX_ROWS = [("STOR into a FIFO", store_in_fifo), ("a page written late", page_written_late)]
 
 
 class HostileTest(unittest.TestCase):
+    def make_ground(self):
+        ground = Ground()
+        self.addCleanup(ground.close)
+        return ground
+
     def test_no_row_stops_fills_or_takes_anything(self):
         ground = None
-        for name, act in ROWS + ([] if on_windows else LINUX_ROWS):
+        for name, act in ROWS:
             with self.subTest(name):
                 # A row that failed is no excuse for the next one.
-                if not ground:
-                    ground = Ground()
-                    self.addCleanup(ground.close)
-                    ground.start()
-                current, ground = ground, None
+                current, ground = ground or self.make_ground(), None
                 act(current)
                 current.check_others()
                 current.check_traces()
@@ -330,27 +228,21 @@ class HostileTest(unittest.TestCase):
                 ground = current
 
     def test_it_ends_at_once_in_the_middle_of_it(self):
-        ground = Ground()
-        self.addCleanup(ground.close)
-        ground.start()
-        for name in ("early.cgi", "slow.exe")[on_windows:]:
-            ground.connect("web").socket.sendall(f"POST /{name}? HTTP/1.0\r\n\r\n".encode())
+        ground = self.make_ground()
+        ground.connect("web").socket.sendall(b"POST /slow.exe? HTTP/1.0\r\n\r\n")
         program_input = ground.home.path / "wwwroot/cgi-bin/TempFileIn"
         wait_until(program_input.exists, "the program")
-        for act in (replies_unread, commands_that_wait):
+        for act in (replies_unread, commands_that_wait, ftp("CWD /up" + "/a" * 65536, "LIST")):
             act(ground)
-        ftp("CWD /up" + "/a" * 65536, "LIST")(ground)
-        if on_windows:
+        if ON_WINDOWS:
             self.assertEqual(ground.home.run("STOP"), (0, "", ""))
         else:
-            ground.process.send_signal(signal.SIGTERM)
-        self.assertEqual(ground.process.wait(PATIENCE if on_windows else END_PATIENCE), 0)
+            ground.process.terminate()
+        self.assertEqual(ground.process.wait(END_PATIENCE), 0)
         self.assertFalse(accepts(ground.home.ports["web"]))
         # The page of the program that runs does not stay behind for everybody.
         ground.check_files()
 
 
 if __name__ == "__main__":
-    program, cgi_program = sys.argv[1:3]
-    on_windows = program.endswith(".exe")
-    unittest.main(argv=[sys.argv[0], *sys.argv[3:]], verbosity=2)
+    run_tests()
