@@ -86,10 +86,12 @@ class Home:
         """The whole path of a file of the program's, as text."""
         return str(self.path / name)
 
+    def read_bytes(self, name):
+        return (self.path / name).read_bytes()
+
     def read(self, name):
         """Empty if there is none."""
-        file = self.path / name
-        return file.read_bytes().decode() if file.exists() else ""
+        return self.read_bytes(name).decode() if (self.path / name).exists() else ""
 
     def write_settings(self, domain="localhost", encoding="utf-8", **more):
         """Server.ini with every service on a port of its own; `more` goes to section System."""

@@ -55,21 +55,19 @@ class BrowserTest(unittest.TestCase):
         cls.addClassCleanup(cls.browser.quit)
         cls.browser.set_page_load_timeout(PATIENCE)
 
-    def setUp(self):
-        self.browser.get("http://localhost/")
-
     def wait_for_title(self, title):
         WebDriverWait(self.browser, PATIENCE).until(lambda browser: browser.title == title)
 
-    def test_home_page_has_its_picture_and_style(self):
+    def test_the_sample_site_is_shown_with_what_it_consists_of(self):
+        self.browser.get("http://localhost/")
         self.wait_for_title("山下人家")
         banner = self.browser.find_element(By.CLASS_NAME, "banner")
         self.assertEqual(banner.get_property("naturalWidth"), 640)
         self.assertEqual(banner.value_of_css_property("border-radius"), "8px")
-
-    def test_link_leads_to_the_other_page(self):
         self.browser.find_element(By.LINK_TEXT, "关于这个示例站点").click()
         self.wait_for_title("关于 - 山下人家")
+        self.browser.get("http://localhost/nowhere.htm")
+        self.assertIn("404", self.browser.page_source)
 
     def test_form_shows_the_page_that_the_program_wrote(self):
         for name, message in (("小李", "你好，邻居！"), ("Ann", "1 < 2 & 3")):
@@ -80,10 +78,6 @@ class BrowserTest(unittest.TestCase):
             self.wait_for_title("留言簿 - 山下人家")
         entries = [entry.text for entry in self.browser.find_elements(By.TAG_NAME, "li")]
         self.assertEqual(entries, ["小李：你好，邻居！", "Ann：1 < 2 & 3"])
-
-    def test_missing_page_is_answered_in_the_browser_too(self):
-        self.browser.get("http://localhost/nowhere.htm")
-        self.assertIn("404", self.browser.page_source)
 
 
 if __name__ == "__main__":

@@ -1,5 +1,5 @@
-"""What hostile clients send to the four ports: nobody else waits for an answer, nothing fills, and no
-file is run, sent, changed or removed that must not be. The same rows on both systems.
+"""What hostile clients send to the four ports: nobody else waits for an answer, nothing fills, and
+no file is run, sent, changed or removed that must not be. The same rows on both systems.
 
     hostile_test.py PROGRAM CGI_PROGRAM
 """
@@ -8,142 +8,71 @@ import contextlib
 import pathlib
 import re
 import sys
-import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from conversation import Conversation, FtpConversation  # noqa: E402
-from program import PAGE, accepts, fetch, home_of, run_tests, wait_until  # noqa: E402
+from program import ProgramTest, accepts, fetch, run_tests, wait_until  # noqa: E402
 
-PROGRAM, CGI_PROGRAM = sys.argv[1:3]
-ON_WINDOWS = PROGRAM.endswith(".exe")
+ON_WINDOWS = sys.argv[1].endswith(".exe")
 PATIENCE = 10  # seconds for everybody else's answer
 MOMENT = 0.5  # seconds that a hostile client waits for an answer of its own
 END_PATIENCE = 10 if ON_WINDOWS else 2  # seconds from being asked to end; two are promised
 MOST_MEBIBYTES = 100
 UP = "/.." * 30  # the root, from wherever the test runs
-OWN_PAGE, SECRET = b"a page of the site", b"for nobody"
-LISTED = "000" + "a" * 200
+OWN_PAGE, SECRET, LISTED = b"a page of the site", b"for nobody", "000" + "a" * 200
 NEVER_SENT = (OWN_PAGE, SECRET, LISTED.encode())
 CONTROL = re.compile(rb"[\x00-\x09\x0b\x0c\x0e-\x1f\x7f]|\xc2[\x80-\x9f]|\r[^\n]|[^\r]\n")
-WRITTEN_IN_ORDINARY_LIFE = re.compile(
-    r"config|runtime|startflg|hosts|.*\.[Ll]og$|wwwroot/cgi-bin/TempFile")
+WRITTEN_IN_ORDINARY_LIFE = r"config|runtime|startflg|hosts|.*\.[Ll]og$|wwwroot/cgi-bin/TempFile"
+FILES = {"victim.htm": SECRET, "ftproot/victim.txt": SECRET, "wwwroot/silent.htm": OWN_PAGE,
+         "wwwroot/broken.htm": OWN_PAGE, "wwwroot/cgi-bin/broken.exe": "no program",
+         "ftproot/up/kept.txt": "kept",
+         f"ftproot/up/full/{LISTED}": "", "mailroot/User/box/Message_1.eml": "kept",
+         "mailroot/User/box/UserInfo.ini": "[用户信息]\r\nPassword=x\r\n"}
+# A copy of the shell: were it run, it would be sent and removed as well.
+PROGRAMS = {"shell": "/bin/sh", **{f"wwwroot/cgi-bin/{name}.exe": sys.argv[2]
+                                   for name in ("form", "slow", "silent")}}
 
 
-class Ground:
-    """The program with a site, an upload folder, a mailbox, and files that must stay as they are."""
-
-    def __init__(self):
-        self.home = home = home_of(PROGRAM)
-        self.guests = contextlib.ExitStack()
-        home.write_settings()
-        cgi = pathlib.Path(CGI_PROGRAM).read_bytes()
-        # A copy of the shell: were it run, it would be sent and removed as well.
-        executables = {"shell": pathlib.Path("/bin/sh").read_bytes(), "wwwroot/cgi-bin/form.exe": cgi,
-                       "wwwroot/cgi-bin/slow.exe": cgi, "wwwroot/cgi-bin/silent.exe": cgi}
-        files = {"victim.htm": SECRET, "ftproot/victim.txt": SECRET, "wwwroot/index.htm": PAGE,
-                 "wwwroot/silent.htm": OWN_PAGE, "wwwroot/broken.htm": OWN_PAGE,
-                 "wwwroot/cgi-bin/broken.exe": "no program", "ftproot/up/kept.txt": "kept",
-                 f"ftproot/up/full/{LISTED}": "", "mailroot/User/box/Message_1.eml": "kept",
-                 "mailroot/User/box/UserInfo.ini": "[用户信息]\r\nPassword=x\r\n"}
-        for name, content in (files | executables).items():
-            home.write(name, content)
-            (home.path / name).chmod(0o755 if name in executables else 0o644)
-        (home.path / "ftproot/up/folder").mkdir()
-        self.files_at_first = self.files()
-        self.process = home.start_services()
-
-    def files(self):
-        names = ((str(path.relative_to(self.home.path)), path) for path in self.home.path.rglob("*"))
-        return {name: path.read_bytes()[:100] if path.is_file() else "" for name, path in names
-                if not WRITTEN_IN_ORDINARY_LIFE.match(name)}
-
-    def memory(self):
-        """MiB that it has held at most; 0 where the system does not tell."""
-        if ON_WINDOWS:
-            return 0
-        status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
-        size, resident = (int(re.search(rf"{key}:\s*(\d+)", status)[1]) for key in ("VmSize", "VmHWM"))
-        sanitized = size > 1 << 30  # its shadow memory
-        return resident // 1024 // (10 if sanitized else 1)
-
-    def connect(self, service, patience=PATIENCE):
-        """A conversation that lasts until all others were served beside it."""
-        kind = FtpConversation if service == "ftp" else Conversation
-        guest = kind(self.home.ports[service], b"" if service == "web" else b"\r\n")
-        guest.socket.settimeout(patience)
-        self.guests.callback(guest.close)
-        return guest
-
-    def check_others(self):
-        """Everybody else is served."""
-        assert self.home.get("/index.htm") == PAGE
-        for service, reply in (("ftp", b"200 \r\n"), ("smtp", b"250 OK\r\n"), ("pop3", b"+OK\r\n")):
-            for _ in range(20):  # FTP takes nobody on the slot of one who is still there
-                with contextlib.closing(Conversation(self.home.ports[service])) as guest:
-                    if (answer := guest.ask("NOOP")) == reply:
-                        break
-            assert answer == reply, (service, answer)
-
-    def check_traces(self):
-        """Nothing is held or was touched."""
-        self.check_files()
-        assert self.memory() < MOST_MEBIBYTES, f"{self.memory()} MiB"
-        for log in self.home.path.glob("*.[Ll]og"):
-            assert not (found := CONTROL.search(log.read_bytes())), (log.name, found)
-
-    def check_files(self):
-        files = self.files()
-        assert files == self.files_at_first, set(files.items()) ^ set(self.files_at_first.items())
-
-    def close(self):
-        self.guests.close()
-        self.home.close()
-
-
-# What a row does to the ground.
+# What rows do, each to the test that it is given.
 
 def web(request):
-    def act(ground):
-        request_here = request.replace("HOME", str(ground.home.path)).encode()
-        answer = fetch(ground.home.ports["web"], request_here)
-        assert not any(text in answer for text in (PAGE, *NEVER_SENT)), answer[:200]
+    def act(test):
+        whole = f"{request} HTTP/1.0\r\n\r\n".replace("HOME", str(test.home.path))
+        answer = fetch(test.home.ports["web"], whole.encode())
+        test.assertNotIn(b"home</p>", answer)
+        test.check_said(answer)
     return act
 
 
 def ftp(*commands):
     """A listing or transfer gets its data connection. To be closed on is no fault."""
-    def act(ground):
-        guest = ground.connect("ftp", MOMENT)
-        said = b""
+    def act(test):
+        guest = test.connect("ftp", MOMENT)
         for command in commands:
             # A long command can arrive in pieces, each with a reply, and the one to PASV is missed.
             with contextlib.suppress(OSError):
                 if command[:4] in ("LIST", "RETR", "STOR"):
                     data = b"new" * 100_000 if command[:4] == "STOR" else None
-                    said += b"".join(guest.transfer(command, data))
+                    test.check_said(b"".join(guest.transfer(command, data)))
                 else:
-                    said += guest.ask(command)
-        assert not any(text in said for text in NEVER_SENT), said[:200]
+                    test.check_said(guest.ask(command))
     return act
 
 
 def mail(service, command, refusal):
-    def act(ground):
-        answer = ground.connect(service).ask(command)
-        assert answer == refusal, answer[:200]
-    return act
+    return lambda test: test.assertEqual(test.connect(service).ask(command), refusal)
 
 
-def in_ftp_folder(folder):
+def ftp_folder(folder):
     return ftp("CWD /up" + folder, "LIST", "PWD", "MKD x", "RMD x", "STOR x", "RETR x", "SIZE x",
                "DELE x", "DELE x*", "RNFR x", "RNTO y", "CWD /up",
-               *(f"{word} x{folder}" for word in ("MKD", "RMD", "STOR", "RETR", "DELE", "RNFR", "RNTO")),
+               *(f"{word} x{folder}" for word in "MKD RMD STOR RETR DELE RNFR RNTO".split()),
                f"DELE x{folder}*")
 
 
-def replies_unread(ground):
-    witness = ground.connect("pop3")
-    guests = [ground.connect("ftp", MOMENT) for _ in range(4)]
+def replies_unread(test):
+    witness = test.connect("pop3")
+    guests = [test.connect("ftp", MOMENT) for _ in range(4)]
     for guest in guests:
         guest.ask("CWD /" + "a" * 60_000)
     with contextlib.suppress(OSError):
@@ -156,16 +85,16 @@ def replies_unread(ground):
             guests[0].socket.sendall(b"PWD\r\n" * 10_000)
 
 
-def commands_that_wait(ground):
+def commands_that_wait(test):
     for _ in range(4):
-        guest = ground.connect("ftp", MOMENT)
+        guest = test.connect("ftp", MOMENT)
         with contextlib.suppress(OSError):
             for command in ("RETR ", "STOR ", "LIST ") * 21:
                 guest.socket.sendall(command.encode() + b"x" * 500_000 + b"\r\n")
 
 
-def active_port_again(ground):
-    guest = ground.connect("ftp")
+def active_port_again(test):
+    guest = test.connect("ftp")
     guest.ask("CWD /up")
     argument = guest.listen()
     # The client's ends stay open: the system refuses the server's old port.
@@ -173,30 +102,30 @@ def active_port_again(ground):
         guest.ask(f"PORT {argument}")
         data = guest.keep(guest.listener.accept()[0])
         guest.ask("LIST", b"complete.\r\n")
-        assert b"kept.txt" in data.recv(65536)
+        test.assertIn(b"kept.txt", data.recv(65536))
 
 
 ROWS = [
-    ("a NUL in GET", web("GET /../victim.htm\0.htm HTTP/1.0\r\n\r\n")),
-    ("a NUL at the end of GET", web("GET /../victim.htm\0 HTTP/1.0\r\n\r\n")),
-    ("a NUL behind a shell", web(f"POST {UP}HOME/shell\0.cgi? HTTP/1.0\r\nContent-Length: 999\r\n\r\n"
-                                 "touch HOME/marker ; exit #")),
-    ("a NUL behind a program", web(f"POST {UP}HOME/wwwroot/cgi-bin/form.exe\0.exe? HTTP/1.0\r\n\r\n")),
-    ("a NUL behind a file", web(f"POST {UP}HOME/victim.htm\0.exe? HTTP/1.0\r\n\r\n")),
-    ("a page of the site beside a silent program", web("POST /silent.exe? HTTP/1.0\r\n\r\n")),
-    ("a page of the site beside no program", web("POST /broken.exe? HTTP/1.0\r\n\r\n")),
-    ("a long resource", web(f"POST /{'x' * 60000}.cgi? HTTP/1.0\r\n\r\n")),
-    ("a deep resource", web(f"POST {'/x' * 100000}.cgi? HTTP/1.0\r\n\r\n")),
-    *[("a deep page again and again", web(f"GET {'/a' * 2000} HTTP/1.0\r\n\r\n"))] * 40,
-    *((f"control characters in a {method}",
-       web(f"{method} /x\r\n\n\r\x1b[2J\x7f\u009b.txt? HTTP/1.0\r\n\r\n")) for method in ("GET", "POST")),
+    ("a NUL in GET", web("GET /../victim.htm\0.htm")),
+    ("a NUL at the end of GET", web("GET /../victim.htm\0")),
+    ("a NUL behind a shell", web(f"POST {UP}HOME/shell\0.cgi? HTTP/1.0\r\n"
+                                 "Content-Length: 999\r\n\r\ntouch HOME/marker ; exit #")),
+    ("a NUL behind a program", web(f"POST {UP}HOME/wwwroot/cgi-bin/form.exe\0.exe?")),
+    ("a NUL behind a file", web(f"POST {UP}HOME/victim.htm\0.exe?")),
+    ("a page of the site beside a silent program", web("POST /silent.exe?")),
+    ("a page of the site beside no program", web("POST /broken.exe?")),
+    ("a long resource", web(f"POST /{'x' * 60000}.cgi?")),
+    ("a deep resource", web(f"POST {'/x' * 100000}.cgi?")),
+    *[("a deep page again and again", web(f"GET {'/a' * 2000}"))] * 40,
+    ("control characters in a GET", web("GET /x\r\n\n\r\x1b[2J\x7f\u009b.txt")),
+    ("control characters in a POST", web("POST /x\r\n\n\r\x1b[2J\x7f\u009b.txt?")),
     *((f"a NUL in {commands[-1][:4]}", ftp("CWD /up", *commands)) for commands in (
         ["MKD new\0x"], ["RMD folder\0x"], ["DELE kept.txt\0x"], ["DELE kept*\0x"], ["STOR new\0x"],
         ["STOR kept.txt\0x"], ["RETR /victim.txt\0x"], ["RNFR kept.txt\0x", "RNTO moved"],
         ["RNFR kept.txt", "RNTO moved\0x"], ["CWD /up/full\0x", "LIST"], ["SIZE kept.txt\0x"])),
-    ("a folder of 128 KiB", in_ftp_folder("/a" * 65536)),
-    ("a name of 512 KiB", in_ftp_folder("a" * 524288)),
-    ("separators alone", in_ftp_folder("/" * 262144)),
+    ("a folder of 128 KiB", ftp_folder("/a" * 65536)),
+    ("a name of 512 KiB", ftp_folder("a" * 524288)),
+    ("separators alone", ftp_folder("/" * 262144)),
     ("wildcards", ftp("CWD /up/full", f"DELE {'*?' * 100_000}x", f"DELE {'*a' * 100_000}x")),
     ("replies that are never read", replies_unread),
     ("commands that wait for their data connections", commands_that_wait),
@@ -209,39 +138,83 @@ ROWS = [
 ]
 
 
-class HostileTest(unittest.TestCase):
-    def make_ground(self):
-        ground = Ground()
-        self.addCleanup(ground.close)
-        return ground
+class HostileTest(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        for name, content in FILES.items():
+            self.home.write(name, content)
+        for name, source in PROGRAMS.items():
+            self.home.write(name, pathlib.Path(source).read_bytes())
+            (self.home.path / name).chmod(0o755)
+        (self.home.path / "ftproot/up/folder").mkdir()
+        self.guests = contextlib.ExitStack()
+        self.addCleanup(self.guests.close)
+        self.files_at_first = self.files()
+        self.process = self.home.start_services()
+
+    def files(self):
+        paths = self.home.path.rglob("*")
+        return {(path, path.read_bytes()[:100] if path.is_file() else b"") for path in paths
+                if not re.match(WRITTEN_IN_ORDINARY_LIFE, str(path.relative_to(self.home.path)))}
+
+    def memory(self):
+        """MiB that it has held at most; 0 where the system does not tell."""
+        if ON_WINDOWS:
+            return 0
+        status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
+        size, resident = (int(re.search(rf"{key}:\s*(\d+)", status)[1])
+                          for key in ("VmSize", "VmHWM"))
+        sanitized = size > 1 << 30  # its shadow memory
+        return resident // 1024 // (10 if sanitized else 1)
+
+    def connect(self, service, patience=PATIENCE):
+        """A conversation that lasts until all others were served beside it."""
+        kind = FtpConversation if service == "ftp" else Conversation
+        guest = kind(self.home.ports[service], b"" if service == "web" else b"\r\n")
+        guest.socket.settimeout(patience)
+        self.guests.callback(guest.close)
+        return guest
+
+    def check_said(self, said):
+        self.assertFalse(any(text in said for text in NEVER_SENT), said[:200])
+
+    def check_others(self):
+        """Everybody else is served."""
+        self.check_page()
+        for service, reply in (("ftp", b"200 \r\n"), ("smtp", b"250 OK\r\n"), ("pop3", b"+OK\r\n")):
+            def is_served(port=self.home.ports[service], reply=reply):
+                with contextlib.closing(Conversation(port)) as guest:
+                    return guest.ask("NOOP") == reply
+            # FTP takes nobody on the slot of one who is still there.
+            self.assertTrue(any(is_served() for _ in range(20)), service)
+
+    def check_files(self):
+        self.assertEqual(self.files() ^ self.files_at_first, set())
 
     def test_no_row_stops_fills_or_takes_anything(self):
-        ground = None
         for name, act in ROWS:
             with self.subTest(name):
-                # A row that failed is no excuse for the next one.
-                current, ground = ground or self.make_ground(), None
-                act(current)
-                current.check_others()
-                current.check_traces()
-                current.guests.close()
-                ground = current
+                act(self)
+                self.check_others()
+                self.check_files()
+                self.assertLess(self.memory(), MOST_MEBIBYTES)
+                for log in self.home.path.glob("*.[Ll]og"):
+                    self.assertIsNone(CONTROL.search(log.read_bytes()), log)
+                self.guests.close()
 
     def test_it_ends_at_once_in_the_middle_of_it(self):
-        ground = self.make_ground()
-        ground.connect("web").socket.sendall(b"POST /slow.exe? HTTP/1.0\r\n\r\n")
-        program_input = ground.home.path / "wwwroot/cgi-bin/TempFileIn"
-        wait_until(program_input.exists, "the program")
+        self.connect("web").socket.sendall(b"POST /slow.exe? HTTP/1.0\r\n\r\n")
+        wait_until((self.home.path / "wwwroot/cgi-bin/TempFileIn").exists, "the program")
         for act in (replies_unread, commands_that_wait, ftp("CWD /up" + "/a" * 65536, "LIST")):
-            act(ground)
+            act(self)
         if ON_WINDOWS:
-            self.assertEqual(ground.home.run("STOP"), (0, "", ""))
+            self.assertEqual(self.home.run("STOP"), (0, "", ""))
         else:
-            ground.process.terminate()
-        self.assertEqual(ground.process.wait(END_PATIENCE), 0)
-        self.assertFalse(accepts(ground.home.ports["web"]))
+            self.process.terminate()
+        self.assertEqual(self.process.wait(END_PATIENCE), 0)
+        self.assertFalse(accepts(self.home.ports["web"]))
         # The page of the program that runs does not stay behind for everybody.
-        ground.check_files()
+        self.check_files()
 
 
 if __name__ == "__main__":
