@@ -177,6 +177,12 @@ class ProgramTest(unittest.TestCase):
         home.write("wwwroot/index.htm", PAGE)
         return home
 
+    def converse(self, kind, service):
+        """A conversation until the end of the test."""
+        conversation = kind(self.home.ports[service])
+        self.addCleanup(conversation.close)
+        return conversation
+
     def check_page(self):
         """Waits for the Web server, and gets the home page."""
         wait_until(lambda: accepts(self.home.ports["web"]), "the Web server")

@@ -85,10 +85,9 @@ class Stage:
 
     def begin_scene(self):
         for path in (self.home.path / name for name in ("wwwroot", "ftproot", "mailroot", "outside")):
-            def is_removed(path=path):  # not while the program still unpacks a message there
-                shutil.rmtree(path, ignore_errors=True)
-                return not path.exists()
-            wait_until(is_removed, f"{path} to be free")
+            # Not while the program still unpacks a message there.
+            wait_until(lambda path=path: shutil.rmtree(path, ignore_errors=True) or
+                       not path.exists(), f"{path} to be free")
             path.mkdir()
         # Makes the mail server forget recipients and user. There are no messages left to unpack.
         self.exchange("smtp", "QUIT", "221")

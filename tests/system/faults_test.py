@@ -52,11 +52,6 @@ class FaultsTest(ProgramTest):
             self.start_under(*AS_NOBODY)
             subprocess.run(["chown", "-R", "65534:65534", str(self.home.path)], check=True)
 
-    def converse(self, kind, service):
-        conversation = kind(self.home.ports[service])
-        self.addCleanup(conversation.close)
-        return conversation
-
     def deliver(self, smtp, text):
         self.assertTrue(smtp.ask("DATA").startswith(b"354 "))
         self.assertEqual(smtp.ask(text + b"\r\n.\r\n"), SAVED)

@@ -48,11 +48,6 @@ class WindowsProgramTest(ProgramTest):
     def switch_proxy_on(self):
         self.home.wine("reg", "add", *PROXY, "/t", "REG_DWORD", "/d", "1", "/f")
 
-    def converse(self, kind, service):
-        conversation = kind(self.home.ports[service])
-        self.addCleanup(conversation.close)
-        return conversation
-
     # The window
 
     def start_hand(self):
