@@ -86,5 +86,6 @@ class Awaited:
         return self.size_in(content) == len(content)
 
     def check_all(self, content):
-        came = content.decode(errors="backslashreplace").replace("\r\n", "␍␊")
-        assert self.is_all(content), f"\n  awaited {self.text[:2000]}\n  came    {came[:2000]}"
+        if not self.is_all(content):
+            came = content[:2000].decode(errors="backslashreplace").replace("\r\n", "␍␊")
+            raise AssertionError(f"\n  awaited {self.text[:2000]}\n  came    {came}")

@@ -28,7 +28,7 @@ RECEIVING = "150 数据连接已经打开，可以发送数据."
 
 
 def is_taken(connection):
-    """Whether the program has accepted and read it; Linux shows that of a program under Wine, too."""
+    """Whether the program has accepted and read it, as Linux shows even of a program under Wine."""
     ends = [f":{port:04X}" for _, port in (connection.getpeername(), connection.getsockname())]
     for line in pathlib.Path("/proc/net/tcp").read_text(encoding="ascii").splitlines():
         words = line.split()
@@ -170,20 +170,23 @@ class Stage:
     def play_direction(self, name, text):
         if text == "is refused":
             with contextlib.closing(Client(self.service, self.home.ports[self.service])) as refused:
-                return refused.expect_to_the_end(self.awaited(""))
-        if text == "18 others come and go":
+                refused.expect_to_the_end(self.awaited(""))
+        elif text == "18 others come and go":
             for _ in range(18):
                 self.client("other")
                 self.clients.pop("other").close()
-            return None
-        client = self.client(name)
-        if text == "is closed":
-            client.expect_to_the_end(self.awaited(""))
-        if text.startswith("data "):
-            return self.play_data(name, client, *text[5:].split(" ", 1))
-        return text == "comes" or self.clients.pop(name).close()
+        elif text.startswith("data "):
+            self.play_data(name, *text[5:].split(" ", 1))
+        else:
+            assert text in ("comes", "leaves", "is closed"), text
+            client = self.client(name)
+            if text == "is closed":
+                client.expect_to_the_end(self.awaited(""))
+            if text != "comes":
+                self.clients.pop(name).close()
 
-    def play_data(self, name, client, what, text=""):
+    def play_data(self, name, what, text=""):
+        client = self.client(name)
         if what == "connects":
             self.connect_data(name)
             self.settle(client.data)
@@ -196,7 +199,9 @@ class Stage:
             self.awaited("").check_all(client.fetch_data())
         elif text == "sent":
             client.end_data()
-        else:  # is refused, unless another client has got the same port by chance
+        else:
+            assert text == "refused", (what, text)
+            # Another client may have got the same port by chance.
             taken = [each.data_port for each in self.clients.values() if each is not client]
             assert client.data_port in taken or not accepts(client.data_port)
 

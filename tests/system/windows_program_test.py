@@ -12,7 +12,6 @@ import re
 import shutil
 import subprocess
 import sys
-import tempfile
 
 REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(REPOSITORY / "tests/support"))
@@ -131,65 +130,52 @@ class WindowsProgramTest(ProgramTest):
         self.wait_for_end_of(MAIN)
         self.assertEqual(home.read("RunErr.Log"), "")
 
-    def test_it_runs_from_a_deep_chinese_folder_without_its_hosts_file(self):
+    def test_on_a_chinese_system_it_runs_from_a_deep_folder_and_speaks_its_code_page(self):
         home = self.home
-        folder = home.path / "我的 站点" / ("d" * 100)
-        folder.mkdir(parents=True)
-        del home.environment["TARNWERK_HOME"]
-        home.program[-1] = shutil.copy(PROGRAM, folder)
-        home.environment["TARNWERK_HOSTS"] = home.native(home.path / "none" / "hosts")
-        (home.path / "Server.ini").rename(folder / "Server.ini")
-        # Beyond the 260 characters of the older interfaces.
-        deep = "/".join(["网页" + "x" * 60] * 4)
-        home.write(f"wwwroot/{deep}/a.htm", "deep")
-        (home.path / "ftproot/up" / deep).mkdir(parents=True)
-        process = home.start_services()
-        self.assertEqual(home.get(f"/{deep}/a.htm"), b"deep")
-        ftp = self.converse(FtpConversation, "ftp")
-        ftp.ask(f"CWD /up/{deep}")
-        ftp.transfer("STOR new.bin", b"uploaded")
-        self.assertEqual(home.read(f"ftproot/up/{deep}/new.bin"), "uploaded")
-        self.assertEqual(ftp.transfer("RETR new.bin")[1], b"uploaded")
-        self.assertIn(b"8", ftp.transfer("LIST")[1])
-        self.assertEqual(ftp.ask("DELE new.bin"), "250 文件已删除.\r\n".encode())
-        self.assertTrue((folder / "startflg.dat").exists())
-        self.stop(process)
-
-    def test_on_a_chinese_system_replies_settings_logs_and_names_are_in_its_code_page(self):
-        locales = pathlib.Path(tempfile.mkdtemp(prefix="tarnwerk-locales-"))
-        self.addCleanup(shutil.rmtree, locales)
+        locales = home.path / "locales"
+        locales.mkdir()
         subprocess.run(["localedef", "-i", "zh_CN", "-f", "UTF-8", locales / "zh_CN.UTF-8"],
                        check=True, timeout=PATIENCE * 2)
-        home = self.home
         home.environment.update(TARNWERK_WINE_LOCALE="zh_CN.UTF-8", LOCPATH=str(locales))
-        home.write_settings(domain="站点.example", encoding="gbk")
-        home.write("wwwroot/首页.htm", "page")
-        home.write("ftproot/文件.txt", "hello")
-        user = "[用户信息]\r\nUser=amy\r\nPassword=秘密\r\n"
-        home.write("mailroot/User/amy/UserInfo.ini", user.encode("gbk"))
+        del home.environment["TARNWERK_HOME"], home.environment["TARNWERK_HOSTS"]
         # The hosts file of the Wine prefix, put back as it was afterwards.
         hosts = PREFIX / "drive_c/windows/system32/drivers/etc/hosts"
         before = hosts.read_bytes()
         self.addCleanup(hosts.write_bytes, before)
-        del home.environment["TARNWERK_HOSTS"]
+        # Beyond the 260 characters of the older interfaces.
+        deep = "/".join(["网页" + "x" * 60] * 4)
+        folder = home.path / "我的 站点" / ("d" * 100)
+        folder.mkdir(parents=True)
+        home.program[-1] = shutil.copy(PROGRAM, folder)
+        home.write_settings(domain="站点.example", encoding="gbk")
+        (home.path / "Server.ini").rename(folder / "Server.ini")
+        user = "[用户信息]\r\nUser=amy\r\nPassword=秘密\r\n".encode("gbk")
+        for name, content in {f"wwwroot/{deep}/a.htm": "deep", f"ftproot/up/{deep}/b.txt": "",
+                              "ftproot/文件.txt": "", "mailroot/User/amy/UserInfo.ini": user}.items():
+            home.write(name, content)
         process = home.start_services()
         self.assertEqual(hosts.read_bytes(),
                          before + "\r\n127.0.0.1    站点.example\r\n".encode("gbk"))
         page, _ = (fetch(home.ports["web"], f"{request} HTTP/1.0\r\n\r\n".encode("gbk"))
-                   for request in ("GET /首页.htm", "POST /表格.txt"))
-        self.assertEqual(page, b"page")
+                   for request in (f"GET /{deep}/a.htm", "POST /表格.txt"))
+        self.assertEqual(page, b"deep")
         ftp = self.converse(FtpConversation, "ftp")
         self.assertEqual(ftp.greeting, "220 连接FTP服务器成功 \r\n".encode("gbk"))
         ftp.ask("PWD")
         self.assertIn("文件.txt\r\n".encode("gbk"), ftp.transfer("LIST")[1])
+        ftp.ask(f"CWD /up/{deep}\r\n".encode("gbk"))
+        ftp.transfer("STOR new.bin", b"uploaded")
+        self.assertEqual(home.read(f"ftproot/up/{deep}/new.bin"), "uploaded")
+        self.assertEqual(ftp.transfer("RETR new.bin")[1], b"uploaded")
+        self.assertIn(b"8", ftp.transfer("LIST")[1])
+        self.assertEqual(ftp.ask("DELE new.bin"), "250 文件已删除.\r\n".encode("gbk"))
         pop3 = self.converse(Conversation, "pop3")
-        self.assertEqual(pop3.ask("USER amy"), b"+OK\r\n")
-        self.assertEqual(pop3.ask("PASS 秘密\r\n".encode("gbk")), b"+OK\r\n")
-        self.assertEqual(pop3.ask("RETR x"), b"-ERR\r\n")
-        pop3.ask("QUIT")
+        for command, reply in (("USER amy", "+OK"), ("PASS 秘密", "+OK"), ("RETR x", "-ERR"),
+                               ("QUIT", "+OK")):
+            self.assertEqual(pop3.ask(f"{command}\r\n".encode("gbk")), f"{reply}\r\n".encode())
         for name, text in {"Web.log": "请求资源：表格.txt  Failed!", "Mail.log": "发送邮件(POP)",
                            "RunErr.Log": "捕获错误: "}.items():
-            self.assertIn(text.encode("gbk"), (home.path / name).read_bytes())
+            self.assertIn(text.encode("gbk"), (folder / name).read_bytes())
         self.stop(process)
 
     def test_its_window_goes_to_the_tray_and_comes_back(self):
