@@ -13,7 +13,6 @@ import unittest
 
 PATIENCE = 30  # seconds for anything that is waited for
 PAGE = b"<p>home</p>"
-GET_PAGE = b"GET / HTTP/1.0\r\n\r\n"
 WINE = str(pathlib.Path(__file__).parents[2] / "cmake" / "wine.sh")
 
 

@@ -88,8 +88,8 @@ class AccessibilityTest(unittest.TestCase):
         while (focused := self.reader.focused(title)).address not in visited:
             visited[focused.address] = focused
             press("Tab")
-            wait_until(lambda last=focused.address: self.reader.focused(title).address != last,
-                       f"the focus to leave {focused}")
+            wait_until(lambda last=focused: (self.reader.focused(title) or last).address !=
+                       last.address, f"the focus to leave {focused}")
         self.assertEqual(focused.address, next(iter(visited)))
         return visited
 

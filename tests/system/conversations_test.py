@@ -9,7 +9,6 @@ import contextlib
 import pathlib
 import re
 import shutil
-import socket
 import sys
 import unittest
 

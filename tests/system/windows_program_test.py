@@ -1,5 +1,5 @@
-"""The Windows program under Wine: what it does to the system that it runs on, and its window, used by
-the system's messages.
+"""The Windows program under Wine: what it does to the system that it runs on, and its window, used
+from outside.
 
     windows_program_test.py TARNWERK.EXE WINDOW_HAND.EXE
 
@@ -109,7 +109,7 @@ class WindowsProgramTest(ProgramTest):
         home.wait_for_services()
         self.check_page()
         self.assertEqual(home.read("hosts"), hosts + "\r\n127.0.0.1    localhost\r\n")
-        self.assertIn(home.native(home.path), self.registry(PROGRAM_KEY))
+        self.assertIn(f" {home.native(home.path)}\r\n", self.registry(PROGRAM_KEY))
         self.assertIn("0x0", self.registry(PROXY))
         self.wait_for(MAIN)
         # A second one ends at once and disturbs nothing. Like the first it has told the firewall of
