@@ -65,7 +65,8 @@ class WindowsProgramTest(ProgramTest):
         wait_until(lambda: self.ask(verb, window, *words) == ["done"], f"{verb} {window} {words}")
 
     def wait_for(self, window, text=""):
-        wait_until(lambda: (text or window[1]) in self.ask("look", window), f"{window} {text}")
+        wait_until(lambda: (seen := self.ask("look", window)) != [""] and (text or window[1]) in seen,
+                   f"{window} {text}")
 
     def wait_for_end_of(self, window):
         wait_until(lambda: self.ask("look", window) == [""], f"the end of {window}")
@@ -83,15 +84,15 @@ class WindowsProgramTest(ProgramTest):
         self.check_page()
 
     def minimise(self):
-        self.do("post", MAIN, SYSTEM_COMMAND, MINIMISE)
+        self.do("post", MAIN, SYSTEM_COMMAND, MINIMISE, "0")
         self.do("icon", MAIN)
         self.wait_for_end_of(MAIN)
 
     def choose_in_tray(self, mnemonic):
-        self.do("post", MAIN, TRAY, ICON_CODE_OF_THE_MENU)
+        self.do("post", MAIN, TRAY, "0", ICON_CODE_OF_THE_MENU)
         self.wait_for(MENU)
         self.check_page()
-        self.do("post", MAIN, CHARACTER, hex(ord(mnemonic)))
+        self.do("post", MAIN, CHARACTER, hex(ord(mnemonic)), "0")
 
     def test_its_file_tells_what_it_is(self):
         content = pathlib.Path(PROGRAM).read_bytes()
@@ -184,7 +185,7 @@ class WindowsProgramTest(ProgramTest):
         for code in ICON_CODES_THAT_RESTORE:
             self.minimise()
             self.check_page()
-            self.do("post", MAIN, TRAY, code)
+            self.do("post", MAIN, TRAY, "0", code)
             self.wait_for(MAIN)
             self.assertEqual(self.ask("icon", MAIN), [""])
         self.minimise()
@@ -193,9 +194,9 @@ class WindowsProgramTest(ProgramTest):
         self.minimise()
         self.choose_in_tray("w")
         wait_until(lambda: not accepts(self.home.ports["web"]), "the end of the Web server")
-        self.do("post", MAIN, TRAY, ICON_CODES_THAT_RESTORE[0])
+        self.do("post", MAIN, TRAY, "0", ICON_CODES_THAT_RESTORE[0])
         self.wait_for(MAIN, "启动(G)")
-        self.do("post", MAIN, CLOSE, "0")
+        self.do("post", MAIN, CLOSE, "0", "0")
         self.assertEqual(self.process.wait(PATIENCE), 0)
 
     def test_its_options_refuse_a_wrong_entry_and_write_the_right_ones(self):

@@ -8,7 +8,7 @@
 //   press CLASS CAPTION TEXT                   presses the button of that text
 //   fill CLASS CAPTION LABEL NEW               puts another text into the field behind that label
 //   icon CLASS CAPTION                         whether the window, shown or hidden, has a tray icon
-//   post CLASS CAPTION MESSAGE PARAMETER       a message by number, to a hidden window as well
+//   post CLASS CAPTION MESSAGE FIRST SECOND    a message by number, to a hidden window as well
 
 #include <windows.h>
 
@@ -25,7 +25,7 @@ namespace {
 
 constexpr int kLongestText = 1000;
 constexpr UINT kPatience = 5000;  // milliseconds for a window to answer
-constexpr std::size_t kMostWords = 5;
+constexpr std::size_t kMostWords = 6;
 
 std::wstring Wide(const std::string& text) {
   return std::filesystem::path(std::u8string(text.begin(), text.end())).wstring();
@@ -64,8 +64,8 @@ HWND FindTop(const std::wstring& windowClass, const std::wstring& caption, bool 
 }
 
 std::string Look(HWND window) {
-  std::string texts = TextOf(window);
-  for (HWND control : ControlsOf(window)) texts += "\t" + TextOf(control);
+  std::string texts = TextOf(window) + "\t";
+  for (HWND control : ControlsOf(window)) texts += TextOf(control) + "\t";
   return texts;
 }
 
@@ -100,9 +100,8 @@ bool Act(HWND window, const std::vector<std::string>& words) {
   const std::string& verb = words[0];
   if (verb == "icon") return HasIcon(window);
   if (verb == "post") {
-    const auto parameter = static_cast<LPARAM>(std::stoul(words[4], nullptr, 0));
-    return PostMessageW(window, std::stoul(words[3], nullptr, 0), static_cast<WPARAM>(parameter),
-                        parameter) != 0;
+    const auto number = [&](std::size_t i) { return std::stoul(words[i], nullptr, 0); };
+    return PostMessageW(window, number(3), number(4), static_cast<LPARAM>(number(5))) != 0;
   }
   HWND control = FindControl(window, words[3]);
   if (verb == "fill") control = GetWindow(control, GW_HWNDNEXT);
