@@ -1,69 +1,56 @@
 #include "tests/support/client.h"
 
-#include <array>
+#include <algorithm>
 #include <asio/buffer.hpp>
+#include <asio/completion_condition.hpp>
+#include <asio/read.hpp>
+#include <asio/read_until.hpp>
 #include <asio/write.hpp>
+#include <chrono>
 #include <utility>
 
 namespace test {
-
 namespace {
 
 using asio::ip::tcp;
 
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::chrono::seconds kPatience{10};
+
 }  // namespace
 
 Client::Client(std::uint16_t port) {
-  asio::error_code error;
-  socket_.connect({asio::ip::address_v4::loopback(), port}, error);
-  connected_ = !error;
-}
-
-std::uint16_t Client::LocalPort() const {
-  asio::error_code error;
-  return socket_.local_endpoint(error).port();
+  socket_.connect({asio::ip::address_v4::loopback(), port}, error_);
 }
 
 void Client::Send(std::string_view bytes) {
   asio::async_write(socket_, asio::buffer(bytes), [](const asio::error_code&, std::size_t) {});
-  context_.restart();
-  context_.run_for(kPatience);
+  Wait();
 }
 
 std::string Client::ReceiveAll() {
-  while (ReadSome(kPatience)) {
-  }
+  asio::async_read(socket_, asio::dynamic_buffer(received_), Note());
+  Wait();
   return std::exchange(received_, {});
 }
 
 std::string Client::ReceiveLine() {
-  while (received_.find("\r\n") == std::string::npos && ReadSome(kPatience)) {
-  }
-  const std::size_t end = received_.find("\r\n");
-  return Receive(end == std::string::npos ? received_.size() : end + 2);
+  asio::async_read_until(socket_, asio::dynamic_buffer(received_), kLineEnd, Note());
+  Wait();
+  return Take(std::min(received_.find(kLineEnd), received_.size()) + kLineEnd.size());
 }
 
 std::string Client::Receive(std::size_t count) {
-  while (received_.size() < count && ReadSome(kPatience)) {
-  }
-  std::string bytes = received_.substr(0, count);
-  received_.erase(0, bytes.size());
-  return bytes;
-}
-
-std::string Client::ReceiveFor(std::chrono::milliseconds time) {
-  const auto end = std::chrono::steady_clock::now() + time;
-  while (std::chrono::steady_clock::now() < end) {
-    ReadSome(std::chrono::duration_cast<std::chrono::milliseconds>(
-        end - std::chrono::steady_clock::now()));
-    if (ended_) break;
-  }
-  return std::exchange(received_, {});
+  const std::size_t missing = count - std::min(count, received_.size());
+  asio::async_read(socket_, asio::dynamic_buffer(received_), asio::transfer_at_least(missing),
+                   Note());
+  Wait();
+  return Take(count);
 }
 
 bool Client::SeesEnd() {
-  if (received_.empty()) ReadSome(kPatience);
-  return ended_ && received_.empty();
+  received_ = Receive(1) + received_;
+  return received_.empty() && error_ && error_ != asio::error::operation_aborted;
 }
 
 void Client::ShutSending() {
@@ -79,34 +66,22 @@ void Client::Close() {
 void Client::Reset() {
   asio::error_code ignored;
   socket_.set_option(asio::socket_base::linger(true, 0), ignored);
-  socket_.close(ignored);
+  Close();
 }
 
-// False once nothing more has come in time or the connection has ended.
-bool Client::ReadSome(std::chrono::milliseconds time) {
-  if (ended_ || !socket_.is_open()) return false;
-  std::array<char, 65536> buffer;
-  std::size_t count = 0;
-  bool answered = false;
-  asio::error_code error;
-  socket_.async_read_some(asio::buffer(buffer),
-                          [&](const asio::error_code& failure, std::size_t read) {
-                            answered = true;
-                            error = failure;
-                            count = read;
-                          });
+void Client::Wait() {
   context_.restart();
-  context_.run_for(time);
-  if (!answered) {
-    socket_.cancel();
-    context_.restart();
-    context_.run();
-  }
-  if (error == asio::error::operation_aborted) return false;
-  ended_ = static_cast<bool>(error);
-  reset_ = ended_ && error != asio::error::eof;
-  received_.append(buffer.data(), count);
-  return !ended_;
+  context_.run_for(kPatience);
+  asio::error_code ignored;
+  socket_.cancel(ignored);
+  context_.restart();
+  context_.run();
+}
+
+std::string Client::Take(std::size_t count) {
+  std::string bytes = received_.substr(0, count);
+  received_.erase(0, bytes.size());
+  return bytes;
 }
 
 std::string Fetch(std::uint16_t port, std::string_view request) {
@@ -115,6 +90,11 @@ std::string Fetch(std::uint16_t port, std::string_view request) {
   return client.ReceiveAll();
 }
 
-bool Accepts(std::uint16_t port) { return Client(port).IsConnected(); }
+bool Accepts(std::uint16_t port) {
+  asio::io_context context;
+  asio::error_code error;
+  tcp::socket(context).connect({asio::ip::address_v4::loopback(), port}, error);
+  return !error;
+}
 
 }  // namespace test

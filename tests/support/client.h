@@ -3,9 +3,9 @@
 // A TCP client that blocks, for tests. Whatever it waits for ends after some seconds: what has come
 // by then is returned, so that a server that does not answer fails a test and never hangs it.
 
+#include <asio/error.hpp>
 #include <asio/io_context.hpp>
 #include <asio/ip/tcp.hpp>
-#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -15,11 +15,6 @@ class Client {
  public:
   /// Connects to a port of this machine.
   explicit Client(std::uint16_t port);
-
-  static constexpr std::chrono::seconds kPatience{10};
-
-  bool IsConnected() const { return connected_; }
-  std::uint16_t LocalPort() const;
 
   void Send(std::string_view bytes);
 
@@ -32,14 +27,11 @@ class Client {
   /// Exactly `count` bytes, fewer if the connection ends or falls silent.
   std::string Receive(std::size_t count);
 
-  /// What comes within a short time; to see that nothing comes.
-  std::string ReceiveFor(std::chrono::milliseconds time);
-
   /// Whether the server ends the connection, with or without an error, without sending more.
   bool SeesEnd();
 
   /// Whether the last reading ended in an error rather than in an orderly end.
-  bool WasReset() const { return reset_; }
+  bool WasReset() const { return error_ && error_ != asio::error::eof; }
 
   void ShutSending();
   void Close();
@@ -47,13 +39,15 @@ class Client {
   void Reset();
 
  private:
-  bool ReadSome(std::chrono::milliseconds time);
+  void Wait();
+  std::string Take(std::size_t count);
+  auto Note() {
+    return [this](const asio::error_code& error, std::size_t) { error_ = error; };
+  }
 
   asio::io_context context_;
   asio::ip::tcp::socket socket_{context_};
-  bool connected_ = false;
-  bool ended_ = false;
-  bool reset_ = false;
+  asio::error_code error_;  // of the last reading
   std::string received_;
 };
 

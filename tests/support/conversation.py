@@ -1,81 +1,87 @@
 """Talking to the servers as one arrival after the other, and seeing every byte of the answers."""
 
+import contextlib
 import re
 import socket
+
+from program import everything, free_port
 
 PATIENCE = 10  # seconds for an answer
 
 
 class Conversation:
-    """A control connection. The transcript has what was sent and what came back."""
+    """A control connection."""
 
     def __init__(self, port, greeting=b"\r\n"):
-        self.socket = socket.create_connection(("127.0.0.1", port), PATIENCE)
-        self.transcript = [("greeting", self.receive(greeting))]
+        self.sockets = contextlib.ExitStack()
+        self.close = self.sockets.close
+        self.socket = self.keep(socket.create_connection(("127.0.0.1", port)))
+        # Otherwise the system delays a line behind an unanswered one and sends both at once.
+        self.socket.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
+        self.greeting = self.receive(greeting)
 
-    def close(self):
-        self.socket.close()
+    def keep(self, new_socket):
+        """It is closed with this."""
+        new_socket.settimeout(PATIENCE)
+        return self.sockets.enter_context(new_socket)
 
     def receive(self, end):
-        """What comes until it ends with `end`, or until patience does."""
+        """What comes until it ends with `end`, or until the connection or patience does."""
         received = b""
-        try:
-            while not received.endswith(end):
-                piece = self.socket.recv(65536)
-                if not piece:
-                    return received + b"<closed>"
+        with contextlib.suppress(TimeoutError):
+            while not received.endswith(end) and (piece := self.socket.recv(65536)):
                 received += piece
-        except TimeoutError:
-            received += b"<nothing more>"
         return received
 
     def ask(self, request, end=b"\r\n"):
         """Sends a line, or bytes as they are; the answer, up to `end`."""
-        sent = request if isinstance(request, bytes) else request.encode() + b"\r\n"
-        self.socket.sendall(sent)
-        answer = self.receive(end)
-        self.transcript.append((request, answer))
-        return answer
+        self.socket.sendall(request if isinstance(request, bytes) else request.encode() + b"\r\n")
+        return self.receive(end)
 
 
 class FtpConversation(Conversation):
-    """With data connections. Their bytes are in the transcript too."""
+    """With one data connection at a time."""
 
-    def data_connection(self):
-        numbers = re.findall(rb"\d+", self.ask("PASV"))[-2:]
-        port = int(numbers[0]) * 256 + int(numbers[1])
-        return socket.create_connection(("127.0.0.1", port), PATIENCE)
+    data = data_port = listener = None
+
+    def note_port(self, reply):
+        """Takes the port from the reply to PASV, if it is one."""
+        if passive := re.match(rb"227 \(127,0,0,1,4,(\d+)\)", reply):
+            self.data_port = 1024 + int(passive[1])
+
+    def listen(self):
+        """Waits for a data connection; the argument for PORT."""
+        port = free_port()
+        self.listener = self.keep(socket.create_server(("127.0.0.1", port)))
+        return f"127,0,0,1,{port // 256},{port % 256}"
+
+    def open_data(self):
+        """Accepts the data connection if it listens, else makes it."""
+        self.data = self.keep(self.listener.accept()[0] if self.listener else
+                              socket.create_connection(("127.0.0.1", self.data_port)))
+        self.data_port = self.listener = None
+
+    def end_data(self, content=b""):
+        with contextlib.suppress(ConnectionError):  # a refused upload
+            self.data.sendall(content)
+            self.data.shutdown(socket.SHUT_WR)
+
+    def fetch_data(self):
+        """Everything up to the end of the data connection."""
+        with self.data:
+            content = everything(self.data)
+        self.data = None
+        return content
 
     def transfer(self, request, data=None):
-        """A transfer in passive mode, up to its final reply; what came, if `data` is not sent."""
-        with self.data_connection() as connection:
-            self.socket.sendall(request.encode() + b"\r\n")
-            return self._run(request, connection, data)
-
-    def _run(self, request, connection, data):
-        connection.settimeout(PATIENCE)
-        reply = self.receive(b"\r\n")
-        received = b""
+        """Both replies to a transfer in passive mode, and what came, unless `data` is sent."""
+        self.note_port(self.ask("PASV"))
+        self.open_data()
+        reply, content = self.ask(request), b""
         if reply.startswith(b"150"):
             if data is not None:
-                connection.sendall(data)
-                connection.shutdown(socket.SHUT_WR)
-            while piece := connection.recv(65536):
-                received += piece
+                self.end_data(data)
+            content = self.fetch_data()
             if reply.count(b"\r\n") < 2:
                 reply += self.receive(b"\r\n")
-        self.transcript.append((request, reply + b"|" + received))
-        return received
-
-
-def send_mail(port, sender, recipient, message):
-    """Delivers `message` (bytes, without the end mark); the transcript."""
-    smtp = Conversation(port)
-    smtp.ask("EHLO client")
-    smtp.ask(f"MAIL FROM:<{sender}>")
-    smtp.ask(f"RCPT TO:<{recipient}>")
-    smtp.ask("DATA")
-    smtp.ask(message + b"\r\n.\r\n")
-    smtp.ask("QUIT")
-    smtp.close()
-    return smtp.transcript
+        return reply, content

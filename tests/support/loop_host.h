@@ -4,6 +4,7 @@
 // be a client that blocks; everything that touches a server goes through Call.
 
 #include <functional>
+#include <future>
 
 #include "net/event_loop.h"
 
@@ -15,11 +16,19 @@ class LoopHost {
   virtual net::EventLoop& Loop() = 0;
 
   /// Runs `action` on the loop's thread and returns when it has run.
-  void Call(const std::function<void()>& action);
+  void Call(const std::function<void()>& action) {
+    std::promise<void> done;
+    Loop().Post([&] {
+      action();
+      done.set_value();
+    });
+    done.get_future().wait();
+  }
 };
 
 /// The one of this test program, made by its main.
-LoopHost& TheLoopHost();
-void SetLoopHost(LoopHost& host);
+inline LoopHost* theLoopHost = nullptr;
+inline LoopHost& TheLoopHost() { return *theLoopHost; }
+inline void SetLoopHost(LoopHost& host) { theLoopHost = &host; }
 
 }  // namespace test

@@ -1,16 +1,19 @@
-"""The built program as a process, in a temporary program directory, for tests in Python."""
+"""The built program as a process in a temporary program directory, for tests in Python."""
 
 import os
 import pathlib
 import random
 import shutil
-import signal
 import socket
 import subprocess
+import sys
 import tempfile
 import time
+import unittest
 
 PATIENCE = 30  # seconds for anything that is waited for
+PAGE = b"<p>home</p>"
+WINE = str(pathlib.Path(__file__).parents[2] / "cmake" / "wine.sh")
 
 
 def free_port():
@@ -35,21 +38,23 @@ def wait_until(condition, what):
     while not condition():
         if time.monotonic() > end:
             raise AssertionError(f"waited in vain for {what}")
-        time.sleep(0.01)
+        time.sleep(0.005)
+
+
+def everything(connection):
+    """What comes until the other end closes."""
+    return b"".join(iter(lambda: connection.recv(65536), b""))
 
 
 def fetch(port, request):
     """Everything that comes back until the server ends the connection."""
     with socket.create_connection(("127.0.0.1", port), PATIENCE) as client:
         client.sendall(request)
-        answer = b""
-        while piece := client.recv(65536):
-            answer += piece
-        return answer
+        return everything(client)
 
 
 class Home:
-    """A program directory, and the user's directories beside it.
+    """A program directory, and the user's directories inside it.
 
     `program`: the words that start the program. Nothing outside the directory is touched.
     """
@@ -84,8 +89,8 @@ class Home:
         return (self.path / name).read_bytes()
 
     def read(self, name):
-        file = self.path / name
-        return file.read_bytes().decode() if file.exists() else ""
+        """Empty if there is none."""
+        return self.read_bytes(name).decode() if (self.path / name).exists() else ""
 
     def write_settings(self, domain="localhost", encoding="utf-8", **more):
         """Server.ini with every service on a port of its own; `more` goes to section System."""
@@ -108,6 +113,11 @@ class Home:
         self.processes.append(process)
         return process
 
+    def start_services(self):
+        process = self.start("START", "SHOW")
+        self.wait_for_services()
+        return process
+
     def run(self, *words):
         """Runs the program to its end; its exit code and what it wrote."""
         done = subprocess.run([*self.program, *words], env=self.environment, timeout=PATIENCE * 2,
@@ -118,13 +128,74 @@ class Home:
         for name, port in self.ports.items():
             wait_until(lambda port=port: accepts(port), f"the port of {name}")
 
+    def get(self, resource):
+        return fetch(self.ports["web"], f"GET {resource} HTTP/1.0\r\n\r\n".encode())
+
     def kill(self):
         for process in self.processes:
-            if process.poll() is None:
-                process.send_signal(signal.SIGKILL)
+            process.kill()
             process.wait()
         self.processes.clear()
 
     def close(self):
         self.kill()
         shutil.rmtree(self.path)
+
+
+class WindowsHome(Home):
+    """A program directory of the Windows program under Wine. It needs a display."""
+
+    def __init__(self, executable):
+        super().__init__([WINE, executable], display=os.environ["DISPLAY"])
+
+    def native(self, path):
+        return "Z:" + str(path).replace("/", "\\")
+
+    def wine(self, *words):
+        """Runs another Windows program; what it wrote. Fails if that fails."""
+        return subprocess.run([WINE, *words], env=self.environment, timeout=PATIENCE * 2, check=True,
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL).stdout.decode(errors="replace")
+
+
+def home_of(program):
+    """A program directory, for the program of either system."""
+    return WindowsHome(program) if program.endswith(".exe") else Home([program])
+
+
+class ProgramTest(unittest.TestCase):
+    """A test of the program that the command line names, with settings and a home page."""
+
+    def setUp(self):
+        self.home = self.make_home()
+
+    def make_home(self):
+        home = home_of(sys.argv[1])
+        self.addCleanup(home.close)
+        home.write_settings()
+        home.write("wwwroot/index.htm", PAGE)
+        return home
+
+    def converse(self, kind, service):
+        """A conversation until the end of the test."""
+        conversation = kind(self.home.ports[service])
+        self.addCleanup(conversation.close)
+        return conversation
+
+    def check_page(self):
+        """Waits for the Web server, and gets the home page."""
+        wait_until(lambda: accepts(self.home.ports["web"]), "the Web server")
+        self.assertEqual(self.home.get("/index.htm"), PAGE)
+
+    def end(self, process):
+        process.terminate()
+        self.assertEqual(process.wait(PATIENCE), 0)
+
+    def stop(self, process):
+        self.assertEqual(self.home.run("STOP"), (0, "", ""))
+        self.assertEqual(process.wait(PATIENCE), 0)
+        self.assertFalse(accepts(self.home.ports["web"]))
+
+
+def run_tests():
+    unittest.main(argv=sys.argv[:1], verbosity=2)

@@ -5,9 +5,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
+#include <thread>
 
 #include "core/service_environment.h"
 #include "settings/program.h"
@@ -21,7 +23,9 @@ class ProgramFixture : public testing::Test {
  protected:
   const TemporaryFolder& Home() const { return home_; }
   const settings::Program& Program() const { return program_; }
-  core::ServiceEnvironment Environment();
+  core::ServiceEnvironment Environment() {
+    return {program_, TheLoopHost().Loop(), home_.Text("hosts")};
+  }
 
   /// What the program has written to RunErr.Log so far.
   std::string ErrorLog() const { return home_.Read("RunErr.Log"); }
@@ -29,7 +33,14 @@ class ProgramFixture : public testing::Test {
   static void OnLoop(const std::function<void()>& action) { TheLoopHost().Call(action); }
 
   /// Waits until `condition`, asked on the loop, holds; false if it does not within some seconds.
-  static bool Eventually(const std::function<bool()>& condition);
+  static bool Eventually(const std::function<bool()>& condition) {
+    bool holds = false;
+    for (int tries = 1000; tries > 0 && !holds; --tries) {
+      OnLoop([&] { holds = condition(); });
+      if (!holds) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return holds;
+  }
 
  private:
   TemporaryFolder home_;

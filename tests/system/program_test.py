@@ -1,68 +1,39 @@
-"""The program from outside: its command line, its instances, its files and its output.
+"""The program from outside: its command line, its instances, its output, and its first start.
 
-program_test.py PROGRAM...
+    program_test.py PROGRAM
 """
 
 import os
 import pathlib
+import shutil
 import signal
 import socket
 import subprocess
 import sys
-import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from conversation import FtpConversation  # noqa: E402
-from program import PATIENCE, Home, accepts, fetch, wait_until  # noqa: E402
+from program import PATIENCE, ProgramTest, accepts, run_tests, wait_until  # noqa: E402
 
-program = []
-
-ALL_RUNNING = """Web发布已经启动。 您的主页在：Http://localhost
-Web服务：ON
-E-Mail服务已经启动。SMTP:localhost  POP3:localhost
-Mail服务：ON
-Ftp服务已经启动。 您的Ftp地址是：ftp://localhost
-Ftp服务：ON
-"""
+PROGRAM = sys.argv[1]
 
 
-class ProgramTest(unittest.TestCase):
-    def setUp(self):
-        self.home = Home(program)
-        self.addCleanup(self.home.close)
-        self.home.write_settings()
-        self.home.write("wwwroot/index.htm", "<p>home</p>")
-
+class OutsideTest(ProgramTest):
     def under(self, shell):
         """From now on the program starts after these words of a shell."""
-        self.home.program = ["sh", "-c", f'{shell}; exec "$@"', "sh", *program]
+        self.home.program = ["sh", "-c", f'{shell}; exec "$@"', "sh", PROGRAM]
 
-    def start_all(self):
-        process = self.home.start("START", "SHOW")
-        self.home.wait_for_services()
-        return process
-
-    def expect_end(self, process):
-        self.assertEqual(process.wait(PATIENCE), 0)
-
-    def test_start_serves_and_tells_at_once_even_into_a_file(self):
-        output = self.home.path / "output"
-        with output.open("wb") as file:
-            self.home.start("START", "SHOW", output=file)
-        self.home.wait_for_services()
-        wait_until(lambda: self.home.read("output") == ALL_RUNNING, "the status texts")
-        self.assertEqual(fetch(self.home.ports["web"], b"GET / HTTP/1.0\r\n\r\n"), b"<p>home</p>")
-        self.assertEqual(self.home.read("startflg.dat"),
-                         "[ServerStatus]\r\nWebServer=True\r\nMailServer=True\r\nFtpServer=True\r\n")
-        self.assertEqual(self.home.read("hosts"), "\r\n127.0.0.1    localhost\r\n")
+    def start_into_output(self):
+        """What it says at once, even into a file."""
+        with open(self.home.path / "output", "wb") as output:
+            self.home.start("START", "SHOW", output=output)
+        wait_until(lambda: self.home.read("output").count("服务：") == 3, "the status texts")
+        return self.home.read("output")
 
     def test_stop_ends_every_instance_of_the_user(self):
-        other = Home(program)
-        self.addCleanup(other.close)
+        other = self.make_home()
         other.environment["XDG_RUNTIME_DIR"] = self.home.environment["XDG_RUNTIME_DIR"]
-        other.write_settings()
-        processes = [self.start_all(), other.start("START")]
-        other.wait_for_services()
+        processes = [self.home.start_services(), other.start_services()]
         self.assertEqual(self.home.run("/stop", "SHOW"), (0, "", ""))
         # Gone before the one that stopped them has ended.
         self.assertEqual([process.poll() for process in processes], [0, 0])
@@ -70,33 +41,31 @@ class ProgramTest(unittest.TestCase):
         self.assertEqual(self.home.run("STOP"), (0, "", ""))
 
     def test_a_second_instance_ends_at_once_and_disturbs_nothing(self):
-        # The place to meet is made if it is missing, and a link leads to the same directory.
-        self.home.environment["XDG_RUNTIME_DIR"] = self.home.file("missing/runtime")
-        link = self.home.path / "link"
+        # The place to meet is made if it is missing, and a link leads to the same directory. Too
+        # deep a place for a socket is no obstacle.
+        self.home.environment["XDG_RUNTIME_DIR"] = self.home.file(f"{'d' * 100}/{'e' * 100}/runtime")
+        link = self.home.path / "我的 站点"
         link.symlink_to(self.home.path)
-        first = self.start_all()
+        self.home.environment["TARNWERK_HOME"] = str(link)
+        first = self.home.start_services()
         for directory in (self.home.path, link):
             self.home.environment["TARNWERK_HOME"] = str(directory)
             self.assertEqual(self.home.run("START"), (0, "", ""))
         self.assertIsNone(first.poll())
-        self.assertTrue(accepts(self.home.ports["web"]))
-        self.assertEqual(self.home.run("STOP"), (0, "", ""))
-        self.assertEqual(first.poll(), 0)
+        self.check_page()
+        self.stop(first)
 
     def test_it_outlives_the_reader_of_its_output(self):
-        reader, writer = os.pipe()
-        os.close(reader)
-        process = self.home.start("START", output=writer)
-        os.close(writer)
-        self.home.wait_for_services()
-        self.assertIsNone(process.poll())
+        process = self.home.start("START", output=subprocess.PIPE)
+        process.stdout.close()
+        self.check_page()
+        self.end(process)
 
     def test_closed_standard_streams_lead_into_no_file(self):
         self.under("exec <&- >&- 2>&-")
-        process = self.start_all()
-        self.assertEqual(fetch(self.home.ports["web"], b"GET / HTTP/1.0\r\n\r\n"), b"<p>home</p>")
-        process.terminate()
-        self.expect_end(process)
+        process = self.home.start_services()
+        self.check_page()
+        self.end(process)
         files = [path for path in self.home.path.rglob("*") if path.is_file()]
         self.assertEqual([path for path in files if "服务：ON".encode() in path.read_bytes()], [])
         self.assertEqual(self.home.read("RunErr.Log"), "")
@@ -104,132 +73,129 @@ class ProgramTest(unittest.TestCase):
     def test_a_limit_of_file_sizes_costs_the_upload_alone(self):
         self.under("ulimit -f 8")
         self.home.write("ftproot/up/old.txt", "old")
-        process = self.start_all()
-        ftp = FtpConversation(self.home.ports["ftp"])
-        self.addCleanup(ftp.close)
+        process = self.home.start_services()
+        ftp = self.converse(FtpConversation, "ftp")
         ftp.ask("CWD /up")
-        ftp.transfer("STOR large.bin", b"x" * 100_000)
-        self.assertIn(b"\r\n550 ", ftp.transcript[-1][1])
-        process.terminate()
-        self.expect_end(process)
+        self.assertIn(b"\r\n550 ", ftp.transfer("STOR large.bin", b"x" * 100_000)[0])
+        self.end(process)
 
     def test_whoever_says_on_serves_however_few_descriptors_there_are(self):
+        services = {"web": "Web", "smtp": "Mail", "pop3": "Mail", "ftp": "Ftp"}
         for limit in (12, 16, 20):
             self.under(f"ulimit -n {limit}")
-            output = self.home.path / "output"
-            with self.subTest(limit), output.open("wb") as file:
-                self.home.start("START", "SHOW", output=file)
-                wait_until(lambda: self.home.read("output").count("服务：") == 3, "the status texts")
-                said = self.home.read("output")
-                for word, port in (("Web", "web"), ("Mail", "smtp"), ("Mail", "pop3"), ("Ftp", "ftp")):
-                    if f"{word}服务：OFF" in said:
-                        self.assertNotEqual(self.home.read("RunErr.Log"), "")
-                        continue
-                    with socket.create_connection(("127.0.0.1", self.home.ports[port]), 10) as client:
+            said = self.start_into_output()
+            with self.subTest(limit):
+                for name in [name for name, word in services.items() if f"{word}服务：ON" in said]:
+                    with socket.create_connection(("127.0.0.1", self.home.ports[name]), 10) as client:
                         client.sendall(b"GET / HTTP/1.0\r\n\r\n")
-                        self.assertNotEqual(client.recv(1), b"", port)
+                        self.assertNotEqual(client.recv(1), b"", name)
+                self.assertTrue(said.count("服务：ON") == 3 or self.home.read("RunErr.Log"))
             self.home.kill()
-
-    def test_settings_decide_without_words_and_not_with_them(self):
-        self.home.write_settings(AutoStartService="1", StartInTaskBar="1")
-        process = self.home.start()
-        self.home.wait_for_services()
-        process.terminate()
-        self.expect_end(process)
-        process = self.home.start("SHOW")
-        # It lives, and serves nothing.
-        self.assertRaises(subprocess.TimeoutExpired, process.wait, 0.5)
-        self.assertFalse(accepts(self.home.ports["web"]))
 
     def test_it_records_its_directory_and_keeps_the_proxy_off(self):
         internet = ("[HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion"
                     "\\Internet Settings]\nProxyEnable=%d\n")
         registry = "config/Tarnwerk/registry.ini"
         self.home.write(registry, internet % 1)
-        process = self.start_all()
+        process = self.home.start_services()
         program_key = f"[HKEY_LOCAL_MACHINE\\Software\\VEQ\\通用系统]\nTARNPath={self.home.path}\n"
         self.assertEqual(self.home.read(registry), internet % 0 + program_key)
         # Switched on meanwhile, it is off again at the end.
         self.home.write(registry, internet % 1)
-        process.terminate()
-        self.expect_end(process)
+        self.end(process)
         self.assertEqual(self.home.read(registry), internet % 0)
-        # What was off stays as the user has it.
-        process = self.start_all()
-        self.home.write(registry, internet % 1)
-        self.assertEqual(self.home.run("STOP"), (0, "", ""))
-        self.expect_end(process)
-        self.assertEqual(self.home.read(registry), internet % 1)
 
     def test_signals_close_it_with_clients_in_the_middle(self):
         self.home.write("wwwroot/large.bin", b"x" * 2_000_001)
         for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
-            process = self.start_all()
-            download = subprocess.Popen(
-                ["curl", "-s", "--http0.9", f"http://127.0.0.1:{self.home.ports['web']}/large.bin"],
-                stdout=subprocess.PIPE)
-            download.stdout.read(10240)
-            process.send_signal(number)
-            self.expect_end(process)
-            download.communicate()
+            process = self.home.start_services()
+            with socket.create_connection(("127.0.0.1", self.home.ports["web"]), PATIENCE) as client:
+                client.sendall(b"GET /large.bin HTTP/1.0\r\n\r\n")
+                client.recv(1)
+                process.send_signal(number)
+                self.assertEqual(process.wait(PATIENCE), 0)
+
+    def test_under_nohup_it_outlives_its_terminal(self):
+        self.under("trap '' HUP")
+        process = self.home.start_services()
+        process.send_signal(signal.SIGHUP)
+        self.check_page()
+        self.end(process)
 
     def test_what_a_killed_instance_left_blocks_neither_start_nor_stop(self):
-        self.start_all().kill()
-        wait_until(lambda: not accepts(self.home.ports["web"]), "the killed program")
+        self.home.start_services()
+        self.home.kill()
         self.assertEqual(self.home.run("STOP"), (0, "", ""))
-        process = self.start_all()
-        self.assertEqual(self.home.run("STOP"), (0, "", ""))
-        self.expect_end(process)
+        self.stop(self.home.start_services())
 
     def test_unusable_user_directories_stop_nothing(self):
-        self.home.environment["XDG_RUNTIME_DIR"] = "/proc/none"
-        self.home.environment["XDG_CONFIG_HOME"] = "/proc/none"
-        process = self.start_all()
-        process.terminate()
-        self.expect_end(process)
-
-    def test_a_deep_runtime_directory_is_no_obstacle(self):
-        deep = self.home.path / ("d" * 100) / ("e" * 100)
-        deep.mkdir(parents=True, mode=0o700)
-        self.home.environment["XDG_RUNTIME_DIR"] = str(deep)
-        process = self.start_all()
-        self.assertEqual(self.home.run("STOP"), (0, "", ""))
-        self.expect_end(process)
+        self.home.environment.update(XDG_RUNTIME_DIR="/proc/none", XDG_CONFIG_HOME="/proc/none")
+        self.end(self.home.start_services())
 
     def test_a_taken_port_fails_that_service_alone(self):
-        with socket.socket() as taken:
-            taken.bind(("", self.home.ports["pop3"]))
-            taken.listen()
-            process = self.home.start("START", "SHOW", output=subprocess.PIPE)
-            wait_until(lambda: accepts(self.home.ports["ftp"]), "FTP")
-            process.terminate()
-            output = process.communicate()[0].decode()
-        self.assertIn("E-Mail服务启动失败。请检查您的E-Mail与网络设置。\nMail服务：OFF\n", output)
-        self.assertIn("WebServer=False", self.home.read("startflg.dat"))
-        self.assertNotIn("MailServer", self.home.read("startflg.dat"))
+        with socket.create_server(("", self.home.ports["pop3"])):
+            said = self.start_into_output()
+        self.assertIn("E-Mail服务启动失败。请检查您的E-Mail与网络设置。\nMail服务：OFF\n", said)
         self.assertIn("捕获错误: ", self.home.read("RunErr.Log"))
+        self.assertFalse(accepts(self.home.ports["smtp"]))
+        self.assertTrue(accepts(self.home.ports["ftp"]))
+        self.check_page()
 
     def test_web_opens_the_address_with_its_port_whether_or_not_it_runs(self):
-        opener = self.home.path / "bin" / "xdg-open"
         self.home.write("bin/xdg-open", f"#!/bin/sh\necho \"$1\" > {self.home.path}/opened\n")
-        opener.chmod(0o755)
-        self.home.environment["PATH"] = f"{opener.parent}:{os.environ['PATH']}"
+        (self.home.path / "bin/xdg-open").chmod(0o755)
+        self.home.environment["PATH"] = f"{self.home.path}/bin:{os.environ['PATH']}"
         self.home.start("x", "SHOW", "WEB")
         expected = f"http://localhost:{self.home.ports['web']}\n"
         wait_until(lambda: self.home.read("opened") == expected, "the browser")
 
-    def test_a_program_directory_in_chinese_with_blanks(self):
-        self.home.environment["TARNWERK_HOME"] = str(self.home.path / "我的 站点")
-        self.home.write("我的 站点/wwwroot/首页.htm", "中文")
-        (self.home.path / "Server.ini").rename(self.home.path / "我的 站点" / "Server.ini")
-        root = self.home.path / "我的 站点" / "wwwroot"
-        settings = (self.home.path / "我的 站点" / "Server.ini")
-        settings.write_text(settings.read_text().replace(str(self.home.path / "wwwroot"), str(root)))
-        self.start_all()
-        answer = fetch(self.home.ports["web"], "GET /首页.htm HTTP/1.0\r\n\r\n".encode())
-        self.assertEqual(answer.decode(), "中文")
+
+class FirstStartTest(ProgramTest):
+    """An installed program: its directory becomes the user's own, filled with the sample site."""
+
+    def setUp(self):
+        super().setUp()
+        self.own = self.home.path / "data" / "tarnwerk"
+        sample = self.home.path / "installed" / "sample"
+        (sample / "ftproot" / "upload").mkdir(parents=True)
+        shutil.move(self.home.path / "wwwroot", sample)
+        # Settings, so that the usual ports are left alone.
+        settings = self.home.read("Server.ini").replace(str(self.home.path), str(self.own))
+        (sample / "Server.ini").write_text(settings)
+        self.home.program = [shutil.copy(PROGRAM, sample.parent)]
+        del self.home.environment["TARNWERK_HOME"]
+        self.home.environment["XDG_DATA_HOME"] = str(self.own.parent)
+
+    def test_the_sample_is_copied_once_and_what_becomes_of_it_stays(self):
+        self.stop(self.home.start_services())
+        self.assertEqual(self.own.stat().st_mode & 0o777, 0o700)
+        (self.own / "wwwroot" / "index.htm").write_text("<p>mine</p>")
+        (self.own / "ftproot" / "upload").rmdir()
+
+        self.home.start_services()
+        self.assertEqual(self.home.get("/"), b"<p>mine</p>")
+        self.assertFalse((self.own / "ftproot" / "upload").exists())
+        self.assertEqual([entry.name for entry in self.own.parent.iterdir()], ["tarnwerk"])
+
+    def test_a_copy_that_was_broken_off_begins_anew(self):
+        unfinished = self.own.with_name("tarnwerk.new")
+        unfinished.mkdir(parents=True)
+        (unfinished / "half").write_text("")
+        self.home.start_services()
+        self.check_page()
+        self.assertFalse(unfinished.exists() or (self.own / "half").exists())
+
+    def test_a_stop_makes_no_directory(self):
+        self.assertEqual(self.home.run("STOP"), (0, "", ""))
+        self.assertFalse(self.own.exists())
+
+    def test_without_a_sample_the_directory_is_the_executables(self):
+        shutil.rmtree(self.home.path / "installed" / "sample")
+        process = self.home.start("SHOW")
+        wait_until(lambda: list(self.home.path.glob("runtime/Tarnwerk/*.socket")), "the program")
+        self.stop(process)
+        self.assertFalse(self.own.exists())
 
 
 if __name__ == "__main__":
-    program = sys.argv[1:]
-    unittest.main(argv=sys.argv[:1], verbosity=2)
+    run_tests()

@@ -1,6 +1,9 @@
-"""The Windows program under Wine: what it does to the system that it runs on.
+"""The Windows program under Wine: what it does to the system that it runs on, and its window, used
+from outside.
 
-windows_program_test.py TARNWERK.EXE FIND_WINDOW.EXE
+    windows_program_test.py TARNWERK.EXE WINDOW_HAND.EXE
+
+Needs a display. Nothing of the test runs inside the program.
 """
 
 import os
@@ -9,64 +12,109 @@ import re
 import shutil
 import subprocess
 import sys
-import tempfile
-import unittest
 
 REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(REPOSITORY / "tests/support"))
-from conversation import Conversation, FtpConversation, send_mail  # noqa: E402
-from program import PATIENCE, accepts, fetch, wait_until  # noqa: E402
-from windows_program import WindowsHome  # noqa: E402
+from conversation import Conversation, FtpConversation  # noqa: E402
+from program import (PATIENCE, WINE, ProgramTest, accepts, fetch, run_tests,  # noqa: E402
+                     wait_until)
+from window import manage_windows, xdotool  # noqa: E402
 
-program = ""
-window_finder = ""
-
-PROXY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings"
-PROGRAM_KEY = r"HKLM\Software\VEQ\通用系统"
+PROGRAM, WINDOW_HAND = sys.argv[1:3]
+PROXY = (r"HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings", "/v", "ProxyEnable")
+PROGRAM_KEY = (r"HKLM\Software\VEQ\通用系统", "/v", "TARNPath")
 PREFIX = pathlib.Path(os.environ.get("TARNWERK_WINEPREFIX") or REPOSITORY / "build/wine-prefix")
-WINDOW = ("ThunderRT6FormDC", "Tarnwerk")
-USER_INFO = "[用户信息]\r\nUser=amy\r\nPassword=秘密\r\n"
+
+MAIN = ("ThunderRT6FormDC", "Tarnwerk")
+WEB_OPTIONS = ("#32770", "Web服务器选项")
+MESSAGE = ("#32770", "Tarnwerk")
+MENU = ("#32768", "")
+CLOSE, CHARACTER, SYSTEM_COMMAND, TRAY = "0x10", "0x102", "0x112", "1280"
+MINIMISE = "0xf020"
+ICON_CODES_THAT_RESTORE = ("0x209", "0x20")
+ICON_CODE_OF_THE_MENU = "0x204"
 
 
-class WindowsProgramTest(unittest.TestCase):
-    def make_home(self, executable=None, **options):
-        home = WindowsHome(executable or program, **options)
-        self.addCleanup(home.close)
-        return home
+class WindowsProgramTest(ProgramTest):
+    @classmethod
+    def setUpClass(cls):
+        # Without one Wine waits two seconds for it whenever a window comes or goes.
+        manage_windows(cls)
 
-    def stop(self, home, process):
-        self.assertEqual(home.run("STOP"), (0, "", ""))
-        self.assertFalse(accepts(home.ports["web"]))
-        self.assertEqual(process.wait(PATIENCE), 0)
+    def registry(self, value):
+        return self.home.wine("reg", "query", *value)
 
-    def find_windows(self, home):
-        return home.wine(window_finder, *WINDOW).decode().split()[1:]
+    def switch_proxy_on(self):
+        self.home.wine("reg", "add", *PROXY, "/t", "REG_DWORD", "/d", "1", "/f")
 
-    def set_proxy(self, home, value):
-        home.wine("reg", "add", PROXY, "/v", "ProxyEnable", "/t", "REG_DWORD", "/d", value, "/f")
+    # The window
+
+    def start_hand(self):
+        self.hand = subprocess.Popen([WINE, WINDOW_HAND], env=self.home.environment,
+                                     stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                     stderr=subprocess.DEVNULL)
+        self.addCleanup(self.hand.communicate, timeout=PATIENCE)
+
+    def ask(self, verb, window, *words):
+        self.hand.stdin.write(("\t".join([verb, *window, *words]) + "\n").encode())
+        self.hand.stdin.flush()
+        return self.hand.stdout.readline().decode().rstrip("\r\n").split("\t")
+
+    def do(self, verb, window, *words):
+        """Asks until it can be done."""
+        wait_until(lambda: self.ask(verb, window, *words) == ["done"], f"{verb} {window} {words}")
+
+    def wait_for(self, window, text=""):
+        wait_until(lambda: (seen := self.ask("look", window)) != [""] and (text or window[1]) in seen,
+                   f"{window} {text}")
+
+    def wait_for_end_of(self, window):
+        wait_until(lambda: self.ask("look", window) == [""], f"the end of {window}")
+
+    def start_with_window(self):
+        self.start_hand()
+        self.process = self.home.start()
+
+        def open_web_page():
+            xdotool("mousemove", *self.ask("place", MAIN, "Web 服务"), "click", "1")
+            return "启动(G)" in self.ask("look", MAIN)
+        # Again while the window manager still moves the window from under the mouse.
+        wait_until(open_web_page, "the Web page")
+        self.do("press", MAIN, "启动(G)")
+        self.check_page()
+
+    def minimise(self):
+        self.do("post", MAIN, SYSTEM_COMMAND, MINIMISE, "0")
+        self.do("icon", MAIN)
+        self.wait_for_end_of(MAIN)
+
+    def choose_in_tray(self, mnemonic):
+        self.do("post", MAIN, TRAY, "0", ICON_CODE_OF_THE_MENU)
+        self.wait_for(MENU)
+        self.check_page()
+        self.do("post", MAIN, CHARACTER, hex(ord(mnemonic)), "0")
 
     def test_its_file_tells_what_it_is(self):
-        content = pathlib.Path(program).read_bytes()
+        content = pathlib.Path(PROGRAM).read_bytes()
         for text in ("Tarnwerk 个人网络服务器管理".encode("utf-16-le"), b'level="asInvoker"',
                      b"PerMonitorV2", b">true</longPathAware>", b"Microsoft.Windows.Common-Controls"):
             self.assertTrue(text in content, text)
 
     def test_it_lives_with_its_system_from_start_to_stop(self):
-        home = self.make_home()
-        home.write_settings()
-        home.write("wwwroot/index.htm", "<p>home</p>")
+        home = self.home
         hosts = "# theirs\n10.0.0.1 localhost\n"
         home.write("hosts", hosts)
-        self.set_proxy(home, "1")
+        self.switch_proxy_on()
+        self.start_hand()
         first = home.start("START")
         home.wait_for_services()
-        self.assertEqual(fetch(home.ports["web"], b"GET / HTTP/1.0\r\n\r\n"), b"<p>home</p>")
+        self.check_page()
         self.assertEqual(home.read("hosts"), hosts + "\r\n127.0.0.1    localhost\r\n")
-        self.assertEqual(home.registry_value(PROGRAM_KEY, "TARNPath"), home.native(home.path))
-        self.assertEqual(home.registry_value(PROXY, "ProxyEnable"), "0x0")
-        self.assertNotEqual(self.find_windows(home), [])
+        self.assertIn(f" {home.native(home.path)}\r\n", self.registry(PROGRAM_KEY))
+        self.assertIn("0x0", self.registry(PROXY))
+        self.wait_for(MAIN)
         # A second one ends at once and disturbs nothing. Like the first it has told the firewall of
-        # itself, which Wine's only notes.
+        # itself, which Wine only notes.
         home.environment["TARNWERK_WINEDEBUG"] = "-all,fixme+hnetcfg"
         code, _, notes = home.run("START")
         home.environment["TARNWERK_WINEDEBUG"] = "-all"
@@ -75,103 +123,105 @@ class WindowsProgramTest(unittest.TestCase):
         for note in (f'ProcessImageFileName [^"]*"{re.escape(image)}"', r'Name .*L"Tarnwerk\(TARN\)"',
                      "Scope .*, 0", "Enabled .*, -1", "fw_apps_Add"):
             self.assertRegex(notes, note)
-        self.assertTrue(first.poll() is None and accepts(home.ports["web"]))
+        self.check_page()
         # What the user switches on meanwhile is off again at the end.
-        self.set_proxy(home, "1")
-        self.stop(home, first)
-        self.assertEqual(home.registry_value(PROXY, "ProxyEnable"), "0x0")
-        self.assertEqual(self.find_windows(home), [])
+        self.switch_proxy_on()
+        self.stop(first)
+        self.assertIn("0x0", self.registry(PROXY))
+        self.wait_for_end_of(MAIN)
         self.assertEqual(home.read("RunErr.Log"), "")
 
-    def test_it_runs_from_a_deep_chinese_folder_without_its_hosts_file(self):
-        home = self.make_home()
-        folder = home.path / "我的 站点" / ("d" * 100)
-        folder.mkdir(parents=True)
-        executable = shutil.copy(program, folder)
-        del home.environment["TARNWERK_HOME"]
-        home.program[-1] = executable
-        home.environment["TARNWERK_HOSTS"] = home.native(home.path / "none" / "hosts")
-        home.write_settings()
-        (home.path / "Server.ini").rename(folder / "Server.ini")
-        # Beyond the 260 characters of the older interfaces.
-        deep = "/".join(["网页" + "x" * 60] * 4)
-        home.write(f"wwwroot/{deep}/a.htm", "deep")
-        (home.path / "ftproot/up" / deep).mkdir(parents=True)
-        process = home.start("START", "SHOW")
-        home.wait_for_services()
-        answer = fetch(home.ports["web"], f"GET /{deep}/a.htm HTTP/1.0\r\n\r\n".encode())
-        self.assertEqual(answer, b"deep")
-        ftp = FtpConversation(home.ports["ftp"])
-        self.addCleanup(ftp.close)
-        ftp.ask(f"CWD /up/{deep}")
-        ftp.transfer("STOR new.bin", b"uploaded")
-        self.assertEqual(home.read(f"ftproot/up/{deep}/new.bin"), "uploaded")
-        self.assertEqual(ftp.transfer("RETR new.bin"), b"uploaded")
-        self.assertIn(b"8", ftp.transfer("LIST"))
-        self.assertEqual(ftp.ask("DELE new.bin"), "250 文件已删除.\r\n".encode())
-        self.assertTrue((folder / "startflg.dat").exists())
-        self.stop(home, process)
-
-    def keep_system_hosts(self):
-        """The hosts file of the Wine prefix, put back as it was afterwards."""
+    def test_on_a_chinese_system_it_runs_from_a_deep_folder_and_speaks_its_code_page(self):
+        home = self.home
+        locales = home.path / "locales"
+        locales.mkdir()
+        subprocess.run(["localedef", "-i", "zh_CN", "-f", "UTF-8", locales / "zh_CN.UTF-8"],
+                       check=True, timeout=PATIENCE * 2)
+        home.environment.update(TARNWERK_WINE_LOCALE="zh_CN.UTF-8", LOCPATH=str(locales))
+        del home.environment["TARNWERK_HOME"], home.environment["TARNWERK_HOSTS"]
+        # The hosts file of the Wine prefix, put back as it was afterwards.
         hosts = PREFIX / "drive_c/windows/system32/drivers/etc/hosts"
         before = hosts.read_bytes()
         self.addCleanup(hosts.write_bytes, before)
-        return hosts, before
-
-    def check_code_page(self, home, code_page, encoding):
-        """Replies, INI sections, logs and names, all in one character set."""
-        self.assertEqual(home.wine(window_finder, *WINDOW).split()[:1], [code_page])
-        domain = "站点.example"
-        home.write_settings(domain=domain, encoding=encoding)
-        home.write("wwwroot/首页.htm", "page")
-        home.write("ftproot/文件.txt", "hello")
-        home.write("mailroot/User/amy/UserInfo.ini", USER_INFO.encode(encoding))
-        hosts, before = self.keep_system_hosts()
-        del home.environment["TARNWERK_HOSTS"]
-        process = home.start("START", "SHOW")
-        home.wait_for_services()
+        # Beyond the 260 characters of the older interfaces.
+        deep = "/".join(["网页" + "x" * 60] * 4)
+        folder = home.path / "我的 站点" / ("d" * 100)
+        folder.mkdir(parents=True)
+        home.program[-1] = shutil.copy(PROGRAM, folder)
+        home.write_settings(domain="站点.example", encoding="gbk")
+        (home.path / "Server.ini").rename(folder / "Server.ini")
+        user = "[用户信息]\r\nUser=amy\r\nPassword=秘密\r\n".encode("gbk")
+        for name, content in {f"wwwroot/{deep}/a.htm": "deep", f"ftproot/up/{deep}/b.txt": "",
+                              "ftproot/文件.txt": "", "mailroot/User/amy/UserInfo.ini": user}.items():
+            home.write(name, content)
+        process = home.start_services()
         self.assertEqual(hosts.read_bytes(),
-                         before + f"\r\n127.0.0.1    {domain}\r\n".encode(encoding))
-
-        self.assertEqual(
-            fetch(home.ports["web"], "GET /首页.htm HTTP/1.0\r\n\r\n".encode(encoding)), b"page")
-        fetch(home.ports["web"], "POST /表格.txt HTTP/1.0\r\n\r\n".encode(encoding))
-        ftp = FtpConversation(home.ports["ftp"])
-        self.addCleanup(ftp.close)
-        self.assertEqual(ftp.transcript[0][1], "220 连接FTP服务器成功 \r\n".encode(encoding))
+                         before + "\r\n127.0.0.1    站点.example\r\n".encode("gbk"))
+        page, _ = (fetch(home.ports["web"], f"{request} HTTP/1.0\r\n\r\n".encode("gbk"))
+                   for request in (f"GET /{deep}/a.htm", "POST /表格.txt"))
+        self.assertEqual(page, b"deep")
+        ftp = self.converse(FtpConversation, "ftp")
+        self.assertEqual(ftp.greeting, "220 连接FTP服务器成功 \r\n".encode("gbk"))
         ftp.ask("PWD")
-        self.assertIn("文件.txt\r\n".encode(encoding), ftp.transfer("LIST"))
-        pop3 = Conversation(home.ports["pop3"])
-        self.addCleanup(pop3.close)
-        self.assertEqual(pop3.ask("USER amy"), b"+OK\r\n")
-        self.assertEqual(pop3.ask("PASS 秘密\r\n".encode(encoding)), b"+OK\r\n")
-        send_mail(home.ports["smtp"], "amy@localhost", "amy@localhost", b"Subject: x\r\n\r\nbody")
-        self.assertEqual(home.read("mailroot/User/amy/Message_1.eml"),
-                         "Subject: x\r\n\r\nbody\r\n.\r\n")
-        unanswered = Conversation(home.ports["web"], greeting=b"")
-        self.addCleanup(unanswered.close)
-        unanswered.ask(b"POST /a.cgi HTTP/1.0\r\nContent-Length: x\r\n\r\n", end=b"")
+        self.assertIn("文件.txt\r\n".encode("gbk"), ftp.transfer("LIST")[1])
+        ftp.ask(f"CWD /up/{deep}\r\n".encode("gbk"))
+        ftp.transfer("STOR new.bin", b"uploaded")
+        self.assertEqual(home.read(f"ftproot/up/{deep}/new.bin"), "uploaded")
+        self.assertEqual(ftp.transfer("RETR new.bin")[1], b"uploaded")
+        self.assertIn(b"8", ftp.transfer("LIST")[1])
+        self.assertEqual(ftp.ask("DELE new.bin"), "250 文件已删除.\r\n".encode("gbk"))
+        pop3 = self.converse(Conversation, "pop3")
+        for command, reply in (("USER amy", "+OK"), ("PASS 秘密", "+OK"), ("RETR x", "-ERR"),
+                               ("QUIT", "+OK")):
+            self.assertEqual(pop3.ask(f"{command}\r\n".encode("gbk")), f"{reply}\r\n".encode())
+        for name, text in {"Web.log": "请求资源：表格.txt  Failed!", "Mail.log": "发送邮件(POP)",
+                           "RunErr.Log": "捕获错误: "}.items():
+            self.assertIn(text.encode("gbk"), (folder / name).read_bytes())
+        self.stop(process)
 
-        def logged(name, text):
-            file = home.path / name
-            return file.exists() and text.encode(encoding) in file.read_bytes()
-        wait_until(lambda: logged("Web.log", "请求资源：表格.txt  Failed!"), "the line in Web.log")
-        wait_until(lambda: logged("Mail.log", "收到邮件(SMTP)"), "the line in Mail.log")
-        wait_until(lambda: logged("RunErr.Log", "捕获错误: "), "the line in RunErr.Log")
-        self.stop(home, process)
+    def test_its_window_goes_to_the_tray_and_comes_back(self):
+        self.start_with_window()
+        self.wait_for(MAIN, "停止(P)")
+        for code in ICON_CODES_THAT_RESTORE:
+            self.minimise()
+            self.check_page()
+            self.do("post", MAIN, TRAY, "0", code)
+            self.wait_for(MAIN)
+            self.assertEqual(self.ask("icon", MAIN), [""])
+        self.minimise()
+        self.choose_in_tray("r")
+        self.wait_for(MAIN, "停止(P)")
+        self.minimise()
+        self.choose_in_tray("w")
+        wait_until(lambda: not accepts(self.home.ports["web"]), "the end of the Web server")
+        self.do("post", MAIN, TRAY, "0", ICON_CODES_THAT_RESTORE[0])
+        self.wait_for(MAIN, "启动(G)")
+        self.do("post", MAIN, CLOSE, "0", "0")
+        self.assertEqual(self.process.wait(PATIENCE), 0)
 
-    def test_a_western_system_speaks_utf8(self):
-        self.check_code_page(self.make_home(locale="C.UTF-8"), b"1252", "utf-8")
-
-    def test_a_chinese_system_speaks_its_own_code_page(self):
-        locales = pathlib.Path(tempfile.mkdtemp(prefix="tarnwerk-locales-"))
-        self.addCleanup(shutil.rmtree, locales)
-        subprocess.run(["localedef", "-i", "zh_CN", "-f", "UTF-8", locales / "zh_CN.UTF-8"],
-                       check=True, timeout=PATIENCE * 2)
-        self.check_code_page(self.make_home(locale="zh_CN.UTF-8", locales=locales), b"936", "gbk")
+    def test_its_options_refuse_a_wrong_entry_and_write_the_right_ones(self):
+        self.start_with_window()
+        self.do("press", MAIN, "选项(O)...")
+        self.do("fill", WEB_OPTIONS, "TCP端口(P)：", " ")
+        self.do("fill", WEB_OPTIONS, "本地域名(D)：", "站点.example")
+        self.do("press", WEB_OPTIONS, "确定")
+        self.wait_for(MESSAGE, "请指定TCP端口！")
+        self.check_page()
+        self.do("press", MESSAGE, "确定")
+        self.do("fill", WEB_OPTIONS, "TCP端口(P)：", "8123")
+        self.do("press", WEB_OPTIONS, "确定")
+        self.wait_for_end_of(WEB_OPTIONS)
+        settings = self.home.read("Server.ini")
+        self.assertIn("\r\nTCPPort=8123\r\n", settings)
+        self.assertIn("\r\nDNS=站点.example\r\n", settings)
+        # Ends in the middle of the same dialog and its message box.
+        self.do("press", MAIN, "选项(O)...")
+        self.do("fill", WEB_OPTIONS, "TCP端口(P)：", "")
+        self.do("press", WEB_OPTIONS, "确定")
+        self.wait_for(MESSAGE)
+        self.stop(self.process)
+        self.assertEqual(self.home.read("Server.ini"), settings)
 
 
 if __name__ == "__main__":
-    program, window_finder = sys.argv[1:3]
-    unittest.main(argv=[sys.argv[0], *sys.argv[3:]], verbosity=2)
+    run_tests()
