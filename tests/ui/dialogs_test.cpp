@@ -1,0 +1,347 @@
+// The dialogs as a user meets them: what they show, what they refuse, what they save, and what
+// their buttons do.
+
+#include <wx/listbox.h>
+
+#include "platform/native_path.h"
+#include "settings/manager_password.h"
+#include "settings/registry.h"
+#include "tests/ui/main_window_fixture.h"
+#include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/login_dialog.h"
+
+namespace test {
+namespace {
+
+using testing::HasSubstr;
+
+class Dialogs : public MainWindow {
+ protected:
+  static std::string UserRecord(std::string name, std::string password) {
+    name.resize(20, ' ');
+    password.resize(30, ' ');
+    return name + password;
+  }
+};
+
+TEST_F(Dialogs, ShowTheSettingsAndSaveWhatIsTypedWhenConfirmed) {
+  // What opens it, the settings, what it shows of them, what is typed, what that writes.
+  constexpr const char* kCases[][5] = {
+      {"cmdWebOptions",
+       "[WebServer Options]\nWebRootDir=/srv/网站\nTCPPort=8080\nDNS=x.example\n"
+       "StartDefaultPage=1\nRead=True\nWrite=0\nContralAll=1\n",
+       "txtWebRoot=/srv/网站|txtWebPort=8080|txtWebAddress=x.example|chkRead=on|chkWrite=off|"
+       "chkContralAll=on|chkDefaultFile=on",
+       "txtWebRoot=  /srv/www|txtWebIP=192.0.2.1|txtWebPort= 8o8o|txtWebAddress=y.example|"
+       "chkDefaultFile=off|chkWrite=on|optAppNone=on",
+       "[WebServer Options]\r\nWebRootDir=  /srv/www\r\nWebServerIP=192.0.2.1\r\n"
+       "TCPPort= 8o8o\r\nDNS=y.example\r\nStartDefaultPage=0\r\nRead=1\r\nWrite=1\r\n"
+       "ContralAll=1\r\noptNoApp=True\r\noptAppDone=False\r\n"},
+      {"cmdFtpOptions",
+       "[FtpServer Options]\nFtpPort=2121\nDNS=f.example\nFtpServer Root=/srv/ftp\n"
+       "FtpServer UploadDir=/srv/ftp/up\nRead=1\nWrite=0\nContralAll=1\n",
+       "txtFtpPort=2121|txtFtpAddress=f.example|txtFtpDir=/srv/ftp|txtFtpUploadDir=/srv/ftp/up|"
+       "chkRead=on|chkWrite=off|chkContralAll=on",
+       "txtFtpIP=192.0.2.1|txtFtpPort=no port|txtFtpAddress= g.example|txtFtpDir=/srv|"
+       "txtFtpUploadDir=/srv/上传|chkRead=off|chkWrite=on",
+       "[FtpServer Options]\r\nIP=192.0.2.1\r\nFtpPort=no port\r\nDNS= g.example\r\n"
+       "FtpServer Root=/srv\r\nFtpServer UploadDir=/srv/上传\r\nRead=0\r\nWrite=1\r\n"
+       "ContralAll=1\r\n"},
+      {"cmdMailOptions",
+       "[MailServer Options]\nSMTP Port=2525\nPOP3 Port=1110\nDNS=m.example\n"
+       "MailServer Root=/srv/mail\n",
+       "txtSMTPPort=2525|txtPop3Port=1110|txtMailAddress=m.example|txtMailRootDir=/srv/mail",
+       "txtMailIP= 192.0.2.1 |txtSMTPPort= 2526|txtPop3Port=1111 |txtMailAddress= n.example|"
+       "txtMailRootDir= /srv/邮件 ",
+       "[MailServer Options]\r\nIP=192.0.2.1\r\nSMTP port=2526\r\nPOP3 Port=1111\r\n"
+       "DNS=n.example\r\nMailServer Root=/srv/邮件\r\n"},
+      {"mnuOptions", "[System]\nAutoStartService=0\nStartInTaskBar=1\n",
+       "chkShowInBar=on|chkAutoStartService=off|chkSysAutoStart=off|chkManagerPwd=off|txtPwd=("
+       "grey)",
+       "chkShowInBar=off|chkAutoStartService=on",
+       "[System]\r\nAutoStartService=1\r\nStartInTaskBar=0\r\n"},
+      // Bytes that are no text are not lost on their way through the toolkit.
+      {"cmdAddVirtualDir", "[VirturlDirInfo]\nPath=/old\nRead=0\nWrite=1\noptNoApp=True\n",
+       "txtDir=/old|chkRead=off|chkWrite=on|OptNoApp=on|OptAppDone=off",
+       "txtDir= /\xC4\xE3/\xFF新 |OptAppDone=on|chkRead=on|chkWrite=off",
+       "[VirturlDirInfo]\r\nPath=/\xC4\xE3/\xFF新\r\noptNoApp=False\r\noptAppDone=True\r\n"
+       "Read=1\r\nWrite=0\r\nContralAll=0\r\n"}};
+  Push("cmdStartAll");
+  for (const auto& [opener, settings, shown, typed, saved] : kCases) {
+    SCOPED_TRACE(opener);
+    Home().Write("Server.ini", settings);
+    EXPECT_TRUE(Enter(opener, typed, wxID_CANCEL));
+    EXPECT_EQ(Home().Read("Server.ini"), settings);
+    const bool isSaved = InForm(opener, [&, &shown = shown, &typed = typed](wxDialog& form) {
+      EXPECT_EQ(Contents(form, shown), shown);
+      Home().Write("Server.ini", "");
+      Fill(form, typed);
+      Press(form, "cmdOK");
+    });
+    EXPECT_TRUE(isSaved);
+    EXPECT_EQ(Home().Read("Server.ini"), saved);
+  }
+  // What runs goes on with its settings, but for the mail root.
+  EXPECT_EQ(web.Domain() + ftp.Domain() + mail.Domain(), "x.examplef.examplem.example");
+  EXPECT_EQ(web.RootDir(), platform::PathTextFromUser("/srv/网站"));
+  EXPECT_EQ(ftp.RootDir(), platform::PathTextFromUser("/srv/ftp"));
+  EXPECT_EQ(mail.RootDir(), platform::PathTextFromUser("/srv/邮件"));
+}
+
+TEST_F(Dialogs, RefuseBlankFieldsInTheirOrderAndSaveNothing) {
+  // What opens it, what is typed, the message, the field with the focus afterwards.
+  constexpr const char* kCases[][4] = {
+      {"cmdWebOptions", "txtWebPort= |txtWebAddress=", "!Tarnwerk: 请指定TCP端口！", "txtWebPort"},
+      {"cmdWebOptions", "txtWebAddress=|txtWebRoot=", "?iTarnwerk: 请指定本地域名",
+       "txtWebAddress"},
+      {"cmdWebOptions", "txtWebAddress= |txtWebRoot= ", "!Tarnwerk: 请指定WEB主目录！",
+       "txtWebRoot"},
+      {"cmdFtpOptions", "txtFtpAddress= |txtFtpDir=", "!Ftp服务器选项: 本地域名不能为空！",
+       "txtFtpAddress"},
+      {"cmdFtpOptions", "txtFtpDir= |txtFtpUploadDir=", "!Ftp服务器选项: 主目录不能为空！",
+       "txtFtpDir"},
+      {"cmdFtpOptions", "txtFtpUploadDir= ", "!Ftp服务器选项: 上传目录不能为空！",
+       "txtFtpUploadDir"},
+      {"cmdMailOptions", "txtMailAddress= |txtMailRootDir=",
+       "!E-Mail服务器选项: 本地域名不能为空！", "txtMailAddress"},
+      {"cmdMailOptions", "txtMailRootDir= ", "!E-Mail服务器选项: 主目录不能为空！",
+       "txtMailRootDir"},
+      {"mnuOptions", "chkSysAutoStart=on|chkManagerPwd=on", "!Tarnwerk: 请输入管理密码！",
+       "txtPwd"},
+      {"cmdAddVirtualDir", "txtDir= ", "!Tarnwerk: 目录不能为空！", "txtDir"},
+      {"cmdAddMailUser", "txtUser= |txtPass=", "!添加用户: 请输入用户名！", "txtUser"},
+      {"cmdAddMailUser", "txtUser= / |txtPass=x", "!添加用户: 请输入用户名！", "txtUser"},
+      {"cmdAddMailUser", "txtUser=..|txtPass=x", "!添加用户: 请输入用户名！", "txtUser"},
+      {"cmdAddMailUser", "txtUser=a|txtPass= ", "!添加用户: 请输入密码！", "txtPass"},
+      {"cmdAddMailUser", "txtUser=a|txtPass=*?", "!添加用户: 请输入密码！", "txtPass"}};
+  Home().Write("IndexFN.Log", "a.htm\r\n");
+  const std::string settings = Home().Read("Server.ini");
+  for (const auto& [opener, typed, box, field] : kCases) {
+    SCOPED_TRACE(typed);
+    EXPECT_FALSE(Enter(opener, typed));
+    EXPECT_EQ(boxes.Take(), box);
+    EXPECT_EQ(focused, field);
+  }
+  ExpectShown("mnuOptions", "chkSysAutoStart=off|chkManagerPwd=off");
+  EXPECT_EQ(Home().Read("Server.ini"), settings);
+  EXPECT_EQ(Home().Read("IndexFN.Log"), "a.htm\r\n");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Home().Native()), {}), 2);
+}
+
+TEST_F(Dialogs, StayOpenAndSaySoWhereTheSettingsCannotBeReadOrWritten) {
+  for (const std::string file : {"Server.ini", "IndexFN.Log"}) {
+    SCOPED_TRACE(file);
+    std::filesystem::remove(Home().Path("Server.ini"));
+    Home().Write(file + "/inside", "");
+    EXPECT_FALSE(Enter("cmdWebOptions", ""));
+    EXPECT_THAT(boxes.Take(), HasSubstr("设置没有保存"));
+    EXPECT_THAT(ErrorLog(), HasSubstr("Settings not saved: "));
+    std::filesystem::remove_all(Home().Path(file));
+    EXPECT_FALSE(Home().Has("IndexFN.Log") || Home().Has("Server.ini"));
+  }
+}
+
+TEST_F(Dialogs, TheFirstOneThatIsSavedSavesWhatTheOtherServersHold) {
+  Home().Write("Server.ini", "[FtpServer Options]\nFtpPort=2121\nFtpServer UploadDir=/srv/up\n");
+  Click("imgFtp");
+  std::filesystem::remove(Home().Path("Server.ini"));
+  EXPECT_TRUE(Enter("cmdWebOptions", "txtWebPort=8080"));
+  for (const char* line :
+       {"TCPPort=8080", "FtpPort=2121", "FtpServer UploadDir=/srv/up", "POP3 Port=0"}) {
+    EXPECT_THAT(Home().Read("Server.ini"), HasSubstr(std::string("\r\n") + line + "\r\n"));
+  }
+}
+
+TEST_F(Dialogs, AskTheFileWhetherProgramsAreOffAndTheSettingsWhetherTheyAreOn) {
+  constexpr const char* kCases[][3] = {{"", "False", "optAppNone=on|OptAppDone=off"},
+                                       {"1", "False", "optAppNone=on|OptAppDone=off"},
+                                       {"0", "False", "optAppNone=off|OptAppDone=off"},
+                                       {"1", "True", "optAppNone=off|OptAppDone=on"}};
+  for (const auto& [off, on, shown] : kCases) {
+    SCOPED_TRACE(std::string(off) + "/" + on);
+    const std::string file = std::string("[应用程序许可]\nEnabalExecute=") + off;
+    if (*off != '\0') Home().Write("EnabalExecute.txt", file);
+    Home().Write("Server.ini", std::string("[WebServer Options]\noptAppDone=") + on + "\n");
+    ExpectShown("cmdWebOptions", shown);
+  }
+}
+
+TEST_F(Dialogs, TakeFoldersFromAChooser) {
+  constexpr const char* kCases[][4] = {
+      {"cmdWebOptions", "cmdBrowser", "选择Web服务器的主目录", "txtWebRoot"},
+      {"cmdFtpOptions", "cmdBrowser", "请选择FTP的站点位置", "txtFtpDir"},
+      {"cmdFtpOptions", "cmdBrower2", "请选择FTP站点文件上传的位置", "txtFtpUploadDir"},
+      {"cmdMailOptions", "cmdBrowser", "选择Email服务器内容的存放目录", "txtMailRootDir"},
+      {"cmdAddVirtualDir", "cmdBrowser", "选择虚拟目录", "txtDir"}};
+  for (const auto& each : kCases) {
+    InForm(each[0], [&](wxDialog& form) {
+      const auto& [opener, button, title, field] = each;
+      const std::string before = Contents(form, field);
+      boxes.Plan(wxID_CANCEL, UserPath());
+      boxes.Plan(wxID_OK, UserPath());
+      Press(form, button);
+      EXPECT_EQ(Contents(form, field), before);
+      Press(form, button);
+      EXPECT_EQ(Contents(form, field), field + ("=" + UserPath()));
+      EXPECT_EQ(boxes.Take(), title + std::string(": []\n") + title + ": []");
+    });
+  }
+}
+
+TEST_F(Dialogs, AddMoveAndDeleteDefaultDocuments) {
+  Home().Write("IndexFN.Log", "a\r\nb\r\n");
+  const auto play = [&](std::initializer_list<std::pair<const char*, const char*>> steps) {
+    return InForm("cmdWebOptions", [&](wxDialog& form) {
+      auto& list = dynamic_cast<wxListBox&>(Find(form, "lstDocument"));
+      for (const auto& [button, expected] : steps) {
+        Press(form, button);
+        wxString names;
+        for (int i = 0; i < static_cast<int>(list.GetCount()); ++i) {
+          names += (list.IsSelected(i) ? ">" : " ") + list.GetString(static_cast<unsigned>(i));
+        }
+        EXPECT_EQ(ui::Typed(names), expected) << button;
+        if (list.GetSelection() == wxNOT_FOUND && !list.IsEmpty()) list.SetSelection(1);
+      }
+      Press(form, "cmdOK");
+    });
+  };
+  boxes.Plan(wxID_OK, "新");
+  boxes.Plan(wxID_OK, "");
+  boxes.Plan(wxID_CANCEL, "c");
+  EXPECT_TRUE(play({{"cmdUpDocument", " a b"},
+                    {"cmdAddDocument", " a>b 新"},
+                    {"cmdAddDocument", " a>b 新"},
+                    {"cmdAddDocument", " a>b 新"},
+                    {"cmdUpDocument", ">b a 新"},
+                    {"cmdUpDocument", ">b a 新"},
+                    {"cmdDownDocument", " a>b 新"},
+                    {"cmdDownDocument", " a 新>b"},
+                    {"cmdDownDocument", " a 新>b"},
+                    {"cmdDelDocument", " a>新"},
+                    {"cmdUpDocument", ">新 a"}}));
+  EXPECT_THAT(boxes.Take(), testing::StartsWith("文件名: 请输入缺省的文件名: [default.htm]\n"));
+  EXPECT_EQ(Home().Read("IndexFN.Log"), "新\r\na\r\n");
+  EXPECT_TRUE(
+      play({{"cmdDelDocument", " 新 a"}, {"cmdDelDocument", ">新"}, {"cmdDelDocument", ""}}));
+  EXPECT_FALSE(Home().Has("IndexFN.Log"));
+}
+
+TEST_F(Dialogs, ShowTheEndOfTheLogExportItWholeAndClearIt) {
+  struct Row {
+    const char* opener;
+    const char* log;
+    int lines;
+  };
+  for (const Row& row :
+       {Row{"cmdWebOptions", "Web.log", 2}, {"cmdMailOptions", "Mail.log", 100000}}) {
+    std::string log;
+    for (int i = 0; i < row.lines; ++i) log += "收到 " + std::to_string(i) + "\r\n";
+    Home().Write(row.log, log);
+    InForm(row.opener, [&](wxDialog& form) {
+      auto& list = dynamic_cast<wxListCtrl&>(Find(form, "lstLog"));
+      const int count = list.GetItemCount();
+      EXPECT_EQ(count<row.lines, row.lines> 2);
+      EXPECT_EQ(ui::Typed(list.GetItemText(0)), "收到 " + std::to_string(row.lines - count));
+      EXPECT_EQ(ui::Typed(list.GetItemText(count - 1)), "收到 " + std::to_string(row.lines - 1));
+      EXPECT_EQ(Find(form, "lblLogPart").IsShown(), row.lines > 2);
+      EXPECT_THAT(ui::Typed(Find(form, "lblLogPart").GetLabel()),
+                  HasSubstr("最后 " + std::to_string(count) + " 行"));
+      boxes.Plan(wxID_CANCEL, UserPath("new.txt"));
+      boxes.Plan(wxID_OK, UserPath("old.txt"));
+      boxes.Plan(wxID_OK, UserPath(row.log));  // itself
+      for (int i = 0; i < 3; ++i) Press(form, "cmdExportLog");
+      EXPECT_THAT(boxes.Take(),
+                  testing::StartsWith("导出日志: LOG文件(*.log)|*.log|文本文件(*.txt)|"
+                                      "*.txt|所有文件(*.*)|*.* []\n"));
+      EXPECT_FALSE(Home().Has("new.txt"));
+      EXPECT_TRUE(Home().Read("old.txt") == log && Home().Read(row.log) == log);
+      Press(form, "cmdClearLog");
+      EXPECT_EQ(list.GetItemCount(), 0);
+      EXPECT_FALSE(Home().Has(row.log));
+      Press(form, "cmdExportLog");
+      EXPECT_EQ(boxes.Take(), "") << "an empty list is not exported";
+    });
+    Home().Write("old.txt", log);  // longer than what is written over it, for the next round
+  }
+}
+
+TEST_F(Dialogs, SetAndRemoveTheManagerPassword) {
+  window->Open();
+  const std::string typed = "chkManagerPwd=on|txtPwd=geheim 密码";
+  EXPECT_TRUE(Enter("mnuOptions", typed));
+  EXPECT_EQ(Home().Read("ETUser.dzt"), UserRecord("Admin", "geheim 密码"));
+  ExpectShown("mnuOptions", typed);
+  EXPECT_TRUE(Enter("mnuOptions", "txtPwd=" + std::string(31, 'x')));
+  ExpectShown("mnuOptions", "txtPwd=" + std::string(30, 'x'));  // what fits
+  EXPECT_TRUE(Enter("mnuOptions", "chkManagerPwd=off"));
+  EXPECT_FALSE(Home().Has("ETUser.dzt"));
+  ExpectShown("mnuOptions", "chkManagerPwd=off|txtPwd=(grey)");
+}
+
+TEST_F(Dialogs, StartWithTheSystemAndTellOfSystemsThatNeedAService) {
+  const auto root = Modreg::Root::kLocalMachine;
+  auto key = Modreg::CreateKey(root, "Software\\Microsoft\\Windows\\CurrentVersion");
+  for (const std::string version : {"Windows 98", "Windows NT"}) {
+    Modreg::SetText(key, "Version", version);
+    for (const char* choice : {"chkSysAutoStart=on", "chkSysAutoStart=off"}) {
+      EXPECT_TRUE(Enter("mnuOptions", choice));
+      ExpectShown("mnuOptions", choice);
+    }
+  }
+  EXPECT_EQ(boxes.Take(), "!Tarnwerk: 您使用的操作系统是WINDOWS NT本程序须注册服务后才能使用！");
+}
+
+TEST_F(Dialogs, AddAMailUserFromTheKeyboard) {
+  const bool isAdded = InForm("cmdAddMailUser", [&](wxDialog& form) {
+    PressEnterIn(form, "txtUser");
+    EXPECT_EQ(FocusedName(), "txtUser");
+    Fill(form, "txtUser= 张:三 ");
+    PressEnterIn(form, "txtUser");
+    EXPECT_EQ(FocusedName(), "txtPass");
+    PressEnterIn(form, "txtPass");
+    EXPECT_TRUE(form.IsModal());
+    Fill(form, "txtPass= a b ");
+    PressEnterIn(form, "txtPass");
+  });
+  EXPECT_TRUE(isAdded);
+  EXPECT_EQ(boxes.Take(), "");
+  EXPECT_EQ(Home().Read("mail/User/张三/UserInfo.ini"),
+            "[用户信息]\r\nUser=张三\r\nPassword=a b\r\n");
+}
+
+TEST_F(Dialogs, LogInByTheUserFileOrElseByTheBuiltInPasswordUntilTimeIsUp) {
+  struct Row {
+    std::optional<std::string> userFile;
+    const char* password;
+    bool logsIn;
+  };
+  const std::string admin = UserRecord("Admin", "Secret");
+  settings::SetManagerPassword(Program(), "Secret");
+  std::filesystem::remove(Home().Path("ETUser.dzt"));
+  for (const Row& row :
+       {Row{{}, " 739205 ", true}, Row{{}, "739206", false}, Row{{}, "", false},
+        Row{admin, "Secret", true}, Row{admin, "secret", false}, Row{admin, "739205", false},
+        Row{UserRecord("admin", "x") + admin, "x", false}, Row{"", "739205", false},
+        Row{admin.substr(0, 49), "Secret", false}}) {
+    SCOPED_TRACE(row.userFile.value_or("no file") + ", " + row.password);
+    if (row.userFile) Home().Write("ETUser.dzt", *row.userFile);
+    const bool isClosed = InForm("mnuOptions", [&](wxDialog& form) {
+      EXPECT_FALSE(Find(form, "lblMsg").IsShown());
+      for (const std::string password : {"wrong", row.password}) {
+        EXPECT_EQ(FocusedName(), "txtPwd");
+        Fill(form, "txtPwd=" + password);
+        PressEnterIn(form, "txtPwd");
+        EXPECT_TRUE(Find(form, "lblMsg").IsShown());
+      }
+      auto& timer = dynamic_cast<ui::frmPassWord&>(form).Timer1;
+      EXPECT_TRUE(timer.IsRunning());
+      wxTimerEvent event(timer);
+      if (!row.logsIn) form.ProcessWindowEvent(event);
+    });
+    EXPECT_TRUE(isClosed);
+    EXPECT_EQ(boxes.Take(), row.logsIn ? "系统选项" : "");
+  }
+}
+
+}  // namespace
+}  // namespace test
