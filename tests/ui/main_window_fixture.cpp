@@ -3,7 +3,6 @@
 #include <wx/app.h>
 #include <wx/checkbox.h>
 #include <wx/dirdlg.h>
-#include <wx/evtloop.h>
 #include <wx/filedlg.h>
 #include <wx/menu.h>
 #include <wx/msgdlg.h>
@@ -14,12 +13,9 @@
 
 #include <sstream>
 #include <stdexcept>
-#include <utility>
 #include <vector>
 
-#include "platform/native_path.h"
 #include "text/strings.h"
-#include "ui/controls/toolkit_text.h"
 
 namespace test {
 
@@ -106,20 +102,15 @@ std::string ContentOf(wxWindow& control) {
 
 bool Until(const std::function<bool()>& condition) {
   constexpr int kTries = 1000;
-  wxEventLoop loop;
-  const wxEventLoopActivator active(&loop);
   for (int i = 0; i < kTries && !condition(); ++i) {
-    while (!condition() && loop.Pending()) loop.Dispatch();
-    wxTheApp->ProcessPendingEvents();
-    wxTheApp->ProcessIdle();
+    wxTheApp->Yield();
     wxMilliSleep(10);
   }
   return condition();
 }
 
 int Boxes::Enter(wxDialog* dialog) {
-  const Answer answer = plan_.empty() ? Answer{wxID_CANCEL, ""} : plan_.front();
-  const wxString input = ui::Shown(answer.input);
+  const auto [button, input] = plan_.empty() ? Answer(wxID_CANCEL, "") : plan_.front();
   std::string line;
   if (auto* message = dynamic_cast<wxMessageDialogBase*>(dialog)) line = Answered(*message);
   if (auto* text = dynamic_cast<wxTextEntryDialog*>(dialog)) line = Answered(*text, input);
@@ -133,13 +124,13 @@ int Boxes::Enter(wxDialog* dialog) {
   shown_ += (shown_.empty() ? "" : "\n") + (isForm ? Typed(dialog->GetTitle()) : line);
   if (isForm) return wxID_CANCEL;
   if (!plan_.empty()) plan_.pop_front();
-  return answer.button;
+  return button;
 }
 
 MainWindow::MainWindow() {
-  wxSetEnv("XDG_CONFIG_HOME", ui::Shown(platform::PathTextForUser(userState.Text())));
+  wxSetEnv("XDG_CONFIG_HOME", userState.Native().string());
   Home().Write("Server.ini", text::ReplaceAll(kSettings, "@", Home().Path("").string()));
-  window.reset(new ui::frmMain);
+  window = new ui::frmMain;
   web.LoadOptions();
   ftp.LoadOptions();
   mail.LoadOptions();
@@ -148,8 +139,8 @@ MainWindow::MainWindow() {
   window->Attach({Program(), *control, web, ftp, mail}, [this] { ++closed; });
 }
 
-void MainWindow::Destroy::operator()(ui::frmMain* frame) const {
-  frame->Destroy();
+MainWindow::~MainWindow() {
+  window->Destroy();
   wxTheApp->ProcessIdle();  // windows are deleted when the toolkit is idle
 }
 
@@ -179,7 +170,7 @@ void MainWindow::Click(const std::string& name) {
 void MainWindow::ChooseItem(ui::MenuItem item) {
   ASSERT_TRUE(HasItem(item));
   wxCommandEvent event(wxEVT_MENU, item);
-  event.SetEventObject(window.get());
+  event.SetEventObject(window);
   window->ProcessWindowEvent(event);
 }
 
@@ -233,10 +224,6 @@ bool MainWindow::Enter(const std::string& opener, const std::string& fields, int
 
 void MainWindow::ExpectShown(const std::string& opener, const std::string& fields) {
   InForm(opener, [&](wxDialog& form) { EXPECT_EQ(Contents(form, fields), fields); });
-}
-
-std::string MainWindow::UserPath(std::string_view name) const {
-  return platform::PathTextForUser(Home().Text(name));
 }
 
 }  // namespace test

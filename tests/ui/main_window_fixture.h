@@ -13,9 +13,11 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "core/service_control.h"
 #include "tests/support/server_fixture.h"
+#include "ui/controls/toolkit_text.h"
 #include "ui/window/main_window.h"
 
 namespace test {
@@ -31,7 +33,9 @@ class Boxes : public wxModalDialogHook {
 
   /// Closes the next box that is not planned for yet with the button `button` after `input` was
   /// chosen or typed. Any box beyond the plan is cancelled.
-  void Plan(int button, std::string input = {}) { plan_.push_back({button, std::move(input)}); }
+  void Plan(int button, const std::string& input = "") {
+    plan_.emplace_back(button, ui::Shown(input));
+  }
 
   /// Leaves the next form to `script`, which runs in it.
   void ScriptForm(std::function<void(wxDialog&)> script) { script_ = std::move(script); }
@@ -42,10 +46,7 @@ class Boxes : public wxModalDialogHook {
   std::string Take() { return std::exchange(shown_, {}); }
 
  private:
-  struct Answer {
-    int button;
-    std::string input;
-  };
+  using Answer = std::pair<int, wxString>;
 
   int Enter(wxDialog* dialog) override;
 
@@ -57,6 +58,7 @@ class Boxes : public wxModalDialogHook {
 class MainWindow : public ProgramFixture {
  protected:
   MainWindow();
+  ~MainWindow() override;
 
   static wxWindow& Find(wxWindow& parent, const std::string& name);
   wxWindow& Find(const std::string& name) { return Find(*window, name); }
@@ -86,17 +88,9 @@ class MainWindow : public ProgramFixture {
   bool Enter(const std::string& opener, const std::string& fields, int button = wxID_OK);
   void ExpectShown(const std::string& opener, const std::string& fields);
 
-  /// The path of an entry of the program directory as a user writes it.
-  std::string UserPath(std::string_view name = "") const;
-
-  struct Destroy {
-    void operator()(ui::frmMain* frame) const;
-  };
-
-  // The order matters: the window is destroyed after what reports to it.
   Boxes boxes;
   TemporaryFolder userState;  // the user's settings and the registry
-  std::unique_ptr<ui::frmMain, Destroy> window;
+  ui::frmMain* window = nullptr;
   ModWeb::WebServer web{Environment()};
   ModFtp::FtpServer ftp{Environment()};
   ModMail::MailServer mail{Environment()};

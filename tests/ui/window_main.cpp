@@ -41,8 +41,6 @@ void OpenAndStay(const std::string& what, wxWindow* parent) {
 std::atomic<bool> returned = false;
 
 void RunTestsAndExit() {
-  // The loop under test must be inside what is open before the first test.
-  std::this_thread::sleep_for(std::chrono::milliseconds(500));
   const int result = RUN_ALL_TESTS();
   const bool closedEarly = returned;
   if (closedEarly) std::puts("what was to stay open was closed before the tests had ended");
@@ -56,14 +54,15 @@ void RunTestsAndExit() {
 int main(int argumentCount, char** arguments) {
   testing::InitGoogleTest(&argumentCount, arguments);
   if (!test::StartToolkit(arguments)) return 1;
-  const test::WindowLoopHost host;
+  test::WindowLoopHost host;
   auto* frame = new wxFrame(nullptr, wxID_ANY, "Under test");
   frame->Show();
   const std::string what = WhatToOpen();
   frame->CallAfter([&] {
+    // Served inside what is opened, where the loop under test is to be before the first test.
+    host.Loop().Post([] { std::thread(RunTestsAndExit).detach(); });
     OpenAndStay(what, frame);
     returned = what != "nothing";
   });
-  std::thread(RunTestsAndExit).detach();
   return wxTheApp->OnRun();
 }
