@@ -3,7 +3,6 @@
 
 #include <wx/listbox.h>
 
-#include "platform/native_path.h"
 #include "settings/manager_password.h"
 #include "settings/registry.h"
 #include "tests/ui/main_window_fixture.h"
@@ -14,14 +13,12 @@ namespace {
 
 using testing::HasSubstr;
 
-class Dialogs : public MainWindow {
- protected:
-  static std::string UserRecord(std::string name, std::string password) {
-    name.resize(20, ' ');
-    password.resize(30, ' ');
-    return name + password;
-  }
-};
+using Dialogs = MainWindow;
+
+std::string UserRecord(const std::string& name, const std::string& password) {
+  return name + std::string(20 - name.size(), ' ') + password +
+         std::string(30 - password.size(), ' ');
+}
 
 TEST_F(Dialogs, ShowTheSettingsAndSaveWhatIsTypedWhenConfirmed) {
   // What opens it, the settings, what it shows of them, what is typed, what that writes.
@@ -71,20 +68,17 @@ TEST_F(Dialogs, ShowTheSettingsAndSaveWhatIsTypedWhenConfirmed) {
     Home().Write("Server.ini", settings);
     EXPECT_TRUE(Enter(opener, typed, wxID_CANCEL));
     EXPECT_EQ(Home().Read("Server.ini"), settings);
-    const bool isSaved = InForm(opener, [&](wxDialog& form) {
+    EXPECT_TRUE(InForm(opener, [&](wxDialog& form) {
       EXPECT_EQ(Contents(form, shown), shown);
       Home().Write("Server.ini", "");
       Fill(form, typed);
       Press(form, "cmdOK");
-    });
-    EXPECT_TRUE(isSaved);
+    }));
     EXPECT_EQ(Home().Read("Server.ini"), saved);
   }
   // What runs goes on with its settings, but for the mail root.
   EXPECT_EQ(web.Domain() + ftp.Domain() + mail.Domain(), "x.examplef.examplem.example");
-  EXPECT_EQ(web.RootDir(), platform::PathTextFromUser("/srv/网站"));
-  EXPECT_EQ(ftp.RootDir(), platform::PathTextFromUser("/srv/ftp"));
-  EXPECT_EQ(mail.RootDir(), platform::PathTextFromUser("/srv/邮件"));
+  EXPECT_EQ(web.RootDir() + ftp.RootDir() + mail.RootDir(), R"(\srv\网站\srv\ftp\srv\邮件)");
 }
 
 TEST_F(Dialogs, RefuseBlankFieldsInTheirOrderAndSaveNothing) {
@@ -266,9 +260,9 @@ TEST_F(Dialogs, SetAndRemoveTheManagerPasswordThatTheWindowAsksFor) {
 }
 
 TEST_F(Dialogs, StartWithTheSystemAndTellOfSystemsThatNeedAService) {
-  const auto root = Modreg::Root::kLocalMachine;
-  auto key = Modreg::CreateKey(root, "Software\\Microsoft\\Windows\\CurrentVersion");
-  for (const std::string version : {"Windows 98", "Windows NT"}) {
+  auto key = Modreg::CreateKey(Modreg::Root::kLocalMachine,
+                               "Software\\Microsoft\\Windows\\CurrentVersion");
+  for (const char* version : {"Windows 98", "Windows NT"}) {
     Modreg::SetText(key, "Version", version);
     for (const char* choice : {"chkSysAutoStart=on", "chkSysAutoStart=off"}) {
       EXPECT_TRUE(Enter("mnuOptions", choice));
@@ -279,7 +273,7 @@ TEST_F(Dialogs, StartWithTheSystemAndTellOfSystemsThatNeedAService) {
 }
 
 TEST_F(Dialogs, AddAMailUserFromTheKeyboard) {
-  const bool isAdded = InForm("cmdAddMailUser", [&](wxDialog& form) {
+  EXPECT_TRUE(InForm("cmdAddMailUser", [&](wxDialog& form) {
     PressEnterIn(form, "txtUser");
     EXPECT_EQ(FocusedName(), "txtUser");
     Fill(form, "txtUser= 张:三 ");
@@ -289,8 +283,7 @@ TEST_F(Dialogs, AddAMailUserFromTheKeyboard) {
     EXPECT_TRUE(form.IsModal());
     Fill(form, "txtPass= a b ");
     PressEnterIn(form, "txtPass");
-  });
-  EXPECT_TRUE(isAdded);
+  }));
   EXPECT_EQ(boxes.Take(), "");
   EXPECT_EQ(Home().Read("mail/User/张三/UserInfo.ini"),
             "[用户信息]\r\nUser=张三\r\nPassword=a b\r\n");
@@ -308,7 +301,7 @@ TEST_F(Dialogs, LogInByTheUserFileOrElseByTheBuiltInPasswordUntilTimeIsUp) {
         Row{admin.substr(0, 49), "Secret", false}}) {
     SCOPED_TRACE(userFile.value_or("no file") + ", " + typed);
     if (userFile) Home().Write("ETUser.dzt", *userFile);
-    const bool isClosed = InForm("mnuOptions", [&](wxDialog& form) {
+    EXPECT_TRUE(InForm("mnuOptions", [&](wxDialog& form) {
       EXPECT_FALSE(Find(form, "lblMsg").IsShown());
       for (const std::string password : {"wrong", typed}) {
         EXPECT_EQ(FocusedName(), "txtPwd");
@@ -320,8 +313,7 @@ TEST_F(Dialogs, LogInByTheUserFileOrElseByTheBuiltInPasswordUntilTimeIsUp) {
       EXPECT_TRUE(timer.IsRunning());
       wxTimerEvent event(timer);
       if (!logsIn) form.ProcessWindowEvent(event);
-    });
-    EXPECT_TRUE(isClosed);
+    }));
     EXPECT_EQ(boxes.Take(), logsIn ? "系统选项" : "");
   }
 }

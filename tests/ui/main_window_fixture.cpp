@@ -60,7 +60,7 @@ std::string Answered(wxFileDialog& box, const wxString& input) {
   const wxString proposed = box.GetFilename();
   box.SetPath(input);
   // The system's own chooser takes a path over only after having looked at its folder.
-  Until([&] { return box.GetPath() == input; });
+  EXPECT_TRUE(Until([&] { return box.GetPath() == input; }));
   return Typed(box.GetMessage() + ": " + box.GetWildcard() + " [" + proposed + "]");
 }
 
@@ -205,11 +205,8 @@ bool MainWindow::InForm(const std::string& opener, const std::function<void(wxDi
     closedByScript = !form.IsModal();
     if (!closedByScript) form.EndModal(wxID_CANCEL);
   });
-  if (opener == "mnuOptions") {
-    ChooseItem(ui::mnuOptions);
-  } else {
-    Push(opener);
-  }
+  if (opener == "mnuOptions") ChooseItem(ui::mnuOptions);
+  if (opener != "mnuOptions") Push(opener);
   EXPECT_TRUE(opened) << opener;
   return closedByScript;
 }

@@ -20,11 +20,6 @@
 
 namespace {
 
-std::string WhatToOpen() {
-  const char* name = std::getenv("TARNWERK_TEST_OPEN");
-  return name == nullptr ? "nothing" : name;
-}
-
 // Returns only when the user, who is not there, has closed it.
 void OpenAndStay(const std::string& what, wxWindow* parent) {
   if (what == "dialog") {
@@ -42,11 +37,10 @@ std::atomic<bool> returned = false;
 
 void RunTestsAndExit() {
   const int result = RUN_ALL_TESTS();
-  const bool closedEarly = returned;
-  if (closedEarly) std::puts("what was to stay open was closed before the tests had ended");
+  if (returned) std::puts("what was to stay open was closed before the tests had ended");
   std::fflush(nullptr);
   // Not back through the main thread, which sits in a loop that only a user can end.
-  std::_Exit(result != 0 || closedEarly ? 1 : 0);
+  std::_Exit(result != 0 || returned ? 1 : 0);
 }
 
 }  // namespace
@@ -57,7 +51,8 @@ int main(int argumentCount, char** arguments) {
   test::WindowLoopHost host;
   auto* frame = new wxFrame(nullptr, wxID_ANY, "Under test");
   frame->Show();
-  const std::string what = WhatToOpen();
+  const char* name = std::getenv("TARNWERK_TEST_OPEN");
+  const std::string what = name == nullptr ? "nothing" : name;
   frame->CallAfter([&] {
     // Served inside what is opened, where the loop under test is to be before the first test.
     host.Loop().Post([] { std::thread(RunTestsAndExit).detach(); });
