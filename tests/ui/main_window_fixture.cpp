@@ -91,7 +91,7 @@ void FillIn(wxWindow& control, const std::string& value) {
 }
 
 std::string ContentOf(wxWindow& control) {
-  if (!control.IsEnabled()) return "(grey)";
+  if (!control.IsEnabled()) return "grey";
   if (auto* text = dynamic_cast<wxTextCtrl*>(&control)) return Typed(text->GetValue());
   auto* box = dynamic_cast<wxCheckBox*>(&control);
   const bool on = box ? box->GetValue() : dynamic_cast<wxRadioButton&>(control).GetValue();

@@ -76,7 +76,7 @@ class MainWindow : public ProgramFixture {
 
   /// Types texts, and clicks boxes and options so that they are "on" or "off".
   static void Fill(wxWindow& form, const std::string& fields);
-  /// The same fields with what the form shows in them; "(grey)" for those that are disabled.
+  /// The same fields with what the form shows in them; "grey" for those that are disabled.
   static std::string Contents(wxWindow& form, const std::string& fields);
   static void PressEnterIn(wxWindow& form, const std::string& field);
   static std::string FocusedName();
