@@ -2,7 +2,7 @@
 //
 // The toolkit has the main thread, the tests another. TARNWERK_TEST_OPEN names what is open while
 // they run: "dialog" (a modal one of the toolkit), "message box" (the system's own), "menu" (a
-// pop-up menu) or "nothing". The servers must not notice the difference.
+// pop-up menu) or "nothing". It must make no difference to the servers.
 
 #include <gtest/gtest.h>
 #include <wx/dialog.h>
@@ -20,7 +20,7 @@
 
 namespace {
 
-// Returns only when the user, who is not there, has closed it.
+// Returns only when a user closes it: never.
 void OpenAndStay(const std::string& what, wxWindow* parent) {
   if (what == "dialog") {
     wxDialog(parent, wxID_ANY, "Modal").ShowModal();
@@ -54,7 +54,7 @@ int main(int argumentCount, char** arguments) {
   const char* name = std::getenv("TARNWERK_TEST_OPEN");
   const std::string what = name == nullptr ? "nothing" : name;
   frame->CallAfter([&] {
-    // Served inside what is opened, where the loop under test is to be before the first test.
+    // Runs inside the loop of what is opened, so that the first test finds it open.
     host.Loop().Post([] { std::thread(RunTestsAndExit).detach(); });
     OpenAndStay(what, frame);
     returned = what != "nothing";
