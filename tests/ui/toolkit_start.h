@@ -1,6 +1,6 @@
 #pragma once
 
-// How test programs start the window toolkit on their main thread. Needs a display.
+// Starts the window toolkit on the main thread of a test program. Needs a display.
 
 #include <wx/app.h>
 #include <wx/init.h>
@@ -12,10 +12,10 @@
 
 namespace test {
 
-/// False, having said so, if the toolkit does not start.
+/// Prints a message and returns false if the toolkit does not start.
 inline bool StartToolkit(char** arguments) {
   wxApp::SetInstance(new wxApp);
-  int none = 1;  // it sees the program's name and none of its words
+  int none = 1;  // the program's name alone; the arguments are for the tests
   if (wxEntryStart(none, arguments) && wxTheApp->CallOnInit()) return true;
   std::puts("the window toolkit does not start: is there a display?");
   return false;

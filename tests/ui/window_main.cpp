@@ -2,7 +2,7 @@
 //
 // The toolkit has the main thread, the tests another. TARNWERK_TEST_OPEN names what is open while
 // they run: "dialog" (a modal one of the toolkit), "message box" (the system's own), "menu" (a
-// pop-up menu) or "nothing". The servers must not notice the difference.
+// pop-up menu) or "nothing". It must make no difference to the servers.
 
 #include <gtest/gtest.h>
 #include <wx/dialog.h>
@@ -20,12 +20,7 @@
 
 namespace {
 
-std::string WhatToOpen() {
-  const char* name = std::getenv("TARNWERK_TEST_OPEN");
-  return name == nullptr ? "nothing" : name;
-}
-
-// Returns only when the user, who is not there, has closed it.
+// Returns only when a user closes it: never.
 void OpenAndStay(const std::string& what, wxWindow* parent) {
   if (what == "dialog") {
     wxDialog(parent, wxID_ANY, "Modal").ShowModal();
@@ -41,14 +36,11 @@ void OpenAndStay(const std::string& what, wxWindow* parent) {
 std::atomic<bool> returned = false;
 
 void RunTestsAndExit() {
-  // The loop under test must be inside what is open before the first test.
-  std::this_thread::sleep_for(std::chrono::milliseconds(500));
   const int result = RUN_ALL_TESTS();
-  const bool closedEarly = returned;
-  if (closedEarly) std::puts("what was to stay open was closed before the tests had ended");
+  if (returned) std::puts("what was to stay open was closed before the tests had ended");
   std::fflush(nullptr);
   // Not back through the main thread, which sits in a loop that only a user can end.
-  std::_Exit(result != 0 || closedEarly ? 1 : 0);
+  std::_Exit(result != 0 || returned ? 1 : 0);
 }
 
 }  // namespace
@@ -56,14 +48,16 @@ void RunTestsAndExit() {
 int main(int argumentCount, char** arguments) {
   testing::InitGoogleTest(&argumentCount, arguments);
   if (!test::StartToolkit(arguments)) return 1;
-  const test::WindowLoopHost host;
+  test::WindowLoopHost host;
   auto* frame = new wxFrame(nullptr, wxID_ANY, "Under test");
   frame->Show();
-  const std::string what = WhatToOpen();
+  const char* name = std::getenv("TARNWERK_TEST_OPEN");
+  const std::string what = name == nullptr ? "nothing" : name;
   frame->CallAfter([&] {
+    // Runs inside the loop of what is opened, so that the first test finds it open.
+    host.Loop().Post([] { std::thread(RunTestsAndExit).detach(); });
     OpenAndStay(what, frame);
     returned = what != "nothing";
   });
-  std::thread(RunTestsAndExit).detach();
   return wxTheApp->OnRun();
 }

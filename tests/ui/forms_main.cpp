@@ -1,5 +1,5 @@
-// The main of tests that drive forms: they run on the toolkit's thread, which is the main one, and
-// the forms' own modal loops serve the events. Needs a display.
+// The main of the tests that drive forms. They run on the toolkit's thread, the main one, where the
+// modal loops of the forms serve the events. Needs a display.
 
 #include <gtest/gtest.h>
 
