@@ -15,7 +15,7 @@
 extern char** environ;
 
 extern "C" {
-// Included as C here: this header of Debian 12 lacks the linkage specification.
+// Included as C here: this header of Debian 12 lacks extern "C".
 #include <sys/pidfd.h>
 }
 

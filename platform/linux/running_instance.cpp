@@ -19,7 +19,7 @@
 #include "platform/linux/descriptor.h"
 
 extern "C" {
-// Included as C here: this header of Debian 12 lacks the linkage specification.
+// Included as C here: this header of Debian 12 lacks extern "C".
 #include <sys/pidfd.h>
 }
 
