@@ -9,13 +9,12 @@ namespace {
 using settings::Form;
 using settings::Refusal;
 
-constexpr std::string_view kSection = "FtpServer Options";
 constexpr std::string_view kRootKey = "FtpServer Root";
 
 }  // namespace
 
 bool FtpOptions::LoadFtpOptions(const settings::Program& program, const std::string& localAddress) {
-  const settings::Section section(program, kSection);
+  const settings::Section section(program, kSettingsSection);
   settingsFault = section.Fault();
   if (settingsFault) return false;
   if (!section.FileExists()) {
@@ -37,7 +36,7 @@ settings::Table FtpOptions::Describe() {
   const Refusal noDomain{1, Refusal::If::kBlank, "本地域名不能为空！"};
   const Refusal noRoot{2, Refusal::If::kBlank, "主目录不能为空！"};
   const Refusal noUploadDir{3, Refusal::If::kBlank, "上传目录不能为空！"};
-  return {kSection,
+  return {kSettingsSection,
           {{"IP", Form::kAddress, &ftpLocalAddress, "127.0.0.1", "txtFtpIP"},
            {"FtpPort", Form::kNumber, &ftpPort, "21", "txtFtpPort"},
            {"DNS", Form::kText, &ftpDomain, core::kDefaultDomain, "txtFtpAddress", noDomain},

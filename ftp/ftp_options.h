@@ -5,12 +5,16 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include "settings/program.h"
 #include "settings/settings_table.h"
 
 namespace ModFtp {
+
+/// The section of Server.ini.
+inline constexpr std::string_view kSettingsSection = "FtpServer Options";
 
 struct FtpOptions {
   /// `localAddress`: the listening socket's, taken if Server.ini exists. False if settingsFault is

@@ -9,13 +9,11 @@ namespace {
 using settings::Form;
 using settings::Refusal;
 
-constexpr std::string_view kSection = "MailServer Options";
-
 }  // namespace
 
 void MailOptions::LoadMailOptions(const settings::Program& program,
                                   const std::string& machineAddress) {
-  const settings::Section section(program, kSection);
+  const settings::Section section(program, kSettingsSection);
   settingsFault = section.Fault();
   if (settingsFault) return;
   if (!section.FileExists()) return SetDefaults(program);
@@ -24,7 +22,7 @@ void MailOptions::LoadMailOptions(const settings::Program& program,
 }
 
 void MailOptions::EnsureMailRoot(const settings::Program& program) {
-  if (mailRoot.empty()) mailRoot = settings::Section(program, kSection).Path(kMailRootKey);
+  if (mailRoot.empty()) mailRoot = settings::Section(program, kSettingsSection).Path(kMailRootKey);
 }
 
 void MailOptions::SetDefaults(const settings::Program& program) {
@@ -35,7 +33,7 @@ settings::Table MailOptions::Describe() {
   const Refusal noDomain{1, Refusal::If::kBlank, "本地域名不能为空！"};
   const Refusal noRoot{2, Refusal::If::kBlank, "主目录不能为空！"};
   return {
-      .section = kSection,
+      .section = kSettingsSection,
       .settings = {{"IP", Form::kAddress, &localAddress, "127.0.0.1", "txtMailIP"},
                    // Keys ignore case, and existing files have both spellings.
                    {"SMTP Port", Form::kNumber, &smtpPort, "25", "txtSMTPPort", {}, "SMTP port"},

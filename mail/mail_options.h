@@ -12,6 +12,8 @@
 
 namespace ModMail {
 
+/// The section of Server.ini, and the key of the mail root.
+inline constexpr std::string_view kSettingsSection = "MailServer Options";
 inline constexpr std::string_view kMailRootKey = "MailServer Root";
 
 struct MailOptions {

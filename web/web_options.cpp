@@ -12,8 +12,6 @@ namespace {
 using settings::Form;
 using settings::Refusal;
 
-constexpr std::string_view kSection = "WebServer Options";
-
 bool IsSet(const std::string& text) { return text::ToBoolean(text).value_or(false); }
 
 bool ProgramsAreForbidden(const settings::Program& program) {
@@ -25,7 +23,7 @@ bool ProgramsAreForbidden(const settings::Program& program) {
 }  // namespace
 
 bool WebOptions::LoadWebOptions(const settings::Program& program, const std::string& localAddress) {
-  const settings::Section section(program, kSection);
+  const settings::Section section(program, kSettingsSection);
   settingsFault = section.Fault();
   if (!settingsFault) {
     if (section.FileExists()) {
@@ -50,7 +48,7 @@ settings::Table WebOptions::Describe() {
   const Refusal noRoot{3, Refusal::If::kBlank, "请指定WEB主目录！"};
   const Refusal noPort{1, Refusal::If::kBlank, "请指定TCP端口！"};
   const Refusal noDomain{2, Refusal::If::kEmpty, "请指定本地域名", Refusal::Icon::kInformation};
-  return {kSection,
+  return {kSettingsSection,
           {{"WebRootDir", Form::kPath, &WebRootDir, "wwwroot", "txtWebRoot", noRoot},
            {"WebServerIP", Form::kAddress, &WebLocalIP, "127.0.0.1", "txtWebIP"},
            {"TCPPort", Form::kNumber, &WebPort, "80", "txtWebPort", noPort},

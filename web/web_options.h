@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include "settings/program.h"
@@ -12,6 +13,9 @@
 #include "web/default_pages.h"
 
 namespace ModWeb {
+
+/// The section of Server.ini.
+inline constexpr std::string_view kSettingsSection = "WebServer Options";
 
 struct WebOptions {
   /// `localAddress`: the listening socket's, taken if Server.ini exists. A value that cannot be
