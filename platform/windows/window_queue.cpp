@@ -46,7 +46,11 @@ class WindowQueue::System {
     if (system == nullptr || (message != kDrain && message != WM_TIMER)) {
       return DefWindowProcW(window, message, first, second);
     }
-    message == kDrain ? system->OnDrain() : system->OnWindowsTurn();
+    if (message == kDrain) {
+      system->OnDrain();
+    } else {
+      system->OnWindowsTurn();
+    }
     return 0;
   }
 
