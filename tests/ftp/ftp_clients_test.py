@@ -7,34 +7,24 @@ import ftplib
 import io
 import pathlib
 import random
-import subprocess
 import sys
-import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
-from program import PATIENCE, Home  # noqa: E402
+sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
+from program import PATIENCE, ProgramTest, run_tests  # noqa: E402
 
-PROGRAM = sys.argv.pop(1)
 BIG = random.Random(1).randbytes(3000001)
 
 
-class ClientTest(unittest.TestCase):
+class FtpClientsTest(ProgramTest):
     def setUp(self):
-        home = Home([PROGRAM])
-        self.addCleanup(home.close)
-        self.port, self.path, self.upload = home.ports["ftp"], home.path, home.path / "ftproot/up"
+        super().setUp()
+        home = self.home
+        self.port, self.upload = home.ports["ftp"], home.path / "ftproot/up"
         self.upload.mkdir(parents=True)
         home.write("ftproot/big.bin", BIG)
         home.write("ftproot/pub/文件.txt", "hello")
         home.write("tree/deep/a.bin", BIG)
-        home.write_settings()
-        home.start("START", "SHOW")
-        home.wait_for_services()
-
-    def run_client(self, *words, works=True):
-        done = subprocess.run(words, capture_output=True, timeout=PATIENCE, check=False)
-        self.assertEqual(done.returncode == 0, works, done.stderr)
-        return done.stdout
+        home.start_services()
 
     def test_ftplib(self):
         ftp = ftplib.FTP(timeout=PATIENCE)
@@ -60,17 +50,17 @@ class ClientTest(unittest.TestCase):
         self.assertEqual(list(self.upload.iterdir()), [])
 
     def test_curl(self):
-        def curl(path, *options, works=True):
-            return self.run_client("curl", "-sS", "--max-time", str(PATIENCE), *options,
-                                   f"ftp://127.0.0.1:{self.port}/{path}", works=works)
+        def curl(path, *options, code=0):
+            return self.run_client("curl", "-sS", *options, f"ftp://127.0.0.1:{self.port}/{path}",
+                                   code=code)
 
         self.assertIn("文件.txt\n".encode(), curl("pub/"))
         self.assertEqual(curl("big.bin"), BIG)
         # Active mode. A range: it binds one port for EPRT, which is refused, and needs another.
         port = random.randrange(20000, 32000)
         self.assertEqual(curl("big.bin", "--ftp-port", f"127.0.0.1:{port}-{port + 50}"), BIG)
-        local = str(self.path / "tree/deep/a.bin")
-        curl("new.bin", "-T", local, works=False)
+        local = self.home.file("tree/deep/a.bin")
+        curl("new.bin", "-T", local, code=25)  # a refused upload
         curl("up/new.bin", "-T", local)
         self.assertEqual((self.upload / "new.bin").read_bytes(), BIG)
         curl("", "-Q", "CWD /up", "-Q", "DELE new.bin", "-Q", "MKD made")
@@ -85,14 +75,14 @@ class ClientTest(unittest.TestCase):
                        f" open -u anybody,anything 127.0.0.1:{self.port}; ")
             return self.run_client("lftp", "--norc", "-c", opening + commands)
 
-        listed = lftp(f"cls -1; get big.bin -o {self.path}/got.bin; cd pub; cls -1").decode()
+        listed = lftp(f"cls -1; get big.bin -o {self.home.path}/got.bin; cd pub; cls -1").decode()
         self.assertEqual(listed.split(), ["big.bin", "pub/", "up/", "文件.txt"])
-        self.assertEqual((self.path / "got.bin").read_bytes(), BIG)
-        lftp(f"cd up; mirror -R {self.path}/tree copy")
+        self.assertEqual(self.home.read_bytes("got.bin"), BIG)
+        lftp(f"cd up; mirror -R {self.home.path}/tree copy")
         self.assertEqual((self.upload / "copy/deep/a.bin").read_bytes(), BIG)
         lftp("cd up; rm -r copy")
         self.assertEqual(list(self.upload.iterdir()), [])
 
 
 if __name__ == "__main__":
-    unittest.main(verbosity=2)
+    run_tests()

@@ -25,12 +25,6 @@ TEST(PathMapping, CwdJoinsTextsWithoutLookingAtTheDisk) {
   }
 }
 
-TEST(PathMapping, OnlyNamesThatBeginWithASlashAreBelowTheRoot) {
-  EXPECT_EQ(LocalPath("C:\\r\\", "C:\\d", "sub/a"), "C:\\d\\sub/a");
-  EXPECT_EQ(LocalPath("C:\\r\\", "C:\\d", "/pub/a"), "C:\\r\\\\pub\\a");
-  EXPECT_EQ(LocalPath("C:\\r\\", "", "a"), "\\a");
-}
-
 TEST(PathMapping, TheUploadRuleSearchesTextAnywhereInAnyCaseButNotItself) {
   const struct {
     const char* path;

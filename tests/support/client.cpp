@@ -84,17 +84,4 @@ std::string Client::Take(std::size_t count) {
   return bytes;
 }
 
-std::string Fetch(std::uint16_t port, std::string_view request) {
-  Client client(port);
-  client.Send(request);
-  return client.ReceiveAll();
-}
-
-bool Accepts(std::uint16_t port) {
-  asio::io_context context;
-  asio::error_code error;
-  tcp::socket(context).connect({asio::ip::address_v4::loopback(), port}, error);
-  return !error;
-}
-
 }  // namespace test

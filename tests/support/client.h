@@ -51,10 +51,4 @@ class Client {
   std::string received_;
 };
 
-/// Sends `request` on a connection of its own and returns everything up to its end.
-std::string Fetch(std::uint16_t port, std::string_view request);
-
-/// Whether a connection to `port` is accepted.
-bool Accepts(std::uint16_t port);
-
 }  // namespace test

@@ -151,12 +151,6 @@ class WindowsHome(Home):
     def native(self, path):
         return "Z:" + str(path).replace("/", "\\")
 
-    def wine(self, *words):
-        """Runs another Windows program; what it wrote. Fails if that fails."""
-        return subprocess.run([WINE, *words], env=self.environment, timeout=PATIENCE * 2, check=True,
-                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                              stderr=subprocess.DEVNULL).stdout.decode(errors="replace")
-
 
 def home_of(program):
     """A program directory, for the program of either system."""
@@ -181,6 +175,12 @@ class ProgramTest(unittest.TestCase):
         conversation = kind(self.home.ports[service])
         self.addCleanup(conversation.close)
         return conversation
+
+    def run_client(self, *words, code=0):
+        """Runs another program, which has to end with `code`; what it wrote."""
+        done = subprocess.run(words, capture_output=True, timeout=PATIENCE)
+        self.assertEqual(done.returncode, code, done.stderr)
+        return done.stdout
 
     def check_page(self):
         """Waits for the Web server, and gets the home page."""

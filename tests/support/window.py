@@ -22,10 +22,6 @@ def visible(title):
     return xdotool("search", "--onlyvisible", "--name", f"^{title}$")
 
 
-def wait_for_front(title):
-    wait_until(lambda: xdotool("getactivewindow", "getwindowname") == [title], title)
-
-
 def activate(title):
     """Waits until the window can be seen, and gives it the keyboard."""
     wait_until(lambda: visible(title), title)

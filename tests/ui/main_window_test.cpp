@@ -61,22 +61,19 @@ TEST_F(MainWindow, EverySelectorAndMenuItemShowsItsPage) {
     }
   };
   expectPage("fraWelcome");
-  constexpr const char* kPages[] = {"fraWeb", "fraFtp", "fraMail", "fraWelcome"};
-  constexpr const char* kSelectors[][4] = {
-      {"ImgWeb", "imgFtp", "ImgMail", "picSelect"},
-      {"lblWebIcon", "lblFtpIcon", "lblMailIcon", "picSelect"},
-      {"fraWebService", "fraFtpService", "fraMailService", "picSelect"}};
-  for (const auto& selectors : kSelectors) {
-    for (std::size_t i = 0; i < std::size(kPages); ++i) {
-      Click(selectors[i]);
-      expectPage(kPages[i]);
+  constexpr struct {
+    const char *page, *selectors[3];
+    ui::MenuItem item;
+  } kPages[] = {{"fraWeb", {"ImgWeb", "lblWebIcon", "fraWebService"}, ui::mnuViewWeb},
+                {"fraFtp", {"imgFtp", "lblFtpIcon", "fraFtpService"}, ui::mnuViewFtp},
+                {"fraMail", {"ImgMail", "lblMailIcon", "fraMailService"}, ui::mnuViewEmail},
+                {"fraWelcome", {"picSelect", "picSelect", "picSelect"}, ui::mnuViewWelcome}};
+  for (int way = 0; way <= 3; ++way) {
+    for (const auto& [page, selectors, item] : kPages) {
+      if (way < 3) Click(selectors[way]);
+      if (way == 3) ChooseItem(item);
+      expectPage(page);
     }
-  }
-  constexpr ui::MenuItem kItems[] = {ui::mnuViewWeb, ui::mnuViewFtp, ui::mnuViewEmail,
-                                     ui::mnuViewWelcome};
-  for (std::size_t i = 0; i < std::size(kPages); ++i) {
-    ChooseItem(kItems[i]);
-    expectPage(kPages[i]);
   }
   Push("cmdCardWebPage");
   expectPage("fraWeb");

@@ -20,7 +20,9 @@ class WebFixture : public ServerFixture<ModWeb::WebServer> {
     OnLoop([this] { port_ = TheServer().ListeningPort(); });
   }
   std::string Get(const std::string& resource) {
-    return Fetch(port_, "GET " + resource + " HTTP/1.0\r\n\r\n");
+    Client client(port_);
+    client.Send("GET " + resource + " HTTP/1.0\r\n\r\n");
+    return client.ReceiveAll();
   }
 
   std::uint16_t port_ = 0;
