@@ -61,7 +61,7 @@ class MailServer : public core::Service {
   using Client = std::shared_ptr<net::Connection>;
 
   // The engine of one protocol's slots.
-  class Engine : public net::SlotEngine {
+  class Engine final : public net::SlotEngine {
    public:
     using Handler = net::Task<> (MailServer::*)(int slot, Client client);
     Engine(MailServer& server, net::ConnectionSlots& slots, Handler onArrival)

@@ -11,14 +11,14 @@ namespace {
 template <class Function>
 class FunctionJob : public platform::WindowQueue::Job {
  public:
-  FunctionJob(std::optional<EventLoop>& loop, Function function)
+  FunctionJob(std::unique_ptr<EventLoop>& loop, Function function)
       : loop_(loop), function_(std::move(function)) {}
   void Run() override {
     loop_->Guard([this] { std::move(function_)(); });
   }
 
  private:
-  std::optional<EventLoop>& loop_;
+  std::unique_ptr<EventLoop>& loop_;
   Function function_;
 };
 
@@ -27,7 +27,7 @@ class WindowExecutor {
  public:
   // `loop` is created with this executor, before the first job runs.
   WindowExecutor(asio::io_context& context, platform::WindowQueue& queue,
-                 std::optional<EventLoop>& loop)
+                 std::unique_ptr<EventLoop>& loop)
       : context_(&context), queue_(&queue), loop_(&loop) {}
 
   asio::execution_context& query(asio::execution::context_t) const noexcept { return *context_; }
@@ -45,13 +45,13 @@ class WindowExecutor {
  private:
   asio::io_context* context_;
   platform::WindowQueue* queue_;
-  std::optional<EventLoop>* loop_;
+  std::unique_ptr<EventLoop>* loop_;
 };
 
 }  // namespace
 
 WindowLoop::WindowLoop() : work_(context_.get_executor()) {
-  events_.emplace(WindowExecutor(context_, queue_, events_));
+  events_ = std::make_unique<EventLoop>(WindowExecutor(context_, queue_, events_));
   waiter_ = std::thread([this] { context_.run(); });
 }
 

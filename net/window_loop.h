@@ -7,7 +7,7 @@
 
 #include <asio/executor_work_guard.hpp>
 #include <asio/io_context.hpp>
-#include <optional>
+#include <memory>
 #include <thread>
 
 #include "net/event_loop.h"
@@ -31,7 +31,7 @@ class WindowLoop {
   asio::io_context context_;
   asio::executor_work_guard<asio::io_context::executor_type> work_;
   platform::WindowQueue queue_;
-  std::optional<EventLoop> events_;
+  std::unique_ptr<EventLoop> events_;
   std::thread waiter_;
 };
 

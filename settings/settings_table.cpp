@@ -87,11 +87,12 @@ Entry EntryOf(const Table& table) {
   return entry;
 }
 
-const Setting* FindRefused(const Table& table, const Entry& entry) {
-  const Setting* first = nullptr;
+std::optional<Refused> FindRefused(const Table& table, const Entry& entry) {
+  std::optional<Refused> first;
   for (const Setting& setting : table.settings) {
-    if (!setting.refusal || !IsRefused(*setting.refusal, entry.at(setting.key))) continue;
-    if (first == nullptr || setting.refusal->rank < first->refusal->rank) first = &setting;
+    const auto& refusal = setting.refusal;
+    if (!refusal || !IsRefused(*refusal, entry.at(setting.key))) continue;
+    if (!first || refusal->rank < first->refusal.rank) first = {*refusal, setting.control};
   }
   return first;
 }

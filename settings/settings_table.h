@@ -73,8 +73,12 @@ bool LoadUntilRefused(const Section& section, const Table& table);
 /// The values held in memory.
 Entry EntryOf(const Table& table);
 
-/// The setting whose entry is refused first; null if all can be saved.
-const Setting* FindRefused(const Table& table, const Entry& entry);
+/// The entry that is refused first; none if all can be saved.
+struct Refused {
+  Refusal refusal;
+  const char* control;
+};
+std::optional<Refused> FindRefused(const Table& table, const Entry& entry);
 
 void Write(Change& change, const Table& table, const Entry& entry);
 

@@ -52,30 +52,30 @@ SettingsForm::SettingsForm(wxWindow& dialog, settings::Table table, const char* 
 
 void SettingsForm::Show(const settings::Entry& entry) const {
   for (const settings::Setting& setting : table_.settings) {
-    Put(ControlOf(setting), entry.at(setting.key));
+    Put(Find(setting.control), entry.at(setting.key));
   }
 }
 
 settings::Entry SettingsForm::Entered() const {
   settings::Entry entry;
   for (const settings::Setting& setting : table_.settings) {
-    entry[setting.key] = TextIn(ControlOf(setting), setting.form);
+    entry[setting.key] = TextIn(Find(setting.control), setting.form);
   }
   return entry;
 }
 
 bool SettingsForm::IsRefused(const settings::Entry& entry) const {
-  const settings::Setting* refused = settings::FindRefused(table_, entry);
-  if (refused == nullptr) return false;
-  ShowMessage(&dialog_, refused->refusal->text, title_, wxOK | IconOf(refused->refusal->icon));
-  wxWindow* control = ControlOf(*refused);
+  const auto refused = settings::FindRefused(table_, entry);
+  if (!refused) return false;
+  ShowMessage(&dialog_, refused->refusal.text, title_, wxOK | IconOf(refused->refusal.icon));
+  wxWindow* control = Find(refused->control);
   ShowPageOf(control);
   control->SetFocus();
   return true;
 }
 
-wxWindow* SettingsForm::ControlOf(const settings::Setting& setting) const {
-  return dialog_.FindWindow(wxString(setting.control));
+wxWindow* SettingsForm::Find(const char* control) const {
+  return dialog_.FindWindow(wxString(control));
 }
 
 }  // namespace ui

@@ -27,7 +27,7 @@ class SettingsForm {
   const settings::Table& Table() const { return table_; }
 
  private:
-  wxWindow* ControlOf(const settings::Setting& setting) const;
+  wxWindow* Find(const char* control) const;
 
   wxWindow& dialog_;
   settings::Table table_;
