@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "net/window_loop.h"
+#include "platform/window_language.h"
 #include "ui/window/main_window.h"
 #include "ui/window/splash_screen.h"
 
@@ -46,6 +47,7 @@ class PassingVariable {
 class Toolkit {
  public:
   Toolkit() {
+    platform::UseLanguageOfUser();
     wxApp::SetInstance(new ToolkitApp);
     // The toolkit gets the program's name but not its arguments.
     static char name[] = "Tarnwerk";
