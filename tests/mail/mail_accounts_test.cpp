@@ -42,18 +42,21 @@ TEST_F(MailAccounts, NeitherLeaveTheirFolderNorFollowLinks) {
   EXPECT_EQ(ErrorLog(), "");
 }
 
-TEST(CleanText, RemovesWhatAFileNameCannotContain) {
-  const std::pair<std::string, const char*> cases[] = {
-      {"  bob  ", "bob"},
-      {"b\\o/b:*?\"<>|", "bob"},
-      {std::string("b\0o\tb\x7F", 6), "bob"},
-      {" a b ", "a b"},
-      {"./.", ""},
-      {" . ", ""},
-      {"...", "..."},
-      {"用户", "用户"},
+TEST(CleanNames, LoseWhatAFileNameCannotContainAndPasswordsTheirControlCharacters) {
+  const std::tuple<std::string, const char*, const char*> cases[] = {
+      {"  bob  ", "bob", "bob"},
+      {"b\\o/b:*?\"<>|", "bob", "b\\o/b:*?\"<>|"},
+      {std::string("b\0o\tb\x7F", 6), "bob", "bob"},
+      {" a b ", "a b", "a b"},
+      {"./.", "", "./."},
+      {" . ", "", "."},
+      {"...", "...", "..."},
+      {"用户", "用户", "用户"},
   };
-  for (const auto& [text, cleaned] : cases) EXPECT_EQ(CleanText(text), cleaned) << text;
+  for (const auto& [text, name, password] : cases) {
+    EXPECT_EQ(CleanName(text), name);
+    EXPECT_EQ(CleanPassword(text), password);
+  }
 }
 
 }  // namespace
