@@ -7,7 +7,10 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include <utility>
+
 #include "ui/controls/accessible.h"
+#include "ui/controls/colours.h"
 #include "ui/controls/toolkit_text.h"
 
 namespace ui {
@@ -82,7 +85,24 @@ wxTextCtrl* FieldRows::AddField(const char* name, const char* label, long style,
   grid_->Add(text, {row_, 0}, {1, 1}, wxALIGN_CENTRE_VERTICAL);
   grid_->Add(field, {row_, 1}, {1, columns}, wxEXPAND | wxALIGN_CENTRE_VERTICAL);
   if (row_ == 0) grid_->AddGrowableCol(1);
+  last_ = field;
   return Named(field, name);
+}
+
+void FieldRows::AddNote(const char* name, const char* usual, FieldComplaint complaint) {
+  ++row_;
+  auto* note = Named(new wxStaticText(parent_, wxID_ANY, Shown(usual)), name);
+  note->SetForegroundColour(QuietText());
+  grid_->Add(note, {row_, 1}, {1, 2}, wxALIGN_CENTRE_VERTICAL);
+  last_->Bind(wxEVT_TEXT, [note, usual, complaint = std::move(complaint)](wxCommandEvent& event) {
+    event.Skip();
+    const std::optional<std::string> wrong = complaint(Typed(event.GetString()));
+    const wxString text = Shown(wrong.value_or(usual));
+    if (note->GetLabelText() == text) return;
+    note->SetForegroundColour(wrong ? FailedText() : QuietText());
+    note->SetLabelText(text);
+    GrowToFit(*note);
+  });
 }
 
 wxSizer* MakeRow(wxWindow* window, std::initializer_list<wxWindow*> controls) {
@@ -99,6 +119,16 @@ void ShowInstead(wxWindow& of, wxWindow& shown) {
   shown.Show();
   if (hadFocus) shown.SetFocus();
   of.Hide();
+}
+
+void GrowToFit(wxWindow& control) {
+  control.GetParent()->Layout();
+  wxWindow& window = *wxGetTopLevelParent(&control);
+  if (window.GetSizer() == nullptr) return;  // still being made
+  wxSize size = window.GetSize();
+  size.IncTo(window.GetSizer()->ComputeFittingWindowSize(&window));
+  if (size != window.GetSize()) window.SetSize(size);
+  window.Layout();
 }
 
 wxWindow* WithMargin(wxWindow* page, wxSizer* content) {

@@ -3,6 +3,7 @@
 #include <wx/button.h>
 #include <wx/textctrl.h>
 
+#include "core/port_remarks.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/questions.h"
@@ -31,7 +32,7 @@ frmFtpOptions::frmFtpOptions(wxWindow* parent, const settings::Program& program,
   LetChooseFolder(cmdBrower2, txtFtpUploadDir, "请选择FTP站点文件上传的位置");
   cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
   Fill(*this, content, buttons);
-  form_.Show(settings::EntryOf(form_.Table()));
+  form_.Show(options_.EntryToShow(program));
   txtFtpAddress->SetFocus();
   CentreOnParent();
 }
@@ -42,6 +43,9 @@ wxSizer* frmFtpOptions::MakeContent() {
   txtFtpAddress = address.Add("txtFtpAddress", "本地域名(&D)：");
   txtFtpIP = address.Add("txtFtpIP", "IP地址(&I)：");
   txtFtpPort = address.Add("txtFtpPort", "FTP端口(&P)：");
+  address.AddNote("lblFtpPortNote", core::kPortRange, [](const std::string& typed) {
+    return core::PortComplaint(typed, std::nullopt);
+  });
   site.Content().Add(address.Sizer());
 
   Group folders(this, "目录");

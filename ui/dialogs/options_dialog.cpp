@@ -9,6 +9,7 @@
 #include "text/strings.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/message_box.h"
+#include "ui/controls/password_field.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/save_report.h"
 
@@ -33,6 +34,8 @@ frmOptions::frmOptions(wxWindow* parent, const settings::Program& program)
     if (txtPwd->IsEnabled()) txtPwd->SetFocus();
   });
   txtPwd->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { KeepPasswordFitting(); });
+  chkShowPwd->Bind(wxEVT_CHECKBOX,
+                   [this](wxCommandEvent&) { ShowPassword(*txtPwd, chkShowPwd->GetValue()); });
   cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
   Fill(*this, content, buttons);
   Load();
@@ -54,7 +57,8 @@ wxSizer* frmOptions::MakeContent() {
   txtPwd = Named(new wxTextCtrl(manager.Parent(), wxID_ANY, "", wxDefaultPosition,
                                 FromDIP(wxSize(kPasswordWidth, -1)), wxTE_PASSWORD),
                  "txtPwd");
-  manager.Content().Add(MakeRow(this, {chkManagerPwd, txtPwd}));
+  chkShowPwd = MakeCheckBox(manager.Parent(), "chkShowPwd", "显示密码(&W)");
+  manager.Content().Add(MakeRow(this, {chkManagerPwd, txtPwd, chkShowPwd}));
 
   Column column(this, kEdge);
   column.Add(start.Sizer());
@@ -72,7 +76,11 @@ void frmOptions::Load() {
   EnablePassword();
 }
 
-void frmOptions::EnablePassword() { txtPwd->Enable(chkManagerPwd->GetValue()); }
+void frmOptions::EnablePassword() {
+  for (wxWindow* control : {static_cast<wxWindow*>(txtPwd), static_cast<wxWindow*>(chkShowPwd)}) {
+    control->Enable(chkManagerPwd->GetValue());
+  }
+}
 
 // The user sees where it ends rather than being locked out by a password that was cut.
 void frmOptions::KeepPasswordFitting() {

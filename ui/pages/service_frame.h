@@ -14,6 +14,7 @@
 
 #include "core/manager_view.h"
 #include "core/start_diagnosis.h"
+#include "ui/pages/service_looks.h"
 
 class wxBookCtrlBase;
 class wxBoxSizer;
@@ -26,7 +27,6 @@ namespace ui {
 
 class LivePanel;
 class ServiceCommands;
-struct ServiceLooks;
 
 class ServiceFrame : public wxPanel {
  public:
@@ -38,7 +38,13 @@ class ServiceFrame : public wxPanel {
   void ShowOutcome(const core::Outcome& outcome, const std::optional<core::Diagnosis>& diagnosis);
   void SetAddress(const std::string& text);
   void SetRootDir(const std::string& path);
-  void SetState(bool on);
+  void SetState(ServiceState state);
+
+  /// Shows the ports that are listened on. Empty hides them.
+  void SetPorts(const std::string& text);
+
+  /// Shows that a changed port needs a restart, with a button that restarts. Empty hides both.
+  void SetRestartNote(const std::string& text);
 
   /// Shows why the last start failed, with a button for the remedy. None hides it.
   void SetDiagnosis(const std::optional<core::Diagnosis>& diagnosis);
@@ -62,6 +68,8 @@ class ServiceFrame : public wxPanel {
   /// Whether the service is running as far as the user can see: the stop button is shown.
   bool ShowsRunning() const;
 
+  bool ShowsAddress() const;
+
   /// Whether the outcome shown is a failed start.
   bool HasFailed() const { return failed_; }
 
@@ -76,6 +84,7 @@ class ServiceFrame : public wxPanel {
 
  private:
   void ShowButtons(bool running);
+  void ShowFact(wxStaticText& fact, const std::string& text, wxWindow& companion);
   wxSizer* MakeHeader();
   wxSizer* MakeFacts();
   wxSizer* MakeOutcome(const ServiceLooks& looks);
@@ -84,6 +93,7 @@ class ServiceFrame : public wxPanel {
   wxSizer* MakeRootMissing();
   wxSizer* MakeReach();
   void ShowReach();
+  wxSizer* MakePorts();
   wxSizer* MakePortNote();
   wxWindow* MakeTabs();
   wxSizer* MakeButtons();
@@ -109,6 +119,10 @@ class ServiceFrame : public wxPanel {
   wxButton* showQrCode_;
   bool hasQrCode_;
   std::vector<std::string> reachedAt_;
+  wxStaticText* portsHeading_;
+  wxStaticText* ports_;
+  wxStaticText* restartNote_;
+  wxButton* restart_;
   wxStaticText* portNote_;
   wxButton* changePort_;
   wxButton* start_;
