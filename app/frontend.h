@@ -8,6 +8,7 @@
 
 #include "core/manager_view.h"
 #include "net/event_loop.h"
+#include "settings/program.h"
 #include "ui/window/manager.h"
 
 namespace app {
@@ -34,6 +35,6 @@ class Frontend {
 std::unique_ptr<Frontend> MakeConsoleFrontend();
 
 /// Null if there is no window system or it cannot be reached.
-std::unique_ptr<Frontend> MakeWindowFrontend();
+std::unique_ptr<Frontend> MakeWindowFrontend(const settings::Program& program);
 
 }  // namespace app

@@ -6,6 +6,7 @@
 #include "app/first_start.h"
 #include "core/firewall.h"
 #include "core/hosts_file.h"
+#include "core/service_addresses.h"
 #include "core/service_environment.h"
 #include "net/termination_signals.h"
 #include "platform/native_path.h"
@@ -20,8 +21,8 @@ namespace {
 constexpr std::chrono::seconds kStopPatience{30};
 constexpr const char* kProgramKey = "Software\\VEQ\\通用系统";
 
-std::unique_ptr<Frontend> MakeFrontend() {
-  auto window = MakeWindowFrontend();
+std::unique_ptr<Frontend> MakeFrontend(const settings::Program& program) {
+  auto window = MakeWindowFrontend(program);
   return window ? std::move(window) : MakeConsoleFrontend();
 }
 
@@ -29,7 +30,7 @@ std::unique_ptr<Frontend> MakeFrontend() {
 
 struct Tarnwerk::Running {
   explicit Running(const settings::Program& program)
-      : frontend(MakeFrontend()),
+      : frontend(MakeFrontend(program)),
         environment{program, frontend->Loop(), core::HostsFile()},
         web(environment),
         ftp(environment),
@@ -116,8 +117,7 @@ void Tarnwerk::GoToTray() { Made().frontend->GoToTray(); }
 void Tarnwerk::ShowMainWindow() { Made().frontend->ShowMainWindow(); }
 
 void Tarnwerk::OpenWebAddress() {
-  const ModWeb::WebServer& web = Made().web;
-  platform::OpenWithShell("http://" + web.Domain() + ":" + std::to_string(web.Options().WebPort));
+  platform::OpenWithShell(core::LocalUrl(core::ServiceKind::kWeb, Made().web));
 }
 
 }  // namespace app

@@ -9,6 +9,7 @@
 
 #include "net/window_loop.h"
 #include "platform/window_language.h"
+#include "ui/controls/toolkit_messages.h"
 #include "ui/window/main_window.h"
 #include "ui/window/splash_screen.h"
 
@@ -72,7 +73,8 @@ class Toolkit {
 
 class WindowFrontend : public Frontend {
  public:
-  explicit WindowFrontend(std::unique_ptr<Toolkit> toolkit) : toolkit_(std::move(toolkit)) {
+  WindowFrontend(std::unique_ptr<Toolkit> toolkit, const settings::Program& program)
+      : toolkit_(std::move(toolkit)), messages_(program.errors) {
     window_ = new ui::frmMain;  // owned by the toolkit
   }
   ~WindowFrontend() override { window_->Destroy(); }
@@ -95,16 +97,17 @@ class WindowFrontend : public Frontend {
 
  private:
   std::unique_ptr<Toolkit> toolkit_;
+  ui::ToolkitMessages messages_;
   net::WindowLoop loop_;
   ui::frmMain* window_;
 };
 
 }  // namespace
 
-std::unique_ptr<Frontend> MakeToolkitFrontend() {
+std::unique_ptr<Frontend> MakeToolkitFrontend(const settings::Program& program) {
   auto toolkit = std::make_unique<Toolkit>();
   if (!toolkit->HasStarted()) return nullptr;
-  return std::make_unique<WindowFrontend>(std::move(toolkit));
+  return std::make_unique<WindowFrontend>(std::move(toolkit), program);
 }
 
 }  // namespace app

@@ -7,6 +7,6 @@
 namespace app {
 
 /// The front end with the main window, or null if the window system cannot be reached.
-std::unique_ptr<Frontend> MakeToolkitFrontend();
+std::unique_ptr<Frontend> MakeToolkitFrontend(const settings::Program& program);
 
 }  // namespace app

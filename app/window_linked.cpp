@@ -4,6 +4,8 @@
 
 namespace app {
 
-std::unique_ptr<Frontend> MakeWindowFrontend() { return MakeToolkitFrontend(); }
+std::unique_ptr<Frontend> MakeWindowFrontend(const settings::Program& program) {
+  return MakeToolkitFrontend(program);
+}
 
 }  // namespace app

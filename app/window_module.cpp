@@ -1,6 +1,7 @@
 #include "app/window_frontend.h"
 
 // The entry point that window_module_loader.cpp looks up.
-extern "C" __attribute__((visibility("default"))) app::Frontend* MakeTarnwerkWindow() {
-  return app::MakeToolkitFrontend().release();
+extern "C" __attribute__((visibility("default"))) app::Frontend* MakeTarnwerkWindow(
+    const settings::Program& program) {
+  return app::MakeToolkitFrontend(program).release();
 }

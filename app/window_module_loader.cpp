@@ -10,9 +10,9 @@
 
 namespace app {
 
-std::unique_ptr<Frontend> MakeWindowFrontend() {
+std::unique_ptr<Frontend> MakeWindowFrontend(const settings::Program& program) {
   if (!platform::HasDisplay()) return nullptr;
-  using Maker = Frontend* (*)();
+  using Maker = Frontend* (*)(const settings::Program&);
   std::string reason;
   void* maker =
       platform::FindInModule(platform::ExecutablePath().parent_path() / "tarnwerk-window.so",
@@ -21,7 +21,7 @@ std::unique_ptr<Frontend> MakeWindowFrontend() {
     platform::SayOnStandardError("Tarnwerk: no window, the services run without: " + reason);
     return nullptr;
   }
-  return std::unique_ptr<Frontend>(reinterpret_cast<Maker>(maker)());
+  return std::unique_ptr<Frontend>(reinterpret_cast<Maker>(maker)(program));
 }
 
 }  // namespace app

@@ -23,6 +23,14 @@ inline constexpr std::array kServices = {ServiceKind::kWeb, ServiceKind::kFtp, S
 /// The index of a service in an array of three.
 constexpr std::size_t IndexOf(ServiceKind service) { return static_cast<std::size_t>(service); }
 
+/// The ports of a service; 0 for none. The mail server has two.
+struct Ports {
+  int first = 0;   // HTTP, FTP or SMTP
+  int second = 0;  // POP3
+
+  bool operator==(const Ports&) const = default;
+};
+
 /// Why a service did not start.
 struct StartFailure {
   std::error_code reason;
@@ -49,6 +57,12 @@ class Service {
 
   /// The domain name as last loaded.
   virtual std::string Domain() const = 0;
+
+  /// The ports that the service is listening on; none while it is stopped.
+  virtual Ports PortsInUse() const { return {}; }
+
+  /// The ports of the settings as last loaded, on which it listens after its next start.
+  virtual Ports PortsToUse() const { return {}; }
 
   /// The currently open connections.
   virtual std::vector<net::ConnectionReport> Connections() const { return {}; }

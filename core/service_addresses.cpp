@@ -7,14 +7,14 @@ namespace {
 
 struct Scheme {
   std::string_view name;  // empty: the service has no URL
-  std::uint16_t usualPort;
+  int usualPort;
 };
 
 constexpr std::array<Scheme, kServices.size()> kSchemes = {{{"http", 80}, {"ftp", 21}, {"", 0}}};
 
 }  // namespace
 
-std::string ReachedAt(ServiceKind service, const std::string& machine, ListeningPorts ports) {
+std::string ReachedAt(ServiceKind service, const std::string& machine, Ports ports) {
   const std::string first = ":" + std::to_string(ports.first);
   if (!IsReachedByUrl(service)) {
     return "SMTP " + machine + first + "  POP3 " + machine + ":" + std::to_string(ports.second);
@@ -25,5 +25,18 @@ std::string ReachedAt(ServiceKind service, const std::string& machine, Listening
 }
 
 bool IsReachedByUrl(ServiceKind service) { return !kSchemes[IndexOf(service)].name.empty(); }
+
+std::string LocalUrl(ServiceKind kind, const Service& service) {
+  if (!IsReachedByUrl(kind)) return {};
+  const Ports ports = service.IsRunning() ? service.PortsInUse() : service.PortsToUse();
+  return std::string(kSchemes[IndexOf(kind)].name) + "://" + service.Domain() + ":" +
+         std::to_string(ports.first);
+}
+
+std::string PortsText(ServiceKind service, Ports ports) {
+  const std::string first = std::to_string(ports.first);
+  return IsReachedByUrl(service) ? first
+                                 : "SMTP " + first + "，POP3 " + std::to_string(ports.second);
+}
 
 }  // namespace core

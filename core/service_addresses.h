@@ -1,24 +1,25 @@
 #pragma once
 
-// The addresses at which other computers reach the services, for the user to pass on.
+// The addresses of the services: those at which other computers reach them, for the user to pass
+// on, and those to open here.
 
-#include <cstdint>
 #include <string>
 
 #include "core/service.h"
 
 namespace core {
 
-/// The ports that a service listens on. The mail server has two.
-struct ListeningPorts {
-  std::uint16_t first = 0;   // HTTP, FTP or SMTP
-  std::uint16_t second = 0;  // POP3
-};
-
 /// Like "http://192.168.1.5/", with the port unless it is the usual one.
-std::string ReachedAt(ServiceKind service, const std::string& machine, ListeningPorts ports);
+std::string ReachedAt(ServiceKind service, const std::string& machine, Ports ports);
 
 /// Whether the address is a URL, which a telephone can open.
 bool IsReachedByUrl(ServiceKind service);
+
+/// The URL that opens the service on this computer: with its domain name and always with a port,
+/// the one in use or, while it is stopped, the one to use. Empty for the mail server.
+std::string LocalUrl(ServiceKind kind, const Service& service);
+
+/// Like "80", or "SMTP 25，POP3 110".
+std::string PortsText(ServiceKind service, Ports ports);
 
 }  // namespace core

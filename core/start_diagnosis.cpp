@@ -11,9 +11,15 @@ using Remedy = Diagnosis::Remedy;
 
 std::string PortText(const StartFailure& failure) { return "端口 " + std::to_string(failure.port); }
 
-Diagnosis ExplainTaken(const StartFailure& failure,
-                       const std::optional<platform::PortOwner>& owner) {
+Diagnosis ExplainTaken(const StartFailure& failure, const PortUser& user) {
   const std::string port = PortText(failure);
+  if (!user.ownService.empty()) {
+    return {port + " 已由\n" + user.ownService + "使用",
+            port + " 已由本程序的 " + user.ownService +
+                "使用，两者不能共用一个端口。\n请在选项中改用别的端口，然后再次启动。",
+            Remedy::kChangeOptions, ""};
+  }
+  const std::optional<platform::PortOwner>& owner = user.process;
   const std::string next = "请先退出那个程序，或在选项中改用别的端口，然后再次启动。";
   if (!owner) {
     return {port + " 已被\n另一个程序占用", port + " 已被另一个程序占用。\n" + next,
@@ -41,17 +47,17 @@ Diagnosis ExplainNoRight(const StartFailure& failure, const std::string& executa
 
 }  // namespace
 
-Diagnosis Explain(const StartFailure& failure, const std::optional<platform::PortOwner>& owner,
+Diagnosis Explain(const StartFailure& failure, const PortUser& user,
                   const std::string& executable) {
   if (failure.settings) return ExplainSettings(failure.reason);
   if (failure.port == 0 && failure.reason == std::errc::invalid_argument) {
     return {"端口号无效",
-            "设置文件 Server.ini 中的端口不是有效的数字。\n请在选项中填写端口，再次启动。",
+            "设置文件 Server.ini 中的端口不是 1 到 32767 的数字。\n请在选项中填写端口，再次启动。",
             Remedy::kChangeOptions, ""};
   }
   switch (platform::TroubleOf(failure.reason)) {
     case platform::ListenTrouble::kPortTaken:
-      return ExplainTaken(failure, owner);
+      return ExplainTaken(failure, user);
     case platform::ListenTrouble::kNoRight:
       return ExplainNoRight(failure, executable);
     case platform::ListenTrouble::kOther:

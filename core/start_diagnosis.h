@@ -21,10 +21,14 @@ struct Diagnosis {
   std::string command;  // the text to copy; empty unless that is the remedy
 };
 
-/// `owner`: the process that listens on the port, if known. `executable`: the path of this program
-/// for the user's shell.
-Diagnosis Explain(const StartFailure& failure, const std::optional<platform::PortOwner>& owner,
-                  const std::string& executable);
+/// Who has the port that could not be opened, as far as known.
+struct PortUser {
+  std::optional<platform::PortOwner> process;
+  std::string ownService;  // the name of the service if it is one of this program; else empty
+};
+
+/// `executable`: the path of this program for the user's shell.
+Diagnosis Explain(const StartFailure& failure, const PortUser& user, const std::string& executable);
 
 /// Why an existing Server.ini cannot be used (settings/server_ini.h), in one line; and the same
 /// with the consequences.

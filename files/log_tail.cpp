@@ -32,18 +32,28 @@ bool IsSameFile(std::string_view left, std::string_view right) {
                                      error);
 }
 
-// Copies the first `size` bytes unchanged, piece by piece.
+// The log may come from a machine with another character set; what is exported is in this one's.
+std::string InSystemSet(std::string_view lines) {
+  return text::ToSystem(text::Decode(text::CharsetOf(lines), lines));
+}
+
+// Copies the first `size` bytes, piece by piece. Pieces end with a line, unless one is longer.
 std::error_code CopyBeginning(std::string_view log, std::uint64_t size, File& target) {
   std::error_code error;
   File source = OpenFile(log, File::Mode::kRead, error);
   std::string piece;
   while (!error && size > 0) {
-    piece.resize(std::min<std::uint64_t>(size, kPiece));
-    piece.resize(source.Read(piece.data(), piece.size(), error));
-    if (piece.empty()) break;
-    size -= piece.size();
-    target.Write(piece, error);
+    const std::size_t begun = piece.size();
+    piece.resize(begun + std::min<std::uint64_t>(size, kPiece));
+    piece.resize(begun + source.Read(piece.data() + begun, piece.size() - begun, error));
+    if (piece.size() == begun) break;
+    size -= piece.size() - begun;
+    const std::size_t lineEnd = piece.rfind('\n');
+    const std::size_t end = lineEnd == std::string::npos ? piece.size() : lineEnd + 1;
+    target.Write(InSystemSet(std::string_view(piece).substr(0, end)), error);
+    piece.erase(0, end);
   }
+  if (!error && !piece.empty()) target.Write(InSystemSet(piece), error);
   return error;
 }
 

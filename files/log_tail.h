@@ -26,7 +26,7 @@ inline constexpr std::uint64_t kShownPartOfLog = 1U << 20;
 LogTail ReadLogTail(std::string_view log, std::uint64_t most = kShownPartOfLog);
 
 /// Writes all lines of the log up to the last one in `tail` to the file `target`, replacing its
-/// content.
+/// content, all in the system code page.
 std::error_code ExportLog(std::string_view log, const LogTail& tail, std::string_view target);
 
 }  // namespace files

@@ -32,6 +32,13 @@ void FtpOptions::SetDefaults(const settings::Program& program) {
   settings::SetDefaults(program, Describe());
 }
 
+settings::Entry FtpOptions::EntryToShow(const settings::Program& program) const {
+  FtpOptions shown = *this;
+  const settings::Section section(program, kSettingsSection);
+  if (section.FileExists()) settings::Load(section, shown.Describe());
+  return settings::EntryOf(shown.Describe());
+}
+
 settings::Table FtpOptions::Describe() {
   const Refusal noDomain{1, Refusal::If::kBlank, "本地域名不能为空！"};
   const Refusal noRoot{2, Refusal::If::kBlank, "主目录不能为空！"};

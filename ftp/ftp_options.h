@@ -27,6 +27,10 @@ struct FtpOptions {
   /// The settings that this object holds.
   settings::Table Describe();
 
+  /// What the dialog shows: the values held, but of a file whose loading ended at the port also
+  /// those after it, so that confirming the dialog does not lose them.
+  settings::Entry EntryToShow(const settings::Program& program) const;
+
   std::string ftpRoot;    // a path text
   std::string uploadDir;  // a path text; empty until a file has set it
   std::string ftpDomain;

@@ -42,6 +42,8 @@ class FtpServer : public core::Service, private net::SlotEngine, private Command
   bool LoadOptions() override;
   std::string Domain() const override { return options_.ftpDomain; }
   std::string RootDir() const override { return options_.ftpRoot; }
+  core::Ports PortsInUse() const override { return {ListeningPort()}; }
+  core::Ports PortsToUse() const override { return {options_.ftpPort}; }
   std::vector<net::ConnectionReport> Connections() const override;
   net::Traffic TotalTraffic() const override { return sockets_.traffic; }
   std::optional<core::StartFailure> LastFailure() const override { return failure_; }

@@ -119,11 +119,17 @@ void RemoveMailUser(std::string_view mailRoot, std::string_view name,
   files::RemoveFolder(folder);
 }
 
-std::string CleanText(std::string_view text) {
+std::string CleanName(std::string_view text) {
   std::string cleaned(text);
   std::erase_if(cleaned, text::IsForbiddenInFileNames);
   const std::string_view trimmed = text::TrimBlanks(cleaned);
   return trimmed == "." || trimmed == ".." ? std::string() : std::string(trimmed);
+}
+
+std::string CleanPassword(std::string_view text) {
+  std::string cleaned(text);
+  std::erase_if(cleaned, text::IsControl);
+  return std::string(text::TrimBlanks(cleaned));
 }
 
 }  // namespace ModMail

@@ -52,8 +52,11 @@ std::error_code SaveMailUser(std::string_view mailRoot, const MailUser& user);
 void RemoveMailUser(std::string_view mailRoot, std::string_view name,
                     const files::ErrorLog& errors);
 
-/// A user name or password as it is stored: without control characters, characters that a file name
-/// cannot contain, and blanks at its ends. "." and ".." become empty.
-std::string CleanText(std::string_view text);
+/// A user name as it is stored: without control characters, characters that a file name cannot
+/// contain, and blanks at its ends. "." and ".." become empty.
+std::string CleanName(std::string_view text);
+
+/// A password as it is stored: without control characters and blanks at its ends.
+std::string CleanPassword(std::string_view text);
 
 }  // namespace ModMail

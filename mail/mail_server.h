@@ -37,6 +37,8 @@ class MailServer : public core::Service {
   bool LoadOptions() override;
   std::string Domain() const override { return options_.mailDomain; }
   std::string RootDir() const override { return options_.mailRoot; }
+  core::Ports PortsInUse() const override { return {SmtpPort(), Pop3Port()}; }
+  core::Ports PortsToUse() const override { return {options_.smtpPort, options_.pop3Port}; }
   std::vector<net::ConnectionReport> Connections() const override;
   net::Traffic TotalTraffic() const override { return sockets_.traffic; }
   std::optional<core::StartFailure> LastFailure() const override { return failure_; }

@@ -143,8 +143,9 @@ bool MailboxStore::MailboxExistsFromArgument(std::string_view commandLine) {
 }
 
 bool MailboxStore::CheckPassword(std::string_view commandLine) const {
-  if (FilesMatching("*.ini").empty()) return false;
-  return ReadMailPassword(*Box()) == CommandArgument(commandLine);
+  const std::optional<std::string> box = Box();
+  if (!box || FilesMatching("*.ini").empty()) return false;
+  return ReadMailPassword(*box) == CommandArgument(commandLine);
 }
 
 // Reading
@@ -171,7 +172,7 @@ std::vector<std::string> MailboxStore::FilesMatching(std::string_view pattern) c
 }
 
 std::int32_t MailboxStore::SizeOf(const std::string& name) const {
-  const std::string path = *Box() + name;
+  const std::string path = Box().value() + name;
   std::error_code error;
   const std::uint64_t size = files::ReadableSize(path, error);
   if (error) Fail(path, error);
@@ -208,7 +209,7 @@ bool MailboxStore::ReadMessage(int number, std::optional<StoredMessage>& message
   const auto names = FilesMatching("Message_" + std::to_string(number) + "*.eml");
   if (names.empty()) return true;
   std::error_code error;
-  File file = files::OpenFile(*Box() + names.front(), File::Mode::kRead, error);
+  File file = files::OpenFile(Box().value() + names.front(), File::Mode::kRead, error);
   if (!file.IsOpen()) return false;
   const std::uint64_t size = file.Size(error);
   if (error) return false;

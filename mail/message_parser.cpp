@@ -61,7 +61,7 @@ Task<bool> Copy(std::string from, std::string to) {
 
 }  // namespace
 
-MessageParser::MessageParser(std::string messagePath, std::string mailRoot)
+MessageParser::MessageParser(std::string messagePath, const std::string& mailRoot)
     : messagePath_(std::move(messagePath)),
       folder_(messagePath_.substr(0, messagePath_.size() - kMessageExtension.size()) + "\\"),
       accessary_(ModCommon::AddSlash(mailRoot) + "Accessary\\"),

@@ -23,7 +23,7 @@ class WholeAppendix;
 class MessageParser {
  public:
   /// Both are path texts; `messagePath` ends in ".eml".
-  MessageParser(std::string messagePath, std::string mailRoot);
+  MessageParser(std::string messagePath, const std::string& mailRoot);
 
   /// Does nothing if there is no such message. The parser must outlive the task.
   net::Task<> Unpack();

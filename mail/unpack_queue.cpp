@@ -42,7 +42,9 @@ void UnpackQueue::Enter(const ReceivedMessage& message) {
 
 // Removes the last message that also waits elsewhere.
 bool UnpackQueue::MakeRoom() {
-  std::set<std::reference_wrapper<const ReceivedMessage>, std::less<ReceivedMessage>> seen;
+  using Message = std::reference_wrapper<const ReceivedMessage>;
+  const auto isLess = [](Message left, Message right) { return left.get() < right.get(); };
+  std::set<Message, decltype(isLess)> seen(isLess);
   auto repeated = waiting_.end();
   for (auto message = waiting_.begin(); message != waiting_.end(); ++message) {
     if (!seen.insert(*message).second) repeated = message;

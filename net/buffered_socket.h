@@ -23,15 +23,14 @@ class BufferedSocket : public std::enable_shared_from_this<BufferedSocket> {
  public:
   class User {
    public:
+    virtual ~User() = default;
+
     /// There is something to read, or the peer has shut its side.
     virtual void OnReadable() = 0;
     /// The outbox has become empty.
     virtual void OnSent() {}
     /// Waiting or sending failed, or one of the above threw, which has been reported.
     virtual void OnFailure() = 0;
-
-   protected:
-    ~User() = default;
   };
 
   BufferedSocket(SocketContext& context, platform::StreamSocket socket)

@@ -22,7 +22,7 @@ class DrainingConnection final : public BufferedSocket::User {
   /// `peerShut`: nothing more will arrive.
   DrainingConnection(DrainingConnections& others, std::shared_ptr<BufferedSocket> socket,
                      bool peerShut);
-  ~DrainingConnection() { socket_->Socket().Close(); }
+  ~DrainingConnection() override { socket_->Socket().Close(); }
   DrainingConnection(const DrainingConnection&) = delete;
   DrainingConnection& operator=(const DrainingConnection&) = delete;
 

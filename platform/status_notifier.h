@@ -4,6 +4,7 @@
 // bus. At most one per program. Linux only.
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -14,9 +15,10 @@ class StatusNotifier {
   /// Whether a tray on the session bus shows such icons.
   static bool IsAvailable();
 
-  /// Created hidden. The picture is `iconName`.png in `iconFolder`.
+  /// Created hidden. The picture is `iconName`.png in `iconFolder`. `onLost` is called when the
+  /// tray has ended and not come back within some seconds.
   StatusNotifier(const std::string& iconName, const std::filesystem::path& iconFolder,
-                 const std::string& title);
+                 const std::string& title, std::function<void()> onLost);
   ~StatusNotifier();
 
   /// `menu`: a GtkMenu*. Must be set before the first Show.

@@ -5,13 +5,14 @@
 
 #include <string_view>
 
+#include "text/strings.h"
+
 namespace text {
 
 /// Whether `c` is forbidden in file names: a control character, or one that Windows reserves.
 constexpr bool IsForbiddenInFileNames(char c) {
   constexpr std::string_view kForbidden = "\\/:*?\"<>|";
-  const auto code = static_cast<unsigned char>(c);
-  return code < 0x20 || code == 0x7F || kForbidden.find(c) != std::string_view::npos;
+  return IsControl(c) || kForbidden.find(c) != std::string_view::npos;
 }
 
 }  // namespace text

@@ -2,15 +2,11 @@
 
 #include <algorithm>
 
+#include "text/strings.h"
 #include "text/utf8.h"
 
 namespace text {
 namespace {
-
-bool IsAsciiControl(char c) {
-  const auto code = static_cast<unsigned char>(c);
-  return code < 0x20 || code == 0x7F;
-}
 
 // The C1 controls, U+0080 to U+009F.
 bool IsTwoByteControl(std::string_view text) {
@@ -29,7 +25,7 @@ bool IsThreeByteControl(std::string_view text) {
 
 // The length in bytes of the control character that `text` begins with; 0 if there is none.
 std::size_t ControlLength(std::string_view text) {
-  if (IsAsciiControl(text.front())) return 1;
+  if (IsControl(text.front())) return 1;
   if (IsTwoByteControl(text)) return 2;
   return IsThreeByteControl(text) ? 3 : 0;
 }

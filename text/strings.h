@@ -7,6 +7,12 @@
 
 namespace text {
 
+/// Whether `c` is an ASCII control character.
+constexpr bool IsControl(char c) {
+  const auto code = static_cast<unsigned char>(c);
+  return code < 0x20 || code == 0x7F;
+}
+
 /// `text` without blanks at either end (spaces only, as in all file formats of the program).
 std::string_view TrimBlanks(std::string_view text);
 std::string_view TrimTrailingBlanks(std::string_view text);

@@ -1,5 +1,7 @@
 #include "web/web_server.h"
 
+#include <algorithm>
+
 #include "core/hosts_file.h"
 #include "core/service_environment.h"
 #include "files/files.h"
@@ -40,6 +42,12 @@ WebServer::WebServer(core::ServiceEnvironment environment)
 bool WebServer::LoadOptions() {
   options_.LoadWebOptions(environment_.program, WebSvrSock_.Listener().LocalAddress());
   return !options_.settingsFault;
+}
+
+void WebServer::SetDefaultPages(const std::vector<std::string>& names) {
+  DefaultPageNames& pages = options_.DefaultPages;
+  pages = {};
+  std::copy_n(names.begin(), std::min(names.size(), pages.size()), pages.begin());
 }
 
 bool WebServer::StartWebListener() {

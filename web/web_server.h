@@ -38,11 +38,16 @@ class WebServer : public core::Service, private net::SlotEngine, private Request
   bool LoadOptions() override;
   std::string Domain() const override { return options_.WebDomain; }
   std::string RootDir() const override { return options_.WebRootDir; }
+  core::Ports PortsInUse() const override { return {ListeningPort()}; }
+  core::Ports PortsToUse() const override { return {options_.WebPort}; }
   std::vector<net::ConnectionReport> Connections() const override;
   net::Traffic TotalTraffic() const override { return sockets_.traffic; }
   std::optional<core::StartFailure> LastFailure() const override { return failure_; }
 
   const WebOptions& Options() const { return options_; }
+
+  /// Replaces all default documents in memory; entries past the end of `names` become empty.
+  void SetDefaultPages(const std::vector<std::string>& names);
 
   /// The listening port; 0 while stopped.
   std::uint16_t ListeningPort() const { return WebSvrSock_.Listener().LocalPort(); }

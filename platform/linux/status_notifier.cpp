@@ -4,6 +4,7 @@
 #include <libayatana-appindicator/app-indicator.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace platform {
 namespace {
@@ -29,18 +30,36 @@ bool HasOwner(GDBusConnection* bus, const char* name) {
   return owned != FALSE;
 }
 
+// The session bus; null without one. Never released: the library shares this connection, which
+// would otherwise be closed and reopened.
+GDBusConnection* SessionBus() {
+  static GDBusConnection* const bus =
+      HasSessionBus() ? g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr) : nullptr;
+  return bus;
+}
+
+constexpr const char* kTray = "org.kde.StatusNotifierWatcher";
+constexpr guint kPatience = 3;  // seconds in which a desktop restarts its tray
+
 }  // namespace
 
 class StatusNotifier::System {
  public:
   System(const std::string& iconName, const std::filesystem::path& iconFolder,
-         const std::string& title)
-      : indicator_(app_indicator_new_with_path("tarnwerk", iconName.c_str(),
+         const std::string& title, std::function<void()> onLost)
+      : onLost_(std::move(onLost)),
+        watch_(g_bus_watch_name_on_connection(SessionBus(), kTray, G_BUS_NAME_WATCHER_FLAGS_NONE,
+                                              nullptr, OnVanished, this, nullptr)),
+        indicator_(app_indicator_new_with_path("tarnwerk", iconName.c_str(),
                                                APP_INDICATOR_CATEGORY_APPLICATION_STATUS,
                                                iconFolder.c_str())) {
     app_indicator_set_title(indicator_, title.c_str());
   }
-  ~System() { g_object_unref(indicator_); }
+  ~System() {
+    g_bus_unwatch_name(watch_);
+    if (timer_ != 0) g_source_remove(timer_);
+    g_object_unref(indicator_);
+  }
   System(const System&) = delete;
   System& operator=(const System&) = delete;
 
@@ -48,20 +67,32 @@ class StatusNotifier::System {
   void SetStatus(AppIndicatorStatus status) { app_indicator_set_status(indicator_, status); }
 
  private:
+  static void OnVanished(GDBusConnection*, const char*, gpointer self) {
+    auto& system = *static_cast<System*>(self);
+    if (system.timer_ == 0) system.timer_ = g_timeout_add_seconds(kPatience, OnPatienceEnd, self);
+  }
+
+  static gboolean OnPatienceEnd(gpointer self) {
+    auto& system = *static_cast<System*>(self);
+    system.timer_ = 0;
+    if (!IsAvailable()) system.onLost_();
+    return G_SOURCE_REMOVE;
+  }
+
+  std::function<void()> onLost_;
+  guint watch_;
+  guint timer_ = 0;
   AppIndicator* indicator_;
 };
 
 bool StatusNotifier::IsAvailable() {
-  if (!HasSessionBus()) return false;
-  // Never released: the library shares this connection, which would otherwise be closed and
-  // reopened.
-  static GDBusConnection* const bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
-  return bus != nullptr && HasOwner(bus, "org.kde.StatusNotifierWatcher");
+  GDBusConnection* const bus = SessionBus();
+  return bus != nullptr && HasOwner(bus, kTray);
 }
 
 StatusNotifier::StatusNotifier(const std::string& iconName, const std::filesystem::path& iconFolder,
-                               const std::string& title)
-    : system_(std::make_unique<System>(iconName, iconFolder, title)) {}
+                               const std::string& title, std::function<void()> onLost)
+    : system_(std::make_unique<System>(iconName, iconFolder, title, std::move(onLost))) {}
 
 StatusNotifier::~StatusNotifier() = default;
 

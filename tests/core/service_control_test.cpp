@@ -35,20 +35,20 @@ class RecordingView : public core::ManagerView {
 class ServiceControl : public test::ProgramFixture {
  protected:
   void StartAndStopAll() {
-    control_.StartAll();
-    control_.cmdStopWebService();
-    control_.cmdStopFtpService();
-    control_.cmdStopMailService();
+    control.StartAll();
+    control.cmdStopWebService();
+    control.cmdStopFtpService();
+    control.cmdStopMailService();
   }
 
-  FakeService web_, ftp_, mail_;
-  RecordingView view_;
-  core::ServiceControl control_{Program(), {web_, ftp_, mail_}, view_};
+  FakeService web, ftp, mail;
+  RecordingView view;
+  core::ServiceControl control{Program(), {web, ftp, mail}, view};
 };
 
 TEST_F(ServiceControl, ShowsWhereAServiceIsReachedAndRecordsStartsAlone) {
   StartAndStopAll();
-  EXPECT_EQ(view_.told,
+  EXPECT_EQ(view.told,
             "Web in Web: Web发布已经启动。 您的主页在：Http://home.test stop enabled root\n"
             "Mail in Mail: E-Mail服务已经启动。SMTP:home.test  POP3:home.test stop enabled root\n"
             "Ftp in Ftp: Ftp服务已经启动。 您的Ftp地址是：ftp://home.test stop enabled \n"
@@ -60,9 +60,9 @@ TEST_F(ServiceControl, ShowsWhereAServiceIsReachedAndRecordsStartsAlone) {
 }
 
 TEST_F(ServiceControl, BlamesTheWebServerForTheMailServersFailures) {
-  for (FakeService* service : {&web_, &ftp_, &mail_}) service->works = false;
+  for (FakeService* service : {&web, &ftp, &mail}) service->works = false;
   StartAndStopAll();
-  EXPECT_EQ(view_.told,
+  EXPECT_EQ(view.told,
             "Web in Web: Web发布失败。请检查您的Web与网络设置。 start \n"
             "Mail in Mail: E-Mail服务启动失败。请检查您的E-Mail与网络设置。 start \n"
             "Ftp in Ftp: Ftp服务启动失败。请检查您的FTP与网络设置。 start \n"

@@ -21,13 +21,13 @@ TEST(StartDiagnosis, NamesTheProgramThatHasThePort) {
   first.Open(0, error);
   ASSERT_FALSE(error);
   second.Open(first.Port(), error);
-  EXPECT_THAT(core::Explain({error, 80}, std::nullopt, "").text, HasSubstr("另一个程序"));
+  EXPECT_THAT(core::Explain({error, 80}, {}, "").text, HasSubstr("另一个程序"));
   const auto owner = platform::WhoListensOn(first.Port());
 #ifdef _WIN32
   if (!owner) GTEST_SKIP() << "Wine does not always know whose a socket is";
 #endif
   ASSERT_TRUE(owner);
-  const Diagnosis diagnosis = core::Explain({error, 80}, owner, "/opt/tarnwerk");
+  const Diagnosis diagnosis = core::Explain({error, 80}, {owner, ""}, "/opt/tarnwerk");
   EXPECT_THAT(diagnosis.text, testing::ContainsRegex("端口 80 已被“.*core_test.*”占用"));
   EXPECT_THAT(diagnosis.text, HasSubstr(std::to_string(owner->process)));
   EXPECT_EQ(diagnosis.remedy, Diagnosis::Remedy::kChangeOptions);
@@ -37,9 +37,9 @@ TEST(StartDiagnosis, NamesTheProgramThatHasThePort) {
 
 TEST(StartDiagnosis, TellsTheOtherReasonsApart) {
   const auto explain = [](std::errc reason, std::int16_t port) {
-    return core::Explain({std::make_error_code(reason), port}, std::nullopt, "/opt/my 'own'/t");
+    return core::Explain({std::make_error_code(reason), port}, {}, "/opt/my 'own'/t");
   };
-  EXPECT_THAT(explain(std::errc::invalid_argument, 0).text, HasSubstr("不是有效的数字"));
+  EXPECT_THAT(explain(std::errc::invalid_argument, 0).text, HasSubstr("不是 1 到 32767 的数字"));
   const Diagnosis other = explain(std::errc::address_not_available, 8080);
   EXPECT_THAT(other.text, HasSubstr("端口 8080 无法使用"));
   EXPECT_EQ(other.remedy, Diagnosis::Remedy::kNone);

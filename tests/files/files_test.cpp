@@ -10,7 +10,7 @@ using platform::File;
 class Files : public test::ProgramFixture {
  protected:
   std::string Text(std::string_view name) const { return Home().Text(name); }
-  std::error_code error_;
+  std::error_code error;
 };
 
 TEST_F(Files, AreFoundInAnyCaseAndFoldersAreNone) {
@@ -18,7 +18,7 @@ TEST_F(Files, AreFoundInAnyCaseAndFoldersAreNone) {
   for (const char* name : {"Dir\\File.htm", "dIR\\file.HTM", "Dir\\File.htm\\", "Dir//File.htm"}) {
     EXPECT_TRUE(FileExists(Text(name))) << name;
   }
-  for (const char* name : {"Dir\\File.htm\\\\", "Dir", "Dir\\", "missing", "Dir\\late.htm"}) {
+  for (const char* name : {R"(Dir\File.htm\\)", "Dir", "Dir\\", "missing", "Dir\\late.htm"}) {
     EXPECT_FALSE(FileExists(Text(name))) << name;
   }
   EXPECT_FALSE(FileExists(""));
@@ -36,19 +36,19 @@ TEST_F(Files, ANameWithANulOrLongerThanAnyPathNamesNothing) {
   while (deep.size() < 600'000) deep += "\\d";
   for (const std::string& name : {kept + '\0', kept + std::string("\0.txt", 5), deep}) {
     for (const auto mode : {File::Mode::kRead, File::Mode::kAppend, File::Mode::kReplace}) {
-      EXPECT_FALSE(files::OpenFile(name, mode, error_).IsOpen());
+      EXPECT_FALSE(files::OpenFile(name, mode, error).IsOpen());
     }
     EXPECT_TRUE(files::RemoveFile(name) && files::ReplaceContent(name, "other"));
     EXPECT_TRUE(files::RenamePath(name, Text("moved")) && files::RenamePath(kept, name));
     EXPECT_TRUE(files::CreateFolder(name));
     EXPECT_FALSE(files::FolderExists(name) || FileExists(name));
-    files::InspectPath(name, error_);
-    EXPECT_TRUE(error_);
-    files::ReadFolder(name, error_);
-    EXPECT_TRUE(error_);
+    files::InspectPath(name, error);
+    EXPECT_TRUE(error);
+    files::ReadFolder(name, error);
+    EXPECT_TRUE(error);
   }
   EXPECT_EQ(Home().Read("kept.txt"), "kept");
-  EXPECT_EQ(files::ListFolder(Text(""), error_).size(), 1U);
+  EXPECT_EQ(files::ListFolder(Text(""), error).size(), 1U);
 }
 
 // More entries than are read anew at every change.

@@ -11,11 +11,11 @@ TEST(PathMapping, CwdJoinsTextsWithoutLookingAtTheDisk) {
   } cases[] = {
       {"C:\\ftp\\", "C:\\ftp\\", "pub", "C:\\ftp\\pub", "/pub/"},
       {"C:\\ftp\\", "C:\\ftp\\pub", "", "C:\\ftp\\", "/"},
-      {"C:\\ftp\\", "C:\\ftp\\pub", "/a/b/", "C:\\ftp\\a\\b\\", "/a/b/"},
+      {"C:\\ftp\\", "C:\\ftp\\pub", "/a/b/", R"(C:\ftp\a\b\)", "/a/b/"},
       // Without a directory, the root of the drive is meant.
       {"C:\\ftp\\", "", "pub", "\\pub", "/pub/"},
       // The root's text is replaced wherever it is found, in its own case only.
-      {"\\d\\", "\\d\\", "x/d/y", "\\d\\x\\d\\y", "/x/y/"},
+      {"\\d\\", "\\d\\", "x/d/y", R"(\d\x\d\y)", "/x/y/"},
       {"C:\\FTP\\", "c:\\ftp", "a", "c:\\ftp\\a", "c:/ftp/a/"},
   };
   for (const auto& one : cases) {

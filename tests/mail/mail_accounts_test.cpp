@@ -8,18 +8,18 @@ using namespace ModMail;
 
 class MailAccounts : public test::ProgramFixture {
  protected:
-  const std::string root_ = Home().Text("mailroot");
+  const std::string root = Home().Text("mailroot");
 };
 
 TEST_F(MailAccounts, AreListedByUpperCasedNameWithTheirPasswords) {
   for (const char* name : {"carol", "Bob", "alice", "用户"}) {
-    EXPECT_EQ(SaveMailUser(root_, {name, std::string("pw ") + name}), std::error_code());
+    EXPECT_EQ(SaveMailUser(root, {name, std::string("pw ") + name}), std::error_code());
   }
-  EXPECT_EQ(ChangeMailPassword(root_, {"Bob", "new"}), std::error_code());
+  EXPECT_EQ(ChangeMailPassword(root, {"Bob", "new"}), std::error_code());
   Home().Write("mailroot/User/email.msg", "no mailbox");
   Home().Write("mailroot/User/bare/Message_1.eml", "a mailbox made by hand");
   std::string listed;
-  for (const MailUser& user : ListMailUsers(root_)) listed += user.name + "=" + user.password + ";";
+  for (const MailUser& user : ListMailUsers(root)) listed += user.name + "=" + user.password + ";";
   EXPECT_EQ(listed, "alice=pw alice;bare=;Bob=new;carol=pw carol;用户=pw 用户;");
 }
 
@@ -31,29 +31,32 @@ TEST_F(MailAccounts, NeitherLeaveTheirFolderNorFollowLinks) {
                                             Home().Path("mailroot/User/bob/link"));
 #endif
   for (const char* name : {"", ".", "..", " ..", "..\\x", "../x", "bob/../bob", "c:x", "tab\t"}) {
-    EXPECT_TRUE(SaveMailUser(root_, {name, "pw"})) << name;
-    EXPECT_TRUE(ChangeMailPassword(root_, {name, "pw"})) << name;
-    RemoveMailUser(root_, name, Program().errors);
+    EXPECT_TRUE(SaveMailUser(root, {name, "pw"})) << name;
+    EXPECT_TRUE(ChangeMailPassword(root, {name, "pw"})) << name;
+    RemoveMailUser(root, name, Program().errors);
   }
   EXPECT_TRUE(Home().Has("mailroot/User/bob/Message_1/Content.txt"));
-  RemoveMailUser(root_, "bob", Program().errors);
+  RemoveMailUser(root, "bob", Program().errors);
   EXPECT_FALSE(Home().Has("mailroot/User/bob"));
   EXPECT_TRUE(Home().Has("elsewhere/kept.txt"));
   EXPECT_EQ(ErrorLog(), "");
 }
 
-TEST(CleanText, RemovesWhatAFileNameCannotContain) {
-  const std::pair<std::string, const char*> cases[] = {
-      {"  bob  ", "bob"},
-      {"b\\o/b:*?\"<>|", "bob"},
-      {std::string("b\0o\tb\x7F", 6), "bob"},
-      {" a b ", "a b"},
-      {"./.", ""},
-      {" . ", ""},
-      {"...", "..."},
-      {"用户", "用户"},
+TEST(CleanNames, LoseWhatAFileNameCannotContainAndPasswordsTheirControlCharacters) {
+  const std::tuple<std::string, const char*, const char*> cases[] = {
+      {"  bob  ", "bob", "bob"},
+      {"b\\o/b:*?\"<>|", "bob", "b\\o/b:*?\"<>|"},
+      {std::string("b\0o\tb\x7F", 6), "bob", "bob"},
+      {" a b ", "a b", "a b"},
+      {"./.", "", "./."},
+      {" . ", "", "."},
+      {"...", "...", "..."},
+      {"用户", "用户", "用户"},
   };
-  for (const auto& [text, cleaned] : cases) EXPECT_EQ(CleanText(text), cleaned) << text;
+  for (const auto& [text, name, password] : cases) {
+    EXPECT_EQ(CleanName(text), name);
+    EXPECT_EQ(CleanPassword(text), password);
+  }
 }
 
 }  // namespace

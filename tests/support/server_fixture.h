@@ -50,9 +50,10 @@ class ProgramFixture : public testing::Test {
 /// A started server of type `Server`; on a port that the system chose if Server.ini says 0.
 template <class Server>
 class ServerFixture : public ProgramFixture {
- protected:
+ public:
   ~ServerFixture() override { StopServer(); }
 
+ protected:
   bool StartServer() {
     bool started = false;
     OnLoop([&] {

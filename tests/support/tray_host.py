@@ -42,6 +42,12 @@ class TrayHost:
         self.thread = threading.Thread(target=self.loop.run)
         self.thread.start()
 
+    def end(self):
+        """As if the desktop's tray had crashed."""
+        self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                           "ReleaseName", GLib.Variant("(s)", (WATCHER,)), None,
+                           Gio.DBusCallFlags.NONE, PATIENCE, None)
+
     def close(self):
         self.loop.quit()
         self.thread.join()

@@ -1,4 +1,4 @@
-"""Windows on the display, seen and used from outside. Needs Debian's openbox and xdotool."""
+"""Windows on the display, seen and used from outside. Needs Debian's openbox, xdotool and x11-utils."""
 
 import subprocess
 
@@ -20,6 +20,16 @@ def xdotool(*words):
 def visible(title):
     """The windows of that title, in ASCII, that can be seen."""
     return xdotool("search", "--onlyvisible", "--name", f"^{title}$")
+
+
+def visible_of(process):
+    return xdotool("search", "--onlyvisible", "--pid", str(process.pid))
+
+
+def is_minimised(title):
+    return any("Iconic" in subprocess.run(["xprop", "-id", window, "WM_STATE"],
+                                          stdout=subprocess.PIPE, text=True).stdout
+               for window in xdotool("search", "--name", f"^{title}$"))
 
 
 def activate(title):

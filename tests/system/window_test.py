@@ -10,7 +10,7 @@ import sys
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from program import PATIENCE, ProgramTest, accepts, run_tests, wait_until  # noqa: E402
 from tray_host import TrayHost  # noqa: E402
-from window import activate, manage_windows, press, visible, xdotool  # noqa: E402
+from window import activate, is_minimised, manage_windows, press, visible, visible_of, xdotool  # noqa: E402
 
 WINDOW = "Tarnwerk"
 
@@ -62,6 +62,30 @@ class WindowTest(ProgramTest):
         self.show_window_from_tray()
         press("ctrl+q")
         self.assertEqual(process.wait(PATIENCE), 0)
+
+    def test_its_icon_works_while_a_dialog_is_open_and_brings_it_back(self):
+        process = self.home.start_services()
+        self.wait_for_icon_alone()
+
+        def wait_for_windows(count):
+            wait_until(lambda: len(visible_of(process)) == count, f"{count} windows")
+
+        self.tray.choose("关于 Tarnwerk")
+        wait_for_windows(1)
+        self.tray.choose("停止 Web 服务")
+        wait_until(lambda: not accepts(self.home.ports["web"]), "the end of the Web server")
+        self.tray.choose("显示主窗口")
+        wait_for_windows(2)
+        xdotool("windowminimize", visible(WINDOW)[-1])
+        wait_for_windows(0)
+        self.tray.choose("显示主窗口")
+        wait_for_windows(2)
+
+    def test_a_tray_that_ends_leaves_the_window_in_the_task_bar(self):
+        self.home.start_services()
+        self.wait_for_icon_alone()
+        self.tray.end()
+        wait_until(lambda: is_minimised(WINDOW), "the minimised window")
 
     def test_stop_ends_it_whatever_is_open(self):
         for name, keys in {"a dialog": ["ctrl+2", "alt+o"], "a message box": ["ctrl+4", "alt+l"],

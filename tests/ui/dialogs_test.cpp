@@ -7,6 +7,7 @@
 #include "settings/manager_password.h"
 #include "settings/registry.h"
 #include "tests/ui/main_window_fixture.h"
+#include "text/code_page.h"
 #include "ui/dialogs/login_dialog.h"
 
 namespace test {
@@ -76,9 +77,10 @@ TEST_F(Dialogs, ShowTheSettingsAndSaveWhatIsTypedWhenConfirmed) {
     }));
     EXPECT_EQ(Home().Read("Server.ini"), saved);
   }
-  // What runs goes on with its settings, but for the mail root.
-  EXPECT_EQ(web.Domain() + ftp.Domain() + mail.Domain(), "x.examplef.examplem.example");
-  EXPECT_EQ(web.RootDir() + ftp.RootDir() + mail.RootDir(), R"(\srv\网站\srv\ftp\srv\邮件)");
+  // What is confirmed holds at once, though the services run. The loading of the FTP settings ends
+  // at a port that is no number.
+  EXPECT_EQ(web.Domain() + ftp.Domain() + mail.Domain(), "y.examplef.examplen.example");
+  EXPECT_EQ(web.RootDir() + ftp.RootDir() + mail.RootDir(), R"(  \srv\www\srv\srv\邮件)");
 }
 
 TEST_F(Dialogs, RefuseBlankFieldsInTheirOrderAndSaveNothing) {
@@ -99,7 +101,7 @@ TEST_F(Dialogs, RefuseBlankFieldsInTheirOrderAndSaveNothing) {
       {"cmdAddMailUser", "txtUser= / |txtPass=x", "!添加用户: 请输入用户名！"},
       {"cmdAddMailUser", "txtUser=..|txtPass=x", "!添加用户: 请输入用户名！"},
       {"cmdAddMailUser", "txtPass= |txtUser=a", "!添加用户: 请输入密码！"},
-      {"cmdAddMailUser", "txtPass=*?|txtUser=a", "!添加用户: 请输入密码！"}};
+      {"cmdAddMailUser", "txtPass=\t |txtUser=a", "!添加用户: 请输入密码！"}};
   Home().Write("IndexFN.Log", "a.htm\r\n");
   const std::string settings = Home().Read("Server.ini");
   for (const auto& [opener, typed, box] : kCases) {
@@ -111,6 +113,45 @@ TEST_F(Dialogs, RefuseBlankFieldsInTheirOrderAndSaveNothing) {
   EXPECT_EQ(Home().Read("Server.ini"), settings);
   EXPECT_EQ(Home().Read("IndexFN.Log"), "a.htm\r\n");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Home().Native()), {}), 2);
+}
+
+TEST_F(Dialogs, SayBelowTheFieldWhatBecomesOfWhatIsTyped) {
+  constexpr const char* kRule = "应为 1 到 32767 的数字";
+  const std::string noStart = std::string(kRule) + "，否则服务无法启动。";
+  const std::string any = std::string(kRule) + "；0 由系统任选端口。";
+  const std::string usual = "1 到 32767 的数字";
+  const std::tuple<const char*, const char*, const char*, std::string> cases[] = {
+      {"cmdWebOptions", "txtWebPort=40000", "lblWebPortNote",
+       std::string(kRule) + "，否则仍用端口 8080。"},
+      {"cmdWebOptions", "txtWebPort= 32767", "lblWebPortNote", usual},
+      {"cmdWebOptions", "txtWebPort=-1", "lblWebPortNote", noStart},
+      {"cmdFtpOptions", "txtFtpPort=40000", "lblFtpPortNote", noStart},
+      {"cmdFtpOptions", "txtFtpPort=0", "lblFtpPortNote", any},
+      {"cmdMailOptions", "txtSMTPPort=", "lblSMTPPortNote",
+       std::string(kRule) + "，否则仍用端口 25。"},
+      {"cmdMailOptions", "txtPop3Port=abc", "lblPop3PortNote",
+       std::string(kRule) + "，否则仍用端口 110。"},
+      {"cmdAddMailUser", "txtUser= 张:三", "lblUserNote", "将保存为“张三”。"},
+      {"cmdAddMailUser", "txtUser=..", "lblUserNote", "这不能作为用户名。"},
+      {"cmdAddMailUser", "txtUser=张三 ", "lblUserNote", R"(不能含有 \ / : * ? " < > |)"}};
+  Home().Write("Server.ini",
+               "[WebServer Options]\nTCPPort=8080\n[FtpServer Options]\nFtpPort=21\n"
+               "[MailServer Options]\nSMTP Port=25\nPOP3 Port=110\n");
+  for (const auto& [opener, typed, note, expected] : cases) {
+    InForm(opener, [&](wxDialog& form) {
+      Fill(form, typed);
+      EXPECT_EQ(ui::Typed(dynamic_cast<wxControl&>(Find(form, note)).GetLabelText()), expected)
+          << typed;
+    });
+  }
+}
+
+TEST_F(Dialogs, ShowWhatWasTypedBeforeAPortThatKeepsTheServiceFromStarting) {
+  const std::string typed = "txtFtpAddress=typed.test|txtFtpUploadDir=/srv/typed|chkRead=on";
+  EXPECT_TRUE(Enter("cmdFtpOptions", "txtFtpPort=x|" + typed));
+  Push("cmdStartFtpService");
+  EXPECT_THAT(Label("fraFtp/lblReason"), HasSubstr("1 到 32767"));
+  ExpectShown("cmdFtpOptions", typed);
 }
 
 TEST_F(Dialogs, StayOpenAndSaySoWhereTheSettingsCannotBeReadOrWritten) {
@@ -183,7 +224,8 @@ TEST_F(Dialogs, AddMoveAndDeleteDefaultDocuments) {
           names += (list.IsSelected(i++) ? ">" : " ") + name;
         }
         EXPECT_EQ(ui::Typed(names), expected) << button;
-        if (list.GetSelection() == wxNOT_FOUND && !list.IsEmpty()) list.SetSelection(1);
+        const int last = static_cast<int>(list.GetCount()) - 1;
+        if (list.GetSelection() == wxNOT_FOUND && last >= 0) list.SetSelection(last);
       }
       Press(form, "cmdOK");
     });
@@ -200,19 +242,23 @@ TEST_F(Dialogs, AddMoveAndDeleteDefaultDocuments) {
                     {"cmdUpDocument", ">新 a"}}));
   EXPECT_EQ(boxes.Take(), "文件名: 请输入缺省的文件名: [default.htm]");
   EXPECT_EQ(Home().Read("IndexFN.Log"), "新\r\na\r\n");
-  EXPECT_TRUE(
-      play({{"cmdDelDocument", " 新 a"}, {"cmdDelDocument", ">新"}, {"cmdDelDocument", ""}}));
+  // What was deleted does not come back.
+  EXPECT_TRUE(play({{"cmdDelDocument", " 新 a"}, {"cmdDelDocument", ">新"}}));
+  EXPECT_TRUE(play({{"cmdDelDocument", " 新"}, {"cmdDelDocument", ""}}));
   EXPECT_FALSE(Home().Has("IndexFN.Log"));
 }
 
 TEST_F(Dialogs, ShowTheEndOfTheLogExportItWholeAndClearIt) {
-  for (const auto& [opener, log, lines] : {std::tuple("cmdMailOptions", "Mail.log", 100000),
-                                           std::tuple("cmdWebOptions", "Web.log", 2)}) {
+  using platform::Charset;
+  for (const auto& [opener, log, lines, charset] :
+       {std::tuple("cmdMailOptions", "Mail.log", 100000, Charset::kGbk),
+        std::tuple("cmdWebOptions", "Web.log", 2, Charset::kUtf8)}) {
     std::string whole;
-    // 16 bytes each, so that the part that is shown begins with a whole line.
-    const auto line = [](int i) { return "收到 " + std::to_string(1000000 + i); };
+    // 16 bytes each in GBK, so that the part that is shown begins with a whole line.
+    const auto line = [](int i) { return "已收到 " + std::to_string(1000000 + i); };
     for (int i = 0; i < lines; ++i) whole += line(i) + "\r\n";
-    Home().Write(log, whole);
+    const std::string bytes = text::Encode(charset, whole);
+    Home().Write(log, bytes);
     InForm(opener, [&](wxDialog& form) {
       auto& list = dynamic_cast<wxListCtrl&>(Find(form, "lstLog"));
       const int count = list.GetItemCount();
@@ -229,7 +275,7 @@ TEST_F(Dialogs, ShowTheEndOfTheLogExportItWholeAndClearIt) {
       EXPECT_THAT(boxes.Take(), HasSubstr("导出日志: LOG文件(*.log)|*.log|文本文件(*.txt)|*.txt|"
                                           "所有文件(*.*)|*.* []\n"));
       EXPECT_FALSE(Home().Has("new.txt"));
-      EXPECT_TRUE(Home().Read("old.txt") == whole && Home().Read(log) == whole);
+      EXPECT_TRUE(Home().Read("old.txt") == whole && Home().Read(log) == bytes);
       Press(form, "cmdClearLog");
       EXPECT_EQ(list.GetItemCount(), 0);
       EXPECT_FALSE(Home().Has(log));

@@ -110,6 +110,7 @@ bool Until(const std::function<bool()>& condition) {
 }
 
 int Boxes::Enter(wxDialog* dialog) {
+  if (dialog == drawn_) return wxID_NONE;  // the toolkit's boxes announce themselves twice
   const auto [button, input] = plan_.empty() ? Answer(wxID_CANCEL, "") : plan_.front();
   std::string line;
   if (auto* message = dynamic_cast<wxMessageDialogBase*>(dialog)) line = Answered(*message);
@@ -124,7 +125,14 @@ int Boxes::Enter(wxDialog* dialog) {
   shown_ += (shown_.empty() ? "" : "\n") + (isForm ? Typed(dialog->GetTitle()) : line);
   if (isForm) return wxID_CANCEL;
   if (!plan_.empty()) plan_.pop_front();
-  return button;
+  // Choosers are the system's own.
+  if (dynamic_cast<wxDirDialog*>(dialog) || dynamic_cast<wxFileDialog*>(dialog)) return button;
+  drawn_ = dialog;
+  dialog->CallAfter([dialog, button = button] {
+    EXPECT_TRUE(dialog->IsShown());
+    dialog->EndModal(button);
+  });
+  return wxID_NONE;
 }
 
 MainWindow::MainWindow() {

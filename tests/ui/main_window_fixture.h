@@ -26,7 +26,8 @@ namespace test {
 bool Until(const std::function<bool()>& condition);
 
 /// Answers message boxes, questions for a text, choosers of files and folders, and the forms that
-/// no script waits for. Keeps a line of each.
+/// no script waits for. Keeps a line of each. Boxes are drawn before they are closed; choosers and
+/// forms without a script are not.
 class Boxes : public wxModalDialogHook {
  public:
   Boxes() { Register(); }
@@ -49,10 +50,12 @@ class Boxes : public wxModalDialogHook {
   using Answer = std::pair<int, wxString>;
 
   int Enter(wxDialog* dialog) override;
+  void Exit(wxDialog*) override { drawn_ = nullptr; }
 
   std::deque<Answer> plan_;
   std::function<void(wxDialog&)> script_;
   std::string shown_;
+  wxDialog* drawn_ = nullptr;
 };
 
 class MainWindow : public ProgramFixture {

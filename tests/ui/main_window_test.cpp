@@ -1,6 +1,7 @@
 // The window's commands and what the user sees of them, and what the window adds to what service
 // control says: why a start failed, what goes on, how others reach this machine, what to do first.
 
+#include <wx/display.h>
 #include <wx/hyperlink.h>
 #include <wx/notebook.h>
 #include <wx/treectrl.h>
@@ -10,6 +11,7 @@
 #include "platform/local_addresses.h"
 #include "tests/ui/main_window_fixture.h"
 #include "text/strings.h"
+#include "ui/controls/colours.h"
 #include "ui/dialogs/tip_of_the_day.h"
 #include "ui/window/status_bar.h"
 
@@ -44,7 +46,7 @@ TEST_F(MainWindow, StartsAndStopsAServiceByItsButtonItsMenuItemAndItsCard) {
   }
 }
 
-TEST_F(MainWindow, StartsAndStopsAllWithOneButton) {
+TEST_F(MainWindow, StartsAndStopsAllWithOneButtonOrItem) {
   Push("cmdStartAll");
   EXPECT_TRUE(web.IsRunning() && ftp.IsRunning() && mail.IsRunning());
   EXPECT_EQ(Label("lblMailAddress"), "SMTP:home.test  POP3:home.test");
@@ -52,6 +54,13 @@ TEST_F(MainWindow, StartsAndStopsAllWithOneButton) {
   Push("cmdStopAll");
   EXPECT_FALSE(web.IsRunning() || ftp.IsRunning() || mail.IsRunning());
   EXPECT_FALSE(Find("cmdStopAll").IsEnabled());
+  const auto canChoose = [&](ui::MenuItem item) { return window->GetMenuBar()->IsEnabled(item); };
+  EXPECT_TRUE(canChoose(ui::mnuStartAll) && !canChoose(ui::mnuStopAll));
+  ChooseItem(ui::mnuStartAll);
+  EXPECT_TRUE(web.IsRunning() && ftp.IsRunning() && mail.IsRunning());
+  EXPECT_TRUE(!canChoose(ui::mnuStartAll) && canChoose(ui::mnuStopAll));
+  ChooseItem(ui::mnuStopAll);
+  EXPECT_FALSE(web.IsRunning() || ftp.IsRunning() || mail.IsRunning());
 }
 
 TEST_F(MainWindow, EverySelectorAndMenuItemShowsItsPage) {
@@ -59,6 +68,12 @@ TEST_F(MainWindow, EverySelectorAndMenuItemShowsItsPage) {
     for (const char* each : {"fraWelcome", "fraWeb", "fraFtp", "fraMail"}) {
       EXPECT_EQ(IsVisible(each), each == page) << each;
     }
+    const std::pair<const char*, ui::MenuItem> items[] = {{"fraWelcome", ui::mnuViewWelcome},
+                                                          {"fraWeb", ui::mnuViewWeb},
+                                                          {"fraFtp", ui::mnuViewFtp},
+                                                          {"fraMail", ui::mnuViewEmail}};
+    for (const auto& [each, item] : items)
+      EXPECT_EQ(window->GetMenuBar()->IsChecked(item), each == page) << each;
   };
   expectPage("fraWelcome");
   constexpr struct {
@@ -93,20 +108,36 @@ TEST_F(MainWindow, AddressesOpenWithTheirPortsOnlyWhileTheServiceRuns) {
   };
   click("lblFtpAddress");
   Push("cmdStartAll");
+  const auto url = [](const std::string& site, int port) {
+    return site + ":" + std::to_string(port) + "\n";
+  };
   const auto port = ftp.ListeningPort();
   const std::string moved = Home().Path("moved").string();
   Home().Write("Server.ini", "[FtpServer Options]\nFtpPort=81\nDNS=x\nFtpServer Root=" + moved);
   Click("imgFtp");  // loads the settings anew
   EXPECT_EQ(Label("lblFtpRootDir"), moved);
-  EXPECT_EQ(ftp.ListeningPort(), port);
+  EXPECT_EQ(Label("lblFtpAddress"), "ftp://x");
   click("lblFtpAddress");
   const auto opened = [&](const std::string& urls) { return Home().Read("opened") == urls; };
-  EXPECT_TRUE(Until([&] { return opened("ftp://x:81\n"); }));
+  EXPECT_TRUE(Until([&] { return opened(url("ftp://x", port)); }));
   click("lblWebAddress");
-  EXPECT_TRUE(Until([&] { return opened("ftp://x:81\nhttp://home.test:0\n"); }));
+  EXPECT_TRUE(Until(
+      [&] { return opened(url("ftp://x", port) + url("http://home.test", web.ListeningPort())); }));
+  // A changed port is announced, and holds after the restart that the page offers.
+  EXPECT_EQ(Label("fraFtp/lblPorts"), std::to_string(port));
+  for (int next = 24117; ftp.ListeningPort() != next - 13; next += 13) {
+    if (!ftp.IsRunning()) Push("cmdStartFtpService");
+    Home().Write("Server.ini", "[FtpServer Options]\nFtpPort=" + std::to_string(next) + "\n");
+    Click("imgFtp");
+    EXPECT_EQ(Label("fraFtp/lblRestartNote"),
+              "端口已改为 " + std::to_string(next) + "，重新启动服务后生效。");
+    Push("fraFtp/cmdRestart");
+  }
+  EXPECT_EQ(Label("fraFtp/lblPorts"), std::to_string(ftp.ListeningPort()));
+  EXPECT_EQ(Label("fraFtp/lblRestartNote") + Label("fraFtp/cmdRestart"), "");
 }
 
-TEST_F(MainWindow, ADomainIsAskedForAndWrittenAndShownButNotTakenOver) {
+TEST_F(MainWindow, ADomainIsAskedForAndWrittenAndShown) {
   const std::string settings = Home().Read("Server.ini");
   constexpr const char* kCases[][4] = {
       {"cmdWebDns", "Web域名设置: 请输入Web域名：", "lblWebAddress", "Http://new.test"},
@@ -122,8 +153,8 @@ TEST_F(MainWindow, ADomainIsAskedForAndWrittenAndShownButNotTakenOver) {
     EXPECT_EQ(Label(label), shown);
   }
   EXPECT_EQ(Home().Read("Server.ini"), text::ReplaceAll(settings, "home.test", "new.test"));
-  EXPECT_EQ(web.Domain(), "home.test");
-  EXPECT_FALSE(Home().Has("hosts"));
+  EXPECT_EQ(web.Domain(), "new.test");
+  EXPECT_FALSE(Home().Has("hosts")) << "until the next start";
 }
 
 TEST_F(MainWindow, ShowsTheWebFolderWithSubfoldersFirst) {
@@ -218,6 +249,35 @@ TEST_F(MainWindow, ComesBackWhereItWas) {
   next->Destroy();
 }
 
+TEST_F(MainWindow, IsWhollyOnTheScreenWhateverIsRememberedOfItsPlace) {
+  const wxRect room = wxDisplay(window).GetClientArea();
+  for (const char* place :
+       {"", "Left=-9999\nTop=50\nWidth=900\nHeight=700", "Left=900\nTop=600\nWidth=900\nHeight=700",
+        "Left=2147483647\nTop=-2147483648\nWidth=2147483647\nHeight=-2147483648\nScaled=1",
+        "Left=0\nTop=0\nWidth=99999999999\nHeight=0", "Left=x\nTop=-20\nWidth=0\nHeight=5000"}) {
+    userState.Write("Tarnwerk/window.ini", std::string("[Window]\n") + place);
+    auto* next = new ui::frmMain;
+    EXPECT_TRUE(room.Contains(next->GetRect())) << place;
+    EXPECT_GT(std::min(next->GetSize().x, next->GetSize().y), 400) << place;
+    next->Destroy();
+  }
+}
+
+TEST(Colours, OfTextsStandOutFromTheirGround) {
+  EXPECT_NEAR(ui::Contrast(*wxBLACK, *wxWHITE), 21, 0.01);
+  for (const wxColour& ground : {ui::CardColour(), ui::SideBarColour()}) {
+    for (const wxColour& text :
+         {ui::QuietText(), ui::LinkText(), ui::RunningText(), ui::FailedText()})
+      EXPECT_GE(ui::Contrast(text, ground), 4.5)
+          << text.GetAsString() << " on " << ground.GetAsString();
+  }
+  const wxColour dark(0x35, 0x35, 0x35), grey(0x80, 0x80, 0x80), blue(0x15, 0x53, 0x9e);
+  for (const auto& [text, ground] :
+       {std::pair(blue, dark), {dark, dark}, {grey, grey}, {grey, *wxWHITE}})
+    EXPECT_GE(ui::Contrast(ui::Readable(text, ground), ground), 4.5) << text.GetAsString();
+  EXPECT_EQ(ui::Readable(blue, *wxWHITE), blue);
+}
+
 TEST_F(MainWindow, ShowsATipAtAStartUntilTheUserHasHadEnough) {
   Home().Write("TIPOFDAY.TXT", "# a comment\r\n\r\nfirst\r\nsecond\r\n");
   window->Open();
@@ -234,7 +294,9 @@ TEST_F(MainWindow, ShowsATipAtAStartUntilTheUserHasHadEnough) {
 TEST_F(MainWindow, SaysWhyAStartFailedUntilTheServiceRuns) {
   // Settings hold none of the ports that the system chooses.
   for (int port = 23117; !web.IsRunning(); port += 13) {
-    const char* settings = "[WebServer Options]\nTCPPort=@\n[FtpServer Options]\nFtpPort=@\n";
+    const char* settings =
+        "[WebServer Options]\nTCPPort=@\n[FtpServer Options]\nFtpPort=@\n"
+        "[MailServer Options]\nSMTP Port=@\nPOP3 Port=@\n";
     Home().Write("Server.ini", text::ReplaceAll(settings, "@", std::to_string(port)));
     Push("cmdStartWebService");
   }
@@ -242,7 +304,7 @@ TEST_F(MainWindow, SaysWhyAStartFailedUntilTheServiceRuns) {
   Push("cmdCardStartFtp");
   EXPECT_EQ(Label("lblCardFtpState"), "启动失败");
   EXPECT_EQ(Label("lblFtpStart"), "Ftp服务启动失败。请检查您的FTP与网络设置。");
-  EXPECT_THAT(Label("fraFtp/lblReason"), HasSubstr(taken + " 已被“ui_test"));
+  EXPECT_THAT(Label("fraFtp/lblReason"), HasSubstr(taken + " 已由本程序的 Web 服务使用"));
   EXPECT_THAT(Label("lblCardFtpReason"), HasSubstr(taken));
   EXPECT_EQ(Label("fraFtp/cmdRemedy"), "更改端口(&Y)...");
   Push("fraFtp/cmdRemedy");
@@ -251,8 +313,13 @@ TEST_F(MainWindow, SaysWhyAStartFailedUntilTheServiceRuns) {
   Push("cmdStartFtpService");
   EXPECT_TRUE(ftp.IsRunning());
   EXPECT_EQ(Label("fraFtp/lblReason") + Label("fraFtp/cmdRemedy") + Label("lblCardFtpReason"), "");
+  for (const char* user : {"FTP 服务", "SMTP 服务"}) {
+    Push("cmdStartMailService");
+    EXPECT_THAT(Label("fraMail/lblReason"), HasSubstr(taken + " 已由本程序的 " + user + "使用"));
+    if (ftp.IsRunning()) Push("cmdStopFtpService");
+  }
   const std::error_code forbidden = std::make_error_code(std::errc::permission_denied);
-  window->fraFtp->SetDiagnosis(core::Explain({forbidden, 21}, std::nullopt, "/opt/t"));
+  window->fraFtp->SetDiagnosis(core::Explain({forbidden, 21}, {}, "/opt/t"));
   EXPECT_EQ(Label("fraFtp/cmdRemedy"), "复制命令(&Y)");
 }
 

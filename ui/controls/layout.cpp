@@ -3,14 +3,17 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/dialog.h>
+#include <wx/display.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/controls/accessible.h"
 #include "ui/controls/basic_controls.h"
+#include "ui/controls/colours.h"
 #include "ui/controls/toolkit_text.h"
 
 namespace ui {
@@ -31,6 +34,8 @@ void FillWith(wxDialog& dialog, Content* content, const DialogButtons& buttons) 
   column->Add(row, wxSizerFlags().Expand().Border(wxBOTTOM, edge));
   dialog.SetSizerAndFit(column);
   DescribeFields(dialog);
+  // On a screen that is too small, all but the buttons scrolls.
+  dialog.SetLayoutAdaptationMode(wxDIALOG_ADAPTATION_MODE_ENABLED);
 }
 
 }  // namespace
@@ -98,7 +103,24 @@ wxTextCtrl* FieldRows::AddField(const char* name, const char* label, long style,
   grid_->Add(text, {row_, 0}, {1, 1}, wxALIGN_CENTRE_VERTICAL);
   grid_->Add(field, {row_, 1}, {1, columns}, wxEXPAND | wxALIGN_CENTRE_VERTICAL);
   if (row_ == 0) grid_->AddGrowableCol(1);
+  last_ = field;
   return field;
+}
+
+void FieldRows::AddNote(const char* name, const char* usual, FieldComplaint complaint) {
+  ++row_;
+  auto* note = Named(new wxStaticText(parent_, wxID_ANY, Shown(usual)), name);
+  note->SetForegroundColour(QuietText());
+  grid_->Add(note, {row_, 1}, {1, 2}, wxALIGN_CENTRE_VERTICAL);
+  last_->Bind(wxEVT_TEXT, [note, usual, complaint = std::move(complaint)](wxCommandEvent& event) {
+    event.Skip();
+    const std::optional<std::string> wrong = complaint(Typed(event.GetString()));
+    const wxString text = Shown(wrong.value_or(usual));
+    if (note->GetLabelText() == text) return;
+    note->SetForegroundColour(wrong ? FailedText() : QuietText());
+    note->SetLabelText(text);
+    GrowToFit(*note);
+  });
 }
 
 wxSizer* MakeRow(wxWindow* window, std::initializer_list<wxWindow*> controls) {
@@ -115,6 +137,17 @@ void ShowInstead(wxWindow& of, wxWindow& shown) {
   shown.Show();
   if (hadFocus) shown.SetFocus();
   of.Hide();
+}
+
+void GrowToFit(wxWindow& control) {
+  control.GetParent()->Layout();
+  wxWindow& window = *wxGetTopLevelParent(&control);
+  if (window.GetSizer() == nullptr) return;  // still being made
+  wxSize size = window.GetSize();
+  size.IncTo(window.GetSizer()->ComputeFittingWindowSize(&window));
+  size.DecTo(wxDisplay(&window).GetClientArea().GetSize());
+  if (size != window.GetSize()) window.SetSize(size);
+  window.Layout();
 }
 
 wxWindow* WithMargin(wxWindow* page, wxSizer* content) {

@@ -9,7 +9,10 @@
 #include <wx/sizer.h>
 #include <wx/window.h>
 
+#include <functional>
 #include <initializer_list>
+#include <optional>
+#include <string>
 
 class wxButton;
 class wxCheckBox;
@@ -72,6 +75,9 @@ class Group {
   Column content_;
 };
 
+/// What is wrong with a text being typed; none if nothing is.
+using FieldComplaint = std::function<std::optional<std::string>(const std::string& typed)>;
+
 /// Rows of a label, a text field that takes the remaining width, and optionally a button.
 class FieldRows {
  public:
@@ -84,6 +90,10 @@ class FieldRows {
   wxTextCtrl* AddWithButton(const char* name, const char* label, const char* buttonName,
                             const char* buttonText, wxButton*& button);
 
+  /// Adds a line below the last field: `usual`, or the complaint about what is being typed. Nothing
+  /// is refused.
+  void AddNote(const char* name, const char* usual, FieldComplaint complaint);
+
   wxSizer* Sizer() const { return grid_; }
 
  private:
@@ -91,6 +101,7 @@ class FieldRows {
 
   wxWindow* parent_;
   wxGridBagSizer* grid_;
+  wxTextCtrl* last_ = nullptr;
   int row_ = -1;
 };
 
@@ -99,6 +110,9 @@ wxSizer* MakeRow(wxWindow* window, std::initializer_list<wxWindow*> controls);
 
 /// Replaces one control by another and moves the focus with it.
 void ShowInstead(wxWindow& of, wxWindow& shown);
+
+/// Enlarges the window of `control` if its content needs more room.
+void GrowToFit(wxWindow& control);
 
 /// Sets `content` as the content of a notebook page, with the usual margin. Returns `page`.
 wxWindow* WithMargin(wxWindow* page, wxSizer* content);

@@ -3,6 +3,7 @@
 #include <wx/button.h>
 #include <wx/textctrl.h>
 
+#include "core/port_remarks.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/questions.h"
@@ -31,7 +32,7 @@ frmFtpOptions::frmFtpOptions(wxWindow* parent, const settings::Program& program,
   LetChooseFolder(cmdBrower2, txtFtpUploadDir, "请选择FTP站点文件上传的位置");
   cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
   Fill(*this, content, buttons);
-  form_.Show(settings::EntryOf(form_.Table()));
+  form_.Show(options_.EntryToShow(program));
   txtFtpAddress->SetFocus();
   CentreOnParent();
 }
@@ -41,7 +42,11 @@ wxSizer* frmFtpOptions::MakeContent() {
   FieldRows address(site.Parent());
   txtFtpAddress = address.Add("txtFtpAddress", "本地域名(&D)：");
   txtFtpIP = address.Add("txtFtpIP", "IP地址(&I)：");
+  ExplainAddress(*txtFtpIP);
   txtFtpPort = address.Add("txtFtpPort", "FTP端口(&P)：");
+  address.AddNote("lblFtpPortNote", core::kPortRange, [](const std::string& typed) {
+    return core::PortComplaint(typed, std::nullopt);
+  });
   site.Content().Add(address.Sizer());
 
   Group folders(this, "目录");
@@ -52,7 +57,7 @@ wxSizer* frmFtpOptions::MakeContent() {
                                         "浏览(&L)...", cmdBrower2);
   folders.Content().Add(paths.Sizer());
 
-  rights = RightsGroup(this);
+  rights = RightsGroup(this, RightsGroup::Of::kFtp);
 
   Column column(this, kEdge);
   column.Add(site.Sizer());

@@ -5,9 +5,11 @@
 #include <wx/panel.h>
 #include <wx/textctrl.h>
 
+#include "core/port_remarks.h"
 #include "text/strings.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/permission_groups.h"
 #include "ui/dialogs/questions.h"
 #include "ui/dialogs/save_report.h"
 
@@ -53,8 +55,15 @@ wxWindow* frmMailOptions::MakeServerPage() {
   FieldRows rows(page);
   txtMailAddress = rows.Add("txtMailAddress", "本地域名(&D)：");
   txtMailIP = rows.Add("txtMailIP", "IP地址(&I)：");
+  ExplainAddress(*txtMailIP);
   txtSMTPPort = rows.Add("txtSMTPPort", "SMTP端口(&S)：");
+  rows.AddNote("lblSMTPPortNote", core::kPortRange, [this](const std::string& typed) {
+    return core::PortComplaint(typed, options_.smtpPort);
+  });
   txtPop3Port = rows.Add("txtPop3Port", "POP3端口(&P)：");
+  rows.AddNote("lblPop3PortNote", core::kPortRange, [this](const std::string& typed) {
+    return core::PortComplaint(typed, options_.pop3Port);
+  });
   txtMailRootDir =
       rows.AddWithButton("txtMailRootDir", "主目录(&R)：", "cmdBrowser", "浏览(&B)...", cmdBrowser);
   LetChooseFolder(cmdBrowser, txtMailRootDir, "选择Email服务器内容的存放目录");

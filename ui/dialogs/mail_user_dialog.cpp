@@ -6,6 +6,7 @@
 #include "mail/mail_accounts.h"
 #include "platform/native_path.h"
 #include "platform/system_message.h"
+#include "text/strings.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
@@ -15,6 +16,13 @@ namespace {
 
 // Of the boxes, also when a user is edited and the dialog is titled otherwise.
 constexpr const char* kTitle = "添加用户";
+
+// The user sees the name as it will be before it is saved.
+std::optional<std::string> ChangeOfName(const std::string& typed) {
+  const std::string name = ModMail::CleanName(typed);
+  if (name == text::TrimBlanks(typed)) return std::nullopt;
+  return name.empty() ? "这不能作为用户名。" : "将保存为“" + name + "”。";
+}
 
 }  // namespace
 
@@ -27,6 +35,7 @@ frmEmailUsers::frmEmailUsers(wxWindow* parent, const settings::Program& program,
   SetName("frmEmailUsers");
   FieldRows rows(this);
   txtUser = rows.Add("txtUser", "用户名(&U)：", wxTE_PROCESS_ENTER);
+  rows.AddNote("lblUserNote", R"(不能含有 \ / : * ? " < > |)", ChangeOfName);
   txtPass = rows.Add("txtPass", "密码(&P)：", wxTE_PROCESS_ENTER);
   const DialogButtons buttons = MakeDialogButtons(*this, "OKButton", "CancelButton");
   OKButton = buttons.ok;
@@ -49,8 +58,8 @@ void frmEmailUsers::OnEnterInPass() {
 }
 
 void frmEmailUsers::OnConfirm() {
-  const ModMail::MailUser user{ModMail::CleanText(Typed(txtUser->GetValue())),
-                               ModMail::CleanText(Typed(txtPass->GetValue()))};
+  const ModMail::MailUser user{ModMail::CleanName(Typed(txtUser->GetValue())),
+                               ModMail::CleanPassword(Typed(txtPass->GetValue()))};
   if (user.name.empty()) return Refuse("请输入用户名！", txtUser);
   if (user.password.empty()) return Refuse("请输入密码！", txtPass);
   const std::string& root = server_.Options().mailRoot;

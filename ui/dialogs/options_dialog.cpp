@@ -9,6 +9,7 @@
 #include "text/strings.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/message_box.h"
+#include "ui/controls/password_field.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/save_report.h"
 
@@ -33,6 +34,8 @@ frmOptions::frmOptions(wxWindow* parent, const settings::Program& program)
     if (txtPwd->IsEnabled()) txtPwd->SetFocus();
   });
   txtPwd->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { KeepPasswordFitting(); });
+  chkShowPwd->Bind(wxEVT_CHECKBOX,
+                   [this](wxCommandEvent&) { ShowPassword(*txtPwd, chkShowPwd->GetValue()); });
   cmdOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnConfirm(); });
   Fill(*this, content, buttons);
   Load();
@@ -42,7 +45,7 @@ frmOptions::frmOptions(wxWindow* parent, const settings::Program& program)
 wxSizer* frmOptions::MakeContent() {
   Group start(this, "启动");
   chkSysAutoStart = MakeCheckBox(start.Parent(), "chkSysAutoStart", "随系统启动本程序(&S)");
-  chkShowInBar = MakeCheckBox(start.Parent(), "chkShowInBar", "启动后只显示任务栏图标(&T)");
+  chkShowInBar = MakeCheckBox(start.Parent(), "chkShowInBar", "启动后只显示托盘图标(&T)");
   chkAutoStartService =
       MakeCheckBox(start.Parent(), "chkAutoStartService", "启动后自动开始各项服务(&A)");
   for (wxCheckBox* box : {chkSysAutoStart, chkShowInBar, chkAutoStartService}) {
@@ -52,7 +55,8 @@ wxSizer* frmOptions::MakeContent() {
   Group manager(this, "管理密码");
   chkManagerPwd = MakeCheckBox(manager.Parent(), "chkManagerPwd", "打开管理窗口时要求密码(&P)：");
   txtPwd = MakeField(manager.Parent(), "txtPwd", kPasswordWidth, wxTE_PASSWORD);
-  manager.Content().Add(MakeRow(this, {chkManagerPwd, txtPwd}));
+  chkShowPwd = MakeCheckBox(manager.Parent(), "chkShowPwd", "显示密码(&W)");
+  manager.Content().Add(MakeRow(this, {chkManagerPwd, txtPwd, chkShowPwd}));
 
   Column column(this, kEdge);
   column.Add(start.Sizer());
@@ -70,7 +74,11 @@ void frmOptions::Load() {
   EnablePassword();
 }
 
-void frmOptions::EnablePassword() { txtPwd->Enable(chkManagerPwd->GetValue()); }
+void frmOptions::EnablePassword() {
+  for (wxWindow* control : {static_cast<wxWindow*>(txtPwd), static_cast<wxWindow*>(chkShowPwd)}) {
+    control->Enable(chkManagerPwd->GetValue());
+  }
+}
 
 // The user sees where it ends rather than being locked out by a password that was cut.
 void frmOptions::KeepPasswordFitting() {

@@ -23,6 +23,7 @@ class frmOptions : public wxDialog {
   wxCheckBox* chkAutoStartService;
   wxCheckBox* chkManagerPwd;
   wxTextCtrl* txtPwd;
+  wxCheckBox* chkShowPwd;  // shows what is typed: a slip would lock the user out
   wxButton* cmdOK;
   wxButton* cmdCancel;
 

@@ -18,7 +18,7 @@ using settings::Refusal;
 void Put(wxWindow* control, const std::string& text) {
   const bool isSet = text::ToBoolean(text).value_or(false);
   if (auto* field = wxDynamicCast(control, wxTextCtrl)) {
-    field->ChangeValue(Shown(text));
+    field->SetValue(Shown(text));  // notes below fields follow
   } else if (auto* box = wxDynamicCast(control, wxCheckBox)) {
     box->SetValue(isSet);
   } else if (auto* option = wxDynamicCast(control, wxRadioButton); option != nullptr && isSet) {

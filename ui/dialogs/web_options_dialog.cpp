@@ -7,6 +7,7 @@
 #include <wx/panel.h>
 #include <wx/textctrl.h>
 
+#include "core/port_remarks.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/questions.h"
@@ -19,6 +20,7 @@ frmWebOptions::frmWebOptions(wxWindow* parent, const settings::Program& program,
     : wxDialog(parent, wxID_ANY, Shown("Web服务器选项"), wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       program_(program),
+      server_(server),
       form_(*this, options_.Describe()),
       pages_(new wxNotebook(this, wxID_ANY)) {
   SetName("frmWebOptions");
@@ -51,7 +53,11 @@ wxWindow* frmWebOptions::MakeSitePage() {
       rows.AddWithButton("txtWebRoot", "主目录(&R)：", "cmdBrowser", "浏览(&B)...", cmdBrowser);
   txtWebAddress = rows.Add("txtWebAddress", "本地域名(&D)：");
   txtWebIP = rows.Add("txtWebIP", "IP地址(&I)：");
+  ExplainAddress(*txtWebIP);
   txtWebPort = rows.Add("txtWebPort", "TCP端口(&P)：");
+  rows.AddNote("lblWebPortNote", core::kPortRange, [this](const std::string& typed) {
+    return core::PortComplaint(typed, options_.WebPort);
+  });
   LetChooseFolder(cmdBrowser, txtWebRoot, "选择Web服务器的主目录");
   return WithMargin(page, rows.Sizer());
 }
@@ -69,7 +75,7 @@ wxWindow* frmWebOptions::MakeDocumentPage() {
 
 wxWindow* frmWebOptions::MakeRightsPage() {
   auto* page = new wxPanel(pages_);
-  rights = RightsGroup(page);
+  rights = RightsGroup(page, RightsGroup::Of::kWeb);
   programs = ProgramsGroup(page, "optAppNone");
   Column column(page, kEdge);
   column.Add(rights.Sizer());
@@ -86,6 +92,7 @@ void frmWebOptions::OnConfirm() {
   if (IsSaved(this, program_, change.Fault()) &&
       IsSaved(this, program_, ModWeb::SaveDefaultPages(program_, documents_->Names())) &&
       IsSaved(this, program_, change.Save())) {
+    server_.SetDefaultPages(documents_->Names());
     EndModal(wxID_OK);
   }
 }

@@ -1,7 +1,8 @@
 #pragma once
 
 // The Web server's options. Opening it loads the settings anew; confirming it writes IndexFN.Log
-// and Server.ini, which take effect when the server next loads its settings.
+// and Server.ini, which take effect when the server next loads its settings. The list of default
+// documents replaces the one in memory, so that none past its end comes back.
 
 #include <wx/dialog.h>
 
@@ -42,6 +43,7 @@ class frmWebOptions : public wxDialog {
   void OnConfirm();
 
   const settings::Program& program_;
+  ModWeb::WebServer& server_;
   ModWeb::WebOptions options_;
   SettingsForm form_;
   wxBookCtrlBase* pages_;

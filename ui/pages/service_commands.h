@@ -17,6 +17,7 @@ class ServiceCommands {
 
   virtual void Start(core::ServiceKind service) = 0;
   virtual void Stop(core::ServiceKind service) = 0;
+  virtual void Restart(core::ServiceKind service) = 0;
   virtual void AskForDomain(core::ServiceKind service) = 0;
   virtual void ShowOptions(core::ServiceKind service) = 0;
   virtual void OpenAddress(core::ServiceKind service) = 0;

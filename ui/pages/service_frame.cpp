@@ -20,7 +20,6 @@
 #include "ui/controls/toolkit_text.h"
 #include "ui/pages/live_panel.h"
 #include "ui/pages/service_commands.h"
-#include "ui/pages/service_looks.h"
 
 namespace ui {
 namespace {
@@ -93,6 +92,7 @@ wxSizer* ServiceFrame::MakeFacts() {
   column->Add(hint_, below);
   column->Add(MakeRoot(looks), wxSizerFlags().Expand().Border(wxTOP, FromDIP(kGap)));
   column->Add(MakeRootMissing(), below);
+  column->Add(MakePorts(), below);
   column->Add(MakeReach(), below);
   column->Add(MakePortNote(), below);
   return column;
@@ -176,6 +176,22 @@ void ServiceFrame::ShowReach() {
   showQrCode_->Show(shown && hasQrCode_);
 }
 
+wxSizer* ServiceFrame::MakePorts() {
+  portsHeading_ = MakeQuietText(this, Shown("端口："));
+  ports_ = Named(new wxStaticText(this, wxID_ANY, ""), "lblPorts");
+  restartNote_ = Named(new wxStaticText(this, wxID_ANY, ""), "lblRestartNote");
+  restart_ =
+      MakeActionButton(this, "cmdRestart", "重新启动服务(&B)", Calling(&ServiceCommands::Restart));
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(portsHeading_, wxSizerFlags().CentreVertical());
+  row->Add(ports_, InRow(this));
+  row->Add(restartNote_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
+  row->Add(restart_, wxSizerFlags().CentreVertical());
+  SetPorts("");
+  SetRestartNote("");
+  return row;
+}
+
 wxSizer* ServiceFrame::MakePortNote() {
   portNote_ =
       Named(MakeQuietText(
@@ -247,7 +263,25 @@ void ServiceFrame::ShowButtons(bool running) {
   Layout();
 }
 
-void ServiceFrame::SetState(bool on) { state_->SetBitmap(Art(on ? "on" : "off", kStateSize)); }
+void ServiceFrame::SetState(ServiceState state) {
+  state_->SetBitmap(Art(PictureOf(state), kStateSize));
+}
+
+void ServiceFrame::SetPorts(const std::string& text) { ShowFact(*ports_, text, *portsHeading_); }
+
+void ServiceFrame::SetRestartNote(const std::string& text) {
+  ShowFact(*restartNote_, text, *restart_);
+}
+
+// Empty hides the fact and what belongs to it.
+void ServiceFrame::ShowFact(wxStaticText& fact, const std::string& text, wxWindow& companion) {
+  const bool shown = !text.empty();
+  if (Typed(fact.GetLabelText()) == text && fact.IsShown() == shown) return;
+  fact.SetLabel(Shown(text));
+  fact.Show(shown);
+  companion.Show(shown);
+  Layout();
+}
 
 void ServiceFrame::SetDiagnosis(const std::optional<core::Diagnosis>& diagnosis) {
   using Remedy = core::Diagnosis::Remedy;
@@ -297,6 +331,8 @@ void ServiceFrame::TurnTabs(bool forward) {
 }
 
 bool ServiceFrame::ShowsRunning() const { return stop_->IsShown(); }
+
+bool ServiceFrame::ShowsAddress() const { return address_->IsShown(); }
 
 wxBoxSizer* ServiceFrame::AddBodyHeading(const char* text) {
   auto* row = new wxBoxSizer(wxHORIZONTAL);

@@ -13,6 +13,7 @@
 #include "core/manager_view.h"
 #include "core/start_diagnosis.h"
 #include "ui/controls/page.h"
+#include "ui/pages/service_looks.h"
 
 class wxBookCtrlBase;
 class wxBoxSizer;
@@ -25,7 +26,6 @@ namespace ui {
 
 class LivePanel;
 class ServiceCommands;
-struct ServiceLooks;
 
 class ServiceFrame : public Page {
  public:
@@ -37,7 +37,13 @@ class ServiceFrame : public Page {
   void ShowOutcome(const core::Outcome& outcome, const std::optional<core::Diagnosis>& diagnosis);
   void SetAddress(const std::string& text);
   void SetRootDir(const std::string& path);
-  void SetState(bool on);
+  void SetState(ServiceState state);
+
+  /// Shows the ports that are listened on. Empty hides them.
+  void SetPorts(const std::string& text);
+
+  /// Shows that a changed port needs a restart, with a button that restarts. Empty hides both.
+  void SetRestartNote(const std::string& text);
 
   /// Shows why the last start failed, with a button for the remedy. None hides it.
   void SetDiagnosis(const std::optional<core::Diagnosis>& diagnosis);
@@ -61,6 +67,8 @@ class ServiceFrame : public Page {
   /// Whether the service is running as far as the user can see: the stop button is shown.
   bool ShowsRunning() const;
 
+  bool ShowsAddress() const;
+
   /// Whether the outcome shown is a failed start.
   bool HasFailed() const { return failed_; }
 
@@ -75,6 +83,7 @@ class ServiceFrame : public Page {
 
  private:
   void ShowButtons(bool running);
+  void ShowFact(wxStaticText& fact, const std::string& text, wxWindow& companion);
   wxSizer* MakeHeader();
   wxSizer* MakeFacts();
   wxSizer* MakeOutcome(const ServiceLooks& looks);
@@ -83,6 +92,7 @@ class ServiceFrame : public Page {
   wxSizer* MakeRootMissing();
   wxSizer* MakeReach();
   void ShowReach();
+  wxSizer* MakePorts();
   wxSizer* MakePortNote();
   wxWindow* MakeTabs();
   wxSizer* MakeButtons();
@@ -108,6 +118,10 @@ class ServiceFrame : public Page {
   wxButton* showQrCode_;
   bool hasQrCode_;
   std::vector<std::string> reachedAt_;
+  wxStaticText* portsHeading_;
+  wxStaticText* ports_;
+  wxStaticText* restartNote_;
+  wxButton* restart_;
   wxStaticText* portNote_;
   wxButton* changePort_;
   wxButton* start_;

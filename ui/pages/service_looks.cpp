@@ -69,4 +69,9 @@ constexpr std::array<ServiceLooks, core::kServices.size()> kLooks = {{
 
 const ServiceLooks& LooksOf(core::ServiceKind service) { return kLooks[core::IndexOf(service)]; }
 
+const char* PictureOf(ServiceState state) {
+  constexpr std::array<const char*, 3> kPictures = {"off", "on", "failed"};
+  return kPictures[static_cast<std::size_t>(state)];
+}
+
 }  // namespace ui

@@ -31,4 +31,10 @@ struct ServiceLooks {
 
 const ServiceLooks& LooksOf(core::ServiceKind service);
 
+/// A service as its pictures show it: failed is off after a failed start.
+enum class ServiceState { kOff, kOn, kFailed };
+
+/// The picture in ui/art.
+const char* PictureOf(ServiceState state);
+
 }  // namespace ui

@@ -10,6 +10,7 @@
 #include <string>
 #include <utility>
 
+#include "core/service_addresses.h"
 #include "core/service_texts.h"
 #include "files/files.h"
 #include "mail/mail_accounts.h"
@@ -74,12 +75,31 @@ void Commands::ShowPage(wxWindow* page) {
 void Commands::SelectWelcome() { ShowPage(content_->fraWelcome); }
 
 void Commands::SelectService(ServiceKind service) {
-  manager_->control.Of(service).LoadOptions();
-  ShowSettingsFault(service);
-  ShowRootDir(service);
+  Load(service);
   if (service == ServiceKind::kWeb) RefreshTree();
   if (service == ServiceKind::kMail) LoadMailUsers();
   ShowPage(&content_->FrameOf(service));
+}
+
+// Reloads the settings and shows what is now in force. A running service keeps its ports.
+void Commands::Load(ServiceKind service) {
+  core::Service& server = manager_->control.Of(service);
+  const std::string before = server.Domain();
+  server.LoadOptions();
+  if (server.Domain() != before) ShowDomain(service);
+  ShowSettingsFault(service);
+  ShowRootDir(service);
+  survey_->ShowReach(service);
+}
+
+void Commands::ShowDomain(ServiceKind service) {
+  if (!content_->FrameOf(service).ShowsAddress()) return;
+  const core::Service& server = manager_->control.Of(service);
+  const std::string address = server.IsRunning()
+                                  ? core::AddressText(service, server.Domain())
+                                  : core::AddressTextWhenStopped(service, server.Domain());
+  content_->FrameOf(service).SetAddress(address);
+  content_->fraWelcome->SetAddress(service, address);
 }
 
 void Commands::ShowRootDir(ServiceKind service) {
@@ -95,6 +115,11 @@ void Commands::Start(ServiceKind service) {
 
 void Commands::Stop(ServiceKind service) { manager_->control.Stop(service); }
 
+void Commands::Restart(ServiceKind service) {
+  Stop(service);
+  if (!running_[core::IndexOf(service)]) Start(service);
+}
+
 void Commands::StartAll() {
   for (const ServiceKind service : kStartOrder) {
     if (!running_[core::IndexOf(service)]) Start(service);
@@ -109,7 +134,7 @@ void Commands::StopAll() {
 
 void Commands::OpenAddress(ServiceKind service) {
   if (!content_->FrameOf(service).ShowsRunning()) return;
-  const std::string url = UrlOf(*manager_, service);
+  const std::string url = core::LocalUrl(service, manager_->control.Of(service));
   if (!url.empty()) {
     platform::OpenWithShell(url);
     return;
@@ -129,7 +154,7 @@ void Commands::MakeRoot(ServiceKind service) {
   const std::string root = manager_->control.Of(service).RootDir();
   std::error_code error;
   std::filesystem::create_directories(platform::ExistingPath(root), error);
-  if (error) status_.Remark("文件夹未能建立：" + platform::SystemMessage(error));
+  if (error) Warn(&window_, "文件夹未能建立：" + platform::SystemMessage(error));
   ShowRootDir(service);
   if (service == ServiceKind::kWeb) RefreshTree();
 }
@@ -163,26 +188,25 @@ void Commands::ShowQrCode(const std::vector<std::string>& addresses) {
 void Commands::AskForDomain(ServiceKind service) {
   const auto domain = AskDomain(&window_, manager_->program, service);
   if (!domain) return;
+  Load(service);
   const std::string address = core::AddressText(service, *domain);
   content_->FrameOf(service).SetAddress(address);
   content_->fraWelcome->SetAddress(service, address);
 }
 
 void Commands::ShowOptions(ServiceKind service) {
-  manager_->control.Of(service).LoadOptions();
-  ShowSettingsFault(service);
-  if (AskForOptions(&window_, *manager_, service) && !manager_->control.Of(service).IsRunning())
-    TakeOver(service);
+  Load(service);
+  if (AskForOptions(&window_, *manager_, service)) TakeOver(service);
   ShowRootDir(service);
-  survey_->ShowReach(service);
   survey_->ShowFirstSteps();
 }
 
-// The reason of the last failed start may be gone. A running service keeps its settings.
+// What is confirmed holds at once, whether the service is running or not. The reason of the last
+// failed start may be gone.
 void Commands::TakeOver(ServiceKind service) {
-  manager_->control.Of(service).LoadOptions();
   content_->fraWelcome->SetReason(service, "");
   content_->FrameOf(service).SetDiagnosis(std::nullopt);
+  Load(service);
   if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
   if (service == ServiceKind::kMail) LoadMailUsers();
 }

@@ -45,6 +45,7 @@ class Commands : public ServiceCommands {
 
   void Start(core::ServiceKind service) override;
   void Stop(core::ServiceKind service) override;
+  void Restart(core::ServiceKind service) override;
   void AskForDomain(core::ServiceKind service) override;
   void ShowOptions(core::ServiceKind service) override;
   void OpenAddress(core::ServiceKind service) override;
@@ -71,6 +72,8 @@ class Commands : public ServiceCommands {
  private:
   void ShowPage(wxWindow* page);
   void ShowSettingsFault(core::ServiceKind service);
+  void Load(core::ServiceKind service);
+  void ShowDomain(core::ServiceKind service);
   void TakeOver(core::ServiceKind service);
   void LoadMailUsers();
 

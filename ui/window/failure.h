@@ -1,15 +1,17 @@
 #pragma once
 
-// Diagnoses a failed start, including which program has the port.
+// Diagnoses a failed start, including which program, or which service of this one, has the port.
 
 #include <optional>
 
 #include "core/manager_view.h"
+#include "core/service_control.h"
 #include "core/start_diagnosis.h"
 
 namespace ui {
 
 /// None unless the outcome is a failed start with a known reason.
-std::optional<core::Diagnosis> Diagnose(const core::Outcome& outcome);
+std::optional<core::Diagnosis> Diagnose(const core::Outcome& outcome,
+                                        core::ServiceControl& control);
 
 }  // namespace ui

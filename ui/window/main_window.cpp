@@ -15,14 +15,30 @@ namespace ui {
 
 using core::ServiceKind;
 
+namespace {
+
+ServiceState StateAfter(core::Outcome::Event event) {
+  switch (event) {
+    case core::Outcome::Event::kStarted:
+      return ServiceState::kOn;
+    case core::Outcome::Event::kStartFailed:
+      return ServiceState::kFailed;
+    default:
+      return ServiceState::kOff;
+  }
+}
+
+}  // namespace
+
 frmMain::frmMain()
     : MainFrame("Tarnwerk"),
       stbInfo(new StatusBar(this)),
+      dialogs_([this] { mode_.UpdateMenu(); }),
       commands_(*this, *stbInfo, running_),
       survey_(*stbInfo),
       place_(*this),
       mode_(
-          *this, place_, [this] { return MakeMenuForTray(); },
+          *this, place_, dialogs_, [this] { return MakeMenuForTray(); },
           [this](bool seen) { survey_.WatchWhileSeen(seen); }) {
   SetName("frmMain");
   SetIcons(ProgramIcons());
@@ -40,7 +56,7 @@ frmMain::frmMain()
   whole->Add(content, wxSizerFlags(1).Expand());
   SetSizer(whole);
   for (const ServiceKind service : core::kServices) {
-    UpdateStatus(service, false, core::TextsOf(service).statusOff);
+    UpdateStatus(service, ServiceState::kOff, core::TextsOf(service).statusOff);
   }
   Bind(wxEVT_MENU, &frmMain::OnMenu, this);
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) {
@@ -81,21 +97,22 @@ void frmMain::ShowOutcome(const core::Outcome& outcome) {
   running_[core::IndexOf(outcome.service)] = outcome.CanBeStopped();
   UpdateMenuBar(*GetMenuBar(), running_);
   mode_.UpdateMenu();
-  UpdateStatus(outcome.service, outcome.event == core::Outcome::Event::kStarted,
-               core::StatusText(outcome));
+  UpdateStatus(outcome.service, StateAfter(outcome.event), core::StatusText(outcome));
 }
 
 void frmMain::ShowInFrame(const core::Outcome& outcome) {
-  const auto diagnosis = Diagnose(outcome);
+  const auto diagnosis = Diagnose(outcome, manager_->control);
   content->FrameOf(outcome.frame).ShowOutcome(outcome, diagnosis);
   fraWelcome->ShowOutcome(outcome, diagnosis);
   if (outcome.rootDir) commands_.ShowRootDir(outcome.frame);
   survey_.ShowReach(outcome.frame);
 }
 
-void frmMain::UpdateStatus(ServiceKind service, bool on, const std::string& text) {
-  content->FrameOf(service).SetState(on);
-  stbInfo->UpdateServiceStatus(on ? "ON" : "OFF", text, core::TextsOf(service).name);
+void frmMain::UpdateStatus(ServiceKind service, ServiceState state, const std::string& text) {
+  content->FrameOf(service).SetState(state);
+  const char* onOrOff = state == ServiceState::kOn ? "ON" : "OFF";
+  stbInfo->UpdateServiceStatus(onOrOff, text, core::TextsOf(service).name);
+  if (state == ServiceState::kFailed) stbInfo->MarkFailed(service);
 }
 
 void frmMain::CloseEverything(std::function<void()> done) {
@@ -106,7 +123,15 @@ void frmMain::CloseEverything(std::function<void()> done) {
 
 std::unique_ptr<wxMenu> frmMain::MakeMenuForTray() {
   auto menu = MakeTrayMenu(running_);
-  menu->Bind(wxEVT_MENU, &frmMain::OnMenu, this);
+  // One dialog at a time: an open one is brought to the front by showing the window.
+  for (const MenuItem item : {mnuOptions, mnuHelpTopic, mnuAbout}) {
+    menu->Enable(item, dialogs_.Innermost() == nullptr);
+  }
+  // Not at once: the desktop's menu serves nothing else until an entry has returned, and some open
+  // a dialog.
+  menu->Bind(wxEVT_MENU, [this](wxCommandEvent& event) {
+    CallAfter([this, event]() mutable { OnMenu(event); });
+  });
   return menu;
 }
 

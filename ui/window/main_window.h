@@ -53,7 +53,7 @@ class frmMain : public MainFrame, public core::ManagerView {
  private:
   void BindTabKeys();
   void ShowInFrame(const core::Outcome& outcome);
-  void UpdateStatus(core::ServiceKind service, bool on, const std::string& text);
+  void UpdateStatus(core::ServiceKind service, ServiceState state, const std::string& text);
   std::unique_ptr<wxMenu> MakeMenuForTray();
   void View(core::ServiceKind service);
   void OnMenu(wxCommandEvent& event);

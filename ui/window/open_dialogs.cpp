@@ -28,10 +28,18 @@ void OpenDialogs::DismissAll(std::function<void()> done) {
 int OpenDialogs::Enter(wxDialog* dialog) {
   if (done_) return wxID_CANCEL;
   open_.push_back(dialog);
+  onChange_();
   return wxID_NONE;
 }
 
-void OpenDialogs::Exit(wxDialog* dialog) { std::erase(open_, dialog); }
+void OpenDialogs::Exit(wxDialog* dialog) {
+  std::erase(open_, dialog);
+  onChange_();
+}
+
+void OpenDialogs::Raise() {
+  if (wxDialog* dialog = Innermost()) dialog->Raise();
+}
 
 void OpenDialogs::DismissNext() {
   if (open_.empty()) {

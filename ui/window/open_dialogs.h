@@ -1,19 +1,29 @@
 #pragma once
 
-// Tracks the open modal dialogs, the toolkit's and the system's, and dismisses them all when the
-// program is asked to end meanwhile.
+// Tracks the open modal dialogs, the toolkit's and the system's: brings them to the front when the
+// user looks for the program, and dismisses them all when it is asked to end meanwhile.
 
 #include <wx/modalhook.h>
 #include <wx/timer.h>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace ui {
 
 class OpenDialogs : private wxModalDialogHook {
  public:
-  OpenDialogs() { Register(); }
+  /// `onChange` is called when a dialog opens and when one has closed.
+  explicit OpenDialogs(std::function<void()> onChange) : onChange_(std::move(onChange)) {
+    Register();
+  }
+
+  /// Null if none is open.
+  wxDialog* Innermost() const { return open_.empty() ? nullptr : open_.back(); }
+
+  /// Brings the innermost dialog to the front, even if it was hidden with its window.
+  void Raise();
 
   /// Cancels every dialog, prevents new ones, and calls `done` from the outermost loop once the
   /// last has returned.
@@ -24,6 +34,7 @@ class OpenDialogs : private wxModalDialogHook {
   void Exit(wxDialog* dialog) override;
   void DismissNext();
 
+  std::function<void()> onChange_;
   std::vector<wxDialog*> open_;
   std::function<void()> done_;
   wxTimer timer_;

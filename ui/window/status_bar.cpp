@@ -11,6 +11,7 @@
 #include "ui/controls/art.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
+#include "ui/pages/service_looks.h"
 
 namespace ui {
 namespace {
@@ -27,6 +28,7 @@ int TextField(core::ServiceKind service) { return PictureField(service) + 1; }
 constexpr int kRemarkField = 6;
 constexpr int kTrafficField = 7;
 constexpr int kTrafficWidth = 210;  // minimum
+constexpr int kRemarkTime = 8000;   // milliseconds
 
 std::string BothWays(const net::Traffic& traffic, const char* per) {
   return "接收 " + core::ByteText(traffic.received) + per + "  发送 " +
@@ -45,11 +47,11 @@ StatusBar::StatusBar(wxWindow* parent)
   };
   const int text = widthOf(kLongestText, kTextWidth);
   const int traffic = widthOf(kLongestTraffic, kTrafficWidth);
-  const int widths[] = {picture, text, picture, text, picture, text, -1, traffic};
-  const int styles[] = {wxSB_FLAT, wxSB_FLAT, wxSB_FLAT, wxSB_FLAT,
-                        wxSB_FLAT, wxSB_FLAT, wxSB_FLAT, wxSB_FLAT};
-  SetFieldsCount(std::size(widths), widths);
-  SetStatusStyles(std::size(styles), styles);
+  widths_ = {picture, text, picture, text, picture, text, -1, traffic};
+  std::array<int, std::tuple_size_v<decltype(widths_)>> styles;
+  styles.fill(wxSB_FLAT);
+  SetFieldsCount(static_cast<int>(widths_.size()), widths_.data());
+  SetStatusStyles(static_cast<int>(styles.size()), styles.data());
   SetMinHeight(FromDIP(kPictureSize) + FromDIP(kTightGap));
   for (wxStaticBitmap*& each : pictures_) {
     each = new wxStaticBitmap(this, wxID_ANY, Art("off", kPictureSize));
@@ -57,6 +59,10 @@ StatusBar::StatusBar(wxWindow* parent)
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     PlacePictures();
     event.Skip();
+  });
+  remark_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+    SetStatusText("", kRemarkField);
+    ShowWidths(true);
   });
 }
 
@@ -70,11 +76,16 @@ void StatusBar::UpdateServiceStatus(std::string_view state, const std::string& t
 
 void StatusBar::SetPanel(core::ServiceKind service, bool on, const std::string& text) {
   on_[core::IndexOf(service)] = on;
-  pictures_[core::IndexOf(service)]->SetBitmap(Art(on ? "on" : "off", kPictureSize));
+  pictures_[core::IndexOf(service)]->SetBitmap(
+      Art(PictureOf(on ? ServiceState::kOn : ServiceState::kOff), kPictureSize));
   SetStatusText(Shown(text), TextField(service));
   std::string all;
   for (const core::ServiceKind each : core::kServices) all += PanelText(each) + " ";
   Describe(*this, all, AccessibleRole::kStatusBar);
+}
+
+void StatusBar::MarkFailed(core::ServiceKind service) {
+  pictures_[core::IndexOf(service)]->SetBitmap(Art(PictureOf(ServiceState::kFailed), kPictureSize));
 }
 
 std::string StatusBar::PanelText(core::ServiceKind service) const {
@@ -96,7 +107,20 @@ void StatusBar::ShowNoTraffic() {
 
 std::string StatusBar::TrafficText() const { return Typed(GetStatusText(kTrafficField)); }
 
-void StatusBar::Remark(const std::string& text) { SetStatusText(Shown(text), kRemarkField); }
+void StatusBar::Remark(const std::string& text) {
+  ShowWidths(true);
+  SetStatusText(Shown(text), kRemarkField);
+  wxRect field;
+  GetFieldRect(kRemarkField, field);
+  if (GetTextExtent(Shown(text)).x + FromDIP(kEdge) > field.width) ShowWidths(false);
+  remark_.StartOnce(kRemarkTime);
+}
+
+void StatusBar::ShowWidths(bool withTraffic) {
+  std::array<int, std::tuple_size_v<decltype(widths_)>> widths = widths_;
+  if (!withTraffic) widths[kTrafficField] = 0;
+  SetStatusWidths(static_cast<int>(widths.size()), widths.data());
+}
 
 void StatusBar::PlacePictures() {
   for (const core::ServiceKind service : core::kServices) {

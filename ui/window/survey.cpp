@@ -1,5 +1,7 @@
 #include "ui/window/survey.h"
 
+#include "core/port_remarks.h"
+#include "core/service_addresses.h"
 #include "files/files.h"
 #include "platform/local_addresses.h"
 #include "ui/window/content.h"
@@ -13,7 +15,7 @@ using core::ServiceKind;
 
 constexpr int kInterval = 400;  // milliseconds
 constexpr int kLooksPerRareOne = 10;
-constexpr std::int16_t kBrowsersPort = 80;
+constexpr int kBrowsersPort = 80;
 
 }  // namespace
 
@@ -80,17 +82,22 @@ void Survey::ShowFirstSteps() {
 }
 
 void Survey::ShowReach(ServiceKind service) {
+  const core::Service& server = manager_->control.Of(service);
+  const bool runs = server.IsRunning();
+  const core::Ports ports = runs ? server.PortsInUse() : server.PortsToUse();
   std::vector<std::string> addresses;
-  if (manager_->control.Of(service).IsRunning()) {
+  if (runs) {
     for (const std::string& machine : platform::LocalAddresses()) {
-      addresses.push_back(core::ReachedAt(service, machine, PortsOf(*manager_, service)));
+      addresses.push_back(core::ReachedAt(service, machine, ports));
     }
   }
   ServiceFrame& frame = content_->FrameOf(service);
+  frame.SetPorts(runs ? core::PortsText(service, ports) : "");
+  frame.SetRestartNote(core::RestartNote(service, server));
   frame.SetReach(addresses);
   if (service != ServiceKind::kWeb) return;
   // After a failed start there is more urgent news about the port.
-  frame.SetPortNote(manager_->web.Options().WebPort != kBrowsersPort && !frame.HasFailed());
+  frame.SetPortNote(ports.first != kBrowsersPort && !frame.HasFailed());
 }
 
 }  // namespace ui

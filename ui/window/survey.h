@@ -31,7 +31,8 @@ class Survey {
 
   void ShowFirstSteps();
 
-  /// Shows how other computers reach the service, and whether browsers would display its pages.
+  /// Shows the ports in use, whether a restart would change them, how other computers reach the
+  /// service, and whether browsers would display its pages.
   void ShowReach(core::ServiceKind service);
 
  private:

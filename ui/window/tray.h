@@ -8,6 +8,7 @@
 
 class wxMenu;
 class wxFrame;
+class wxWindow;
 
 namespace ui {
 
@@ -18,8 +19,14 @@ class TrayHost {
   /// A new menu for the current state. Its events go to the menu's own event handler.
   virtual std::unique_ptr<wxMenu> MakeMenuForTray() = 0;
 
+  /// The modal dialog that the user has to close first; null if there is none.
+  virtual wxWindow* InnermostDialog() = 0;
+
   /// The user wants the window back.
   virtual void OnTrayRestore() = 0;
+
+  /// The desktop has no tray any more.
+  virtual void OnTrayLost() = 0;
 };
 
 class Tray {

@@ -21,10 +21,11 @@ bool PasswordIsSet(const settings::Program& program) {
 
 }  // namespace
 
-TrayMode::TrayMode(wxFrame& window, RememberedPlace& place, MenuMaker makeMenu,
-                   std::function<void(bool)> onSeen)
+TrayMode::TrayMode(wxFrame& window, RememberedPlace& place, OpenDialogs& dialogs,
+                   MenuMaker makeMenu, std::function<void(bool)> onSeen)
     : window_(window),
       place_(place),
+      dialogs_(dialogs),
       makeMenu_(std::move(makeMenu)),
       onSeen_(std::move(onSeen)),
       tray_(MakeTray(window, Art("tarnwerk", kIconSize), *this)) {
@@ -45,8 +46,12 @@ void TrayMode::Attach(const settings::Program& program, std::function<void()> on
 }
 
 void TrayMode::Open() {
-  if (window_.IsShown() && !window_.IsIconized()) return window_.Raise();
-  if (asking_ || closing_) return;
+  if (closing_) return;
+  if (asking_) return dialogs_.Raise();
+  if (window_.IsShown() && !window_.IsIconized()) {
+    window_.Raise();
+    return dialogs_.Raise();
+  }
   if (AskForPassword()) return Appear();
   if (!inTray_) GoToTrayOrEnd();
 }
@@ -56,20 +61,33 @@ void TrayMode::Appear() {
   window_.Show();
   if (window_.IsIconized()) window_.Iconize(false);
   window_.Raise();
+  dialogs_.Raise();
   if (!std::exchange(opened_, true)) frmTip::ShowUnlessTurnedOff(&window_, *program_);
 }
 
-// After a start without a tray the window is minimised; here the user restores it.
+// Without a tray, the window stays reachable in the task bar.
+void TrayMode::MinimiseInstead() {
+  insteadOfTray_ = true;
+  minimising_ = true;
+  window_.Show();
+  window_.Iconize();
+}
+
+// The user restores a window that is minimised instead of being in the tray.
 void TrayMode::OpenFromTaskBar() {
-  if (opened_ || asking_ || closing_) return;
+  if (!insteadOfTray_ || asking_ || closing_) return;
   window_.Hide();
-  if (AskForPassword()) {
-    place_.Take();
-    Appear();
-  } else {
-    window_.Show();
-    window_.Iconize();
-  }
+  if (!AskForPassword()) return MinimiseInstead();
+  insteadOfTray_ = false;
+  Appear();
+  place_.Take();  // window managers forget it with the minimised window
+}
+
+void TrayMode::OnTrayLost() {
+  if (!inTray_ || closing_) return;
+  LeaveTray();
+  inTray_ = tray_->Add();  // of another kind
+  if (!inTray_) MinimiseInstead();
 }
 
 bool TrayMode::AskForPassword() {
@@ -93,8 +111,7 @@ void TrayMode::GoToTray() {
   if (inTray_) return;
   RememberPlace();
   if (tray_->Add()) return HideBehindIcon();
-  // Without a tray, the window stays reachable in the task bar.
-  window_.Show();
+  if (!opened_) return MinimiseInstead();
   if (!window_.IsIconized()) window_.Iconize();
 }
 
@@ -115,10 +132,12 @@ void TrayMode::RememberPlace() {
 void TrayMode::OnIconize(wxIconizeEvent& event) {
   event.Skip();
   onSeen_(window_.IsShown() && !event.IsIconized());
-  if (!event.IsIconized() && window_.IsShown() && !opened_) {
-    window_.CallAfter([this] { OpenFromTaskBar(); });
+  if (!event.IsIconized()) {
+    // Some window managers announce a window as restored before they minimise it.
+    if (insteadOfTray_ && !minimising_) window_.CallAfter([this] { OpenFromTaskBar(); });
+    return;
   }
-  if (!event.IsIconized()) return;
+  minimising_ = false;
   // Some window managers first show the window minimised, as it was when it was hidden. Undo that.
   if (std::exchange(wentMinimised_, false)) return window_.Iconize(false);
   if (inTray_ || !tray_->Add()) return;

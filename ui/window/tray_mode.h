@@ -5,12 +5,14 @@
 // tray the window is minimised instead, so that it can always be found. If there is a manager
 // password, the window is shown only to users who know it.
 
+#include <wx/dialog.h>
 #include <wx/toplevel.h>
 
 #include <functional>
 #include <memory>
 
 #include "settings/program.h"
+#include "ui/window/open_dialogs.h"
 #include "ui/window/remembered_place.h"
 #include "ui/window/tray.h"
 
@@ -21,15 +23,15 @@ class TrayMode : private TrayHost {
   using MenuMaker = std::function<std::unique_ptr<wxMenu>()>;
 
   /// `onSeen` is called whenever the visibility of the window may have changed.
-  TrayMode(wxFrame& window, RememberedPlace& place, MenuMaker makeMenu,
+  TrayMode(wxFrame& window, RememberedPlace& place, OpenDialogs& dialogs, MenuMaker makeMenu,
            std::function<void(bool)> onSeen);
 
   /// Must be called before the window is shown. `onClose` is called when a user without the
   /// password would be left with neither window nor icon.
   void Attach(const settings::Program& program, std::function<void()> onClose);
 
-  /// Shows the window, after asking for the manager password if there is one. Without the password
-  /// the program stays in the tray, or ends if there is no tray.
+  /// Shows the window, after asking for the manager password if there is one, and an open dialog in
+  /// front of it. Without the password the program stays in the tray, or ends if there is no tray.
   void Open();
 
   /// The action of mnuShowSystemTray.
@@ -48,6 +50,7 @@ class TrayMode : private TrayHost {
  private:
   bool AskForPassword();
   void Appear();
+  void MinimiseInstead();
   void OpenFromTaskBar();
   void GoToTrayOrEnd();
   void HideBehindIcon();
@@ -55,10 +58,13 @@ class TrayMode : private TrayHost {
   void RememberPlace();
   void OnIconize(wxIconizeEvent& event);
   std::unique_ptr<wxMenu> MakeMenuForTray() override { return makeMenu_(); }
+  wxWindow* InnermostDialog() override { return dialogs_.Innermost(); }
   void OnTrayRestore() override { Open(); }
+  void OnTrayLost() override;
 
   wxFrame& window_;
   RememberedPlace& place_;
+  OpenDialogs& dialogs_;
   MenuMaker makeMenu_;
   std::function<void(bool)> onSeen_;
   const settings::Program* program_ = nullptr;
@@ -69,6 +75,8 @@ class TrayMode : private TrayHost {
   bool closing_ = false;
   bool asking_ = false;         // for the password
   bool wentMinimised_ = false;  // to the tray, and not active since
+  bool insteadOfTray_ = false;  // minimised, and restored only with the password
+  bool minimising_ = false;     // asked for, and not done yet
 };
 
 }  // namespace ui

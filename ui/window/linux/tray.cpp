@@ -51,6 +51,8 @@ class LinuxTray : public Tray {
     if (!shown_ || !notifier_) return;
     // The old menu must outlive its use by the notifier.
     auto fresh = host_.MakeMenuForTray();
+    // While a dialog is modal, the toolkit ignores the menus of all other windows.
+    fresh->SetInvokingWindow(host_.InnermostDialog());
     notifier_->SetMenu(fresh->m_menu);
     menu_ = std::move(fresh);
   }
@@ -61,7 +63,8 @@ class LinuxTray : public Tray {
     if (!notifier_) {
       const std::filesystem::path folder = platform::StateDirectory();
       if (!SaveIcon(folder / (std::string(kIconName) + ".png"))) return false;
-      notifier_ = std::make_unique<platform::StatusNotifier>(kIconName, folder, kTrayTip);
+      notifier_ = std::make_unique<platform::StatusNotifier>(kIconName, folder, kTrayTip,
+                                                             [this] { host_.OnTrayLost(); });
     }
     shown_ = true;
     UpdateMenu();
