@@ -8,9 +8,10 @@
 #include <utility>
 
 #include "net/window_loop.h"
-#include "ui/controls/toolkit_messages.h"
+#include "platform/window_language.h"
 #include "ui/window/main_window.h"
 #include "ui/window/splash_screen.h"
+#include "ui/window/toolkit_messages.h"
 
 namespace app {
 namespace {
@@ -47,6 +48,7 @@ class PassingVariable {
 class Toolkit {
  public:
   Toolkit() {
+    platform::UseLanguageOfUser();
     wxApp::SetInstance(new ToolkitApp);
     // The toolkit gets the program's name but not its arguments.
     static char name[] = "Tarnwerk";

@@ -5,10 +5,25 @@
 #include <wx/hyperlink.h>
 #include <wx/stattext.h>
 
+#include <mutex>
+
+#include "platform/control_looks.h"
+#include "ui/controls/colours.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 
 namespace ui {
+namespace {
+
+void UseReadableLinks() {
+  static std::once_flag done;
+  std::call_once(done, [] {
+    platform::SetLinkColours(Typed(LinkText().GetAsString(wxC2S_HTML_SYNTAX)),
+                             Typed(QuietText().GetAsString(wxC2S_HTML_SYNTAX)));
+  });
+}
+
+}  // namespace
 
 wxStaticText* MakeHeading(wxWindow* parent, const char* text, double factor) {
   auto* heading = new wxStaticText(parent, wxID_ANY, Shown(text));
@@ -20,6 +35,7 @@ wxHyperlinkCtrl* MakeAddress(wxWindow* parent, const char* name,
                              const std::function<void()>& onClick) {
   auto* address = new wxHyperlinkCtrl(parent, wxID_ANY, " ", "", wxDefaultPosition, wxDefaultSize,
                                       wxHL_ALIGN_LEFT | wxBORDER_NONE);
+  UseReadableLinks();
   // Same colour, visited or not.
   address->SetVisitedColour(address->GetNormalColour());
   address->Bind(wxEVT_HYPERLINK, [onClick](wxHyperlinkEvent&) { onClick(); });
@@ -41,6 +57,15 @@ wxButton* MakeActionButton(wxWindow* parent, const char* name, const char* text,
   wxButton* button = MakeButton(parent, name, text);
   button->Bind(wxEVT_BUTTON, [action](wxCommandEvent&) { action(); });
   return button;
+}
+
+void ShowAsMain(wxButton& button) {
+  platform::ShowAsMainButton(button.GetHandle());
+  // Where buttons look like this while they have the focus, they lose the looks with it.
+  button.Bind(wxEVT_KILL_FOCUS, [&button](wxFocusEvent& event) {
+    event.Skip();
+    button.CallAfter([&button] { platform::ShowAsMainButton(button.GetHandle()); });
+  });
 }
 
 }  // namespace ui

@@ -15,12 +15,16 @@ namespace ui {
 /// A heading in the window's font, larger by `factor`.
 wxStaticText* MakeHeading(wxWindow* parent, const char* text, double factor);
 
-/// A clickable address, hidden while empty. It is truncated to `width` pixels.
+/// A clickable address, hidden while empty. It is truncated to `width` pixels. It can be read while
+/// it is disabled, too.
 wxHyperlinkCtrl* MakeAddress(wxWindow* parent, const char* name,
                              const std::function<void()>& onClick);
 void ShowAddress(wxHyperlinkCtrl& address, const std::string& text, int width);
 
 wxButton* MakeActionButton(wxWindow* parent, const char* name, const char* text,
                            const std::function<void()>& action);
+
+/// Gives a button the looks of the page's or dialog's main one.
+void ShowAsMain(wxButton& button);
 
 }  // namespace ui

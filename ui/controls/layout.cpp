@@ -7,9 +7,11 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "ui/controls/accessible.h"
+#include "ui/controls/basic_controls.h"
 #include "ui/controls/colours.h"
 #include "ui/controls/toolkit_text.h"
 
@@ -41,6 +43,20 @@ wxButton* MakeButton(wxWindow* parent, const char* name, const char* text, int i
 
 wxCheckBox* MakeCheckBox(wxWindow* parent, const char* name, const char* text) {
   return Named(new wxCheckBox(parent, wxID_ANY, Shown(text)), name);
+}
+
+wxTextCtrl* MakeField(wxWindow* parent, const char* name, int width, long style) {
+  auto* field = Named(new wxTextCtrl(parent, wxID_ANY, "", wxDefaultPosition,
+                                     parent->FromDIP(wxSize(width, -1)), style),
+                      name);
+  FitToLetters(*field);
+  return field;
+}
+
+// On GTK the toolkit's best height shrinks as the letters grow.
+void FitToLetters(wxTextCtrl& field) {
+  const int height = field.GetTextExtent(Shown("字")).y + field.FromDIP(2 * kTightGap);
+  field.SetMinSize({field.GetMinSize().x, std::max(height, field.GetBestSize().y)});
 }
 
 Column::Column(wxWindow* window, int gap)
@@ -80,13 +96,12 @@ wxTextCtrl* FieldRows::AddWithButton(const char* name, const char* label, const 
 wxTextCtrl* FieldRows::AddField(const char* name, const char* label, long style, int columns) {
   ++row_;
   auto* text = new wxStaticText(parent_, wxID_ANY, Shown(label));
-  auto* field = new wxTextCtrl(parent_, wxID_ANY, "", wxDefaultPosition,
-                               parent_->FromDIP(wxSize(kFieldWidth, -1)), style);
+  wxTextCtrl* field = MakeField(parent_, name, kFieldWidth, style);
   grid_->Add(text, {row_, 0}, {1, 1}, wxALIGN_CENTRE_VERTICAL);
   grid_->Add(field, {row_, 1}, {1, columns}, wxEXPAND | wxALIGN_CENTRE_VERTICAL);
   if (row_ == 0) grid_->AddGrowableCol(1);
   last_ = field;
-  return Named(field, name);
+  return field;
 }
 
 void FieldRows::AddNote(const char* name, const char* usual, FieldComplaint complaint) {
@@ -148,6 +163,7 @@ DialogButtons MakeDialogButtons(wxDialog& dialog, const char* okName, const char
   const DialogButtons buttons{MakeButton(&dialog, okName, "确定", wxID_OK),
                               MakeButton(&dialog, cancelName, "取消", wxID_CANCEL)};
   buttons.ok->SetDefault();
+  ShowAsMain(*buttons.ok);
   dialog.SetEscapeId(wxID_CANCEL);
   return buttons;
 }

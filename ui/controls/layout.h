@@ -35,6 +35,12 @@ Control* Named(Control* control, const char* name) {
 wxButton* MakeButton(wxWindow* parent, const char* name, const char* text, int id = wxID_ANY);
 wxCheckBox* MakeCheckBox(wxWindow* parent, const char* name, const char* text);
 
+/// A text field at least `width` pixels wide, as high as Chinese letters need.
+wxTextCtrl* MakeField(wxWindow* parent, const char* name, int width, long style = 0);
+
+/// Makes a text field of the toolkit's own as high as that.
+void FitToLetters(wxTextCtrl& field);
+
 /// Items stacked vertically, each as wide as the widest.
 class Column {
  public:

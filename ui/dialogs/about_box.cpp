@@ -45,6 +45,7 @@ frmAbout::frmAbout(wxWindow* parent) : wxDialog(parent, wxID_ANY, Shown("关于 
   wxButton* ok = MakeButton(this, "cmdOK", "确定", wxID_OK);
   column->Add(ok, wxSizerFlags().Right().Border(wxRIGHT | wxBOTTOM, FromDIP(kEdge)));
   ok->SetDefault();
+  ShowAsMain(*ok);
   SetEscapeId(wxID_OK);
   SetSizerAndFit(column);
   CentreOnParent();

@@ -10,6 +10,7 @@
 #include "platform/program_location.h"
 #include "platform/shell.h"
 #include "text/path_text.h"
+#include "ui/controls/basic_controls.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 
@@ -64,6 +65,8 @@ class HelpBox : public wxDialog {
     column->Add(text, wxSizerFlags(1).Expand().Border(wxALL, edge));
     column->Add(close, wxSizerFlags().Right().Border(wxRIGHT | wxBOTTOM, edge));
     SetSizerAndFit(column);
+    close->SetDefault();
+    ShowAsMain(*close);
     close->SetFocus();
     CentreOnParent();
   }

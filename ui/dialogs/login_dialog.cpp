@@ -6,6 +6,7 @@
 
 #include "settings/manager_password.h"
 #include "text/strings.h"
+#include "ui/controls/colours.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 
@@ -13,8 +14,6 @@ namespace ui {
 namespace {
 
 constexpr int kPatience = 60000;  // milliseconds
-
-const wxColour kErrorColour(0xC4, 0x2B, 0x1C);
 
 }  // namespace
 
@@ -35,7 +34,7 @@ wxSizer* frmPassWord::MakeContent() {
   FieldRows rows(this);
   txtPwd = rows.Add("txtPwd", "管理密码(&P)：", wxTE_PASSWORD | wxTE_PROCESS_ENTER);
   lblMsg = Named(new wxStaticText(this, wxID_ANY, Shown("密码不正确，请重新输入。")), "lblMsg");
-  lblMsg->SetForegroundColour(kErrorColour);
+  lblMsg->SetForegroundColour(FailedText());
   lblMsg->Hide();
   auto* column = new wxBoxSizer(wxVERTICAL);
   column->Add(rows.Sizer(), wxSizerFlags().Expand());

@@ -54,9 +54,7 @@ wxSizer* frmOptions::MakeContent() {
 
   Group manager(this, "管理密码");
   chkManagerPwd = MakeCheckBox(manager.Parent(), "chkManagerPwd", "打开管理窗口时要求密码(&P)：");
-  txtPwd = Named(new wxTextCtrl(manager.Parent(), wxID_ANY, "", wxDefaultPosition,
-                                FromDIP(wxSize(kPasswordWidth, -1)), wxTE_PASSWORD),
-                 "txtPwd");
+  txtPwd = MakeField(manager.Parent(), "txtPwd", kPasswordWidth, wxTE_PASSWORD);
   chkShowPwd = MakeCheckBox(manager.Parent(), "chkShowPwd", "显示密码(&W)");
   manager.Content().Add(MakeRow(this, {chkManagerPwd, txtPwd, chkShowPwd}));
 

@@ -33,6 +33,7 @@ frmQrCode::frmQrCode(wxWindow* parent, const std::vector<std::string>& addresses
   SetSizerAndFit(column);
   SetEscapeId(wxID_CANCEL);
   close->SetDefault();
+  ShowAsMain(*close);
   if (cboAddress->IsShown()) {
     cboAddress->SetFocus();
   } else {

@@ -5,24 +5,38 @@
 #include <wx/textctrl.h>
 #include <wx/textdlg.h>
 
+#include "files/files.h"
 #include "platform/native_path.h"
 #include "platform/system_folders.h"
 #include "text/strings.h"
+#include "ui/controls/basic_controls.h"
+#include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 
 namespace ui {
 namespace {
 
-// The toolkit's own dialogs name their buttons in the language of the system.
-void SetButtonText(wxDialog& dialog, int id, const char* text) {
-  if (wxWindow* button = dialog.FindWindow(id)) button->SetLabel(Shown(text));
+// What the toolkit's dialogs lack in comparison with the program's: buttons in its language, a
+// field that is high enough.
+void Adapt(wxTextEntryDialog& dialog) {
+  auto* ok = wxDynamicCast(dialog.FindWindow(wxID_OK), wxButton);
+  ok->SetLabel(Shown("确定"));
+  ShowAsMain(*ok);
+  dialog.FindWindow(wxID_CANCEL)->SetLabel(Shown("取消"));
+  for (wxWindow* child : dialog.GetChildren()) {
+    if (auto* field = wxDynamicCast(child, wxTextCtrl)) FitToLetters(*field);
+  }
+  dialog.Fit();
 }
 
 }  // namespace
 
-std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title) {
+std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title,
+                                        const std::string& current) {
+  const bool exists = files::FolderExists(platform::PathTextFromUser(current));
   const std::string start =
-      platform::PathTextForUser(platform::PathText(platform::FirstFolderToChooseFrom()));
+      exists ? current
+             : platform::PathTextForUser(platform::PathText(platform::FirstFolderToChooseFrom()));
   wxDirDialog dialog(parent, Shown(title), Shown(start));
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
   const std::string path = Typed(dialog.GetPath());
@@ -31,7 +45,8 @@ std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title) {
 
 void LetChooseFolder(wxButton* button, wxTextCtrl* field, const char* title) {
   button->Bind(wxEVT_BUTTON, [button, field, title](wxCommandEvent&) {
-    const auto folder = ChooseFolder(wxGetTopLevelParent(button), title);
+    const std::string current = Typed(field->GetValue());
+    const auto folder = ChooseFolder(wxGetTopLevelParent(button), title, current);
     if (folder) field->ChangeValue(Shown(*folder));
   });
 }
@@ -39,8 +54,7 @@ void LetChooseFolder(wxButton* button, wxTextCtrl* field, const char* title) {
 std::optional<std::string> AskText(wxWindow* parent, const char* prompt, const char* title,
                                    const std::string& proposed) {
   wxTextEntryDialog dialog(parent, Shown(prompt), Shown(title), Shown(proposed));
-  SetButtonText(dialog, wxID_OK, "确定");
-  SetButtonText(dialog, wxID_CANCEL, "取消");
+  Adapt(dialog);
   if (dialog.ShowModal() != wxID_OK || dialog.GetValue().empty()) return std::nullopt;
   return Typed(dialog.GetValue());
 }

@@ -11,8 +11,10 @@ class wxWindow;
 
 namespace ui {
 
-/// A folder in the user's own form, without blanks at its ends; none if the user cancelled.
-std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title);
+/// A folder in the user's own form, without blanks at its ends; none if the user cancelled. The
+/// choice begins at `current`, likewise in the user's form, if there is such a folder.
+std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title,
+                                        const std::string& current);
 
 /// From now on `button` asks for a folder and puts it into `field`.
 void LetChooseFolder(wxButton* button, wxTextCtrl* field, const char* title);

@@ -109,6 +109,7 @@ frmTip::frmTip(wxWindow* parent, std::vector<std::string> tips)
   SetSizerAndFit(column);
   SetEscapeId(wxID_CANCEL);
   close->SetDefault();
+  ShowAsMain(*close);
   close->SetFocus();
   CentreOnParent();
   ShowTip();

@@ -51,7 +51,7 @@ wxStaticText* MakeQuietText(wxWindow* parent, const wxString& text, long style =
 }  // namespace
 
 ServiceFrame::ServiceFrame(wxWindow* parent, core::ServiceKind service, ServiceCommands& commands)
-    : wxPanel(parent), service_(service), commands_(commands) {
+    : Page(parent), service_(service), commands_(commands) {
   Named(this, LooksOf(service).frame);
   const int edge = FromDIP(kEdge);
   auto* column = new wxBoxSizer(wxVERTICAL);
@@ -193,9 +193,10 @@ wxSizer* ServiceFrame::MakePorts() {
 }
 
 wxSizer* ServiceFrame::MakePortNote() {
-  portNote_ = Named(
-      MakeQuietText(this, Shown("现在的浏览器只在端口 80 上显示这种网页；当前设置的是别的端口。")),
-      "lblPortNote");
+  portNote_ =
+      Named(MakeQuietText(
+                this, Shown("现在的浏览器只在端口 80 上显示这种网页；\n当前设置的是别的端口。")),
+            "lblPortNote");
   changePort_ = MakeActionButton(this, "cmdChangePort", "更改(&U)...",
                                  Calling(&ServiceCommands::ShowOptions));
   portNote_->Hide();
@@ -222,6 +223,7 @@ wxSizer* ServiceFrame::MakeButtons() {
   const ServiceLooks& looks = LooksOf(service_);
   start_ = MakeActionButton(this, looks.start, "启动(&G)", Calling(&ServiceCommands::Start));
   stop_ = MakeActionButton(this, looks.stop, "停止(&P)", Calling(&ServiceCommands::Stop));
+  ShowAsMain(*start_);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(start_, InRow(this));
   row->Add(stop_, InRow(this));

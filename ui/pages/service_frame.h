@@ -5,8 +5,6 @@
 // missing. The rest of the page is specific to the service: the Web folder as a tree, the mail
 // users. The page decides nothing; its buttons call ServiceCommands.
 
-#include <wx/panel.h>
-
 #include <functional>
 #include <optional>
 #include <string>
@@ -14,6 +12,7 @@
 
 #include "core/manager_view.h"
 #include "core/start_diagnosis.h"
+#include "ui/controls/page.h"
 #include "ui/pages/service_looks.h"
 
 class wxBookCtrlBase;
@@ -28,7 +27,7 @@ namespace ui {
 class LivePanel;
 class ServiceCommands;
 
-class ServiceFrame : public wxPanel {
+class ServiceFrame : public Page {
  public:
   /// `commands` must outlive this page.
   ServiceFrame(wxWindow* parent, core::ServiceKind service, ServiceCommands& commands);

@@ -25,9 +25,7 @@ namespace {
 constexpr int kLogoSize = 64;
 constexpr int kPictureSize = 56;
 constexpr int kStateSize = 16;
-constexpr int kCardWidth = 196;  // minimum; fits an address
-constexpr const char* kUsualAddress = "Http://www.example-name.com";
-constexpr int kAddressHeight = 46;  // two lines
+constexpr int kAddressWidth = 180;  // minimum
 constexpr double kNameFactor = 1.8;
 constexpr double kTitleFactor = 1.2;
 
@@ -52,10 +50,15 @@ constexpr std::array<CardNames, 3> kNames = {{
      "cmdCardStopMail", "cmdCardMailPage", "cmdCardMailRoot"},
 }};
 
+// Of an address or a reason.
+int HeightOfTwoLines(wxWindow& parent) {
+  return 2 * parent.GetTextExtent(Shown("字")).y + parent.FromDIP(kGap);
+}
+
 }  // namespace
 
 WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
-    : wxPanel(parent), actions_(std::move(actions)) {
+    : Page(parent), actions_(std::move(actions)), addressWidth_(FromDIP(kAddressWidth)) {
   Named(this, "fraWelcome");
   auto* cards = new wxGridSizer(1, static_cast<int>(core::kServices.size()), 0, FromDIP(kEdge));
   for (const core::ServiceKind service : core::kServices) {
@@ -69,6 +72,10 @@ WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
   column->Add(cards, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge));
   column->Add(MakeFooter(), wxSizerFlags().Expand().Border(wxALL, edge));
   SetSizer(column);
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    UseWidth();
+    event.Skip();
+  });
   for (const core::ServiceKind service : core::kServices) SetRunning(service, false);
 }
 
@@ -106,11 +113,11 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   auto* state = new wxBoxSizer(wxHORIZONTAL);
   state->Add(card.stateIcon, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kTightGap)));
   state->Add(card.state, wxSizerFlags().CentreVertical());
-  // Always as high as the longest address, so that the cards do not jump.
+  // Always as high as two lines, so that the buttons of all cards are in line and do not move.
   auto* address = new wxBoxSizer(wxHORIZONTAL);
   address->Add(card.address, wxSizerFlags().CentreVertical());
   address->Add(card.reason, wxSizerFlags().CentreVertical());
-  address->Add(0, FromDIP(kAddressHeight));
+  address->Add(0, HeightOfTwoLines(*panel));
 
   const wxSizerFlags centred = wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kGap));
   auto* column = new wxBoxSizer(wxVERTICAL);
@@ -118,12 +125,12 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
               wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kEdge)));
   column->Add(MakeHeading(panel, looks.title, kTitleFactor), centred);
   column->Add(state, centred);
-  column->Add(address, wxSizerFlags().CentreHorizontal().Border(wxLEFT | wxRIGHT, FromDIP(kGap)));
+  column->Add(address, wxSizerFlags().CentreHorizontal().Border(wxALL & ~wxTOP, FromDIP(kGap)));
   const wxSizerFlags wide = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, FromDIP(kEdge));
   column->Add(card.start, wide);
   column->Add(card.stop, wide);
   column->AddSpacer(FromDIP(kGap));
-  wxButton* page = MakeActionButton(panel, names.page, "查看与设置...", call(&Actions::showPage));
+  wxButton* page = MakeActionButton(panel, names.page, "查看与设置", call(&Actions::showPage));
   wxButton* root = MakeActionButton(panel, names.root, "打开文件夹", call(&Actions::openRoot));
   column->Add(page, wide);
   column->AddSpacer(FromDIP(kGap));
@@ -133,8 +140,7 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   for (wxButton* button : {card.start, card.stop, page, root}) {
     Describe(*button, Typed(button->GetLabel()) + " " + looks.title);
   }
-  const int room = panel->GetTextExtent(kUsualAddress).x + FromDIP(2 * kGap);
-  column->SetMinSize(std::max(FromDIP(kCardWidth), room), -1);
+  column->SetMinSize(FromDIP(kAddressWidth + 2 * kGap), -1);
   panel->SetSizer(column);
   return panel;
 }
@@ -143,8 +149,12 @@ wxSizer* WelcomeFrame::MakeFooter() {
   startAll_ =
       MakeActionButton(this, "cmdStartAll", "全部启动(&A)", [this] { actions_.startAll(); });
   stopAll_ = MakeActionButton(this, "cmdStopAll", "全部停止(&L)", [this] { actions_.stopAll(); });
-  const wxSize large = FromDIP(wxSize(160, 36));
-  for (wxButton* button : {startAll_, stopAll_}) button->SetMinSize(large);
+  ShowAsMain(*startAll_);
+  for (wxButton* button : {startAll_, stopAll_}) {
+    wxSize large = FromDIP(wxSize(160, 36));
+    large.IncTo(button->GetBestSize());
+    button->SetMinSize(large);
+  }
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->AddStretchSpacer();
   row->Add(startAll_);
@@ -165,10 +175,24 @@ void WelcomeFrame::ShowOutcome(const core::Outcome& outcome,
 }
 
 void WelcomeFrame::SetAddress(core::ServiceKind service, const std::string& text) {
-  ServiceCard& card = CardOf(service);
+  CardOf(service).addressText = text;
+  ShowAddressOf(CardOf(service));
+}
+
+void WelcomeFrame::ShowAddressOf(ServiceCard& card) {
   // The mail server has two addresses, shown on two lines.
-  ShowAddress(*card.address, text::ReplaceAll(text, "  ", "\n"), FromDIP(kCardWidth));
+  ShowAddress(*card.address, text::ReplaceAll(card.addressText, "  ", "\n"), addressWidth_);
   card.panel->Layout();
+}
+
+// Addresses are cut to the cards rather than widening them beyond the window.
+void WelcomeFrame::UseWidth() {
+  const int cards = static_cast<int>(cards_.size());
+  const int width = (GetClientSize().x - FromDIP(kEdge) * (cards + 1)) / cards - FromDIP(2 * kGap);
+  const int next = std::max(width, FromDIP(kAddressWidth));
+  if (next == addressWidth_) return;
+  addressWidth_ = next;
+  for (ServiceCard& card : cards_) ShowAddressOf(card);
 }
 
 void WelcomeFrame::SetRunning(core::ServiceKind service, bool running) {

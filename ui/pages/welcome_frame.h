@@ -4,8 +4,6 @@
 // stop button; a button for all of them; and above them the first steps of a new user. The page
 // decides nothing; its buttons call the actions.
 
-#include <wx/panel.h>
-
 #include <array>
 #include <functional>
 #include <optional>
@@ -13,6 +11,7 @@
 
 #include "core/manager_view.h"
 #include "core/start_diagnosis.h"
+#include "ui/controls/page.h"
 #include "ui/pages/first_steps.h"
 
 class wxBoxSizer;
@@ -23,7 +22,7 @@ class wxStaticText;
 
 namespace ui {
 
-class WelcomeFrame : public wxPanel {
+class WelcomeFrame : public Page {
  public:
   struct Actions {
     std::function<void(core::ServiceKind)> start;
@@ -55,6 +54,7 @@ class WelcomeFrame : public wxPanel {
     wxStaticBitmap* stateIcon;
     wxStaticText* state;
     wxHyperlinkCtrl* address;
+    std::string addressText;
     wxStaticText* reason;
     wxButton* start;
     wxButton* stop;
@@ -63,6 +63,8 @@ class WelcomeFrame : public wxPanel {
     bool running = false;
   };
 
+  void UseWidth();
+  void ShowAddressOf(ServiceCard& card);
   void SetRunning(core::ServiceKind service, bool running);
   void EnableTogether();
   wxSizer* MakeHeader();
@@ -76,6 +78,7 @@ class WelcomeFrame : public wxPanel {
   FirstSteps* steps_;
   wxButton* startAll_;
   wxButton* stopAll_;
+  int addressWidth_;  // in pixels, the space in a card
 };
 
 }  // namespace ui

@@ -4,6 +4,7 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "ui/controls/accessible.h"
@@ -22,7 +23,8 @@ using core::ServiceKind;
 
 Content::Content(wxWindow* parent, Commands& commands) : wxPanel(parent), commands_(commands) {
   auto* row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(MakeSideBar(), wxSizerFlags().Expand());
+  sideBar_ = MakeSideBar();
+  row->Add(sideBar_, wxSizerFlags().Expand());
   row->Add(MakePages(), wxSizerFlags(1).Expand());
   SetSizer(row);
 }
@@ -107,7 +109,7 @@ void Content::FillFtpFrame() {
   auto* note = new wxStaticText(
       frame.BodyParent(), wxID_ANY,
       Shown("FTP 服务只有一个主目录：客户端看到的“/”就是它。\n"
-            "任何用户名和密码都可以登录并下载；上传、改名和删除只限于选项中的上传目录。"));
+            "任何用户名和密码都可以登录并下载；\n上传、改名和删除只限于选项中的上传目录。"));
   note->SetForegroundColour(QuietText());
   frame.Body()->Add(note, wxSizerFlags().Expand());
 }
@@ -133,18 +135,19 @@ void Content::FillMailFrame() {
   frame.Body()->Add(lblMessages, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap)));
 }
 
-std::array<wxWindow*, 4> Content::Pages() const {
+std::array<Page*, 4> Content::Pages() const {
   return {fraWelcome, frames_[0], frames_[1], frames_[2]};
 }
 
 void Content::ShowPage(wxWindow* page) {
-  const std::array<wxWindow*, 4> pages = Pages();
+  const std::array<Page*, 4> pages = Pages();
   const wxWindow* focused = FindFocus();
   const bool isInSideBar = focused != nullptr && focused->GetParent() == selectors_[0]->GetParent();
   GetParent()->Freeze();
   for (std::size_t i = 0; i < pages.size(); ++i) {
     pages[i]->Show(pages[i] == page);
     selectors_[i]->Select(pages[i] == page);
+    if (pages[i] == page && onPage) onPage(i);
   }
   const bool isLost = focused == nullptr || !focused->IsShownOnScreen();
   for (Selector* selector : selectors_) {
@@ -154,14 +157,11 @@ void Content::ShowPage(wxWindow* page) {
   GetParent()->Thaw();
 }
 
-wxSize Content::SizeForEveryPage(wxWindow& window) {
+wxSize Content::SizeForEveryPage() const {
   wxSize size;
-  for (wxWindow* page : Pages()) {
-    ShowPage(page);
-    InvalidateBestSize();
-    size.IncTo(window.GetSizer()->ComputeFittingWindowSize(&window));
-  }
-  return size;
+  for (Page* page : Pages()) size.IncTo(page->WholeSize());
+  const wxSize bar = sideBar_->GetBestSize();
+  return {bar.x + size.x, std::max(bar.y, size.y)};
 }
 
 void Content::TurnTabs(bool forward) {

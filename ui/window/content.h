@@ -7,6 +7,7 @@
 #include <wx/panel.h>
 
 #include <array>
+#include <functional>
 
 #include "ui/pages/service_frame.h"
 #include "ui/pages/welcome_frame.h"
@@ -27,9 +28,11 @@ class Content : public wxPanel {
   /// Shows one of the four pages. Moves the focus only if it would become invisible.
   void ShowPage(wxWindow* page);
 
-  /// The minimum size of `window`, the parent, in which no page is cut off. Leaves the last page
-  /// visible.
-  wxSize SizeForEveryPage(wxWindow& window);
+  /// Called with the index of the page that is now shown.
+  std::function<void(std::size_t)> onPage;
+
+  /// The size at which no page scrolls.
+  wxSize SizeForEveryPage() const;
 
   ServiceFrame& FrameOf(core::ServiceKind service) const {
     return *frames_[core::IndexOf(service)];
@@ -50,9 +53,10 @@ class Content : public wxPanel {
   void FillWebFrame();
   void FillFtpFrame();
   void FillMailFrame();
-  std::array<wxWindow*, 4> Pages() const;
+  std::array<Page*, 4> Pages() const;
 
   Commands& commands_;
+  wxWindow* sideBar_;
   std::array<Selector*, 4> selectors_;  // in the order of Pages()
   std::array<ServiceFrame*, core::kServices.size()> frames_;
 };

@@ -1,5 +1,7 @@
 #include "ui/window/main_menu.h"
 
+#include <algorithm>
+
 #include "ui/controls/toolkit_text.h"
 #include "ui/pages/service_looks.h"
 
@@ -36,6 +38,12 @@ void AddServices(wxMenu& menu, const ServiceStates& running) {
       Add(menu, items.start, items.startCaption);
     }
   }
+  menu.AppendSeparator();
+  Add(menu, mnuStartAll, "全部启动(&A)");
+  Add(menu, mnuStopAll, "全部停止(&L)");
+  const auto isTrue = [](bool each) { return each; };
+  menu.Enable(mnuStartAll, !std::all_of(running.begin(), running.end(), isTrue));
+  menu.Enable(mnuStopAll, std::any_of(running.begin(), running.end(), isTrue));
 }
 
 void FillServiceMenu(wxMenu& menu, const ServiceStates& running) {
@@ -46,12 +54,16 @@ void FillServiceMenu(wxMenu& menu, const ServiceStates& running) {
   Add(menu, mnuExit, "退出(&X)\tCtrl+Q");
 }
 
-wxMenu* MakeViewMenu() {
+// `kind`: in the bar, one of the items is marked.
+wxMenu* MakeViewMenu(wxItemKind kind) {
   auto* menu = new wxMenu;
-  Add(*menu, mnuViewWelcome, "概览(&V)\tCtrl+1");
-  Add(*menu, mnuViewWeb, "Web 服务(&W)\tCtrl+2");
-  Add(*menu, mnuViewFtp, "FTP 服务(&F)\tCtrl+3");
-  Add(*menu, mnuViewEmail, "E-Mail 服务(&M)\tCtrl+4");
+  const auto add = [menu, kind](MenuItem item, const char* caption) {
+    menu->Append(item, Shown(caption), "", kind);
+  };
+  add(mnuViewWelcome, "概览(&V)\tCtrl+1");
+  add(mnuViewWeb, "Web 服务(&W)\tCtrl+2");
+  add(mnuViewFtp, "FTP 服务(&F)\tCtrl+3");
+  add(mnuViewEmail, "E-Mail 服务(&M)\tCtrl+4");
   return menu;
 }
 
@@ -77,10 +89,14 @@ wxMenuBar* MakeMenuBar(const ServiceStates& running) {
   FillServiceMenu(*services, running);
   auto* bar = new wxMenuBar;
   bar->Append(services, Shown("服务(&S)"));
-  bar->Append(MakeViewMenu(), Shown("查看(&V)"));
+  bar->Append(MakeViewMenu(wxITEM_RADIO), Shown("查看(&V)"));
   bar->Append(MakeToolsMenu(), Shown("工具(&T)"));
   bar->Append(MakeHelpMenu(), Shown("帮助(&H)"));
   return bar;
+}
+
+void MarkPage(wxMenuBar& bar, std::size_t page) {
+  bar.Check(mnuViewWelcome + static_cast<int>(page), true);
 }
 
 void UpdateMenuBar(wxMenuBar& bar, const ServiceStates& running) {
@@ -92,7 +108,7 @@ void UpdateMenuBar(wxMenuBar& bar, const ServiceStates& running) {
 std::unique_ptr<wxMenu> MakeTrayMenu(const ServiceStates& running) {
   auto menu = std::make_unique<wxMenu>();
   Add(*menu, mnuShowFrmMain, "显示主窗口(&R)");
-  menu->AppendSubMenu(MakeViewMenu(), Shown("查看(&V)"));
+  menu->AppendSubMenu(MakeViewMenu(wxITEM_NORMAL), Shown("查看(&V)"));
   AddBar(*menu, mnubar4);
   AddServices(*menu, running);
   AddBar(*menu, mnuServiceBar1);

@@ -33,6 +33,8 @@ enum MenuItem : int {
   mnuExit,
   mnubar4,
   mnuServiceBar1,
+  mnuStartAll,
+  mnuStopAll,
 };
 
 /// Whether each service is running.
@@ -41,6 +43,9 @@ using ServiceStates = std::array<bool, 3>;
 /// The menu bar of the window, and the pop-up menu of the tray icon.
 wxMenuBar* MakeMenuBar(const ServiceStates& running);
 std::unique_ptr<wxMenu> MakeTrayMenu(const ServiceStates& running);
+
+/// Marks one of the items mnuViewWelcome to mnuViewEmail as the page that is shown.
+void MarkPage(wxMenuBar& bar, std::size_t page);
 
 /// Updates the items of the bar to the state of the services.
 void UpdateMenuBar(wxMenuBar& bar, const ServiceStates& running);

@@ -45,6 +45,7 @@ frmMain::frmMain()
   SetStatusBar(stbInfo);
   SetMenuBar(MakeMenuBar(running_));
   content = new Content(this, commands_);
+  content->onPage = [this](std::size_t page) { MarkPage(*GetMenuBar(), page); };
   fraWelcome = content->fraWelcome;
   fraWeb = &content->FrameOf(ServiceKind::kWeb);
   fraFtp = &content->FrameOf(ServiceKind::kFtp);
@@ -62,7 +63,7 @@ frmMain::frmMain()
     if (onClose_) onClose_();
   });
   BindTabKeys();
-  SetMinSize(content->SizeForEveryPage(*this));
+  SetMinSize(ClientToWindowSize(content->SizeForEveryPage()));
   place_.Take();
   commands_.SelectWelcome();
 }
@@ -153,6 +154,10 @@ void frmMain::OnMenu(wxCommandEvent& event) {
       return commands_.Start(ServiceKind::kMail);
     case mnuStopMail:
       return commands_.Stop(ServiceKind::kMail);
+    case mnuStartAll:
+      return commands_.StartAll();
+    case mnuStopAll:
+      return commands_.StopAll();
     case mnuViewWelcome:
       commands_.SelectWelcome();
       return Open();

@@ -1,0 +1,17 @@
+#pragma once
+
+// Looks of the system's controls that the window toolkit cannot set.
+
+#include <string>
+
+namespace platform {
+
+/// The looks of the button that a user most likely wants. `button`: the system's handle. Does not
+/// make Enter press it.
+void ShowAsMainButton(void* button);
+
+/// The colours of all addresses that can be clicked, and of those that cannot at the moment, as
+/// "#rrggbb". Windows has its own.
+void SetLinkColours(const std::string& enabled, const std::string& disabled);
+
+}  // namespace platform
