@@ -9,9 +9,9 @@
 
 #include "net/window_loop.h"
 #include "platform/window_language.h"
-#include "ui/controls/toolkit_messages.h"
 #include "ui/window/main_window.h"
 #include "ui/window/splash_screen.h"
+#include "ui/window/toolkit_messages.h"
 
 namespace app {
 namespace {

@@ -26,7 +26,8 @@ class Connections : public test::ProgramFixture, protected net::SlotEngine {
     connection->SendData(std::to_string(slot) + "\r\n");
   }
   Task<> AnswerAndClose(int, Arrival connection) {
-    connection->SendData(std::string(size_, 'a'));
+    connection->SendData(std::string(size_ - 2, 'a'));
+    for (const char* last : {"b", "c"}) connection->SendData(last);
     connection->Close();
     co_return;
   }
@@ -147,7 +148,9 @@ TEST_F(Connections, ThatAreClosedStillSendASlowReaderEveryByte) {
     // Nobody reads this, which must not cut the answer.
     client->Send(std::string(200000, 'z'));
     if (shutsItsSide) client->ShutSending();
-    EXPECT_EQ(client->ReceiveAll().size(), size_);
+    const std::string answer = client->ReceiveAll();
+    EXPECT_EQ(answer.size(), size_);
+    EXPECT_TRUE(answer.ends_with("abc"));
     EXPECT_FALSE(client->WasReset());
     // The end came from the server's shutting its side, not from its giving up.
     OnLoop([&] { EXPECT_EQ(draining_->Count(), shutsItsSide ? 0U : 1U); });

@@ -77,7 +77,7 @@ class WindowTest(ProgramTest):
         self.tray.choose("显示主窗口")
         wait_for_windows(2)
         xdotool("windowminimize", visible(WINDOW)[-1])
-        wait_for_windows(0)
+        self.wait_for_icon_alone()
         self.tray.choose("显示主窗口")
         wait_for_windows(2)
 

@@ -34,6 +34,24 @@ TEST_F(WebServer, PacesFullPiecesAndServesOthersMeanwhile) {
   EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(8 * 50));
 }
 
+TEST_F(WebServer, KeepsNoMoreThanAPieceOfEachDownloadThatNobodyReads) {
+  constexpr std::size_t kDownloads = 60;
+  constexpr std::size_t kRead = kPiece * 20;
+  Home().Write("wwwroot/long.bin", std::string(kRead * 20, 'l'));
+  const std::string request = "GET /long.bin HTTP/1.0\r\n\r\n";
+  test::Client idle(port_);
+  for (std::size_t i = 1; i <= kDownloads; ++i) {
+    idle.Send(request);
+    const std::size_t sent = i * request.size();
+    ASSERT_TRUE(Eventually([&] { return TheServer().TotalTraffic().received == sent; }));
+  }
+  test::Client reader(port_);
+  reader.Send(request);
+  EXPECT_EQ(reader.Receive(kRead).size(), kRead);
+  // The earlier ones would have come at least as far, were they not waiting for their own reader.
+  OnLoop([&] { EXPECT_LT(TheServer().TotalTraffic().sent, kDownloads * kRead); });
+}
+
 TEST_F(WebServer, ServesASecondRequestInBetweenWhichClosesTheConnection) {
   const auto client = InTheMiddle();
   client->Send("GET /small.txt HTTP/1.0\r\n\r\n");

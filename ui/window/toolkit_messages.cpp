@@ -1,4 +1,4 @@
-#include "ui/controls/toolkit_messages.h"
+#include "ui/window/toolkit_messages.h"
 
 #include <string>
 
