@@ -20,7 +20,7 @@ Diagnosis ExplainTaken(const StartFailure& failure, const PortUser& user) {
             Remedy::kChangeOptions, ""};
   }
   const std::optional<platform::PortOwner>& owner = user.process;
-  const std::string next = "请先退出那个程序，或在选项中改用别的端口，然后再次启动。";
+  const std::string next = "请先退出那个程序，\n或在选项中改用别的端口，然后再次启动。";
   if (!owner) {
     return {port + " 已被\n另一个程序占用", port + " 已被另一个程序占用。\n" + next,
             Remedy::kChangeOptions, ""};
@@ -39,8 +39,8 @@ std::string Quoted(const std::string& path) {
 Diagnosis ExplainNoRight(const StartFailure& failure, const std::string& executable) {
   const std::string port = PortText(failure);
   return {port + " 需要\n系统的许可",
-          "系统只让有许可的程序使用 1024 以下的端口，" + port +
-              " 也在其中。\n请在终端中运行复制的命令来给予许可，然后重新运行本程序；"
+          "系统只让有许可的程序使用 1024 以下的端口，\n" + port +
+              " 也在其中。请在终端中运行复制的命令\n来给予许可，然后重新运行本程序；"
               "\n或在选项中改用 1024 以上的端口。",
           Remedy::kCopyCommand, "sudo setcap cap_net_bind_service=+ep " + Quoted(executable)};
 }

@@ -34,9 +34,17 @@ FirstSteps::FirstSteps(wxWindow* parent, const Actions& actions) : Card(parent) 
   const wxSizerFlags next = wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(kGap));
   row->Add(MakeHeading(this, "接下来：", 1), next);
   for (wxButton* step : {putPage_, addMailUser_, allowUploads_}) row->Add(step, next);
-  row->AddStretchSpacer();
-  row->Add(MakeActionButton(this, "cmdDismissSteps", "不再显示", [this] { Dismiss(); }), next);
-  SetSizer(row);
+  parts_ = new wxBoxSizer(wxHORIZONTAL);
+  parts_->Add(row);
+  parts_->AddStretchSpacer();
+  parts_->Add(MakeActionButton(this, "cmdDismissSteps", "不再显示", [this] { Dismiss(); }), next);
+  SetSizer(parts_);
+}
+
+void FirstSteps::FitInto(int width) {
+  parts_->SetOrientation(wxHORIZONTAL);
+  if (parts_->CalcMin().x > width) parts_->SetOrientation(wxVERTICAL);
+  Layout();
 }
 
 bool FirstSteps::ShowSteps(const StepsLeft& left) {

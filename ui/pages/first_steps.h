@@ -9,6 +9,7 @@
 
 #include "ui/controls/card.h"
 
+class wxBoxSizer;
 class wxButton;
 
 namespace ui {
@@ -35,12 +36,16 @@ class FirstSteps : public Card {
   /// True if something changed and the parent must be laid out again.
   bool ShowSteps(const StepsLeft& left);
 
+  /// Uses two lines if one would be wider than `width` pixels.
+  void FitInto(int width);
+
   /// False once the user has dismissed the steps.
   static bool AreWanted();
 
  private:
   void Dismiss();
 
+  wxBoxSizer* parts_;
   wxButton* putPage_;
   wxButton* addMailUser_;
   wxButton* allowUploads_;

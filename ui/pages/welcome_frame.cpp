@@ -187,6 +187,7 @@ void WelcomeFrame::ShowAddressOf(ServiceCard& card) {
 
 // Addresses are cut to the cards rather than widening them beyond the window.
 void WelcomeFrame::UseWidth() {
+  steps_->FitInto(GetClientSize().x - FromDIP(2 * kEdge));
   const int cards = static_cast<int>(cards_.size());
   const int width = (GetClientSize().x - FromDIP(kEdge) * (cards + 1)) / cards - FromDIP(2 * kGap);
   const int next = std::max(width, FromDIP(kAddressWidth));
@@ -222,7 +223,9 @@ void WelcomeFrame::EnableTogether() {
 }
 
 void WelcomeFrame::ShowSteps(const StepsLeft& left) {
-  if (steps_->ShowSteps(left)) Layout();
+  if (!steps_->ShowSteps(left)) return;
+  UseWidth();
+  Layout();
 }
 
 void WelcomeFrame::SetReason(core::ServiceKind service, const std::string& text) {
