@@ -71,7 +71,7 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "© 2026 The Tarnwerk developers"
 !insertmacro Text MENU "开始菜单" "Start menu"
 !insertmacro Text MENU_MORE "在开始菜单里放入 Tarnwerk。" "An entry for Tarnwerk in the start menu."
 !insertmacro Text AUTOSTART "登录时启动" "Start at login"
-!insertmacro Text AUTOSTART_MORE "登录时启动全部服务，停在系统托盘里。" "Starts the services at login and stays in the tray."
+!insertmacro Text AUTOSTART_MORE "登录时启动全部服务，停在托盘里。" "Starts the services at login and stays in the tray."
 !insertmacro Text DATA "删除我的网页、文件和邮件" "Delete my pages, files and messages"
 !insertmacro Text DATA_MORE "同时删除数据文件夹和设置。无法恢复！" "Deletes the data folder and the settings too. This cannot be undone!"
 

@@ -1,6 +1,7 @@
 // The window's commands and what the user sees of them, and what the window adds to what service
 // control says: why a start failed, what goes on, how others reach this machine, what to do first.
 
+#include <wx/display.h>
 #include <wx/hyperlink.h>
 #include <wx/notebook.h>
 #include <wx/treectrl.h>
@@ -11,6 +12,7 @@
 #include "settings/user_state.h"
 #include "tests/ui/main_window_fixture.h"
 #include "text/strings.h"
+#include "ui/controls/colours.h"
 #include "ui/dialogs/tip_of_the_day.h"
 #include "ui/window/status_bar.h"
 
@@ -45,7 +47,7 @@ TEST_F(MainWindow, StartsAndStopsAServiceByItsButtonItsMenuItemAndItsCard) {
   }
 }
 
-TEST_F(MainWindow, StartsAndStopsAllWithOneButton) {
+TEST_F(MainWindow, StartsAndStopsAllWithOneButtonOrItem) {
   Push("cmdStartAll");
   EXPECT_TRUE(web.IsRunning() && ftp.IsRunning() && mail.IsRunning());
   EXPECT_EQ(Label("lblMailAddress"), "SMTP:home.test  POP3:home.test");
@@ -53,6 +55,13 @@ TEST_F(MainWindow, StartsAndStopsAllWithOneButton) {
   Push("cmdStopAll");
   EXPECT_FALSE(web.IsRunning() || ftp.IsRunning() || mail.IsRunning());
   EXPECT_FALSE(Find("cmdStopAll").IsEnabled());
+  const auto canChoose = [&](ui::MenuItem item) { return window->GetMenuBar()->IsEnabled(item); };
+  EXPECT_TRUE(canChoose(ui::mnuStartAll) && !canChoose(ui::mnuStopAll));
+  ChooseItem(ui::mnuStartAll);
+  EXPECT_TRUE(web.IsRunning() && ftp.IsRunning() && mail.IsRunning());
+  EXPECT_TRUE(!canChoose(ui::mnuStartAll) && canChoose(ui::mnuStopAll));
+  ChooseItem(ui::mnuStopAll);
+  EXPECT_FALSE(web.IsRunning() || ftp.IsRunning() || mail.IsRunning());
 }
 
 TEST_F(MainWindow, EverySelectorAndMenuItemShowsItsPage) {
@@ -60,6 +69,12 @@ TEST_F(MainWindow, EverySelectorAndMenuItemShowsItsPage) {
     for (const char* each : {"fraWelcome", "fraWeb", "fraFtp", "fraMail"}) {
       EXPECT_EQ(IsVisible(each), each == page) << each;
     }
+    const std::pair<const char*, ui::MenuItem> items[] = {{"fraWelcome", ui::mnuViewWelcome},
+                                                          {"fraWeb", ui::mnuViewWeb},
+                                                          {"fraFtp", ui::mnuViewFtp},
+                                                          {"fraMail", ui::mnuViewEmail}};
+    for (const auto& [each, item] : items)
+      EXPECT_EQ(window->GetMenuBar()->IsChecked(item), each == page) << each;
   };
   expectPage("fraWelcome");
   constexpr struct {
@@ -233,6 +248,35 @@ TEST_F(MainWindow, ComesBackWhereItWas) {
   auto* next = new ui::frmMain;
   EXPECT_EQ(next->GetRect(), place);
   next->Destroy();
+}
+
+TEST_F(MainWindow, IsWhollyOnTheScreenWhateverIsRememberedOfItsPlace) {
+  const wxRect room = wxDisplay(window).GetClientArea();
+  for (const char* place :
+       {"", "Left=-9999\nTop=50\nWidth=900\nHeight=700", "Left=900\nTop=600\nWidth=900\nHeight=700",
+        "Left=2147483647\nTop=-2147483648\nWidth=2147483647\nHeight=-2147483648\nScaled=1",
+        "Left=0\nTop=0\nWidth=99999999999\nHeight=0", "Left=x\nTop=-20\nWidth=0\nHeight=5000"}) {
+    userState.Write("Tarnwerk/window.ini", std::string("[Window]\n") + place);
+    auto* next = new ui::frmMain;
+    EXPECT_TRUE(room.Contains(next->GetRect())) << place;
+    EXPECT_GT(std::min(next->GetSize().x, next->GetSize().y), 400) << place;
+    next->Destroy();
+  }
+}
+
+TEST(Colours, OfTextsStandOutFromTheirGround) {
+  EXPECT_NEAR(ui::Contrast(*wxBLACK, *wxWHITE), 21, 0.01);
+  for (const wxColour& ground : {ui::CardColour(), ui::SideBarColour()}) {
+    for (const wxColour& text :
+         {ui::QuietText(), ui::LinkText(), ui::RunningText(), ui::FailedText()})
+      EXPECT_GE(ui::Contrast(text, ground), 4.5)
+          << text.GetAsString() << " on " << ground.GetAsString();
+  }
+  const wxColour dark(0x35, 0x35, 0x35), grey(0x80, 0x80, 0x80), blue(0x15, 0x53, 0x9e);
+  for (const auto& [text, ground] :
+       {std::pair(blue, dark), {dark, dark}, {grey, grey}, {grey, *wxWHITE}})
+    EXPECT_GE(ui::Contrast(ui::Readable(text, ground), ground), 4.5) << text.GetAsString();
+  EXPECT_EQ(ui::Readable(blue, *wxWHITE), blue);
 }
 
 TEST_F(MainWindow, ShowsATipAtAStartUntilTheUserHasHadEnough) {

@@ -3,6 +3,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/dialog.h>
+#include <wx/display.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -33,6 +34,8 @@ void FillWith(wxDialog& dialog, Content* content, const DialogButtons& buttons) 
   column->Add(row, wxSizerFlags().Expand().Border(wxBOTTOM, edge));
   dialog.SetSizerAndFit(column);
   DescribeFields(dialog);
+  // On a screen that is too small, all but the buttons scrolls.
+  dialog.SetLayoutAdaptationMode(wxDIALOG_ADAPTATION_MODE_ENABLED);
 }
 
 }  // namespace
@@ -142,6 +145,7 @@ void GrowToFit(wxWindow& control) {
   if (window.GetSizer() == nullptr) return;  // still being made
   wxSize size = window.GetSize();
   size.IncTo(window.GetSizer()->ComputeFittingWindowSize(&window));
+  size.DecTo(wxDisplay(&window).GetClientArea().GetSize());
   if (size != window.GetSize()) window.SetSize(size);
   window.Layout();
 }

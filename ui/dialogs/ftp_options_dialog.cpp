@@ -42,6 +42,7 @@ wxSizer* frmFtpOptions::MakeContent() {
   FieldRows address(site.Parent());
   txtFtpAddress = address.Add("txtFtpAddress", "本地域名(&D)：");
   txtFtpIP = address.Add("txtFtpIP", "IP地址(&I)：");
+  ExplainAddress(*txtFtpIP);
   txtFtpPort = address.Add("txtFtpPort", "FTP端口(&P)：");
   address.AddNote("lblFtpPortNote", core::kPortRange, [](const std::string& typed) {
     return core::PortComplaint(typed, std::nullopt);
@@ -56,7 +57,7 @@ wxSizer* frmFtpOptions::MakeContent() {
                                         "浏览(&L)...", cmdBrower2);
   folders.Content().Add(paths.Sizer());
 
-  rights = RightsGroup(this);
+  rights = RightsGroup(this, RightsGroup::Of::kFtp);
 
   Column column(this, kEdge);
   column.Add(site.Sizer());

@@ -9,6 +9,7 @@
 #include "text/strings.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/permission_groups.h"
 #include "ui/dialogs/questions.h"
 #include "ui/dialogs/save_report.h"
 
@@ -54,6 +55,7 @@ wxWindow* frmMailOptions::MakeServerPage() {
   FieldRows rows(page);
   txtMailAddress = rows.Add("txtMailAddress", "本地域名(&D)：");
   txtMailIP = rows.Add("txtMailIP", "IP地址(&I)：");
+  ExplainAddress(*txtMailIP);
   txtSMTPPort = rows.Add("txtSMTPPort", "SMTP端口(&S)：");
   rows.AddNote("lblSMTPPortNote", core::kPortRange, [this](const std::string& typed) {
     return core::PortComplaint(typed, options_.smtpPort);

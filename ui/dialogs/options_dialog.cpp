@@ -45,7 +45,7 @@ frmOptions::frmOptions(wxWindow* parent, const settings::Program& program)
 wxSizer* frmOptions::MakeContent() {
   Group start(this, "启动");
   chkSysAutoStart = MakeCheckBox(start.Parent(), "chkSysAutoStart", "随系统启动本程序(&S)");
-  chkShowInBar = MakeCheckBox(start.Parent(), "chkShowInBar", "启动后只显示任务栏图标(&T)");
+  chkShowInBar = MakeCheckBox(start.Parent(), "chkShowInBar", "启动后只显示托盘图标(&T)");
   chkAutoStartService =
       MakeCheckBox(start.Parent(), "chkAutoStartService", "启动后自动开始各项服务(&A)");
   for (wxCheckBox* box : {chkSysAutoStart, chkShowInBar, chkAutoStartService}) {

@@ -6,15 +6,25 @@
 class wxCheckBox;
 class wxRadioButton;
 class wxSizer;
+class wxTextCtrl;
 class wxWindow;
 
 namespace ui {
 
-/// Reading, writing, full control.
+/// The tooltip of whatever concerns the virtual directory.
+inline constexpr const char* kVirtualDirectoryTip =
+    "虚拟目录只会保存在设置里，Web 服务还不会用到它。";
+
+/// Says in its tooltip that the field is saved and has no effect: servers listen on all addresses.
+void ExplainAddress(wxTextCtrl& field);
+
+/// Reading, writing, full control, with tooltips that say what each really does.
 class RightsGroup {
  public:
+  enum class Of { kWeb, kFtp, kVirtualDirectory };
+
   RightsGroup() = default;
-  explicit RightsGroup(wxWindow* parent);
+  RightsGroup(wxWindow* parent, Of what);
 
   wxSizer* Sizer() const { return sizer_; }
 

@@ -1,6 +1,7 @@
 #include "ui/dialogs/virtual_directory_dialog.h"
 
 #include <wx/button.h>
+#include <wx/radiobut.h>
 #include <wx/textctrl.h>
 
 #include "ui/controls/layout.h"
@@ -34,7 +35,12 @@ wxSizer* frmEditDir::MakeContent() {
   txtDir = rows.AddWithButton("txtDir", "目录(&D)：", "cmdBrowser", "浏览(&B)...", cmdBrowser);
 
   programs = ProgramsGroup(this, "OptNoApp");
-  rights = RightsGroup(this);
+  rights = RightsGroup(this, RightsGroup::Of::kVirtualDirectory);
+  for (wxWindow* control :
+       {static_cast<wxWindow*>(txtDir), static_cast<wxWindow*>(cmdBrowser),
+        static_cast<wxWindow*>(programs.forbidden), static_cast<wxWindow*>(programs.OptAppDone)}) {
+    control->SetToolTip(Shown(kVirtualDirectoryTip));
+  }
   Column column(this, kEdge);
   column.Add(rows.Sizer());
   column.Add(programs.Sizer());

@@ -53,6 +53,7 @@ wxWindow* frmWebOptions::MakeSitePage() {
       rows.AddWithButton("txtWebRoot", "主目录(&R)：", "cmdBrowser", "浏览(&B)...", cmdBrowser);
   txtWebAddress = rows.Add("txtWebAddress", "本地域名(&D)：");
   txtWebIP = rows.Add("txtWebIP", "IP地址(&I)：");
+  ExplainAddress(*txtWebIP);
   txtWebPort = rows.Add("txtWebPort", "TCP端口(&P)：");
   rows.AddNote("lblWebPortNote", core::kPortRange, [this](const std::string& typed) {
     return core::PortComplaint(typed, options_.WebPort);
@@ -74,7 +75,7 @@ wxWindow* frmWebOptions::MakeDocumentPage() {
 
 wxWindow* frmWebOptions::MakeRightsPage() {
   auto* page = new wxPanel(pages_);
-  rights = RightsGroup(page);
+  rights = RightsGroup(page, RightsGroup::Of::kWeb);
   programs = ProgramsGroup(page, "optAppNone");
   Column column(page, kEdge);
   column.Add(rights.Sizer());

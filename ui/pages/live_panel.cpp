@@ -20,7 +20,8 @@ namespace ui {
 namespace {
 
 constexpr std::uint64_t kShownOfLog = 8192;  // bytes
-constexpr int kListHeight = 70;              // minimum
+constexpr int kListHeight = 64;              // minimum: the headings and a row
+constexpr int kLogHeight = 44;               // minimum: two lines
 
 // The headings and widths of the columns: the minimum, and the longest text to fit. "Doing" takes
 // the remaining width.
@@ -103,7 +104,7 @@ LivePanel::LivePanel(wxWindow* parent) : wxPanel(parent) {
   logHeading_->SetForegroundColour(QuietText());
   lstLatest = Named(new LogList(this), "lstLatest");
   Describe(*lstLatest, "最近的日志", AccessibleRole::kTable);
-  lstLatest->SetMinSize(FromDIP(wxSize(-1, kListHeight)));
+  lstLatest->SetMinSize(FromDIP(wxSize(-1, kLogHeight)));
   Column column(this, kTightGap);
   column.Add(lstConnections, 3);
   column.Add(logHeading_);

@@ -12,6 +12,7 @@
 #include "ui/controls/layout.h"
 #include "ui/controls/selector.h"
 #include "ui/controls/toolkit_text.h"
+#include "ui/dialogs/permission_groups.h"
 #include "ui/pages/folder_tree.h"
 #include "ui/pages/mail_user_list.h"
 #include "ui/pages/service_looks.h"
@@ -86,8 +87,10 @@ void Content::FillWebFrame() {
   ServiceFrame& frame = FrameOf(ServiceKind::kWeb);
   wxBoxSizer* heading = frame.AddBodyHeading("网站内容");
   frame.AddBodyButton(heading, "cmdRefresh", "刷新(&R)", [this] { commands_.RefreshTree(); });
-  frame.AddBodyButton(heading, "cmdAddVirtualDir", "虚拟目录(&N)...",
-                      [this] { commands_.AddVirtualDirectory(); });
+  frame
+      .AddBodyButton(heading, "cmdAddVirtualDir", "虚拟目录(&N)...",
+                     [this] { commands_.AddVirtualDirectory(); })
+      ->SetToolTip(Shown(kVirtualDirectoryTip));
   tvWebDir = new FolderTree(frame.BodyParent());
   Describe(*tvWebDir, "网站内容", AccessibleRole::kTree);
   frame.Body()->Add(tvWebDir, wxSizerFlags(1).Expand());

@@ -6,6 +6,7 @@
 
 #include "settings/user_state.h"
 #include "ui/controls/layout.h"
+#include "ui/controls/toolkit_text.h"
 
 namespace ui {
 namespace {
@@ -19,6 +20,13 @@ constexpr const char* kIsScaled = "Scaled";
 
 // Beyond any screen, and far from where sums overflow.
 constexpr int kFarthest = 32767;
+
+// As wide and high in letters as at 100 %, where a desktop scales the letters only.
+wxSize FirstSize(const wxWindow& window) {
+  constexpr int kUsualLetter = 20;
+  const int letter = window.ToDIP(window.GetTextExtent(Shown("字"))).y;
+  return window.FromDIP(kFirstSize * std::max(letter, kUsualLetter) / kUsualLetter);
+}
 
 int NumberOr(const char* key, int otherwise) {
   return std::clamp(Remembered(kPlace, key).value_or(otherwise), -kFarthest, kFarthest);
@@ -42,8 +50,9 @@ int Within(int position, int length, int start, int room) {
 void RememberedPlace::Take() {
   const bool isKnown = Remembered(kPlace, "Left") && Remembered(kPlace, "Top");
   const wxPoint corner(NumberOr("Left", 0), NumberOr("Top", 0));
-  wxSize size(NumberOr("Width", kFirstSize.x), NumberOr("Height", kFirstSize.y));
-  if (!Remembered(kPlace, "Width") || NumberOr(kIsScaled, 0) != 0) size = window_.FromDIP(size);
+  const wxSize first = FirstSize(window_);
+  wxSize size(NumberOr("Width", first.x), NumberOr("Height", first.y));
+  if (NumberOr(kIsScaled, 0) != 0) size = window_.FromDIP(size);
   const int screen = isKnown ? ScreenOf(wxRect(corner, size)) : wxNOT_FOUND;
   const wxRect room =
       wxDisplay(screen == wxNOT_FOUND ? 0U : static_cast<unsigned>(screen)).GetClientArea();
