@@ -70,6 +70,18 @@ class Service {
   /// The bytes of all connections so far, including closed ones.
   virtual net::Traffic TotalTraffic() const { return {}; }
 
+  /// From now on `observer` gets what the connections did, until another takes its place; null for
+  /// nobody. It may be set at any time.
+  virtual void Observe(net::ActivityObserver* observer) { static_cast<void>(observer); }
+
+  /// Ends the connection that a report names by `protocol` and `slot`, with its data connection.
+  /// What was sent still reaches the client. If the slot has changed hands since, the newcomer's
+  /// ends; if it is free, nothing happens.
+  virtual void Disconnect(const std::string& protocol, int slot) {
+    static_cast<void>(protocol);
+    static_cast<void>(slot);
+  }
+
   /// The reason of the last start if it failed.
   virtual std::optional<StartFailure> LastFailure() const { return std::nullopt; }
 

@@ -44,7 +44,7 @@ std::string Connection::RemoteAddress() const { return socket_->Socket().Peer().
 
 void Connection::Doing(std::string_view what) {
   constexpr std::size_t kMost = 260;
-  activity_ = {text::Printable(what, kMost), 0, {}};
+  activity_ = {.what = text::Printable(what, kMost), .began = std::chrono::system_clock::now()};
 }
 
 void Connection::CountReceived(std::size_t bytes) {

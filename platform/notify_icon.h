@@ -22,6 +22,9 @@ class NotifyIcon {
   /// the shell restarts. False if it could not be added.
   bool Add(void* icon, const std::string& tip);
 
+  /// Replaces the picture if the icon is shown.
+  void SetIcon(void* icon);
+
   /// Removes the icon and restores the window procedure.
   void Remove();
 

@@ -24,6 +24,9 @@ class StatusNotifier {
   /// `menu`: a GtkMenu*. Must be set before the first Show.
   void SetMenu(void* menu);
 
+  /// Another picture in the same folder.
+  void SetIcon(const std::string& iconName);
+
   void Show();
   void Hide();
 

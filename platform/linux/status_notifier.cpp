@@ -64,6 +64,9 @@ class StatusNotifier::System {
   System& operator=(const System&) = delete;
 
   void SetMenu(void* menu) { app_indicator_set_menu(indicator_, static_cast<GtkMenu*>(menu)); }
+  void SetIcon(const std::string& name) {
+    app_indicator_set_icon_full(indicator_, name.c_str(), nullptr);
+  }
   void SetStatus(AppIndicatorStatus status) { app_indicator_set_status(indicator_, status); }
 
  private:
@@ -97,6 +100,7 @@ StatusNotifier::StatusNotifier(const std::string& iconName, const std::filesyste
 StatusNotifier::~StatusNotifier() = default;
 
 void StatusNotifier::SetMenu(void* menu) { system_->SetMenu(menu); }
+void StatusNotifier::SetIcon(const std::string& iconName) { system_->SetIcon(iconName); }
 void StatusNotifier::Show() { system_->SetStatus(APP_INDICATOR_STATUS_ACTIVE); }
 void StatusNotifier::Hide() { system_->SetStatus(APP_INDICATOR_STATUS_PASSIVE); }
 

@@ -41,6 +41,12 @@ class NotifyIcon::System {
     return true;
   }
 
+  void SetIcon(HICON icon) {
+    if (ownHandler_ == nullptr) return;
+    data_.hIcon = icon;
+    Shell_NotifyIconW(NIM_MODIFY, &data_);
+  }
+
   void Remove() {
     if (ownHandler_ == nullptr) return;
     Shell_NotifyIconW(NIM_DELETE, &data_);
@@ -86,6 +92,8 @@ int NotifyIcon::IconSize() const { return GetSystemMetrics(SM_CXSMICON); }
 bool NotifyIcon::Add(void* icon, const std::string& tip) {
   return system_->Add(static_cast<HICON>(icon), tip);
 }
+
+void NotifyIcon::SetIcon(void* icon) { system_->SetIcon(static_cast<HICON>(icon)); }
 
 void NotifyIcon::Remove() { system_->Remove(); }
 

@@ -9,6 +9,7 @@
 
 #include "core/start_diagnosis.h"
 #include "platform/local_addresses.h"
+#include "settings/user_state.h"
 #include "tests/ui/main_window_fixture.h"
 #include "text/strings.h"
 #include "ui/controls/colours.h"
@@ -357,6 +358,31 @@ TEST_F(MainWindow, ShowsADownloadAndTheTrafficWhileItRunsAndTheLatestLogLines) {
   EXPECT_TRUE(Until([&] { return traffic() == "接收 0 B/s  发送 0 B/s"; }));
   Home().Write("Web.log", "一\r\n二\r\n");
   EXPECT_TRUE(Until([&] { return List("fraWeb/lstLatest").GetItemCount() == 2; }));
+}
+
+TEST_F(MainWindow, AsksBeforeItCutsAClientOffUntilTheUserWantsNoQuestion) {
+  Push("cmdStartAll");
+  Push("cmdStopWebService");
+  EXPECT_EQ(boxes.Take(), "") << "nobody is connected";
+  Client client(ftp.ListeningPort());
+  ASSERT_TRUE(Until([&] { return !ftp.Connections().empty(); }));
+  const std::string question = "?Tarnwerk: 1 个人正在连接。\n现在";
+  for (const char* button : {"cmdStopFtpService", "cmdStopAll"}) {
+    Push(button);
+    EXPECT_EQ(boxes.Take(), question + "停止服务会断开他们。 [y/n]");
+    EXPECT_TRUE(ftp.IsRunning());
+  }
+  boxes.Plan(wxID_NO);
+  boxes.Plan(wxID_YES);
+  window->Close();
+  EXPECT_EQ(closed, 0);
+  ChooseItem(ui::mnuExit);
+  EXPECT_EQ(closed, 1);
+  EXPECT_THAT(boxes.Take(), HasSubstr(question + "退出会断开他们。 [y/n]"));
+  settings::Remember("Questions", "CutOff", 0);
+  Push("cmdStopFtpService");
+  EXPECT_FALSE(ftp.IsRunning());
+  EXPECT_EQ(boxes.Take(), "");
 }
 
 TEST_F(MainWindow, ShowsHowOthersReachAServiceWhileItRuns) {

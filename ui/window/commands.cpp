@@ -10,6 +10,7 @@
 #include <string>
 #include <utility>
 
+#include "core/cut_off.h"
 #include "core/service_addresses.h"
 #include "core/service_texts.h"
 #include "files/files.h"
@@ -21,6 +22,7 @@
 #include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/about_box.h"
+#include "ui/dialogs/cut_off_question.h"
 #include "ui/dialogs/domain_questions.h"
 #include "ui/dialogs/help_box.h"
 #include "ui/dialogs/mail_user_dialog.h"
@@ -113,10 +115,13 @@ void Commands::Start(ServiceKind service) {
   if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
 }
 
-void Commands::Stop(ServiceKind service) { manager_->control.Stop(service); }
+void Commands::Stop(ServiceKind service) {
+  if (MayCutOff({service}, "停止服务")) manager_->control.Stop(service);
+}
 
 void Commands::Restart(ServiceKind service) {
-  Stop(service);
+  if (!MayCutOff({service}, "重新启动服务")) return;
+  manager_->control.Stop(service);
   if (!running_[core::IndexOf(service)]) Start(service);
 }
 
@@ -127,9 +132,23 @@ void Commands::StartAll() {
 }
 
 void Commands::StopAll() {
+  if (!MayCutOff({core::kServices.begin(), core::kServices.end()}, "停止服务")) return;
   for (const ServiceKind service : kStartOrder) {
-    if (running_[core::IndexOf(service)]) Stop(service);
+    if (running_[core::IndexOf(service)]) manager_->control.Stop(service);
   }
+}
+
+bool Commands::MayEnd() {
+  return MayCutOff({core::kServices.begin(), core::kServices.end()}, "退出");
+}
+
+bool Commands::MayCutOff(const std::vector<ServiceKind>& services, const std::string& action) {
+  std::vector<net::ConnectionReport> connections;
+  for (const ServiceKind service : services) {
+    const auto open = manager_->control.Of(service).Connections();
+    connections.insert(connections.end(), open.begin(), open.end());
+  }
+  return ui::MayCutOff(&window_, core::CutOffText(connections), action);
 }
 
 void Commands::OpenAddress(ServiceKind service) {

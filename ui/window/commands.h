@@ -38,6 +38,9 @@ class Commands : public ServiceCommands {
   /// Reloads a service's settings and shows its page, as a click on its selector does.
   void SelectService(core::ServiceKind service);
 
+  /// Asks before clients are cut off, as stops do. False if the user would rather not.
+  bool MayEnd();
+
   void StartAll();
   void StopAll();
   void PutPage();
@@ -72,6 +75,7 @@ class Commands : public ServiceCommands {
  private:
   void ShowPage(wxWindow* page);
   void ShowSettingsFault(core::ServiceKind service);
+  bool MayCutOff(const std::vector<core::ServiceKind>& services, const std::string& action);
   void Load(core::ServiceKind service);
   void ShowDomain(core::ServiceKind service);
   void TakeOver(core::ServiceKind service);

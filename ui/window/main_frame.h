@@ -11,6 +11,13 @@ namespace ui {
 class MainFrame : public wxFrame {
  public:
   explicit MainFrame(const wxString& caption);
+
+ protected:
+  /// For close events: whether the user asked for it at the window, and not another program.
+  bool IsClosedByUser() const { return closedByUser_; }
+
+ private:
+  bool closedByUser_ = true;
 };
 
 }  // namespace ui

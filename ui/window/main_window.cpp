@@ -3,6 +3,7 @@
 #include <wx/menu.h>
 #include <wx/sizer.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "core/service_texts.h"
@@ -60,7 +61,7 @@ frmMain::frmMain()
   }
   Bind(wxEVT_MENU, &frmMain::OnMenu, this);
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) {
-    if (onClose_) onClose_();
+    if (onClose_ && (!IsClosedByUser() || commands_.MayEnd())) onClose_();
   });
   BindTabKeys();
   SetMinSize(ClientToWindowSize(content->SizeForEveryPage()));
@@ -74,6 +75,7 @@ void frmMain::Attach(const Manager& manager, std::function<void()> onClose) {
   manager_ = std::make_unique<Manager>(manager);
   onClose_ = std::move(onClose);
   survey_.Attach(*manager_);
+  survey_.OnConnected([this](bool connected) { ShowTrayState(connected); });
   mode_.Attach(manager_->program, onClose_);
   commands_.Attach(*manager_);
 }
@@ -96,7 +98,9 @@ void frmMain::ShowOutcome(const core::Outcome& outcome) {
   ShowInFrame(outcome);
   running_[core::IndexOf(outcome.service)] = outcome.CanBeStopped();
   UpdateMenuBar(*GetMenuBar(), running_);
+  failed_[core::IndexOf(outcome.service)] = StateAfter(outcome.event) == ServiceState::kFailed;
   mode_.UpdateMenu();
+  ShowTrayState(connected_);
   UpdateStatus(outcome.service, StateAfter(outcome.event), core::StatusText(outcome));
 }
 
@@ -113,6 +117,17 @@ void frmMain::UpdateStatus(ServiceKind service, ServiceState state, const std::s
   const char* onOrOff = state == ServiceState::kOn ? "ON" : "OFF";
   stbInfo->UpdateServiceStatus(onOrOff, text, core::TextsOf(service).name);
   if (state == ServiceState::kFailed) stbInfo->MarkFailed(service);
+}
+
+void frmMain::ShowTrayState(bool connected) {
+  const auto any = [](const ServiceStates& states) {
+    return std::any_of(states.begin(), states.end(), [](bool state) { return state; });
+  };
+  connected_ = connected;
+  TrayState state = any(running_) ? TrayState::kRunning : TrayState::kOff;
+  if (connected) state = TrayState::kConnected;
+  if (any(failed_)) state = TrayState::kFailed;
+  mode_.SetState(state);
 }
 
 void frmMain::CloseEverything(std::function<void()> done) {
@@ -182,7 +197,8 @@ void frmMain::OnMenu(wxCommandEvent& event) {
     case mnuAbout:
       return commands_.ShowAbout();
     case mnuExit:
-      return onClose_();
+      if (commands_.MayEnd()) onClose_();
+      return;
     default:
       event.Skip();
   }

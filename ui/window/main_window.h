@@ -55,6 +55,7 @@ class frmMain : public MainFrame, public core::ManagerView {
   void ShowInFrame(const core::Outcome& outcome);
   void UpdateStatus(core::ServiceKind service, ServiceState state, const std::string& text);
   std::unique_ptr<wxMenu> MakeMenuForTray();
+  void ShowTrayState(bool connected);
   void View(core::ServiceKind service);
   void OnMenu(wxCommandEvent& event);
 
@@ -62,6 +63,8 @@ class frmMain : public MainFrame, public core::ManagerView {
   std::function<void()> onClose_;
   OpenDialogs dialogs_;
   ServiceStates running_ = {};  // as shown in the menu
+  ServiceStates failed_ = {};   // the last start
+  bool connected_ = false;      // a client, when last looked
   Commands commands_;
   Survey survey_;
   RememberedPlace place_;

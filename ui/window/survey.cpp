@@ -1,5 +1,8 @@
 #include "ui/window/survey.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "core/port_remarks.h"
 #include "core/service_addresses.h"
 #include "files/files.h"
@@ -15,6 +18,7 @@ using core::ServiceKind;
 
 constexpr int kInterval = 400;  // milliseconds
 constexpr int kLooksPerRareOne = 10;
+constexpr int kClientsInterval = 2000;  // milliseconds
 constexpr int kBrowsersPort = 80;
 
 }  // namespace
@@ -30,6 +34,15 @@ void Survey::WatchWhileSeen(bool seen) {
   if (!seen) return watch_.Stop();
   watch_.Start(kInterval);
   LookAnew();
+}
+
+void Survey::OnConnected(std::function<void(bool)> handler) {
+  clients_.Bind(wxEVT_TIMER, [this, handler = std::move(handler)](wxTimerEvent&) {
+    handler(std::any_of(core::kServices.begin(), core::kServices.end(), [this](auto service) {
+      return !manager_->control.Of(service).Connections().empty();
+    }));
+  });
+  clients_.Start(kClientsInterval);
 }
 
 void Survey::LookAnew() {

@@ -6,6 +6,8 @@
 
 #include <wx/timer.h>
 
+#include <functional>
+
 #include "core/traffic_text.h"
 #include "ui/window/manager.h"
 
@@ -26,6 +28,9 @@ class Survey {
   /// Starts or stops checking.
   void WatchWhileSeen(bool seen);
 
+  /// Called with whether any client is connected, every few seconds also while nothing is seen.
+  void OnConnected(std::function<void(bool)> handler);
+
   /// Checks everything now, unless stopped.
   void LookAnew();
 
@@ -43,8 +48,9 @@ class Survey {
   Content* content_ = nullptr;
   StatusBar& status_;
   const Manager* manager_ = nullptr;
-  wxTimer watch_;  // runs while the window is visible
-  int looks_ = 0;  // since the timer was started
+  wxTimer watch_;    // runs while the window is visible
+  wxTimer clients_;  // always runs
+  int looks_ = 0;    // since the timer was started
   core::TrafficRate rate_;
 };
 

@@ -2,9 +2,9 @@
 
 // The program's icon in the desktop's tray, if the desktop has one. The host provides its menu.
 
-#include <wx/bmpbndl.h>
-
 #include <memory>
+
+#include "ui/window/tray_picture.h"
 
 class wxMenu;
 class wxFrame;
@@ -39,10 +39,13 @@ class Tray {
 
   /// Must be called when the host's menu changes.
   virtual void UpdateMenu() = 0;
+
+  /// Also before the icon is added.
+  virtual void SetState(TrayState state) = 0;
 };
 
-/// Creates the tray for `window`, with `icon`. The window and the host must outlive it.
-std::unique_ptr<Tray> MakeTray(wxFrame& window, const wxBitmapBundle& icon, TrayHost& host);
+/// Creates the tray for `window`. The window and the host must outlive it.
+std::unique_ptr<Tray> MakeTray(wxFrame& window, TrayHost& host);
 
 inline constexpr const char* kTrayTip = "Tarnhost";
 

@@ -6,14 +6,13 @@
 #include <utility>
 
 #include "settings/application_settings.h"
-#include "ui/controls/art.h"
+#include "settings/user_state.h"
 #include "ui/dialogs/login_dialog.h"
 #include "ui/dialogs/tip_of_the_day.h"
+#include "ui/window/notice.h"
 
 namespace ui {
 namespace {
-
-constexpr int kIconSize = 32;
 
 bool PasswordIsSet(const settings::Program& program) {
   return !settings::GetSetting(program.executable, "ManagerPwd", "PWD").empty();
@@ -28,7 +27,7 @@ TrayMode::TrayMode(wxFrame& window, RememberedPlace& place, OpenDialogs& dialogs
       dialogs_(dialogs),
       makeMenu_(std::move(makeMenu)),
       onSeen_(std::move(onSeen)),
-      tray_(MakeTray(window, Art("tarnwerk", kIconSize), *this)) {
+      tray_(MakeTray(window, *this)) {
   window_.Bind(wxEVT_ICONIZE, &TrayMode::OnIconize, this);
   window_.Bind(wxEVT_ACTIVATE, [this](wxActivateEvent& event) {
     event.Skip();
@@ -119,6 +118,14 @@ void TrayMode::HideBehindIcon() {
   inTray_ = true;
   frmTip::Leave(&window_);
   window_.Hide();
+  TellWhereItIs();
+}
+
+// Once per user: a window that just disappears looks like a program that has ended.
+void TrayMode::TellWhereItIs() {
+  if (!opened_ || settings::Remembered("Tray", "Told").value_or(0) != 0) return;
+  settings::Remember("Tray", "Told", 1);
+  ShowNotice(window_, "Tarnwerk 仍在运行", "服务照常工作。点击托盘中的图标可以再次显示窗口。");
 }
 
 void TrayMode::LeaveTray() {

@@ -43,6 +43,7 @@ class TrayMode : private TrayHost {
   bool MayUse();
 
   void UpdateMenu() { tray_->UpdateMenu(); }
+  void SetState(TrayState state) { tray_->SetState(state); }
 
   /// Removes the icon and keeps the window from opening again. False if already called.
   bool End();
@@ -54,6 +55,7 @@ class TrayMode : private TrayHost {
   void OpenFromTaskBar();
   void GoToTrayOrEnd();
   void HideBehindIcon();
+  void TellWhereItIs();
   void LeaveTray();
   void RememberPlace();
   void OnIconize(wxIconizeEvent& event);

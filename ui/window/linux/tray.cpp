@@ -1,10 +1,11 @@
 #include "ui/window/tray.h"
 
-#include <wx/bitmap.h>
+#include <wx/bmpbndl.h>
 #include <wx/icon.h>
 #include <wx/menu.h>
 #include <wx/taskbar.h>
 
+#include <array>
 #include <filesystem>
 #include <utility>
 
@@ -19,7 +20,10 @@ namespace ui {
 namespace {
 
 constexpr int kIconSize = 64;
-constexpr const char* kIconName = "tarnwerk-tray";
+constexpr std::array<const char*, 4> kIconNames = {
+    "tarnwerk-tray-off", "tarnwerk-tray", "tarnwerk-tray-connected", "tarnwerk-tray-failed"};
+
+const char* IconName(TrayState state) { return kIconNames[static_cast<std::size_t>(state)]; }
 
 class EmbeddedIcon : public wxTaskBarIcon {
  public:
@@ -36,7 +40,7 @@ class EmbeddedIcon : public wxTaskBarIcon {
 
 class LinuxTray : public Tray {
  public:
-  LinuxTray(wxBitmapBundle icon, TrayHost& host) : icon_(std::move(icon)), host_(host) {}
+  explicit LinuxTray(TrayHost& host) : host_(host) {}
   ~LinuxTray() override { LinuxTray::Remove(); }
 
   bool Add() override { return AddNotifier() || AddEmbedded(); }
@@ -57,13 +61,19 @@ class LinuxTray : public Tray {
     menu_ = std::move(fresh);
   }
 
+  void SetState(TrayState state) override {
+    if (std::exchange(state_, state) == state) return;
+    if (notifier_) notifier_->SetIcon(IconName(state));
+    if (embedded_ && shown_) embedded_->SetIcon(EmbeddedPicture(), kTrayTip);
+  }
+
  private:
   bool AddNotifier() {
     if (!platform::StatusNotifier::IsAvailable()) return false;
     if (!notifier_) {
       const std::filesystem::path folder = platform::StateDirectory();
-      if (!SaveIcon(folder / (std::string(kIconName) + ".png"))) return false;
-      notifier_ = std::make_unique<platform::StatusNotifier>(kIconName, folder, kTrayTip,
+      if (!SaveIcons(folder)) return false;
+      notifier_ = std::make_unique<platform::StatusNotifier>(IconName(state_), folder, kTrayTip,
                                                              [this] { host_.OnTrayLost(); });
     }
     shown_ = true;
@@ -75,19 +85,26 @@ class LinuxTray : public Tray {
   bool AddEmbedded() {
     if (!wxTaskBarIcon::IsAvailable()) return false;
     embedded_ = std::make_unique<EmbeddedIcon>(host_);
-    shown_ = embedded_->SetIcon(icon_, kTrayTip);
+    shown_ = embedded_->SetIcon(EmbeddedPicture(), kTrayTip);
     return shown_;
   }
 
-  // The desktop reads the icon from a file.
-  bool SaveIcon(const std::filesystem::path& file) const {
+  wxBitmapBundle EmbeddedPicture() const { return {TrayPicture(state_, kIconSize)}; }
+
+  // The desktop reads the icons from files.
+  static bool SaveIcons(const std::filesystem::path& folder) {
     std::error_code error;
-    std::filesystem::create_directories(file.parent_path(), error);
-    return icon_.GetBitmap(wxSize(kIconSize, kIconSize))
-        .SaveFile(Shown(file.string()), wxBITMAP_TYPE_PNG);
+    std::filesystem::create_directories(folder, error);
+    for (const TrayState state :
+         {TrayState::kOff, TrayState::kRunning, TrayState::kConnected, TrayState::kFailed}) {
+      const std::filesystem::path file = folder / (std::string(IconName(state)) + ".png");
+      const wxBitmap picture = TrayPicture(state, kIconSize);
+      if (!picture.SaveFile(Shown(file.string()), wxBITMAP_TYPE_PNG)) return false;
+    }
+    return true;
   }
 
-  wxBitmapBundle icon_;
+  TrayState state_ = TrayState::kOff;
   TrayHost& host_;
   bool shown_ = false;
   std::unique_ptr<wxMenu> menu_;
@@ -97,8 +114,8 @@ class LinuxTray : public Tray {
 
 }  // namespace
 
-std::unique_ptr<Tray> MakeTray(wxFrame&, const wxBitmapBundle& icon, TrayHost& host) {
-  return std::make_unique<LinuxTray>(icon, host);
+std::unique_ptr<Tray> MakeTray(wxFrame&, TrayHost& host) {
+  return std::make_unique<LinuxTray>(host);
 }
 
 }  // namespace ui

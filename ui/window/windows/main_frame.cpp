@@ -2,6 +2,8 @@
 
 #include <wx/app.h>
 
+#include "platform/close_button.h"
+
 namespace ui {
 namespace {
 
@@ -23,6 +25,8 @@ MainFrame::MainFrame(const wxString& caption) {
   MSWCreate(windowClass, caption.t_str(), wxDefaultPosition, GetDefaultSize(), style,
             extendedStyle);
   SetTitle(caption);
+  closedByUser_ = false;
+  platform::WatchCloseButton(GetHWND(), [this](bool closing) { closedByUser_ = closing; });
 }
 
 }  // namespace ui

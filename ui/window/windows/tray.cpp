@@ -18,16 +18,23 @@ constexpr unsigned kSetCursor = 0x20;
 
 class WindowsTray : public Tray {
  public:
-  WindowsTray(wxFrame& window, const wxBitmapBundle& icon, TrayHost& host)
+  WindowsTray(wxFrame& window, TrayHost& host)
       : window_(window),
         host_(host),
         notify_(window.GetHWND(), [this](unsigned code) { OnMouse(code); }) {
-    icon_.CopyFromBitmap(icon.GetBitmap(wxSize(notify_.IconSize(), notify_.IconSize())));
+    icon_.CopyFromBitmap(TrayPicture(state_, notify_.IconSize()));
   }
 
   bool Add() override { return notify_.Add(icon_.GetHICON(), kTrayTip); }
   void Remove() override { notify_.Remove(); }
   void UpdateMenu() override {}  // the menu is created when it is opened
+  void SetState(TrayState state) override {
+    if (std::exchange(state_, state) == state) return;
+    wxIcon icon;
+    icon.CopyFromBitmap(TrayPicture(state, notify_.IconSize()));
+    notify_.SetIcon(icon.GetHICON());
+    icon_ = icon;  // the old one only now that it is no longer shown
+  }
 
  private:
   void OnMouse(unsigned code) {
@@ -51,14 +58,15 @@ class WindowsTray : public Tray {
 
   wxFrame& window_;
   TrayHost& host_;
+  TrayState state_ = TrayState::kOff;
   wxIcon icon_;
   platform::NotifyIcon notify_;
 };
 
 }  // namespace
 
-std::unique_ptr<Tray> MakeTray(wxFrame& window, const wxBitmapBundle& icon, TrayHost& host) {
-  return std::make_unique<WindowsTray>(window, icon, host);
+std::unique_ptr<Tray> MakeTray(wxFrame& window, TrayHost& host) {
+  return std::make_unique<WindowsTray>(window, host);
 }
 
 }  // namespace ui
