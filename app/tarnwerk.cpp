@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/first_start.h"
+#include "core/activity_record.h"
 #include "core/firewall.h"
 #include "core/hosts_file.h"
 #include "core/service_addresses.h"
@@ -43,6 +44,7 @@ struct Tarnwerk::Running {
 
   // Declared in this order because the services must be destroyed before the loop.
   std::unique_ptr<Frontend> frontend;
+  core::ActivityRecord record;
   core::ServiceEnvironment environment;
   ModWeb::WebServer web;
   ModFtp::FtpServer ftp;
@@ -67,7 +69,8 @@ Tarnwerk::Running& Tarnwerk::Made() {
   running_->mail.LoadOptions();
   const auto close = [this] { Close(); };
   running_->frontend->Attach(
-      {program_, running_->control, running_->web, running_->ftp, running_->mail}, close);
+      {program_, running_->control, running_->web, running_->ftp, running_->mail, running_->record},
+      close);
   running_->signals.OnFirst(close);
   instance_->OnCloseRequest(running_->frontend->Loop().Executor(), close);
   return *running_;

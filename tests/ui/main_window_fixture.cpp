@@ -144,7 +144,7 @@ MainWindow::MainWindow() {
   mail.LoadOptions();
   control = std::make_unique<core::ServiceControl>(
       Program(), core::ServiceControl::Services{web, ftp, mail}, *window);
-  window->Attach({Program(), *control, web, ftp, mail}, [this] { ++closed; });
+  window->Attach({Program(), *control, web, ftp, mail, record}, [this] { ++closed; });
 }
 
 MainWindow::~MainWindow() {

@@ -94,6 +94,7 @@ class MainWindow : public ProgramFixture {
   Boxes boxes;
   TemporaryFolder userState;  // the user's settings and the registry
   ui::frmMain* window = nullptr;
+  core::ActivityRecord record;
   ModWeb::WebServer web{Environment()};
   ModFtp::FtpServer ftp{Environment()};
   ModMail::MailServer mail{Environment()};

@@ -14,6 +14,8 @@
 #include "text/strings.h"
 #include "ui/controls/colours.h"
 #include "ui/dialogs/tip_of_the_day.h"
+#include "ui/pages/connection_list.h"
+#include "ui/pages/recent_list.h"
 #include "ui/window/status_bar.h"
 
 namespace test {
@@ -344,17 +346,25 @@ TEST_F(MainWindow, ShowsADownloadAndTheTrafficWhileItRunsAndTheLatestLogLines) {
   Click("ImgWeb");
   Push("cmdStartWebService");
   dynamic_cast<wxNotebook&>(Find("fraWeb/tabs")).SetSelection(1);
-  const wxListCtrl& list = List("fraWeb/lstConnections");
-  const auto shown = [&](int column) { return list.GetItemText(0, column); };
+  const auto& list = dynamic_cast<ui::ConnectionList&>(Find("fraWeb/lstConnections"));
+  const auto shown = [&](std::size_t column) { return list.Cells(0).at(column); };
   const auto traffic = [&] { return window->stbInfo->TrafficText(); };
   Client client(web.ListeningPort());
   client.Send("GET /big.bin HTTP/1.0\r\n\r\n");
-  ASSERT_TRUE(Until([&] { return list.GetItemCount() == 1 && wxAtoi(shown(5)) > 0; }));
-  EXPECT_LT(wxAtoi(shown(5)), 100);
-  EXPECT_EQ(shown(0) + " " + shown(1) + " " + shown(3), "HTTP 1 127.0.0.1 GET /big.bin");
+  ASSERT_TRUE(Until([&] { return list.RowCount() == 1 && std::atoi(shown(2).c_str()) > 0; }));
+  EXPECT_LT(std::atoi(shown(2).c_str()), 100);
+  EXPECT_EQ(shown(0) + " " + shown(1), "127.0.0.1 下载 big.bin");
+  EXPECT_THAT(shown(3), testing::EndsWith(" / 4.0 MB"));
   EXPECT_TRUE(Until([&] { return traffic().ends_with("KB/s"); }));
   client.Close();
-  EXPECT_TRUE(Until([&] { return list.GetItemCount() == 0; }));
+  EXPECT_TRUE(Until([&] { return list.RowCount() == 0; }));
+  dynamic_cast<wxNotebook&>(Find("fraWeb/tabs")).SetSelection(2);
+  const auto& recent = dynamic_cast<ui::RecentList&>(Find("fraWeb/lstRecent"));
+  EXPECT_TRUE(Until([&] { return recent.GetItemCount() == 1; }));
+  EXPECT_EQ(recent.Cell(0, 2) + " " + recent.Cell(0, 5), "下载 big.bin 对方中断");
+  Fill(*window, "fraWeb/txtFilter=完成");
+  EXPECT_TRUE(Until([&] { return recent.GetItemCount() == 0; }));
+  dynamic_cast<wxNotebook&>(Find("fraWeb/tabs")).SetSelection(3);
   EXPECT_TRUE(Until([&] { return traffic() == "接收 0 B/s  发送 0 B/s"; }));
   Home().Write("Web.log", "一\r\n二\r\n");
   EXPECT_TRUE(Until([&] { return List("fraWeb/lstLatest").GetItemCount() == 2; }));

@@ -2,6 +2,7 @@
 
 #include <wx/button.h>
 #include <wx/dirdlg.h>
+#include <wx/filedlg.h>
 #include <wx/textctrl.h>
 #include <wx/textdlg.h>
 
@@ -49,6 +50,14 @@ void LetChooseFolder(wxButton* button, wxTextCtrl* field, const char* title) {
     const auto folder = ChooseFolder(wxGetTopLevelParent(button), title, current);
     if (folder) field->ChangeValue(Shown(*folder));
   });
+}
+
+std::optional<std::string> AskFileToSave(wxWindow* parent, const char* title, const char* filter,
+                                         const char* proposed) {
+  wxFileDialog dialog(parent, Shown(title), "", Shown(proposed), Shown(filter),
+                      wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  if (dialog.ShowModal() != wxID_OK) return std::nullopt;
+  return platform::PathTextFromUser(Typed(dialog.GetPath()));
 }
 
 std::optional<std::string> AskText(wxWindow* parent, const char* prompt, const char* title,

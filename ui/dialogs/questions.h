@@ -19,6 +19,11 @@ std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title,
 /// From now on `button` asks for a folder and puts it into `field`.
 void LetChooseFolder(wxButton* button, wxTextCtrl* field, const char* title);
 
+/// The path text of a file to write, which the user has agreed to replace if it exists; none if he
+/// cancelled. `filter`: in the toolkit's form.
+std::optional<std::string> AskFileToSave(wxWindow* parent, const char* title, const char* filter,
+                                         const char* proposed);
+
 /// What the user typed, as typed; none if he cancelled or left nothing in the field.
 std::optional<std::string> AskText(wxWindow* parent, const char* prompt, const char* title,
                                    const std::string& proposed);

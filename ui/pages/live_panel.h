@@ -1,59 +1,45 @@
 #pragma once
 
-// Live activity of a service: its open connections and the latest lines of a log. The owner
-// refreshes it while it is visible. It queries nothing itself except the log, which it reads only
-// after a change.
+// What goes on in a service now: its open connections, and what the user can do about the selected
+// one. The owner refreshes it while it is visible.
 
-#include <wx/listctrl.h>
 #include <wx/panel.h>
 
-#include <array>
-#include <cstdint>
-#include <string>
+#include <functional>
 #include <vector>
 
 #include "net/connection_report.h"
 
+class wxButton;
+
 namespace ui {
 
-class LogList;
-
-/// A row per connection: slot, address, start time, current action, bytes, progress.
-class ConnectionList : public wxListCtrl {
- public:
-  static constexpr int kColumns = 6;
-  using Row = std::array<std::string, kColumns>;
-
-  explicit ConnectionList(wxWindow* parent);
-
-  void ShowConnections(const std::vector<net::ConnectionReport>& connections);
-  const std::vector<Row>& Rows() const { return rows_; }
-
- private:
-  wxString OnGetItemText(long item, long column) const override;
-  void ShareWidth();
-
-  std::vector<Row> rows_;
-};
+class ConnectionList;
 
 class LivePanel : public wxPanel {
  public:
-  LivePanel(wxWindow* parent);
+  struct Actions {
+    std::function<void(const net::ConnectionReport&)> copyAddress;
+    std::function<void(const net::ConnectionReport&)> openFolder;
+    std::function<void(const net::ConnectionReport&)> disconnect;
+  };
 
-  /// Sets the log: a path text, and the name to show. Must be called before the panel is shown.
-  void SetLog(std::string log, const std::string& name);
+  LivePanel(wxWindow* parent, Actions actions);
 
   void ShowNow(const std::vector<net::ConnectionReport>& connections);
 
   ConnectionList* lstConnections;
-  LogList* lstLatest;
+  wxButton* cmdCopyAddress;
+  wxButton* cmdOpenFolder;  // of the file that is transferred
+  wxButton* cmdDisconnect;
 
  private:
-  void ReadLog();
+  using Action = std::function<void(const net::ConnectionReport&)>;
 
-  std::string log_;
-  std::uint64_t shownSize_ = 0;
-  wxWindow* logHeading_;
+  wxButton* MakeSelectionButton(const char* name, const char* text, Action action);
+  void EnableFitting();
+
+  Actions actions_;
 };
 
 }  // namespace ui

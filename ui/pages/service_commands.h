@@ -28,6 +28,10 @@ class ServiceCommands {
   virtual void Follow(core::ServiceKind service, const core::Diagnosis& diagnosis) = 0;
 
   virtual void CopyForUser(const std::string& text) = 0;
+  /// `path`: the path text of a file or folder.
+  virtual void OpenFolderOf(const std::string& path) = 0;
+  virtual void Disconnect(core::ServiceKind service, const net::ConnectionReport& connection) = 0;
+  virtual void ExportRecent(core::ServiceKind service) = 0;
   virtual void ShowQrCode(const std::vector<std::string>& addresses) = 0;
 };
 

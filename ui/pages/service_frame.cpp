@@ -18,7 +18,9 @@
 #include "ui/controls/colours.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
+#include "ui/pages/latest_log.h"
 #include "ui/pages/live_panel.h"
+#include "ui/pages/recent_panel.h"
 #include "ui/pages/service_commands.h"
 
 namespace ui {
@@ -213,9 +215,19 @@ wxWindow* ServiceFrame::MakeTabs() {
   bodyPage_ = new wxPanel(tabs_);
   body_ = new wxBoxSizer(wxVERTICAL);
   WithMargin(bodyPage_, body_);
-  live_ = new LivePanel(tabs_);
+  using net::ConnectionReport;
+  live_ = new LivePanel(
+      tabs_,
+      {.copyAddress = [this](const ConnectionReport& of) { commands_.CopyForUser(of.address); },
+       .openFolder =
+           [this](const ConnectionReport& of) { commands_.OpenFolderOf(of.activity.path); },
+       .disconnect = [this](const ConnectionReport& of) { commands_.Disconnect(service_, of); }});
+  recent_ = new RecentPanel(tabs_, Calling(&ServiceCommands::ExportRecent));
+  log_ = new LatestLog(tabs_);
   tabs_->AddPage(bodyPage_, "");
   tabs_->AddPage(live_, Shown(kLiveTab));
+  tabs_->AddPage(recent_, Shown("最近"));
+  tabs_->AddPage(log_, Shown("日志"));
   return tabs_;
 }
 
@@ -322,8 +334,19 @@ void ServiceFrame::ShowConnections(const std::vector<net::ConnectionReport>& con
   const wxString title =
       Shown(open == 0 ? kLiveTab : kLiveTab + ("（" + std::to_string(open) + "）"));
   if (tabs_->GetPageText(1) != title) tabs_->SetPageText(1, title);
-  if (tabs_->GetSelection() == 1) live_->ShowNow(connections);
+  if (IsOnTab(live_)) live_->ShowNow(connections);
 }
+
+void ServiceFrame::ShowRecent(const std::deque<core::ActivityRecord::Entry>& entries,
+                              std::uint64_t version) {
+  if (IsOnTab(recent_)) recent_->ShowRecent(entries, version);
+}
+
+void ServiceFrame::ShowLog() {
+  if (IsOnTab(log_)) log_->ReadLog();
+}
+
+bool ServiceFrame::IsOnTab(const wxWindow* page) const { return tabs_->GetCurrentPage() == page; }
 
 void ServiceFrame::TurnTabs(bool forward) {
   tabs_->AdvanceSelection(forward);

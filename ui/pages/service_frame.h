@@ -5,11 +5,13 @@
 // missing. The rest of the page is specific to the service: the Web folder as a tree, the mail
 // users. The page decides nothing; its buttons call ServiceCommands.
 
+#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "core/activity_record.h"
 #include "core/manager_view.h"
 #include "core/start_diagnosis.h"
 #include "ui/controls/page.h"
@@ -24,7 +26,9 @@ class wxStaticText;
 
 namespace ui {
 
+class LatestLog;
 class LivePanel;
+class RecentPanel;
 class ServiceCommands;
 
 class ServiceFrame : public Page {
@@ -62,7 +66,14 @@ class ServiceFrame : public Page {
 
   /// Shows the open connections of the service.
   void ShowConnections(const std::vector<net::ConnectionReport>& connections);
-  LivePanel& Live() { return *live_; }
+
+  /// Shows what clients did lately.
+  void ShowRecent(const std::deque<core::ActivityRecord::Entry>& entries, std::uint64_t version);
+
+  /// Shows the latest lines of the log.
+  void ShowLog();
+
+  LatestLog& Log() { return *log_; }
 
   /// Whether the service is running as far as the user can see: the stop button is shown.
   bool ShowsRunning() const;
@@ -95,6 +106,7 @@ class ServiceFrame : public Page {
   wxSizer* MakePorts();
   wxSizer* MakePortNote();
   wxWindow* MakeTabs();
+  bool IsOnTab(const wxWindow* page) const;
   wxSizer* MakeButtons();
 
   std::function<void()> Calling(void (ServiceCommands::*command)(core::ServiceKind));
@@ -130,6 +142,8 @@ class ServiceFrame : public Page {
   wxPanel* bodyPage_;
   wxBoxSizer* body_;
   LivePanel* live_;
+  RecentPanel* recent_;
+  LatestLog* log_;
 };
 
 }  // namespace ui

@@ -17,6 +17,7 @@
 #include "ui/controls/colours.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
+#include "ui/controls/traffic_curve.h"
 #include "ui/pages/service_looks.h"
 
 namespace ui {
@@ -28,6 +29,7 @@ constexpr int kStateSize = 16;
 constexpr int kAddressWidth = 180;  // minimum
 constexpr double kNameFactor = 1.8;
 constexpr double kTitleFactor = 1.2;
+constexpr const char* kNobody = "现在没有人连接。";
 
 // Every card has the same controls, so the names of theirs contain the service: screen readers and
 // tests need to tell them apart.
@@ -71,6 +73,7 @@ WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
   column->Add(steps_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
   column->Add(cards, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge));
   column->Add(MakeFooter(), wxSizerFlags().Expand().Border(wxALL, edge));
+  column->Add(MakeNow(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
   SetSizer(column);
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     UseWidth();
@@ -143,6 +146,23 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   column->SetMinSize(FromDIP(kAddressWidth + 2 * kGap), -1);
   panel->SetSizer(column);
   return panel;
+}
+
+wxSizer* WelcomeFrame::MakeNow() {
+  clients_ = Named(new wxStaticText(this, wxID_ANY, Shown(kNobody)), "lblClients");
+  clients_->SetForegroundColour(QuietText());
+  traffic_ = new TrafficCurve(this);
+  auto* column = new wxBoxSizer(wxVERTICAL);
+  column->Add(clients_, wxSizerFlags().Expand());
+  column->Add(traffic_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap)));
+  return column;
+}
+
+void WelcomeFrame::ShowClients(const std::string& clients,
+                               const std::deque<core::TrafficHistory::Sample>& traffic) {
+  const wxString text = Shown(clients.empty() ? kNobody : clients);
+  if (clients_->GetLabel() != text) clients_->SetLabel(text);
+  traffic_->ShowSamples(traffic);
 }
 
 wxSizer* WelcomeFrame::MakeFooter() {

@@ -5,12 +5,14 @@
 // decides nothing; its buttons call the actions.
 
 #include <array>
+#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
 
 #include "core/manager_view.h"
 #include "core/start_diagnosis.h"
+#include "core/traffic_history.h"
 #include "ui/controls/page.h"
 #include "ui/pages/first_steps.h"
 
@@ -21,6 +23,8 @@ class wxStaticBitmap;
 class wxStaticText;
 
 namespace ui {
+
+class TrafficCurve;
 
 class WelcomeFrame : public Page {
  public:
@@ -43,6 +47,10 @@ class WelcomeFrame : public Page {
 
   /// Shows why the last start failed, in at most two short lines, in place of the address.
   void SetReason(core::ServiceKind service, const std::string& text);
+
+  /// Shows who is connected, nobody if `clients` is empty, and the traffic of the last minutes.
+  void ShowClients(const std::string& clients,
+                   const std::deque<core::TrafficHistory::Sample>& traffic);
 
   /// Shows the remaining first steps.
   void ShowSteps(const StepsLeft& left);
@@ -69,6 +77,7 @@ class WelcomeFrame : public Page {
   void EnableTogether();
   wxSizer* MakeHeader();
   wxPanel* MakeCard(core::ServiceKind service);
+  wxSizer* MakeNow();
   wxSizer* MakeFooter();
   void ShowState(ServiceCard& card, const char* icon, const char* text, const wxColour& colour);
   ServiceCard& CardOf(core::ServiceKind service);
@@ -76,6 +85,8 @@ class WelcomeFrame : public Page {
   Actions actions_;
   std::array<ServiceCard, 3> cards_;
   FirstSteps* steps_;
+  wxStaticText* clients_;
+  TrafficCurve* traffic_;
   wxButton* startAll_;
   wxButton* stopAll_;
   int addressWidth_;  // in pixels, the space in a card

@@ -10,6 +10,7 @@
 #include <string>
 #include <utility>
 
+#include "core/activity_text.h"
 #include "core/cut_off.h"
 #include "core/service_addresses.h"
 #include "core/service_texts.h"
@@ -28,10 +29,11 @@
 #include "ui/dialogs/mail_user_dialog.h"
 #include "ui/dialogs/options_dialog.h"
 #include "ui/dialogs/qr_dialog.h"
+#include "ui/dialogs/questions.h"
 #include "ui/dialogs/tip_of_the_day.h"
 #include "ui/dialogs/virtual_directory_dialog.h"
 #include "ui/pages/folder_tree.h"
-#include "ui/pages/live_panel.h"
+#include "ui/pages/latest_log.h"
 #include "ui/pages/mail_user_list.h"
 #include "ui/pages/service_looks.h"
 #include "ui/window/content.h"
@@ -64,7 +66,7 @@ void Commands::Attach(const Manager& manager) {
     ShowRootDir(service);
     ShowSettingsFault(service);
     const char* log = LooksOf(service).log;
-    content_->FrameOf(service).Live().SetLog(manager.program.File(log), log);
+    content_->FrameOf(service).Log().SetLog(manager.program.File(log), log);
   }
   survey_->ShowFirstSteps();
 }
@@ -198,6 +200,26 @@ void Commands::Follow(ServiceKind service, const core::Diagnosis& diagnosis) {
 
 void Commands::CopyForUser(const std::string& text) {
   if (Copy(text)) status_.Remark("已复制。");
+}
+
+void Commands::OpenFolderOf(const std::string& path) {
+  const bool isFolder = files::FolderExists(path);
+  const std::string folder = isFolder ? path : path.substr(0, path.find_last_of('\\') + 1);
+  if (!files::FolderExists(folder)) return status_.Remark("文件夹不存在。");
+  platform::OpenWithShell(platform::PathTextForUser(folder));
+}
+
+void Commands::Disconnect(ServiceKind service, const net::ConnectionReport& connection) {
+  manager_->control.Of(service).Disconnect(connection.protocol, connection.slot);
+  survey_->LookAnew();
+}
+
+void Commands::ExportRecent(ServiceKind service) {
+  const auto file = AskFileToSave(&window_, "导出最近的活动", "CSV文件(*.csv)|*.csv", "活动.csv");
+  if (!file) return;
+  const std::string table = core::CsvOf(manager_->record.EntriesOf(service));
+  const std::error_code error = files::ReplaceContent(*file, table);
+  if (error) Warn(&window_, "活动未能导出：" + platform::SystemMessage(error));
 }
 
 void Commands::ShowQrCode(const std::vector<std::string>& addresses) {

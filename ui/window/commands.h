@@ -56,6 +56,9 @@ class Commands : public ServiceCommands {
   void MakeRoot(core::ServiceKind service) override;
   void Follow(core::ServiceKind service, const core::Diagnosis& diagnosis) override;
   void CopyForUser(const std::string& text) override;
+  void OpenFolderOf(const std::string& path) override;
+  void Disconnect(core::ServiceKind service, const net::ConnectionReport& connection) override;
+  void ExportRecent(core::ServiceKind service) override;
   void ShowQrCode(const std::vector<std::string>& addresses) override;
 
   void ShowRootDir(core::ServiceKind service);

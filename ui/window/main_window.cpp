@@ -74,6 +74,9 @@ frmMain::~frmMain() = default;
 void frmMain::Attach(const Manager& manager, std::function<void()> onClose) {
   manager_ = std::make_unique<Manager>(manager);
   onClose_ = std::move(onClose);
+  for (const ServiceKind service : core::kServices) {
+    manager_->control.Of(service).Observe(&manager_->record.Of(service));
+  }
   survey_.Attach(*manager_);
   survey_.OnConnected([this](bool connected) { ShowTrayState(connected); });
   mode_.Attach(manager_->program, onClose_);

@@ -2,6 +2,7 @@
 
 // What the window acts on: the program, its three servers and their control.
 
+#include "core/activity_record.h"
 #include "core/service_control.h"
 #include "ftp/ftp_server.h"
 #include "mail/mail_server.h"
@@ -18,6 +19,7 @@ struct Manager {
   ModWeb::WebServer& web;
   ModFtp::FtpServer& ftp;
   ModMail::MailServer& mail;
+  core::ActivityRecord& record;  // outlives the servers; filled while there is a window
 };
 
 /// Shows the options of a service. True if the user confirmed them.

@@ -1,8 +1,10 @@
 #include "ui/window/survey.h"
 
-#include <algorithm>
-#include <utility>
+#include <array>
+#include <string>
+#include <vector>
 
+#include "core/cut_off.h"
 #include "core/port_remarks.h"
 #include "core/service_addresses.h"
 #include "files/files.h"
@@ -25,9 +27,14 @@ constexpr int kBrowsersPort = 80;
 
 Survey::Survey(StatusBar& status) : status_(status) {
   watch_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Look(); });
+  clients_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { LookAtClients(); });
 }
 
-void Survey::Attach(const Manager& manager) { manager_ = &manager; }
+void Survey::Attach(const Manager& manager) {
+  manager_ = &manager;
+  LookAtClients();
+  clients_.Start(kClientsInterval);
+}
 
 void Survey::WatchWhileSeen(bool seen) {
   if (manager_ == nullptr || seen == watch_.IsRunning()) return;
@@ -36,13 +43,19 @@ void Survey::WatchWhileSeen(bool seen) {
   LookAnew();
 }
 
-void Survey::OnConnected(std::function<void(bool)> handler) {
-  clients_.Bind(wxEVT_TIMER, [this, handler = std::move(handler)](wxTimerEvent&) {
-    handler(std::any_of(core::kServices.begin(), core::kServices.end(), [this](auto service) {
-      return !manager_->control.Of(service).Connections().empty();
-    }));
-  });
-  clients_.Start(kClientsInterval);
+void Survey::LookAtClients() {
+  std::array<net::Traffic, core::kServices.size()> totals;
+  std::vector<net::ConnectionReport> all;
+  for (const ServiceKind service : core::kServices) {
+    const core::Service& server = manager_->control.Of(service);
+    totals.at(core::IndexOf(service)) = server.TotalTraffic();
+    const std::vector<net::ConnectionReport> connections = server.Connections();
+    all.insert(all.end(), connections.begin(), connections.end());
+  }
+  history_.Add(totals, core::TrafficRate::Clock::now());
+  if (onConnected_) onConnected_(!all.empty());
+  if (watch_.IsRunning())
+    content_->fraWelcome->ShowClients(core::CutOffText(all), history_.Samples());
 }
 
 void Survey::LookAnew() {
@@ -58,6 +71,8 @@ void Survey::Look() {
     ServiceFrame& frame = content_->FrameOf(service);
     if (!frame.IsShown()) continue;
     frame.ShowConnections(manager_->control.Of(service).Connections());
+    frame.ShowRecent(manager_->record.EntriesOf(service), manager_->record.Version(service));
+    frame.ShowLog();
   }
 }
 

@@ -7,7 +7,9 @@
 #include <wx/timer.h>
 
 #include <functional>
+#include <utility>
 
+#include "core/traffic_history.h"
 #include "core/traffic_text.h"
 #include "ui/window/manager.h"
 
@@ -29,7 +31,7 @@ class Survey {
   void WatchWhileSeen(bool seen);
 
   /// Called with whether any client is connected, every few seconds also while nothing is seen.
-  void OnConnected(std::function<void(bool)> handler);
+  void OnConnected(std::function<void(bool)> handler) { onConnected_ = std::move(handler); }
 
   /// Checks everything now, unless stopped.
   void LookAnew();
@@ -44,14 +46,17 @@ class Survey {
   void Look();
   void LookRarely();
   void ShowTraffic();
+  void LookAtClients();
 
   Content* content_ = nullptr;
   StatusBar& status_;
   const Manager* manager_ = nullptr;
   wxTimer watch_;    // runs while the window is visible
   wxTimer clients_;  // always runs
-  int looks_ = 0;    // since the timer was started
+  std::function<void(bool)> onConnected_;
+  int looks_ = 0;  // since the timer was started
   core::TrafficRate rate_;
+  core::TrafficHistory history_;
 };
 
 }  // namespace ui
