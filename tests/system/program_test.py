@@ -119,6 +119,20 @@ class OutsideTest(ProgramTest):
             process.send_signal(number)
             self.assertEqual(process.wait(PATIENCE), 0)
 
+    def test_what_a_cgi_program_has_started_ends_with_it(self):
+        pipe = self.home.path / "pipe"
+        os.mkfifo(pipe)
+        self.home.write("wwwroot/cgi-bin/parent.cgi",
+                        f"#!/bin/sh\n(echo; exec sleep {PATIENCE * 2}) > {pipe} &\nwait\n")
+        (self.home.path / "wwwroot/cgi-bin/parent.cgi").chmod(0o755)
+        process = self.home.start_services()
+        with (socket.create_connection(("127.0.0.1", self.home.ports["web"])) as client,
+              open(os.open(pipe, os.O_RDONLY | os.O_NONBLOCK), "rb", buffering=0) as child):
+            client.sendall(b"POST /parent.cgi? HTTP/1.0\r\n\r\n")
+            wait_until(lambda: child.read(1) == b"\n", "the child")
+            self.end(process)
+            wait_until(lambda: child.read(1) == b"", "the child's end")
+
     def test_under_nohup_it_outlives_its_terminal(self):
         self.under("trap '' HUP")
         process = self.home.start_services()

@@ -241,6 +241,19 @@ TEST_F(MainWindow, CanAlwaysBeFoundAgainAndEndsOnlyWhenTheUserEndsIt) {
   EXPECT_EQ(closed, 2);
 }
 
+TEST_F(MainWindow, OpensAFormFromAnEventWhileTheEventsBehindItGoOn) {
+  bool next = false;
+  bool closes = false;
+  Environment().loop.Post([&] {
+    closes = InForm("mnuOptions", [&](wxDialog& form) {
+      EXPECT_TRUE(Until([&] { return next; }));
+      form.EndModal(wxID_CANCEL);
+    });
+  });
+  Environment().loop.Post([&] { next = true; });
+  EXPECT_TRUE(Until([&] { return closes; }));
+}
+
 TEST_F(MainWindow, ComesBackWhereItWas) {
   window->Open();
   window->SetSize(40, 50, 900, 700);
