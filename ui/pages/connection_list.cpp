@@ -17,20 +17,22 @@ using net::ConnectionReport;
 
 enum Column : unsigned { kWho, kWhat, kPercent, kAmount, kSpeed, kLeft, kSince, kColumns };
 
-// The columns' headings, and the longest text that each has room for; the second gets the rest.
+// The columns' headings, and the longest text that each has room for. "What" gets the rest.
 struct ColumnLooks {
   const char* heading;
   const char* longest;
 };
 constexpr std::array<ColumnLooks, kColumns> kLooks = {{
     {"谁", "188.188.188.188"},
-    {"在做什么", "下载 一个名字比较长的文件"},
-    {"进度", "100%100%100%"},
-    {"字节", "888.8 MB / 888.8 MB"},
-    {"速度", "888.8 MB/s"},
+    {"在做什么", ""},
+    {"进度", "100%100%"},
+    {"字节", "888 MB / 888 MB"},
+    {"速度", "888 MB/s"},
     {"还需", "88 分 88 秒"},
     {"开始于", "08:08:08"},
 }};
+
+constexpr int kLeastWhat = 110;
 
 std::uint64_t BytesOf(const ConnectionReport& connection) {
   const net::Traffic& traffic = connection.activity.traffic;
@@ -216,6 +218,13 @@ ConnectionList::ConnectionList(wxWindow* parent)
       model_(new Model) {
   AssociateModel(model_);
   model_->DecRef();  // the control holds it now
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    event.Skip();
+    ShareWidth();
+  });
+}
+
+void ConnectionList::AppendColumns() {
   for (unsigned column = 0; column < kColumns; ++column) {
     const ColumnLooks& looks = kLooks.at(column);
     const int width = GetTextExtent(Shown(looks.longest)).x + FromDIP(2 * kGap);
@@ -229,10 +238,22 @@ ConnectionList::ConnectionList(wxWindow* parent)
     AppendColumn(new wxDataViewColumn(Shown(looks.heading), renderer, column, width, wxALIGN_LEFT,
                                       wxDATAVIEW_COL_RESIZABLE | wxDATAVIEW_COL_SORTABLE));
   }
+  ShareWidth();
+}
+
+void ConnectionList::ShareWidth() {
+  if (wxDataViewCtrl::GetColumnCount() == 0) return;
+  int rest = GetClientSize().x - FromDIP(kGap);
+  for (unsigned column = 0; column < kColumns; ++column) {
+    if (column != kWhat) rest -= GetColumn(column)->GetWidth();
+  }
+  GetColumn(kWhat)->SetWidth(std::max(rest, FromDIP(kLeastWhat)));
 }
 
 void ConnectionList::ShowConnections(const std::vector<ConnectionReport>& connections,
                                      core::TrafficRate::Clock::time_point now) {
+  // GTK complains about columns of a list that has never been seen.
+  if (wxDataViewCtrl::GetColumnCount() == 0) AppendColumns();
   model_->Show(connections, now);
 }
 

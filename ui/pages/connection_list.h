@@ -34,6 +34,9 @@ class ConnectionList : public wxDataViewCtrl {
  private:
   class Model;
 
+  void AppendColumns();
+  void ShareWidth();
+
   Model* model_;  // owned with the control
 };
 
