@@ -43,7 +43,7 @@ DataConnections::DataConnections(net::SocketContext& context, FtpSessions& sessi
   net::SocketEvents& events = *this;
   for (std::size_t index = 0; index < FtpSvrDataSock_.size(); ++index) {
     FtpSvrDataSock_[index] =
-        std::make_unique<net::EventSocket>(context, events, static_cast<int>(index));
+        std::make_unique<net::EventSocket>(context, events, static_cast<int>(index), "FTP");
   }
 }
 

@@ -15,7 +15,7 @@ FtpServer::FtpServer(core::ServiceEnvironment environment)
       draining_(environment_.loop),
       sockets_{environment_.loop, draining_,
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
-      FtpSvrSock_(sockets_, *this, net::ConnectionSlots::BusySlot::kRefuse,
+      FtpSvrSock_(sockets_, *this, "FTP", net::ConnectionSlots::BusySlot::kRefuse,
                   ReplyLine(replies::kGreeting)),
       heldOptions_(
           environment_.program.Holders(),
@@ -69,7 +69,7 @@ bool FtpServer::StopFtpListener() {
 
 // A transfer is shown in place of the command that started it.
 std::vector<net::ConnectionReport> FtpServer::Connections() const {
-  std::vector<net::ConnectionReport> report = FtpSvrSock_.Report("FTP");
+  std::vector<net::ConnectionReport> report = FtpSvrSock_.Report();
   for (net::ConnectionReport& connection : report) {
     const Client& data = dataConnections_.Current(connection.slot);
     if (!data || data->IsClosed() || data->CurrentActivity().what.empty()) continue;

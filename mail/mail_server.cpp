@@ -46,9 +46,9 @@ MailServer::MailServer(core::ServiceEnvironment environment)
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
       smtp_(*this, MailSvrSmtpSock_, &MailServer::OnSmtpDataArrival),
       pop3_(*this, MailSvrPop3Sock_, &MailServer::OnPop3DataArrival),
-      MailSvrSmtpSock_(sockets_, smtp_, ConnectionSlots::BusySlot::kEvict,
+      MailSvrSmtpSock_(sockets_, smtp_, "SMTP", ConnectionSlots::BusySlot::kEvict,
                        ReplyLine(smtp::kGreeting)),
-      MailSvrPop3Sock_(sockets_, pop3_, ConnectionSlots::BusySlot::kEvict,
+      MailSvrPop3Sock_(sockets_, pop3_, "POP3", ConnectionSlots::BusySlot::kEvict,
                        ReplyLine(pop3::kGreeting)),
       heldOptions_(
           environment_.program.Holders(),
@@ -103,8 +103,8 @@ bool MailServer::ListenOnBothPorts() {
 }
 
 std::vector<net::ConnectionReport> MailServer::Connections() const {
-  std::vector<net::ConnectionReport> report = MailSvrSmtpSock_.Report("SMTP");
-  std::vector<net::ConnectionReport> pop3 = MailSvrPop3Sock_.Report("POP3");
+  std::vector<net::ConnectionReport> report = MailSvrSmtpSock_.Report();
+  std::vector<net::ConnectionReport> pop3 = MailSvrPop3Sock_.Report();
   report.insert(report.end(), std::make_move_iterator(pop3.begin()),
                 std::make_move_iterator(pop3.end()));
   return report;

@@ -28,7 +28,7 @@ WebServer::WebServer(core::ServiceEnvironment environment)
       draining_(environment_.loop),
       sockets_{environment_.loop, draining_,
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
-      WebSvrSock_(sockets_, *this, net::ConnectionSlots::BusySlot::kEvict, ""),
+      WebSvrSock_(sockets_, *this, "HTTP", net::ConnectionSlots::BusySlot::kEvict, ""),
       interpreter_(*this, options_, session_),
       sender_(environment_.program.errors),
       cgi_(environment_),
@@ -76,9 +76,7 @@ bool WebServer::StopWebListener() {
   return !IsRunning();
 }
 
-std::vector<net::ConnectionReport> WebServer::Connections() const {
-  return WebSvrSock_.Report("HTTP");
-}
+std::vector<net::ConnectionReport> WebServer::Connections() const { return WebSvrSock_.Report(); }
 
 Task<> WebServer::OnDataArrival(int, Client client) { return OnWebDataArrival(std::move(client)); }
 
