@@ -306,7 +306,7 @@ TEST_F(MainWindow, ShowsADownloadAndTheTrafficWhileItRunsAndTheLatestLogLines) {
   client.Send("GET /big.bin HTTP/1.0\r\n\r\n");
   ASSERT_TRUE(Until([&] { return list.GetItemCount() == 1 && wxAtoi(shown(5)) > 0; }));
   EXPECT_LT(wxAtoi(shown(5)), 100);
-  EXPECT_EQ(shown(0) + " " + shown(1) + " " + shown(3), "HTTP 1 127.0.0.1 GET /big.bin");
+  EXPECT_EQ(shown(0) + " " + shown(1) + " " + shown(3), "HTTP 1 127.0.0.1 下载 big.bin");
   EXPECT_TRUE(Until([&] { return traffic().ends_with("KB/s"); }));
   client.Close();
   EXPECT_TRUE(Until([&] { return list.GetItemCount() == 0; }));

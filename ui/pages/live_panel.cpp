@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/activity_text.h"
 #include "core/traffic_text.h"
 #include "files/files.h"
 #include "text/date_time.h"
@@ -53,7 +54,7 @@ ConnectionList::Row RowOf(const net::ConnectionReport& connection) {
   return {connection.protocol + " " + std::to_string(connection.slot),
           connection.address,
           text::DateTimeText(connection.since).substr(kDate),
-          text::Printable(activity.what, kLongestDoing),
+          text::Printable(core::ActivityText(activity), kLongestDoing),
           core::ByteText(activity.traffic.received + activity.traffic.sent),
           core::ProgressText(activity)};
 }
