@@ -11,6 +11,7 @@ namespace ModFtp {
 namespace {
 
 using net::Task;
+using Kind = net::Activity::Kind;
 
 // The first line of a command, without a password.
 std::string ShownCommand(const std::string& word, const std::string& text) {
@@ -95,8 +96,8 @@ std::string CommandInterpreter::OnRest(Request request) {
 }
 
 // The control connection stays open: closing it is up to the client.
-std::string CommandInterpreter::OnQuit(Request) {
-  host_.CloseAllDataSockets();
+std::string CommandInterpreter::OnQuit(Request request) {
+  host_.CloseAllDataSockets(request.slot);
   return ReplyLine(replies::kQuit);
 }
 
@@ -128,27 +129,29 @@ std::string CommandInterpreter::OnCwd(Request request) {
 
 // The reply names the current directory, not the new one: clients have learned it so.
 std::string CommandInterpreter::OnMkd(Request request) {
-  if (!Succeeds(errors_, [&] { return files_.MakeFtpDirectory(request.slot, request.text); })) {
-    return ReplyLine(replies::kMkdFailed);
-  }
+  const Change change =
+      ResultOf(errors_, [&] { return files_.MakeFtpDirectory(request.slot, request.text); });
+  Show(request.slot, Kind::kMakeFolder, change);
+  if (!change.IsDone()) return ReplyLine(replies::kMkdFailed);
   return ReplyLine(std::string(replies::kMkdBegin) + sessions_[request.slot].physicalDir +
                    std::string(replies::kMkdEnd));
 }
 
 std::string CommandInterpreter::OnRmd(Request request) {
-  const bool done =
-      Succeeds(errors_, [&] { return files_.RemoveFtpDirectory(request.slot, request.text); });
-  return ReplyLine(done ? replies::kRmd : replies::kRmdFailed);
+  const Change change =
+      ResultOf(errors_, [&] { return files_.RemoveFtpDirectory(request.slot, request.text); });
+  Show(request.slot, Kind::kRemoveFolder, change);
+  return ReplyLine(change.IsDone() ? replies::kRmd : replies::kRmdFailed);
 }
 
 // Files
 
 Task<std::string> CommandInterpreter::OnDele(Request request) {
-  Task<FileOperations::Deletion> deleting =
-      TrapErrors(errors_, files_.DeleteFtpFile(request.slot, request.text));
-  const FileOperations::Deletion deletion = co_await deleting;
-  if (deletion.done) co_return ReplyLine(replies::kDele);
-  co_return ReplyLine(std::string(replies::kDeleFailed) + deletion.reason);
+  Task<Change> deleting = TrapErrors(errors_, files_.DeleteFtpFile(request.slot, request.text));
+  const Change change = co_await deleting;
+  Show(request.slot, Kind::kDelete, change);
+  if (change.IsDone()) co_return ReplyLine(replies::kDele);
+  co_return ReplyLine(std::string(replies::kDeleFailed) + change.reason);
 }
 
 std::string CommandInterpreter::OnRnfr(Request request) {
@@ -158,8 +161,26 @@ std::string CommandInterpreter::OnRnfr(Request request) {
 }
 
 std::string CommandInterpreter::OnRnto(Request request) {
-  const bool done = Succeeds(errors_, [&] { return files_.RenameTo(request.slot, request.text); });
-  return ReplyLine(done ? replies::kRnto : replies::kRntoFailed);
+  const Change change =
+      ResultOf(errors_, [&] { return files_.RenameTo(request.slot, request.text); });
+  Show(request.slot, Kind::kRename, change);
+  return ReplyLine(change.IsDone() ? replies::kRnto : replies::kRntoFailed);
+}
+
+// The client gets its reply also if there is no memory for this.
+void CommandInterpreter::Show(int slot, Kind kind, const Change& change) {
+  if (change.path.empty() || !host_.IsObserved()) return;
+  Succeeds(errors_, [&] {
+    const std::string& root = sessions_.shared.ftpRoot;
+    std::string what = SeenPath(root, change.path);
+    const bool isFolder = kind == Kind::kMakeFolder || kind == Kind::kRemoveFolder;
+    if (isFolder && what != "/") what.insert(0, "/");
+    const std::string& from = sessions_[slot].renameFrom;
+    if (kind == Kind::kRename && !from.empty()) what = SeenPath(root, from) + " → " + what;
+    host_.ShowChange(slot, {.kind = kind, .what = std::move(what), .path = change.path},
+                     change.end);
+    return true;
+  });
 }
 
 // Data connections

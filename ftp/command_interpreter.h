@@ -24,13 +24,18 @@ class CommandInterpreter {
    public:
     /// What the user sees the session doing.
     virtual void ShowCommand(int slot, std::string_view what) = 0;
+    /// Whether the user gets to know what was done.
+    virtual bool IsObserved() const = 0;
+    /// What became of a change to a file or folder.
+    virtual void ShowChange(int slot, net::Activity change, net::ActivityEnd end) = 0;
 
     virtual net::Task<bool> OpenActiveDataConnection(int slot, std::string text) = 0;
     /// The whole reply, line end included.
     virtual std::string EnterPassiveMode(int slot) = 0;
+    /// Its transfer has failed.
     virtual void CloseDataSocket(int slot) = 0;
-    /// Those of all sessions.
-    virtual void CloseAllDataSockets() = 0;
+    /// Those of all sessions, on the request of `slot`.
+    virtual void CloseAllDataSockets(int slot) = 0;
 
     /// These wait for the data connection, send the preliminary reply and start the transfer, whose
     /// end AwaitDataClose waits for.
@@ -75,13 +80,14 @@ class CommandInterpreter {
   std::string OnPasv(Request request);
   std::string OnRest(Request request);
   net::Task<std::string> OnRetr(Request request);
-  std::string OnQuit(Request);
+  std::string OnQuit(Request request);
   std::string OnMkd(Request request);
   std::string OnRnfr(Request request);
   std::string OnRnto(Request request);
   net::Task<std::string> OnStor(Request request);
   net::Task<std::string> OnDele(Request request);
   std::string OnRmd(Request request);
+  void Show(int slot, net::Activity::Kind kind, const Change& change);
 
   Host& host_;
   FtpSessions& sessions_;

@@ -11,10 +11,16 @@
 namespace ModFtp {
 namespace {
 
+using net::ActivityEnd;
 using net::Task;
 
 std::uint32_t ClockSeed() {
   return static_cast<std::uint32_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+}
+
+// Whether the client quits its own transfer or cuts off that of another.
+ActivityEnd EndByQuit(bool isOwn) {
+  return isOwn ? ActivityEnd::kClientLeft : ActivityEnd::kFailed;
 }
 
 // A command's place among those of its slot that wait for a data connection.
@@ -43,7 +49,7 @@ DataConnections::DataConnections(net::SocketContext& context, FtpSessions& sessi
   net::SocketEvents& events = *this;
   for (std::size_t index = 0; index < FtpSvrDataSock_.size(); ++index) {
     FtpSvrDataSock_[index] =
-        std::make_unique<net::EventSocket>(context, events, static_cast<int>(index));
+        std::make_unique<net::EventSocket>(context, events, static_cast<int>(index), "FTP");
   }
 }
 
@@ -72,7 +78,7 @@ Task<bool> DataConnections::OpenActiveDataConnection(int slot, std::string text)
 std::string DataConnections::EnterPassiveMode(int slot, std::string_view localAddress) {
   sessions_.shared.pendingDataSlot = static_cast<std::int16_t>(slot);
   const int lowByte = ListenOnPassivePort();
-  CloseDataSocket(slot);
+  CloseDataSocket(slot, ActivityEnd::kClientLeft);
   const std::string address = PassiveAddress(localAddress, lowByte);
   return ReplyLine(std::string(replies::kPasv) + address);
 }
@@ -95,7 +101,7 @@ int DataConnections::ListenOnPassivePort() {
 
 void DataConnections::OnFtpDataConnectionRequest(int, net::ConnectionRequest& request) {
   const int slot = sessions_.shared.pendingDataSlot;
-  CloseDataSocket(slot);
+  CloseDataSocket(slot, ActivityEnd::kEvicted);
   Socket(slot).Accept(request);
   HoldData(slot);
   Socket(slot).Current()->StartReading();
@@ -109,20 +115,28 @@ void DataConnections::HoldData(int slot) {
   data->GatherSends();
 }
 
-void DataConnections::CloseDataSocket(int slot) {
-  sessions_[slot].EndTransfer();
-  Socket(slot).Close();
+// The end of an upload is the client's to tell.
+void DataConnections::OnFtpDataClose(int slot) {
+  const bool isUpload = Current(slot)->CurrentActivity().kind == net::Activity::Kind::kUpload;
+  CloseDataSocket(slot, isUpload ? ActivityEnd::kComplete : ActivityEnd::kClientLeft);
 }
 
-void DataConnections::CloseAllDataSockets() {
-  for (int slot = 1; slot <= FtpSessions::kLastSlot; ++slot) {
-    if (!Socket(slot).IsClosed()) CloseDataSocket(slot);
+void DataConnections::CloseDataSocket(int slot, ActivityEnd end) {
+  sessions_[slot].EndTransfer();
+  Socket(slot).Close(end);
+}
+
+void DataConnections::CloseAllDataSockets(int slot) {
+  for (int each = 1; each <= FtpSessions::kLastSlot; ++each) {
+    if (!Socket(each).IsClosed()) CloseDataSocket(each, EndByQuit(each == slot));
   }
 }
 
 void DataConnections::Close() {
   Socket(0).Close();
-  for (int slot = 1; slot <= FtpSessions::kLastSlot; ++slot) CloseDataSocket(slot);
+  for (int slot = 1; slot <= FtpSessions::kLastSlot; ++slot) {
+    CloseDataSocket(slot, ActivityEnd::kServiceStopped);
+  }
 }
 
 Task<> DataConnections::AwaitDataConnection(int slot) {

@@ -44,9 +44,10 @@ class DataConnections final : private net::SocketEvents {
   /// Waits for the end of the connection that the slot has now, even if it gets another meanwhile.
   net::Task<> AwaitDataClose(int slot);
 
-  void CloseDataSocket(int slot);
-  /// The open ones of all slots; the listener stays.
-  void CloseAllDataSockets();
+  /// The transfer, if it is not finished, ends as `end` says.
+  void CloseDataSocket(int slot, net::ActivityEnd end);
+  /// The open ones of all slots, because the client of `slot` wants it; the listener stays.
+  void CloseAllDataSockets(int slot);
   /// Everything, the listener included.
   void Close();
 
@@ -64,10 +65,10 @@ class DataConnections final : private net::SocketEvents {
     return onArrival_(slot, std::move(data));
   }
   void OnClose(int slot) override { OnFtpDataClose(slot); }
-  void OnError(int slot) override { OnFtpDataClose(slot); }
+  void OnError(int slot) override { CloseDataSocket(slot, net::ActivityEnd::kClientLeft); }
 
   void OnFtpDataConnectionRequest(int index, net::ConnectionRequest& request);
-  void OnFtpDataClose(int slot) { CloseDataSocket(slot); }
+  void OnFtpDataClose(int slot);
 
   int ListenOnPassivePort();
   void HoldData(int slot);

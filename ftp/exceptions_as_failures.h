@@ -13,15 +13,21 @@
 
 namespace ModFtp {
 
-/// What `step` returns; false if it throws.
+/// What `step` returns; an empty one if it throws.
 template <class Step>
-bool Succeeds(const files::ErrorLog& errors, Step step) {
+auto ResultOf(const files::ErrorLog& errors, Step step) -> decltype(step()) {
   try {
     return step();
   } catch (...) {
     errors.LogError(net::DescriptionOf(std::current_exception()));
-    return false;
+    return {};
   }
+}
+
+/// What `step` returns; false if it throws.
+template <class Step>
+bool Succeeds(const files::ErrorLog& errors, Step step) {
+  return ResultOf(errors, std::move(step));
 }
 
 /// The same for a step that waits: its result, or an empty T (false, none) if it throws. Only

@@ -1,6 +1,7 @@
 #include "ftp/file_operations.h"
 
 #include "files/files.h"
+#include "files/missing.h"
 #include "ftp/command_text.h"
 #include "ftp/folder_walk.h"
 #include "ftp/path_mapping.h"
@@ -12,10 +13,16 @@
 namespace ModFtp {
 namespace {
 
+using net::ActivityEnd;
 using net::Task;
 
 // A relative CWD appends to the current directory. No system knows a path this long.
 constexpr std::size_t kLongestDirectory = 32768;
+
+ActivityEnd EndOf(const std::error_code& error) {
+  if (!error) return ActivityEnd::kComplete;
+  return files::IsMissing(error) ? ActivityEnd::kNotFound : ActivityEnd::kFailed;
+}
 
 bool HasWildcard(std::string_view name) { return name.find_first_of("*?") != std::string::npos; }
 
@@ -67,28 +74,34 @@ bool FileOperations::ChangeFtpDirectory(int slot, const std::string& text) {
 }
 
 // A leading "/" means nothing special here: the name is below the current directory.
-bool FileOperations::MakeFtpDirectory(int slot, const std::string& text) {
+Change FileOperations::MakeFtpDirectory(int slot, const std::string& text) {
   const std::optional<std::string> name = CutArgument(text, kAfterThreeLetters);
-  if (!name) return false;
-  const std::string path = PathFromDirectory(sessions_[slot].physicalDir, *name);
-  return MayChange(path) && !files::CreateFolder(path);
+  if (!name) return {};
+  Change change = {PathFromDirectory(sessions_[slot].physicalDir, *name), ActivityEnd::kRefused};
+  if (MayChange(change.path)) change.end = EndOf(files::CreateFolder(change.path));
+  return change;
 }
 
-bool FileOperations::RemoveFtpDirectory(int slot, const std::string& text) {
-  const std::optional<std::string> path = PathOf(slot, text, kAfterThreeLetters);
-  if (!path || !MayChange(*path)) return false;
-  return !files::FolderExists(*path) || !files::RemoveFolder(*path);
+Change FileOperations::RemoveFtpDirectory(int slot, const std::string& text) {
+  std::optional<std::string> path = PathOf(slot, text, kAfterThreeLetters);
+  if (!path) return {};
+  Change change = {std::move(*path), ActivityEnd::kRefused};
+  if (!MayChange(change.path)) return change;
+  change.end = ActivityEnd::kComplete;
+  if (files::FolderExists(change.path)) change.end = EndOf(files::RemoveFolder(change.path));
+  return change;
 }
 
-Task<FileOperations::Deletion> FileOperations::DeleteFtpFile(int slot, std::string text) {
-  Deletion deletion;
-  const std::optional<std::string> path = PathOf(slot, text, kAfterFourLetters);
-  if (!path || !MayChange(*path)) co_return std::move(deletion);
-  Task<std::error_code> deleting = DeleteFiles(*path, std::make_shared<MemoryShare>(memory_));
+Task<Change> FileOperations::DeleteFtpFile(int slot, std::string text) {
+  std::optional<std::string> path = PathOf(slot, text, kAfterFourLetters);
+  if (!path) co_return Change{};
+  Change change = {std::move(*path), ActivityEnd::kRefused};
+  if (!MayChange(change.path)) co_return std::move(change);
+  Task<std::error_code> deleting = DeleteFiles(change.path, std::make_shared<MemoryShare>(memory_));
   const std::error_code error = co_await deleting;
-  deletion.done = !error;
-  if (error) deletion.reason = platform::SystemMessage(error);
-  co_return std::move(deletion);
+  change.end = EndOf(error);
+  if (error) change.reason = platform::SystemMessage(error);
+  co_return std::move(change);
 }
 
 bool FileOperations::RenameFrom(int slot, const std::string& text) {
@@ -98,10 +111,13 @@ bool FileOperations::RenameFrom(int slot, const std::string& text) {
   return MayChange(*path);
 }
 
-bool FileOperations::RenameTo(int slot, const std::string& text) {
-  const std::optional<std::string> target = PathOf(slot, text, kAfterFourLetters);
-  if (!target || !MayChange(*target)) return false;
-  return !files::RenamePath(sessions_[slot].renameFrom, *target);
+Change FileOperations::RenameTo(int slot, const std::string& text) {
+  std::optional<std::string> target = PathOf(slot, text, kAfterFourLetters);
+  if (!target) return {};
+  Change change = {std::move(*target), ActivityEnd::kRefused};
+  if (!MayChange(change.path)) return change;
+  change.end = EndOf(files::RenamePath(sessions_[slot].renameFrom, change.path));
+  return change;
 }
 
 bool FileOperations::MayChange(const std::string& path) const {

@@ -11,17 +11,22 @@
 #include "ftp/ftp_options.h"
 #include "ftp/ftp_session.h"
 #include "ftp/memory_budget.h"
+#include "net/connection_report.h"
 #include "net/task.h"
 
 namespace ModFtp {
 
+/// What became of an attempt to change a file or folder.
+struct Change {
+  std::string path;  // of the file or folder; empty if the command has none
+  net::ActivityEnd end = net::ActivityEnd::kFailed;
+  std::string reason = {};  // why a deletion failed; empty if the rule refused it
+
+  bool IsDone() const { return end == net::ActivityEnd::kComplete; }
+};
+
 class FileOperations {
  public:
-  struct Deletion {
-    bool done = false;
-    std::string reason;  // why it failed; empty if the rule refused it
-  };
-
   /// All arguments must outlive this object. `memory` limits what is held of folders being read.
   FileOperations(FtpSessions& sessions, const FtpOptions& options, MemoryBudget& memory)
       : sessions_(sessions), options_(options), memory_(memory) {}
@@ -29,18 +34,18 @@ class FileOperations {
   /// Does not ask whether the directory exists; fails only where its path would become too long.
   bool ChangeFtpDirectory(int slot, const std::string& text);
 
-  bool MakeFtpDirectory(int slot, const std::string& text);
+  Change MakeFtpDirectory(int slot, const std::string& text);
 
-  /// True also for a folder that does not exist.
-  bool RemoveFtpDirectory(int slot, const std::string& text);
+  /// Done also for a folder that does not exist.
+  Change RemoveFtpDirectory(int slot, const std::string& text);
 
   /// The file name may hold wildcards. Reading a large folder for them suspends.
-  net::Task<Deletion> DeleteFtpFile(int slot, std::string text);
+  net::Task<Change> DeleteFtpFile(int slot, std::string text);
 
   /// Keeps the path even if it refuses it, and RenameTo uses it: this is how clients move a file
   /// from outside into the upload directory.
   bool RenameFrom(int slot, const std::string& text);
-  bool RenameTo(int slot, const std::string& text);
+  Change RenameTo(int slot, const std::string& text);
 
  private:
   bool MayChange(const std::string& path) const;

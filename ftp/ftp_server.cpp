@@ -15,7 +15,7 @@ FtpServer::FtpServer(core::ServiceEnvironment environment)
       draining_(environment_.loop),
       sockets_{environment_.loop, draining_,
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
-      FtpSvrSock_(sockets_, *this, net::ConnectionSlots::BusySlot::kRefuse,
+      FtpSvrSock_(sockets_, *this, "FTP", net::ConnectionSlots::BusySlot::kRefuse,
                   ReplyLine(replies::kGreeting)),
       heldOptions_(
           environment_.program.Holders(),
@@ -69,7 +69,7 @@ bool FtpServer::StopFtpListener() {
 
 // A transfer is shown in place of the command that started it.
 std::vector<net::ConnectionReport> FtpServer::Connections() const {
-  std::vector<net::ConnectionReport> report = FtpSvrSock_.Report("FTP");
+  std::vector<net::ConnectionReport> report = FtpSvrSock_.Report();
   for (net::ConnectionReport& connection : report) {
     const Client& data = dataConnections_.Current(connection.slot);
     if (!data || data->IsClosed() || data->CurrentActivity().what.empty()) continue;
@@ -109,23 +109,33 @@ Task<> FtpServer::RefuseCommand(int slot, Client client, std::string beginning) 
   co_await sent;
 }
 
-void FtpServer::OnFtpControlClose(int slot) {
-  CloseDataSocket(slot);
+void FtpServer::OnFtpControlClose(int slot) { EndSession(slot, net::ActivityEnd::kClientLeft); }
+
+void FtpServer::Disconnect(const std::string&, int slot) {
+  if (FtpSvrSock_.Exists(slot)) EndSession(slot, net::ActivityEnd::kDisconnected);
+}
+
+void FtpServer::EndSession(int slot, net::ActivityEnd end) {
+  dataConnections_.CloseDataSocket(slot, end);
   FtpSession& session = sessions_[slot];
   session.physicalDir.clear();
   session.ftpDir.clear();
   session.renameFrom.clear();
-  FtpSvrSock_[slot].Close();
+  FtpSvrSock_[slot].Close(end);
 }
 
 // The directories stay for the next client of the slot.
 void FtpServer::OnFtpControlError(int slot) {
-  CloseDataSocket(slot);
+  dataConnections_.CloseDataSocket(slot, net::ActivityEnd::kClientLeft);
   FtpSvrSock_[slot].Close();
 }
 
 void FtpServer::ShowCommand(int slot, std::string_view what) {
   FtpSvrSock_[slot].Current()->Doing(what);
+}
+
+void FtpServer::ShowChange(int slot, net::Activity change, net::ActivityEnd end) {
+  FtpSvrSock_[slot].Current()->Tell(std::move(change), end);
 }
 
 Task<bool> FtpServer::OpenActiveDataConnection(int slot, std::string text) {
@@ -136,9 +146,11 @@ std::string FtpServer::EnterPassiveMode(int slot) {
   return dataConnections_.EnterPassiveMode(slot, FtpSvrSock_[slot].LocalAddress());
 }
 
-void FtpServer::CloseDataSocket(int slot) { dataConnections_.CloseDataSocket(slot); }
+void FtpServer::CloseDataSocket(int slot) {
+  dataConnections_.CloseDataSocket(slot, net::ActivityEnd::kFailed);
+}
 
-void FtpServer::CloseAllDataSockets() { dataConnections_.CloseAllDataSockets(); }
+void FtpServer::CloseAllDataSockets(int slot) { dataConnections_.CloseAllDataSockets(slot); }
 
 Task<bool> FtpServer::SendFtpListing(int slot) { return transfers_.SendFtpListing(slot); }
 

@@ -46,6 +46,8 @@ class FtpServer : public core::Service, private net::SlotEngine, private Command
   core::Ports PortsToUse() const override { return {options_.ftpPort}; }
   std::vector<net::ConnectionReport> Connections() const override;
   net::Traffic TotalTraffic() const override { return sockets_.traffic; }
+  void Observe(net::ActivityObserver* observer) override { sockets_.observer = observer; }
+  void Disconnect(const std::string& protocol, int slot) override;
   std::optional<core::StartFailure> LastFailure() const override { return failure_; }
 
   const FtpOptions& Options() const { return options_; }
@@ -66,16 +68,19 @@ class FtpServer : public core::Service, private net::SlotEngine, private Command
   net::Task<> OnFtpControlData(int slot, Client client);
   void OnFtpControlClose(int slot);
   void OnFtpControlError(int slot);
+  void EndSession(int slot, net::ActivityEnd end);
 
   net::Task<> AnswerCommand(int slot, Client client, std::string text);
   net::Task<> RefuseCommand(int slot, Client client, std::string beginning);
 
   // The interpreter's host
   void ShowCommand(int slot, std::string_view what) override;
+  bool IsObserved() const override { return sockets_.observer != nullptr; }
+  void ShowChange(int slot, net::Activity change, net::ActivityEnd end) override;
   net::Task<bool> OpenActiveDataConnection(int slot, std::string text) override;
   std::string EnterPassiveMode(int slot) override;
   void CloseDataSocket(int slot) override;
-  void CloseAllDataSockets() override;
+  void CloseAllDataSockets(int slot) override;
   net::Task<bool> SendFtpListing(int slot) override;
   net::Task<bool> OpenRetrieve(int slot) override;
   net::Task<bool> OpenStore(int slot, std::string text) override;

@@ -24,6 +24,21 @@ std::string LocalPath(std::string_view ftpRoot, std::string_view physicalDir,
   return IsRootedName(name) ? PathFromRoot(ftpRoot, name) : PathFromDirectory(physicalDir, name);
 }
 
+std::string SeenPath(std::string_view ftpRoot, std::string_view path) {
+  constexpr std::string_view kSeparators = "\\/";
+  const std::string_view root = ftpRoot.substr(0, ftpRoot.find_last_not_of(kSeparators) + 1);
+  const std::string_view below = path.starts_with(root) ? path.substr(root.size()) : path;
+  const bool isBelow = below.empty() || kSeparators.find(below.front()) != std::string_view::npos;
+  std::string seen;
+  for (const char c : isBelow ? below : path) {
+    const bool isSeparator = kSeparators.find(c) != std::string_view::npos;
+    if (!isSeparator) seen += c;
+    if (isSeparator && !seen.empty() && seen.back() != '/') seen += '/';
+  }
+  if (seen.ends_with('/')) seen.pop_back();
+  return seen.empty() ? "/" : seen;
+}
+
 CurrentDirectory ChangedDirectory(std::string_view slashedRoot, std::string_view physicalDir,
                                   std::string_view argument) {
   std::string changed(slashedRoot);

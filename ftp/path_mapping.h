@@ -23,6 +23,10 @@ std::string PathFromDirectory(std::string_view physicalDir, std::string_view nam
 std::string LocalPath(std::string_view ftpRoot, std::string_view physicalDir,
                       std::string_view name);
 
+/// A local path as the client knows it, for the user: below the root, with "/", but none at either
+/// end; "/" for the root itself.
+std::string SeenPath(std::string_view ftpRoot, std::string_view path);
+
 /// Where CWD leads: the local path, and the directory as the client sees it.
 struct CurrentDirectory {
   std::string physicalDir;

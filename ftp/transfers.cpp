@@ -17,7 +17,9 @@
 namespace ModFtp {
 namespace {
 
+using net::ActivityEnd;
 using net::Task;
+using Kind = net::Activity::Kind;
 using platform::File;
 
 constexpr std::int32_t kChunkBytes = 4096;
@@ -26,8 +28,12 @@ constexpr std::int32_t kChunkBytes = 4096;
 // of the loop costs as much as one of them.
 constexpr int kChunksPerTurn = 64;
 
-// The live view has no room for the folders.
-std::string NameIn(const std::string& path) { return path.substr(path.rfind('\\') + 1); }
+// Why something could not be read. Looked for only if anybody wants to know.
+ActivityEnd EndOfUnread(const net::Connection& data, const std::string& path) {
+  if (!data.IsObserved()) return ActivityEnd::kFailed;
+  const bool exists = ModCommon::FileExists(path) || files::FolderExists(path);
+  return exists ? ActivityEnd::kFailed : ActivityEnd::kNotFound;
+}
 
 }  // namespace
 
@@ -37,6 +43,7 @@ Task<bool> Transfers::SendFtpListing(int slot) {
   const Client data = connections_.Current(slot);
   reply_(slot, replies::kSending);
   FtpSession& session = sessions_[slot];
+  ShowTransfer(*data, Kind::kBrowse, session.physicalDir);
   const auto memory = std::make_shared<MemoryShare>(memory_);
   Task<std::optional<std::string>> building =
       TrapErrors(errors_, BuildListing(ModCommon::AddSlash(session.physicalDir),
@@ -45,7 +52,8 @@ Task<bool> Transfers::SendFtpListing(int slot) {
   // Other events ran meanwhile: the slot may have another connection by now.
   if (data->IsClosed()) co_return false;
   if (!listing || listing->empty()) {
-    connections_.CloseDataSocket(slot);
+    connections_.CloseDataSocket(
+        slot, listing ? ActivityEnd::kComplete : EndOfUnread(*data, session.physicalDir));
     co_return listing.has_value();
   }
   memory->KeepOnly(listing->size());
@@ -62,16 +70,26 @@ Task<bool> Transfers::OpenRetrieve(int slot) {
   reply_(slot, replies::kSending);
   FtpSession& session = sessions_[slot];
   session.fullChunks = session.chunksSent = 0;
+  const Client data = connections_.Current(slot);
+  ShowTransfer(*data, Kind::kDownload, session.transferPath);
   const std::optional<FileInfo> info = GetFileInfo(session.transferPath);
-  if (!info) co_return false;
+  if (!info) {
+    data->Finish(EndOfUnread(*data, session.transferPath));
+    co_return false;
+  }
   session.fullChunks = info->size / kChunkBytes;
   session.tailBytes = static_cast<std::int16_t>(info->size % kChunkBytes);
-  const Client data = connections_.Current(slot);
-  data->Doing("RETR " + NameIn(session.transferPath));
   data->Expect(static_cast<std::uint64_t>(info->size));
   if (!SendNextChunk(slot)) co_return false;
   data->StartHandler(PaceSending(slot, data));
   co_return true;
+}
+
+void Transfers::ShowTransfer(net::Connection& data, Kind kind, const std::string& path) const {
+  std::string seen = SeenPath(sessions_.shared.ftpRoot, path);
+  if (kind == Kind::kBrowse && seen != "/") seen.insert(0, "/");
+  data.Begin(
+      {.kind = kind, .what = std::move(seen), .path = data.IsObserved() ? path : std::string()});
 }
 
 // False if the file cannot be opened or has shrunk.
@@ -87,7 +105,7 @@ bool Transfers::SendNextChunk(int slot) {
     return SendPiece(slot, kChunkBytes);
   }
   if (session.tailBytes < 1) {
-    connections_.CloseDataSocket(slot);
+    connections_.CloseDataSocket(slot, ActivityEnd::kComplete);
     return true;
   }
   const bool sent = SendPiece(slot, static_cast<std::size_t>(session.tailBytes));
@@ -123,7 +141,7 @@ Task<> Transfers::PaceSending(int slot, Client data) {
 
 void Transfers::OnFtpDataSendComplete(int slot) {
   if (sessions_[slot].closeAfterSend) {
-    connections_.CloseDataSocket(slot);
+    connections_.CloseDataSocket(slot, ActivityEnd::kComplete);
   } else if (!SendNextChunk(slot)) {
     FailTransfer(slot);
   }
@@ -136,10 +154,14 @@ Task<bool> Transfers::OpenStore(int slot, std::string text) {
   if (!name) co_return false;
   FtpSession& session = sessions_[slot];
   session.uploadPath = PathFromDirectory(session.physicalDir, *name);
-  if (!IsInsideUploadDir(session.uploadPath, options_.uploadDir)) co_return false;
+  const Client data = connections_.Current(slot);
+  ShowTransfer(*data, Kind::kUpload, session.uploadPath);
+  if (!IsInsideUploadDir(session.uploadPath, options_.uploadDir)) {
+    data->Finish(ActivityEnd::kRefused);
+    co_return false;
+  }
   reply_(slot, replies::kReceiving);
-  connections_.Current(slot)->Doing("STOR " + NameIn(session.uploadPath));
-  connections_.Current(slot)->HoldReading(false);
+  data->HoldReading(false);
   co_return true;
 }
 
@@ -171,7 +193,7 @@ void Transfers::WriteUploadData(int slot, const std::string& bytes) {
 
 void Transfers::FailTransfer(int slot) {
   if (const auto& transfer = sessions_[slot].transfer) transfer->failed = true;
-  connections_.CloseDataSocket(slot);
+  connections_.CloseDataSocket(slot, ActivityEnd::kFailed);
 }
 
 }  // namespace ModFtp

@@ -48,6 +48,7 @@ class Transfers {
   net::Task<> OnFtpDataArrival(int slot, Client data);
 
  private:
+  void ShowTransfer(net::Connection& data, net::Activity::Kind kind, const std::string& path) const;
   bool SendNextChunk(int slot);
   bool SendPiece(int slot, std::size_t size);
   net::Task<> PaceSending(int slot, Client data);

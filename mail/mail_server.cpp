@@ -31,6 +31,8 @@ void NoteCommand(net::Connection& client, std::string_view arrival) {
   const std::string word = CommandWord(arrival);
   const auto isLetter = [](char c) { return c >= 'A' && c <= 'Z'; };
   if (word.size() < 3 || !std::all_of(word.begin(), word.begin() + 3, isLetter)) return;
+  // Whatever has begun and is not finished by now, will not be.
+  client.Finish(net::ActivityEnd::kFailed);
   if (HasPassword(word)) return client.Doing(word);
   const std::string_view beginning = arrival.substr(0, kMost);
   const std::string line = text::FromSystem(beginning.substr(0, beginning.find_first_of("\r\n")));
@@ -46,9 +48,9 @@ MailServer::MailServer(core::ServiceEnvironment environment)
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
       smtp_(*this, MailSvrSmtpSock_, &MailServer::OnSmtpDataArrival),
       pop3_(*this, MailSvrPop3Sock_, &MailServer::OnPop3DataArrival),
-      MailSvrSmtpSock_(sockets_, smtp_, ConnectionSlots::BusySlot::kEvict,
+      MailSvrSmtpSock_(sockets_, smtp_, "SMTP", ConnectionSlots::BusySlot::kEvict,
                        ReplyLine(smtp::kGreeting)),
-      MailSvrPop3Sock_(sockets_, pop3_, ConnectionSlots::BusySlot::kEvict,
+      MailSvrPop3Sock_(sockets_, pop3_, "POP3", ConnectionSlots::BusySlot::kEvict,
                        ReplyLine(pop3::kGreeting)),
       heldOptions_(
           environment_.program.Holders(),
@@ -56,6 +58,7 @@ MailServer::MailServer(core::ServiceEnvironment environment)
       store_(environment_.program, options_),
       smtpInterpreter_(store_),
       pop3Interpreter_(store_),
+      receipt_(store_, options_),
       unpacking_(environment_) {
   options_.SetDefaults(environment_.program);
 }
@@ -103,11 +106,15 @@ bool MailServer::ListenOnBothPorts() {
 }
 
 std::vector<net::ConnectionReport> MailServer::Connections() const {
-  std::vector<net::ConnectionReport> report = MailSvrSmtpSock_.Report("SMTP");
-  std::vector<net::ConnectionReport> pop3 = MailSvrPop3Sock_.Report("POP3");
+  std::vector<net::ConnectionReport> report = MailSvrSmtpSock_.Report();
+  std::vector<net::ConnectionReport> pop3 = MailSvrPop3Sock_.Report();
   report.insert(report.end(), std::make_move_iterator(pop3.begin()),
                 std::make_move_iterator(pop3.end()));
   return report;
+}
+
+void MailServer::Disconnect(const std::string& protocol, int slot) {
+  (protocol == "POP3" ? MailSvrPop3Sock_ : MailSvrSmtpSock_).Disconnect(slot);
 }
 
 bool MailServer::CloseMailSockets() {
@@ -121,8 +128,11 @@ bool MailServer::CloseMailSockets() {
 // A fault of the interpreter is logged like that of any handler, and the client gets no reply.
 Task<> MailServer::OnSmtpDataArrival(int, Client client) {
   std::string arrival = client->GetData();
-  NoteCommand(*client, arrival);
+  const bool isMessage = smtpInterpreter_.IsChunk(arrival);
+  const bool isInside = receipt_.IsReceiving(*client) && CommandWord(arrival) != "DATA";
+  if (!isMessage && !isInside) NoteCommand(*client, arrival);
   const SmtpOutcome outcome = smtpInterpreter_.Interpret(std::move(arrival));
+  if (isMessage && outcome.chunk) receipt_.Note(*client, *outcome.chunk);
   if (outcome.quit) LogQuit(client, kReceivedMail);
   if (outcome.reply) client->SendData(ReplyLine(*outcome.reply));
   if (outcome.quit) unpacking_.Add(outcome.messages);
@@ -137,6 +147,7 @@ Task<> MailServer::OnPop3DataArrival(int, Client client) {
   co_await sending;
   Task<> taken = AwaitReader(client);
   co_await taken;
+  client->Finish(net::ActivityEnd::kComplete);
 }
 
 // Not part of the coroutine above, which would keep the arrival while it sends the answer, possibly
@@ -145,12 +156,23 @@ Pop3Outcome MailServer::AnswerOf(net::Connection& client) {
   const std::string arrival = client.GetData();
   NoteCommand(client, arrival);
   try {
-    return pop3Interpreter_.Interpret(arrival);
+    Pop3Outcome outcome = pop3Interpreter_.Interpret(arrival);
+    if (outcome.retrieves && client.IsObserved()) ShowRetrieval(client, outcome);
+    return outcome;
   } catch (const std::exception& fault) {
     // Clients wait for a reply to every command.
     environment_.program.errors.LogError(fault.what());
     return {ReplyLine(pop3::kError)};
   }
+}
+
+void MailServer::ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome) {
+  client.Begin({.kind = net::Activity::Kind::kCollectMail,
+                .what = store_.State().currentUser,
+                .path = outcome.message ? outcome.message->path : std::string()});
+  if (outcome.message) return;
+  const bool isMissing = !outcome.rest.empty();
+  client.Finish(isMissing ? net::ActivityEnd::kNotFound : net::ActivityEnd::kFailed);
 }
 
 // Reads nothing from a client that does not read its replies, so at most one reply waits.

@@ -14,6 +14,7 @@
 #include "mail/mail_options.h"
 #include "mail/mailbox_store.h"
 #include "mail/pop3_interpreter.h"
+#include "mail/receipt_report.h"
 #include "mail/smtp_interpreter.h"
 #include "mail/unpack_queue.h"
 #include "net/connection_slots.h"
@@ -41,6 +42,8 @@ class MailServer : public core::Service {
   core::Ports PortsToUse() const override { return {options_.smtpPort, options_.pop3Port}; }
   std::vector<net::ConnectionReport> Connections() const override;
   net::Traffic TotalTraffic() const override { return sockets_.traffic; }
+  void Observe(net::ActivityObserver* observer) override { sockets_.observer = observer; }
+  void Disconnect(const std::string& protocol, int slot) override;
   std::optional<core::StartFailure> LastFailure() const override { return failure_; }
 
   const MailOptions& Options() const { return options_; }
@@ -83,6 +86,7 @@ class MailServer : public core::Service {
   net::Task<> OnSmtpDataArrival(int slot, Client client);
   net::Task<> OnPop3DataArrival(int slot, Client client);
   Pop3Outcome AnswerOf(net::Connection& client);
+  void ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome);
   net::Task<> AwaitReader(Client client);
   void LogQuit(const Client& client, std::string_view event) const;
 
@@ -99,6 +103,7 @@ class MailServer : public core::Service {
   MailboxStore store_;
   SmtpInterpreter smtpInterpreter_;
   Pop3Interpreter pop3Interpreter_;
+  ReceiptReport receipt_;
   UnpackQueue unpacking_;
 };
 

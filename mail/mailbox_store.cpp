@@ -209,11 +209,12 @@ bool MailboxStore::ReadMessage(int number, std::optional<StoredMessage>& message
   const auto names = FilesMatching("Message_" + std::to_string(number) + "*.eml");
   if (names.empty()) return true;
   std::error_code error;
-  File file = files::OpenFile(Box().value() + names.front(), File::Mode::kRead, error);
+  std::string path = Box().value() + names.front();
+  File file = files::OpenFile(path, File::Mode::kRead, error);
   if (!file.IsOpen()) return false;
   const std::uint64_t size = file.Size(error);
   if (error) return false;
-  message = StoredMessage{std::move(file), size};
+  message = StoredMessage{std::move(file), size, std::move(path)};
   return true;
 } catch (const MailFault&) {
   return false;

@@ -38,6 +38,7 @@ class MailFault : public std::runtime_error {
 struct StoredMessage {
   platform::File file;
   std::uint64_t size = 0;
+  std::string path = {};
 };
 
 class MailboxStore {

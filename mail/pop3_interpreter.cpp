@@ -119,6 +119,7 @@ Pop3Outcome Pop3Interpreter::OnRetr(std::string_view command) {
   if (number > MailSessionState::kLargestNumber) throw NoMessageNumber(CommandArgument(command));
   const std::int32_t size = store_.State().messageSizes[static_cast<std::size_t>(number)];
   Pop3Outcome outcome = {ReplyLine(std::string(pop3::kOkBlank) + std::to_string(size))};
+  outcome.retrieves = true;
   if (!store_.ReadMessage(number, outcome.message)) {
     outcome.text += ReplyLine(pop3::kUnreadable);
     return outcome;

@@ -24,6 +24,8 @@ struct Pop3Outcome {
   std::string rest = {};
   /// The command was a QUIT, to be logged before the reply is sent.
   bool quit = false;
+  /// The command was a RETR.
+  bool retrieves = false;
 };
 
 class Pop3Interpreter {

@@ -5,6 +5,7 @@
 
 #include "mail/pop3_replies.h"
 #include "mail/reply_line.h"
+#include "mail/shown_subject.h"
 #include "net/handler_scope.h"
 #include "platform/system_message.h"
 
@@ -37,7 +38,7 @@ Task<> SendRest(Client client, StoredMessage message, const files::ErrorLog& err
     if (error) {
       // The client would take any reply for a part of the message.
       errors.LogError(platform::SystemMessage(error));
-      client->Close();
+      client->Close(net::ActivityEnd::kFailed);
       throw net::HandlerEnded();
     }
     client->SendData(piece);
@@ -57,9 +58,11 @@ Task<> SendOutcome(Client client, Pop3Outcome outcome, const files::ErrorLog& er
     std::error_code error;
     const std::string piece = ReadPiece(*outcome.message, error);
     if (error) {
+      client->Finish(net::ActivityEnd::kFailed);
       client->SendData(text + ReplyLine(pop3::kUnreadable));
       co_return;
     }
+    if (client->IsObserved()) client->Describe(ShownSubject(piece));
     text += piece;
     if (outcome.message->size > 0) {
       client->SendData(std::exchange(text, {}));

@@ -49,6 +49,12 @@ SmtpOutcome SmtpInterpreter::Interpret(std::string arrival) {
   return (this->*command->function)(text);
 }
 
+bool SmtpInterpreter::IsChunk(std::string_view arrival) const {
+  const MailSessionState& state = store_.State();
+  return Find(CommandWord(arrival)) == nullptr && !state.MailRecipients.front().empty() &&
+         state.transferStage != TransferStage::kComplete;
+}
+
 // The sender must have an account here, too.
 SmtpOutcome SmtpInterpreter::OnMail(std::string_view command) {
   return {store_.MailboxExistsFromAddress(command) ? smtp::kOk : smtp::kNoAccount};
@@ -79,7 +85,8 @@ SmtpOutcome SmtpInterpreter::OnData(std::string_view) {
 SmtpOutcome SmtpInterpreter::TakeChunk() {
   MailSessionState& state = store_.State();
   if (state.transferStage == TransferStage::kComplete) return {smtp::kNothing};
-  if (state.transferStage == TransferStage::kWaiting) {
+  const bool isFirst = state.transferStage == TransferStage::kWaiting;
+  if (isFirst) {
     // Counted in one mailbox, that of the user named last; the number holds for all recipients.
     std::int32_t totalSize = 0;
     state.messageCount = store_.CountMessages(totalSize);
@@ -87,11 +94,14 @@ SmtpOutcome SmtpInterpreter::TakeChunk() {
   }
   // A failure makes no difference to the client: only the end of a message is ever answered.
   const bool isLast = EndsMessage(state.lastChunk);
-  store_.AppendToMailboxes(state.messageCount + 1, state.lastChunk, isLast);
-  if (!isLast) return {std::nullopt};
+  const int number = state.messageCount + 1;
+  const bool isStored = store_.AppendToMailboxes(number, state.lastChunk, isLast) &&
+                        number < MailSessionState::kLargestNumber;
+  const SmtpOutcome::Chunk chunk = {isFirst, isLast, isStored};
+  if (!isLast) return {.reply = std::nullopt, .chunk = chunk};
   store_.FlushMailboxes();
   state.transferStage = TransferStage::kComplete;
-  return {smtp::kSaved};
+  return {.reply = smtp::kSaved, .chunk = chunk};
 }
 
 // Takes the recipients before the reply is sent: a session that begins meanwhile finds an empty

@@ -19,12 +19,20 @@
 namespace ModMail {
 
 struct SmtpOutcome {
+  struct Chunk {
+    bool isFirst = false;
+    bool isLast = false;
+    bool isStored = false;  // for every recipient
+  };
+
   /// Sent with a line end; none if nothing is sent.
   std::optional<std::string_view> reply;
   /// The command was a QUIT, to be logged before the reply is sent.
   bool quit = false;
   /// To be unpacked once the reply is sent.
   std::vector<ReceivedMessage> messages = {};
+  /// The arrival was a chunk of a message.
+  std::optional<Chunk> chunk = std::nullopt;
 };
 
 class SmtpInterpreter {
@@ -35,6 +43,9 @@ class SmtpInterpreter {
   /// Runs one command or takes one chunk. When the reply acknowledges a message, the message is on
   /// the disk. Throws MailFault if the command cannot be carried out; it then has no reply.
   SmtpOutcome Interpret(std::string arrival);
+
+  /// Whether it would take the arrival as a chunk of a message that has a recipient.
+  bool IsChunk(std::string_view arrival) const;
 
  private:
   using Command = core::Command<SmtpInterpreter, std::string_view, SmtpOutcome>;

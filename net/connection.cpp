@@ -1,6 +1,7 @@
 #include "net/connection.h"
 
 #include <asio/ip/tcp.hpp>
+#include <new>
 #include <utility>
 
 #include "net/draining_connections.h"
@@ -11,17 +12,35 @@ namespace net {
 
 using platform::SocketResult;
 
+namespace {
+
+// Of a report's texts, in bytes. No system knows a longer path.
+constexpr std::size_t kLongestText = 260;
+constexpr std::size_t kLongestPath = 4096;
+
+// An activity that begins, with texts that may be kept.
+Activity Bounded(Activity activity) {
+  activity.what = text::Printable(activity.what, kLongestText);
+  if (activity.path.size() > kLongestPath) activity.path = {};
+  activity.began = std::chrono::system_clock::now();
+  return activity;
+}
+
+}  // namespace
+
 std::shared_ptr<Connection> Connection::Adopt(SocketContext& context, platform::StreamSocket socket,
-                                              Owner& owner) {
-  auto connection = std::make_shared<Connection>(context, std::move(socket), owner);
+                                              Owner& owner, Place place) {
+  auto connection = std::make_shared<Connection>(context, std::move(socket), owner, place);
   const std::shared_ptr<BufferedSocket::User> user(connection, connection.get());
   connection->socket_->SetUser(user);
   return connection;
 }
 
-Connection::Connection(SocketContext& context, platform::StreamSocket socket, Owner& owner)
+Connection::Connection(SocketContext& context, platform::StreamSocket socket, Owner& owner,
+                       Place place)
     : context_(context),
       owner_(owner),
+      place_(place),
       socket_(std::make_shared<BufferedSocket>(context, std::move(socket))),
       handlers_(std::make_shared<HandlerScope>(context.loop, context.reportError)),
       peerLook_(context.loop) {
@@ -42,9 +61,40 @@ std::string Connection::RemoteAddress() const { return socket_->Socket().Peer().
 
 // Reports
 
-void Connection::Doing(std::string_view what) {
-  constexpr std::size_t kMost = 260;
-  activity_ = {.what = text::Printable(what, kMost), .began = std::chrono::system_clock::now()};
+void Connection::Doing(std::string_view command) {
+  Finish(ActivityEnd::kComplete);
+  activity_ = {.what = text::Printable(command, kLongestText),
+               .began = std::chrono::system_clock::now()};
+}
+
+void Connection::Begin(Activity activity) {
+  Finish(ActivityEnd::kComplete);
+  activity_ = Bounded(std::move(activity));
+  isEndUntold_ = true;
+}
+
+void Connection::Describe(std::string_view detail) {
+  activity_.detail = text::Printable(detail, kLongestText);
+}
+
+void Connection::Finish(ActivityEnd end) {
+  if (std::exchange(isEndUntold_, false)) Report(activity_, end);
+}
+
+void Connection::Tell(Activity activity, ActivityEnd end) {
+  Report(Bounded(std::move(activity)), end);
+}
+
+// Runs in the middle of a close, which must not fail for it. A connection that has ended may have
+// lost its service.
+void Connection::Report(const Activity& activity, ActivityEnd end) {
+  if (!IsOpen() || !IsObserved()) return;
+  try {
+    context_.observer->OnActivityEnded({std::string(place_.protocol), place_.slot, RemoteAddress(),
+                                        activity, std::chrono::system_clock::now(), end});
+  } catch (const std::bad_alloc&) {
+    // Then it is not told.
+  }
 }
 
 void Connection::CountReceived(std::size_t bytes) {
@@ -165,12 +215,13 @@ void Connection::EndHandlers(SocketState state) {
   socket_->WakeSenders();
 }
 
-void Connection::Close() {
+void Connection::Close(ActivityEnd end) {
   if (!IsOpen()) {
     state_ = SocketState::kClosed;
     return;
   }
   const std::shared_ptr<Connection> self = shared_from_this();
+  Finish(end);
   const bool peerShut = state_ == SocketState::kClosing;
   EndHandlers(SocketState::kClosed);
   owner_.OnEnd();
@@ -179,17 +230,20 @@ void Connection::Close() {
 
 void Connection::CloseWhenHandlersEnd() {
   closesWithLastHandler_ = true;
-  if (handlers_->HandlerCount() == 0) Close();
+  if (handlers_->HandlerCount() == 0) Close(ActivityEnd::kClientLeft);
 }
 
 void Connection::OnHandlerEnd() {
-  if (closesWithLastHandler_ && handlers_->HandlerCount() == 0) return Close();
+  if (closesWithLastHandler_ && handlers_->HandlerCount() == 0) {
+    return Close(ActivityEnd::kClientLeft);
+  }
   ContinueReading();
 }
 
 void Connection::Break() {
   if (!IsOpen()) return;
   const std::shared_ptr<Connection> self = shared_from_this();
+  Finish(ActivityEnd::kClientLeft);
   EndHandlers(SocketState::kError);
   socket_->Socket().Close();
   owner_.OnBreak();

@@ -50,12 +50,18 @@ class Connection final : public std::enable_shared_from_this<Connection>,
     ~Owner() = default;
   };
 
+  /// Where it belongs, for reports. `protocol` is a constant.
+  struct Place {
+    std::string_view protocol;
+    int slot = 0;
+  };
+
   /// Takes over a connected socket. `owner` must live until the connection has ended.
   static std::shared_ptr<Connection> Adopt(SocketContext& context, platform::StreamSocket socket,
-                                           Owner& owner);
+                                           Owner& owner, Place place);
 
   /// For Adopt.
-  Connection(SocketContext& context, platform::StreamSocket socket, Owner& owner);
+  Connection(SocketContext& context, platform::StreamSocket socket, Owner& owner, Place place);
 
   SocketState State() const { return state_; }
   bool IsClosed() const { return state_ == SocketState::kClosed; }
@@ -63,11 +69,25 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   /// Known even after the client has gone.
   std::string RemoteAddress() const;
 
-  /// Describes what the connection does from now on, for reports; kept as one printable line of a
-  /// few hundred bytes.
-  void Doing(std::string_view what);
+  /// The command that the connection carries out from now on, for reports; kept as one printable
+  /// line of a few hundred bytes. Its end is not told to the observer. An activity that was begun
+  /// and not finished is complete.
+  void Doing(std::string_view command);
+  /// The same for an activity whose end is told; `began` is set.
+  void Begin(Activity activity);
   /// The size of the transfer that this is.
   void Expect(std::uint64_t bytes) { activity_.total = bytes; }
+  /// The subject of the message that this is.
+  void Describe(std::string_view detail);
+  /// Tells the observer how the activity ended, if that has not been told. It stays in reports
+  /// until the next. The end of the connection finishes it, too.
+  void Finish(ActivityEnd end);
+  /// Whether an activity has begun whose end has not been told.
+  bool IsUnfinished() const { return isEndUntold_; }
+  /// Tells the observer of an activity that is over, beside the current one.
+  void Tell(Activity activity, ActivityEnd end);
+  /// Whether anybody is told; paths and subjects are made for observers only.
+  bool IsObserved() const { return context_.observer != nullptr; }
   const Activity& CurrentActivity() const { return activity_; }
   std::chrono::system_clock::time_point Since() const { return since_; }
 
@@ -100,12 +120,12 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   /// Starts a handler that belongs to this connection without an arrival.
   void StartHandler(Task<> handler) { handlers_->Start(std::move(handler)); }
 
-  /// Ends the connection. Everything sent reaches the peer, even if there are bytes from it that
-  /// were never read.
-  void Close();
+  /// Ends the connection, and the current activity as `end` says. Everything sent reaches the peer,
+  /// even if there are bytes from it that were never read.
+  void Close(ActivityEnd end = ActivityEnd::kComplete);
 
   /// Closes once no handler of this connection is left: an answer under way to a peer that has shut
-  /// its own side is still sent.
+  /// its own side is still sent. What no handler has finished, the client has left.
   void CloseWhenHandlersEnd();
 
  private:
@@ -120,6 +140,7 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   void OnPeerShut();
   void OnHandlerEnd();
   void Break();
+  void Report(const Activity& activity, ActivityEnd end);
   void EndHandlers(SocketState state);
   void CountReceived(std::size_t bytes);
   void CountSent(std::size_t bytes);
@@ -133,11 +154,13 @@ class Connection final : public std::enable_shared_from_this<Connection>,
 
   SocketContext& context_;
   Owner& owner_;
+  const Place place_;
   std::shared_ptr<BufferedSocket> socket_;  // no longer this connection's to use after a close
   SocketState state_ = SocketState::kConnected;
   std::shared_ptr<HandlerScope> handlers_;
   std::string arrived_;
   Activity activity_;
+  bool isEndUntold_ = false;  // of the activity
   const std::chrono::system_clock::time_point since_ = std::chrono::system_clock::now();
   Timer peerLook_;  // runs while so many handlers are suspended that nothing is read
   bool readingStarted_ = false;

@@ -13,13 +13,14 @@ constexpr int kDescriptorsToServe = 10;
 
 }  // namespace
 
-ConnectionSlots::ConnectionSlots(SocketContext& context, SlotEngine& engine, BusySlot busySlot,
-                                 std::string greeting)
+ConnectionSlots::ConnectionSlots(SocketContext& context, SlotEngine& engine,
+                                 std::string_view protocol, BusySlot busySlot, std::string greeting)
     : context_(context),
       engine_(engine),
+      protocol_(protocol),
       busySlot_(busySlot),
       greeting_(std::move(greeting)),
-      listener_(context, *this, 0) {}
+      listener_(context, *this, 0, protocol) {}
 
 void ConnectionSlots::Listen(std::int16_t port, std::error_code& error) {
   if (port < 0) {
@@ -36,7 +37,7 @@ void ConnectionSlots::Listen(std::int16_t port, std::error_code& error) {
 void ConnectionSlots::CreateSlots() {
   for (int slot = 1; slot <= kLastSlot; ++slot) {
     slots_[static_cast<std::size_t>(slot)] =
-        std::make_unique<EventSocket>(context_, static_cast<SocketEvents&>(*this), slot);
+        std::make_unique<EventSocket>(context_, static_cast<SocketEvents&>(*this), slot, protocol_);
   }
   NextSlot = 0;
 }
@@ -44,7 +45,7 @@ void ConnectionSlots::CreateSlots() {
 void ConnectionSlots::Close() {
   listener_.Close();
   for (auto& slot : slots_) {
-    if (slot) slot->Close();
+    if (slot) slot->Close(ActivityEnd::kServiceStopped);
     slot.reset();
   }
 }
@@ -53,16 +54,20 @@ bool ConnectionSlots::Exists(int slot) const {
   return slot >= 1 && slot <= kLastSlot && slots_[static_cast<std::size_t>(slot)] != nullptr;
 }
 
-std::vector<ConnectionReport> ConnectionSlots::Report(std::string_view protocol) const {
+std::vector<ConnectionReport> ConnectionSlots::Report() const {
   std::vector<ConnectionReport> report;
   for (int slot = 1; slot <= kLastSlot; ++slot) {
     const auto& socket = slots_[static_cast<std::size_t>(slot)];
     if (!socket || socket->IsClosed() || !socket->Current()) continue;
     const Connection& connection = *socket->Current();
-    report.push_back({std::string(protocol), slot, socket->RemoteAddress(), connection.Since(),
+    report.push_back({std::string(protocol_), slot, socket->RemoteAddress(), connection.Since(),
                       connection.CurrentActivity()});
   }
   return report;
+}
+
+void ConnectionSlots::Disconnect(int slot) {
+  if (Exists(slot)) (*this)[slot].Close(ActivityEnd::kDisconnected);
 }
 
 void ConnectionSlots::OnConnectionRequest(int index, ConnectionRequest& request) {
@@ -73,7 +78,7 @@ void ConnectionSlots::OnConnectionRequest(int index, ConnectionRequest& request)
   EventSocket& slot = (*this)[NextSlot];
   if (!slot.IsClosed()) {
     if (busySlot_ == BusySlot::kRefuse) return;
-    slot.Close();
+    slot.Close(ActivityEnd::kEvicted);
   }
   slot.Accept(request);
   if (!greeting_.empty()) slot.SendData(greeting_);

@@ -43,9 +43,10 @@ class ConnectionSlots final : private SocketEvents {
     kRefuse,  // it is closed without a greeting
   };
 
-  /// `greeting`, line end included, is sent on every accepted connection; empty for none.
-  ConnectionSlots(SocketContext& context, SlotEngine& engine, BusySlot busySlot,
-                  std::string greeting);
+  /// `protocol`, a constant, names the connections in reports. `greeting`, line end included, is
+  /// sent on every accepted connection; empty for none.
+  ConnectionSlots(SocketContext& context, SlotEngine& engine, std::string_view protocol,
+                  BusySlot busySlot, std::string greeting);
   ~ConnectionSlots() { Close(); }
 
   /// Listens on `port` with element 0. Fails also if the process has too few descriptors left to
@@ -66,7 +67,10 @@ class ConnectionSlots final : private SocketEvents {
   bool Exists(int slot) const;
 
   /// The open connections, by slot.
-  std::vector<ConnectionReport> Report(std::string_view protocol) const;
+  std::vector<ConnectionReport> Report() const;
+
+  /// Closes the connection of a slot on the user's request; does nothing if there is none.
+  void Disconnect(int slot);
 
   EventSocket& operator[](int slot) { return *slots_.at(static_cast<std::size_t>(slot)); }
 
@@ -78,6 +82,7 @@ class ConnectionSlots final : private SocketEvents {
 
   SocketContext& context_;
   SlotEngine& engine_;
+  std::string_view protocol_;
   BusySlot busySlot_;
   std::string greeting_;
   EventSocket listener_;

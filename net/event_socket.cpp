@@ -123,8 +123,9 @@ class EventSocket::Connector : public std::enable_shared_from_this<EventSocket::
   Tcp::socket socket_;
 };
 
-EventSocket::EventSocket(SocketContext& context, SocketEvents& events, int index)
-    : context_(context), events_(events), index_(index) {}
+EventSocket::EventSocket(SocketContext& context, SocketEvents& events, int index,
+                         std::string_view protocol)
+    : context_(context), events_(events), index_(index), protocol_(protocol) {}
 
 EventSocket::~EventSocket() { Close(); }
 
@@ -138,7 +139,7 @@ void EventSocket::Listen(std::uint16_t port, std::error_code& error) {
 }
 
 void EventSocket::Accept(ConnectionRequest& request) {
-  Carry(Connection::Adopt(context_, request.Take(), *this));
+  Carry(Connection::Adopt(context_, request.Take(), *this, {protocol_, index_}));
 }
 
 void EventSocket::Connect(std::uint16_t localPort, const std::string& address, std::uint16_t port) {
@@ -150,11 +151,11 @@ void EventSocket::Connect(std::uint16_t localPort, const std::string& address, s
   connector_->Start(localPort, {host, port});
 }
 
-void EventSocket::Close() {
+void EventSocket::Close(ActivityEnd end) {
   failed_ = false;
   if (const auto listener = std::exchange(listener_, nullptr)) listener->Close();
   if (const auto connector = std::exchange(connector_, nullptr)) connector->Cancel();
-  if (const auto connection = std::exchange(connection_, nullptr)) connection->Close();
+  if (const auto connection = std::exchange(connection_, nullptr)) connection->Close(end);
   stateChanges_.WakeAll();
 }
 
@@ -188,7 +189,7 @@ void EventSocket::Carry(std::shared_ptr<Connection> connection) {
 
 void EventSocket::OnConnected(platform::StreamSocket socket) {
   connector_.reset();
-  Carry(Connection::Adopt(context_, std::move(socket), *this));
+  Carry(Connection::Adopt(context_, std::move(socket), *this, {protocol_, index_}));
   events_.OnConnect(index_);
   connection_->StartReading();
 }

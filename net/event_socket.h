@@ -39,7 +39,8 @@ class SocketEvents {
 
 class EventSocket final : private Connection::Owner {
  public:
-  EventSocket(SocketContext& context, SocketEvents& events, int index);
+  /// `protocol`, a constant, names its connections in reports.
+  EventSocket(SocketContext& context, SocketEvents& events, int index, std::string_view protocol);
   ~EventSocket();
   EventSocket(const EventSocket&) = delete;
   EventSocket& operator=(const EventSocket&) = delete;
@@ -56,7 +57,7 @@ class EventSocket final : private Connection::Owner {
   void Connect(std::uint16_t localPort, const std::string& address, std::uint16_t port);
 
   /// Stops listening, or closes the connection as Connection::Close does.
-  void Close();
+  void Close(ActivityEnd end = ActivityEnd::kComplete);
 
   SocketState State() const;
   bool IsClosed() const { return State() == SocketState::kClosed; }
@@ -91,6 +92,7 @@ class EventSocket final : private Connection::Owner {
   SocketContext& context_;
   SocketEvents& events_;
   int index_;
+  std::string_view protocol_;
   std::shared_ptr<Listener> listener_;
   std::shared_ptr<Connector> connector_;
   std::shared_ptr<Connection> connection_;

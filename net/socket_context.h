@@ -14,6 +14,7 @@ struct SocketContext {
   DrainingConnections& draining;
   HandlerScope::ErrorReport reportError;
   Traffic traffic = {};  // of all its connections so far
+  ActivityObserver* observer = nullptr;
 };
 
 }  // namespace net

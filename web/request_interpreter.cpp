@@ -12,6 +12,7 @@ namespace ModWeb {
 namespace {
 
 using Action = Decision::Action;
+using Kind = net::Activity::Kind;
 
 // Positions count from 1 and 0 means "not found", because the cuts below are defined so: a method
 // word without its blank is at 0, and the cut begins a few characters into the text.
@@ -83,16 +84,19 @@ Decision RequestInterpreter::Interpret(std::string_view requestText) {
 Decision RequestInterpreter::ServeGetRequest(std::string_view requestText) {
   std::string& resource = session_.CurrentResource;
   CutGetResource(requestText, resource);
-  std::string shown = "GET " + resource;
   if (resource != "/") {
     resource = WithoutFirstCharacter(resource);
   } else {
     resource = options_.StartDefaultPage ? FindDefaultPage() : options_.FirstDefaultPage;
   }
-  if (!options_.MayRead()) return {.action = Action::kRefuseGet, .shown = std::move(shown)};
+  std::string shown = resource.empty() ? "/" : resource;
+  if (!options_.MayRead()) {
+    return {.action = Action::kRefuseGet, .kind = Kind::kDownload, .shown = std::move(shown)};
+  }
   resource = text::ReplaceAll(resource, "/", "\\");
   return {.action = IsHtmlPage(resource) ? Action::kSendHtmlFile : Action::kSendFile,
           .resource = resource,
+          .kind = Kind::kDownload,
           .shown = std::move(shown)};
 }
 
@@ -101,7 +105,10 @@ Decision RequestInterpreter::ServePostRequest(std::string_view requestText) {
   CutPostResource(requestText, resource);
   Decision decision = {.action = Action::kRefusePost, .shown = "POST " + resource};
   resource = resource != "/" ? WithoutFirstCharacter(resource) : options_.FirstDefaultPage;
-  if (!IsProgram(resource) || !options_.MayRunPrograms()) return decision;
+  if (!IsProgram(resource)) return decision;
+  decision.kind = Kind::kProgram;
+  decision.shown = "cgi-bin/" + resource;
+  if (!options_.MayRunPrograms()) return decision;
   try {
     decision.body = ExtractPostBody(requestText);
     decision.resource = resource;

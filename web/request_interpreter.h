@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "core/command_table.h"
+#include "net/connection_report.h"
 #include "web/web_options.h"
 #include "web/web_session.h"
 
@@ -30,7 +31,9 @@ struct Decision {
   std::string resource = {};  // a file below the Web root, or a program below its cgi-bin
   std::string body = {};      // the program's input
   std::string fault = {};     // why a request is not answered, for the error log
-  std::string shown = {};     // what the user sees the client doing; empty for no request
+  // What the user sees the client doing (net::Activity); no text for no request.
+  net::Activity::Kind kind = net::Activity::Kind::kCommand;
+  std::string shown = {};
 };
 
 class RequestInterpreter {

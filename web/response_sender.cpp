@@ -13,6 +13,7 @@
 namespace ModWeb {
 namespace {
 
+using net::ActivityEnd;
 using net::Task;
 using platform::Departure;
 using platform::File;
@@ -73,9 +74,16 @@ File OpenFound(const std::string& path, Failure& failure) {
   return file;
 }
 
-void EndResponse(const Client& client, const Failure& failure, const files::ErrorLog& errors) {
+void EndResponse(const Client& client, const Failure& failure, ActivityEnd end,
+                 const files::ErrorLog& errors) {
   if (failure) errors.LogError(*failure + "\r\n");
-  client->Close();
+  client->Close(end);
+}
+
+// What counts as a failure may come after the last byte.
+ActivityEnd EndOfFile(const net::Connection& client) {
+  const net::Activity& activity = client.CurrentActivity();
+  return activity.traffic.sent < activity.total ? ActivityEnd::kFailed : ActivityEnd::kComplete;
 }
 
 }  // namespace
@@ -88,34 +96,37 @@ Task<> ResponseSender::SendHtmlFile(std::string path, Client client) const {
   return SendFile(std::move(path), std::move(client), true);
 }
 
-Task<> ResponseSender::SendPage(File page, Client client) const {
-  return SendOpened(std::move(page), std::move(client), true);
+Task<> ResponseSender::SendPage(File page, Client client, ActivityEnd ifNone) const {
+  return SendOpened(std::move(page), std::move(client), true, ifNone);
 }
 
 Task<> ResponseSender::SendFile(std::string path, Client client, bool pageIfMissing) const {
   Failure failure;
   File file = OpenFound(path, failure);
   if (failure) {
-    EndResponse(client, failure, errors_);
+    EndResponse(client, failure, ActivityEnd::kFailed, errors_);
     co_return;
   }
-  Task<> sending = SendOpened(std::move(file), client, pageIfMissing);
+  Task<> sending = SendOpened(std::move(file), client, pageIfMissing, ActivityEnd::kNotFound);
   co_await sending;
 }
 
-Task<> ResponseSender::SendOpened(File file, Client client, bool pageIfMissing) const {
+Task<> ResponseSender::SendOpened(File file, Client client, bool pageIfMissing,
+                                  ActivityEnd ifMissing) const {
   Failure failure;
+  ActivityEnd end = ifMissing;
   try {
     if (file.IsOpen()) {
       Task<Failure> sending = SendPieces(std::move(file), client);
       failure = co_await sending;
+      end = EndOfFile(*client);
     } else if (pageIfMissing) {
       SendNotFoundPage(*client);
     }
   } catch (const net::HandlerEnded&) {
     // The client left early; the caller goes on as if it had stayed.
   }
-  EndResponse(client, failure, errors_);
+  EndResponse(client, failure, end, errors_);
 }
 
 void SendNotFoundPage(net::Connection& client) {

@@ -30,12 +30,14 @@ class ResponseSender {
   /// Sends the file, or the not-found page if it is missing.
   net::Task<> SendHtmlFile(std::string path, Client client) const;
 
-  /// Sends an opened file, or the not-found page if `page` is not open.
-  net::Task<> SendPage(platform::File page, Client client) const;
+  /// Sends an opened file, or the not-found page if `page` is not open; the request then ends as
+  /// `ifNone` says.
+  net::Task<> SendPage(platform::File page, Client client, net::ActivityEnd ifNone) const;
 
  private:
   net::Task<> SendFile(std::string path, Client client, bool pageIfMissing) const;
-  net::Task<> SendOpened(platform::File file, Client client, bool pageIfMissing) const;
+  net::Task<> SendOpened(platform::File file, Client client, bool pageIfMissing,
+                         net::ActivityEnd ifMissing) const;
 
   const files::ErrorLog& errors_;
 };

@@ -28,7 +28,7 @@ WebServer::WebServer(core::ServiceEnvironment environment)
       draining_(environment_.loop),
       sockets_{environment_.loop, draining_,
                [this](const std::string& error) { environment_.program.errors.LogError(error); }},
-      WebSvrSock_(sockets_, *this, net::ConnectionSlots::BusySlot::kEvict, ""),
+      WebSvrSock_(sockets_, *this, "HTTP", net::ConnectionSlots::BusySlot::kEvict, ""),
       interpreter_(*this, options_, session_),
       sender_(environment_.program.errors),
       cgi_(environment_),
@@ -76,17 +76,20 @@ bool WebServer::StopWebListener() {
   return !IsRunning();
 }
 
-std::vector<net::ConnectionReport> WebServer::Connections() const {
-  return WebSvrSock_.Report("HTTP");
-}
+std::vector<net::ConnectionReport> WebServer::Connections() const { return WebSvrSock_.Report(); }
+
+void WebServer::Disconnect(const std::string&, int slot) { WebSvrSock_.Disconnect(slot); }
 
 Task<> WebServer::OnDataArrival(int, Client client) { return OnWebDataArrival(std::move(client)); }
 
 // Nothing of an arrival is kept for a later one, and its text is gone when the answer begins.
 Task<> WebServer::OnWebDataArrival(Client client) {
   Decision decision = interpreter_.Interpret(text::FromSystem(client->GetData()));
-  if (!decision.shown.empty()) client->Doing(decision.shown);
-  if (!decision.fault.empty()) environment_.program.errors.LogError(decision.fault);
+  if (!decision.shown.empty()) ShowRequest(*client, decision);
+  if (!decision.fault.empty()) {
+    environment_.program.errors.LogError(decision.fault);
+    client->Finish(net::ActivityEnd::kFailed);
+  }
   switch (decision.action) {
     case Decision::Action::kSendFile:
       return sender_.SendWebFile(PathInRoot(decision.resource), std::move(client));
@@ -103,6 +106,15 @@ Task<> WebServer::OnWebDataArrival(Client client) {
       break;
   }
   return Ignore();
+}
+
+void WebServer::ShowRequest(net::Connection& client, Decision& decision) const {
+  net::Activity activity = {.kind = decision.kind, .what = std::move(decision.shown)};
+  if (client.IsObserved() && !decision.resource.empty()) {
+    const bool isProgram = decision.kind == net::Activity::Kind::kProgram;
+    activity.path = PathInRoot((isProgram ? "cgi-bin\\" : "") + decision.resource);
+  }
+  client.Begin(std::move(activity));
 }
 
 // A client may close its side once it has sent its request; it still gets its answer.
@@ -137,9 +149,15 @@ std::string WebServer::PathInRoot(std::string_view name) const {
 // CGI programs
 
 Task<> WebServer::ServeProgram(std::string resource, std::string body, Client client) {
-  Task<File> running = RunCgiProgram(PathInRoot("cgi-bin\\"), std::move(resource), std::move(body));
-  File page = co_await running;
-  Task<> sending = sender_.SendPage(std::move(page), client);
+  const std::string cgiDir = PathInRoot("cgi-bin\\");
+  File page;
+  const bool found = ModCommon::FileExists(cgiDir + resource);
+  if (found) {
+    Task<File> running = RunCgiProgram(cgiDir, std::move(resource), std::move(body));
+    page = co_await running;
+  }
+  Task<> sending = sender_.SendPage(
+      std::move(page), client, found ? net::ActivityEnd::kFailed : net::ActivityEnd::kNotFound);
   co_await sending;
 }
 
@@ -151,7 +169,6 @@ Task<File> WebServer::RunCgiProgram(std::string cgiDir, std::string resource, st
                 .outPath = PathInRoot(outName),
                 .pagePath = cgiDir + "TempFileOut",
                 .body = std::move(body)};
-  if (!ModCommon::FileExists(job.program)) co_return File();
   Task<File> running = cgi_.Run(std::move(job));
   File page = co_await running;
   co_await net::YieldToEvents();
@@ -162,6 +179,7 @@ Task<File> WebServer::RunCgiProgram(std::string cgiDir, std::string resource, st
 
 Task<> WebServer::RefuseGet(Client client) {
   SendNotFoundPage(*client);
+  client->Finish(net::ActivityEnd::kRefused);
   LogRefusal(*client);
   co_await net::YieldToEvents();
   client->Close();
@@ -169,6 +187,7 @@ Task<> WebServer::RefuseGet(Client client) {
 
 Task<> WebServer::RefusePost(Client client) {
   SendNotFoundPage(*client);
+  client->Finish(net::ActivityEnd::kRefused);
   try {
     co_await net::YieldToEvents();
   } catch (const net::HandlerEnded&) {

@@ -42,6 +42,8 @@ class WebServer : public core::Service, private net::SlotEngine, private Request
   core::Ports PortsToUse() const override { return {options_.WebPort}; }
   std::vector<net::ConnectionReport> Connections() const override;
   net::Traffic TotalTraffic() const override { return sockets_.traffic; }
+  void Observe(net::ActivityObserver* observer) override { sockets_.observer = observer; }
+  void Disconnect(const std::string& protocol, int slot) override;
   std::optional<core::StartFailure> LastFailure() const override { return failure_; }
 
   const WebOptions& Options() const { return options_; }
@@ -60,6 +62,7 @@ class WebServer : public core::Service, private net::SlotEngine, private Request
   void OnClose(int slot) override;
   void OnError(int slot) override;
 
+  void ShowRequest(net::Connection& client, Decision& decision) const;
   net::Task<> ServeHtmlFile(std::string resource, Client client);
   net::Task<> ServeProgram(std::string resource, std::string body, Client client);
   net::Task<platform::File> RunCgiProgram(std::string cgiDir, std::string resource,

@@ -15,7 +15,7 @@ TEST(TrafficText, HasTwoOrThreeDigitsThatCount) {
 
 TEST(TrafficText, TellsHowFarATransferIsOnlyWhereItsSizeIsKnown) {
   const auto progress = [](std::uint64_t total, std::uint64_t sent) {
-    return core::ProgressText({"GET /", total, {0, sent}});
+    return core::ProgressText({.total = total, .traffic = {0, sent}});
   };
   EXPECT_EQ(progress(0, 100), "");
   EXPECT_EQ(progress(1000, 999), "99%");

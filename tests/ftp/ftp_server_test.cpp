@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/ftp/ftp_fixture.h"
+#include "tests/support/activity_log.h"
 
 namespace test {
 namespace {
@@ -82,12 +83,56 @@ TEST_F(FtpServerTest, ReportsTransfersInPlaceOfCommandsAndNoPasswords) {
     OnLoop([&, shown = shown] {
       const auto connections = TheServer().Connections();
       ASSERT_EQ(connections.size(), 2U);
-      EXPECT_EQ(connections[0].activity.what, "RETR big.bin");
+      EXPECT_EQ(connections[0].activity.kind, net::Activity::Kind::kDownload);
+      EXPECT_EQ(connections[0].activity.what, "big.bin");
       EXPECT_EQ(connections[0].activity.total, content.size());
       EXPECT_EQ(connections[1].activity.what, shown);
     });
   }
   EXPECT_TRUE(data->ReceiveAll() == content);
+}
+
+TEST_F(FtpServerTest, TellsWhatBecameOfEveryTransferAndChange) {
+  ActivityLog log;
+  OnLoop([&] { TheServer().Observe(&log); });
+  Put("a.txt", "hello");
+  Put("big.bin", std::string(30000000, 'x'));
+  FtpClient client = Connect();
+  const auto upload = [&](const char* command) {
+    const auto data = client.OpenPassive();
+    if (!client.Ask(command).starts_with("150")) return;
+    data->Send("new");
+    data->Close();
+    client.ReceiveLine();
+  };
+  const auto download = [&] {
+    auto data = client.OpenPassive();
+    client.Ask("RETR /big.bin");
+    data->Receive(1000);
+    return data;
+  };
+  upload("STOR new.bin");
+  for (const char* command : {"USER x", "CWD /up"}) client.Ask(command);
+  for (const char* command : {"RETR /a.txt", "RETR none.txt", "LIST"}) client.Fetch(command);
+  upload("STOR new.bin");
+  for (const char* command : {"RNFR new.bin", "RNTO b.bin", "DELE b.bin", "DELE b.bin",
+                              "DELE /a.txt", "MKD d", "RMD d"}) {
+    client.Ask(command);
+  }
+  download()->Reset();
+  client.ReceiveLine();
+  const auto replaced = download();
+  const auto cut = download();
+  OnLoop([&] { TheServer().Disconnect("FTP", log.last.slot); });
+  client.ReceiveAll();
+  EXPECT_THAT(log.lines,
+              testing::ElementsAre(
+                  "上传 new.bin 没有许可", "下载 a.txt 完成", "下载 up/none.txt 没有找到",
+                  "浏览 /up 完成", "上传 up/new.bin 完成", "改名 up/new.bin → up/b.bin 完成",
+                  "删除 up/b.bin 完成", "删除 up/b.bin 没有找到", "删除 a.txt 没有许可",
+                  "新建文件夹 /up/d 完成", "删除文件夹 /up/d 完成", "下载 big.bin 对方中断",
+                  "下载 big.bin 对方中断", "下载 big.bin 已被断开"));
+  OnLoop([&] { TheServer().Observe(nullptr); });
 }
 
 TEST_F(FtpServerTest, AFolderCountsHiddenFilesAndNoLinksAndALinkToNothingSpoilsTheListing) {

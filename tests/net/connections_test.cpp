@@ -54,7 +54,7 @@ class Connections : public test::ProgramFixture, protected net::SlotEngine {
       draining_.emplace(Environment().loop);
       context_.emplace(
           net::SocketContext{Environment().loop, *draining_, [](const std::string&) {}});
-      slots_.emplace(*context_, static_cast<net::SlotEngine&>(*this),
+      slots_.emplace(*context_, static_cast<net::SlotEngine&>(*this), "Test",
                      net::ConnectionSlots::BusySlot::kEvict, "");
       std::error_code error;
       slots_->Listen(0, error);

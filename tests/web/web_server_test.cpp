@@ -1,6 +1,7 @@
 #include <chrono>
 #include <filesystem>
 
+#include "tests/support/activity_log.h"
 #include "tests/web/web_fixture.h"
 
 namespace {
@@ -65,6 +66,48 @@ TEST_F(WebServer, SurvivesAFileThatShrinksWhileItIsSent) {
   std::filesystem::resize_file(Home().Path("wwwroot/large.bin"), 10);
   EXPECT_LT(client->ReceiveAll().size(), kPiece * 5);
   EXPECT_THAT(ErrorLog(), HasSubstr("捕获错误"));
+}
+
+TEST_F(WebServer, TellsWhatBecameOfEveryRequest) {
+  test::ActivityLog log;
+  OnLoop([&] { TheServer().Observe(&log); });
+  Home().Write("wwwroot/index.htm", "page");
+  Home().Write("wwwroot/whole.bin", std::string(kPiece, 'w'));
+  for (const char* resource : {"/small.txt", "/none.htm", "/none.txt", "/", "/whole.bin"}) {
+    Get(resource);
+  }
+  for (const char* resource : {"/small.txt", "/none.exe"}) {
+    test::Client client(port_);
+    client.Send(std::string("POST ") + resource + " HTTP/1.0\r\nContent-Length: 1\r\n\r\nx");
+    client.ReceiveAll();
+  }
+  const auto leaving = InTheMiddle();
+  leaving->Reset();
+  EXPECT_TRUE(Eventually([&] { return log.lines.size() == 8; }));
+  const auto evicted = InTheMiddle();
+  std::vector<std::unique_ptr<test::Client>> others;
+  for (int i = 0; i < net::ConnectionSlots::kLastSlot; ++i) {
+    others.push_back(std::make_unique<test::Client>(port_));
+  }
+  EXPECT_TRUE(Eventually([&] { return log.lines.size() == 9; }));
+  const auto disconnected = InTheMiddle();
+  const int slot = log.last.slot + 1;  // the evicted one's went to the last of the others
+  OnLoop([&] { TheServer().Disconnect("HTTP", slot); });
+  EXPECT_LT(disconnected->ReceiveAll().size(), kPiece * 7);
+  const auto unseen = InTheMiddle();
+  OnLoop([&] { TheServer().Observe(nullptr); });
+  unseen->Reset();
+  const auto stopped = InTheMiddle();
+  OnLoop([&] {
+    TheServer().Observe(&log);
+    TheServer().Stop();
+  });
+  EXPECT_THAT(log.lines, testing::ElementsAre(
+                             "下载 small.txt 完成", "下载 none.htm 没有找到",
+                             "下载 none.txt 没有找到", "下载 index.htm 完成", "下载 whole.bin 完成",
+                             "POST /small.txt 没有许可", "运行 cgi-bin/none.exe 没有找到",
+                             "下载 large.bin 对方中断", "下载 large.bin 被新连接挤出",
+                             "下载 large.bin 已被断开", "下载 large.bin 服务已停止"));
 }
 
 TEST_F(WebServer, EntersItsDomainInTheHostsFileOnlyOnceItListens) {

@@ -227,7 +227,6 @@ ConnectionList::ConnectionList(wxWindow* parent)
 void ConnectionList::AppendColumns() {
   for (unsigned column = 0; column < kColumns; ++column) {
     const ColumnLooks& looks = kLooks.at(column);
-    const int width = GetTextExtent(Shown(looks.longest)).x + FromDIP(2 * kGap);
     wxDataViewRenderer* renderer = nullptr;
     if (column == kPercent) {
       renderer = new wxDataViewProgressRenderer();
@@ -235,17 +234,22 @@ void ConnectionList::AppendColumns() {
       renderer = new wxDataViewTextRenderer();
       renderer->EnableEllipsize();
     }
-    AppendColumn(new wxDataViewColumn(Shown(looks.heading), renderer, column, width, wxALIGN_LEFT,
+    AppendColumn(new wxDataViewColumn(Shown(looks.heading), renderer, column, WidthOf(column),
+                                      wxALIGN_LEFT,
                                       wxDATAVIEW_COL_RESIZABLE | wxDATAVIEW_COL_SORTABLE));
   }
   ShareWidth();
+}
+
+int ConnectionList::WidthOf(unsigned column) const {
+  return GetTextExtent(Shown(kLooks.at(column).longest)).x + FromDIP(2 * kGap);
 }
 
 void ConnectionList::ShareWidth() {
   if (wxDataViewCtrl::GetColumnCount() == 0) return;
   int rest = GetClientSize().x - FromDIP(kGap);
   for (unsigned column = 0; column < kColumns; ++column) {
-    if (column != kWhat) rest -= GetColumn(column)->GetWidth();
+    if (column != kWhat) rest -= WidthOf(column);
   }
   GetColumn(kWhat)->SetWidth(std::max(rest, FromDIP(kLeastWhat)));
 }

@@ -36,6 +36,7 @@ class ConnectionList : public wxDataViewCtrl {
 
   void AppendColumns();
   void ShareWidth();
+  int WidthOf(unsigned column) const;
 
   Model* model_;  // owned with the control
 };
