@@ -13,7 +13,7 @@ namespace {
 
 using settings::Remembered;
 
-const wxSize kFirstSize(860, 640);
+const wxSize kFirstSize(900, 720);
 constexpr const char* kPlace = "Window";  // the section in window.ini
 // Whether the size is one at 100 %. Earlier programs wrote that of the screen.
 constexpr const char* kIsScaled = "Scaled";
