@@ -32,4 +32,8 @@ void Remember(std::string_view section, std::string_view key, int value) {
   WriteValue(File(), section, key, std::to_string(value));
 }
 
+bool WantsNotices() { return Remembered("Notices", "Activity").value_or(0) != 0; }
+
+void SetWantsNotices(bool wanted) { Remember("Notices", "Activity", wanted ? 1 : 0); }
+
 }  // namespace settings

@@ -389,7 +389,7 @@ TEST_F(MainWindow, AsksBeforeItCutsAClientOffUntilTheUserWantsNoQuestion) {
   EXPECT_EQ(boxes.Take(), "") << "nobody is connected";
   Client client(ftp.ListeningPort());
   ASSERT_TRUE(Until([&] { return !ftp.Connections().empty(); }));
-  const std::string question = "?Tarnwerk: 1 个人正在连接。\n现在";
+  const std::string question = "?Tarnwerk: 1 个人已连接。\n现在";
   for (const char* button : {"cmdStopFtpService", "cmdStopAll"}) {
     Push(button);
     EXPECT_EQ(boxes.Take(), question + "停止服务会断开他们。 [y/n]");

@@ -9,6 +9,7 @@
 #include <numeric>
 #include <vector>
 
+#include "core/service_texts.h"
 #include "core/traffic_text.h"
 #include "ui/controls/accessible.h"
 #include "ui/controls/colours.h"
@@ -21,6 +22,7 @@ namespace {
 using Sample = core::TrafficHistory::Sample;
 
 constexpr int kHeight = 44;
+constexpr float kLegendFactor = 0.85F;
 constexpr std::uint64_t kLeastTop = 10240;  // bytes per second; less is no mountain
 
 // Those of the services' pictures.
@@ -63,6 +65,22 @@ void TrafficCurve::ShowSamples(const std::deque<Sample>& samples) {
   if (!isFlat) Refresh();
 }
 
+// At the left, where the oldest part of the curve is.
+void TrafficCurve::PaintLegend(wxDC& screen) const {
+  screen.SetFont(GetFont().Scaled(kLegendFactor));
+  screen.SetTextForeground(QuietText());
+  const int height = screen.GetCharHeight();
+  wxPoint place(FromDIP(kTightGap), FromDIP(kTightGap));
+  for (const core::ServiceKind service : core::kServices) {
+    screen.SetPen(*wxTRANSPARENT_PEN);
+    screen.SetBrush(wxBrush(ColourOf(core::IndexOf(service))));
+    screen.DrawRectangle(place + wxPoint(0, height / 4), {height / 2, height / 2});
+    const wxString name = Shown(core::TextsOf(service).name);
+    screen.DrawText(name, place + wxPoint(height / 2 + FromDIP(kTightGap), 0));
+    place.x += height / 2 + screen.GetTextExtent(name).x + FromDIP(2 * kGap);
+  }
+}
+
 void TrafficCurve::OnPaint() {
   wxAutoBufferedPaintDC screen(this);
   screen.SetBackground(wxBrush(CardColour()));
@@ -88,6 +106,7 @@ void TrafficCurve::OnPaint() {
     context->SetBrush(wxBrush(ColourOf(service)));
     context->FillPath(area);
   }
+  PaintLegend(screen);
   screen.SetPen(wxPen(BorderColour()));
   screen.DrawLine(0, room.y - 1, room.x, room.y - 1);
 }

@@ -16,6 +16,7 @@ class TrafficCurve : public wxWindow {
 
  private:
   void OnPaint();
+  void PaintLegend(wxDC& screen) const;
 
   std::deque<core::TrafficHistory::Sample> samples_;
 };

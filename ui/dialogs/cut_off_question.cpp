@@ -16,7 +16,7 @@ constexpr const char* kAsk = "CutOff";
 
 bool MayCutOff(wxWindow* parent, const std::string& who, const std::string& action) {
   if (who.empty() || settings::Remembered(kSection, kAsk).value_or(1) == 0) return true;
-  wxGenericRichMessageDialog box(parent, Shown(who + "\n现在" + action + "会断开他们。"),
+  wxGenericRichMessageDialog box(parent, Shown(who + "。\n现在" + action + "会断开他们。"),
                                  Shown(kProgramTitle), wxYES_NO | wxNO_DEFAULT | wxICON_QUESTION);
   box.SetYesNoLabels(Shown(action + "(&Y)"), Shown("取消(&N)"));
   box.SetEscapeId(wxID_NO);

@@ -8,8 +8,9 @@ class wxWindow;
 
 namespace ui {
 
-/// Whether to go on: `who` (core/cut_off.h) is cut off by it. Does not ask if that is empty, or if
-/// the user has said not to be asked again. `action`: what happens on going on, a verb.
+/// Whether to go on: `who` (core/who_is_connected.h) is cut off by it. Does not ask if that is
+/// empty, or if the user has said not to be asked again. `action`: what happens on going on, a
+/// verb.
 bool MayCutOff(wxWindow* parent, const std::string& who, const std::string& action);
 
 }  // namespace ui

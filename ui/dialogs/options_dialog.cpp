@@ -6,6 +6,7 @@
 
 #include "settings/autostart.h"
 #include "settings/manager_password.h"
+#include "settings/user_state.h"
 #include "text/strings.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/message_box.h"
@@ -52,6 +53,11 @@ wxSizer* frmOptions::MakeContent() {
     start.Content().Add(box);
   }
 
+  Group notices(this, "通知");
+  chkNotices =
+      MakeCheckBox(notices.Parent(), "chkNotices", "有人上传了文件或有邮件到达时通知我(&N)");
+  notices.Content().Add(chkNotices);
+
   Group manager(this, "管理密码");
   chkManagerPwd = MakeCheckBox(manager.Parent(), "chkManagerPwd", "打开管理窗口时要求密码(&P)：");
   txtPwd = MakeField(manager.Parent(), "txtPwd", kPasswordWidth, wxTE_PASSWORD);
@@ -60,6 +66,7 @@ wxSizer* frmOptions::MakeContent() {
 
   Column column(this, kEdge);
   column.Add(start.Sizer());
+  column.Add(notices.Sizer());
   column.Add(manager.Sizer());
   return column.Sizer();
 }
@@ -68,6 +75,7 @@ void frmOptions::Load() {
   options_.Load(program_);
   form_.Show(settings::EntryOf(form_.Table()));
   chkSysAutoStart->SetValue(settings::StartsWithSystem(program_));
+  chkNotices->SetValue(settings::WantsNotices());
   const std::string password = settings::ManagerPassword(program_);
   chkManagerPwd->SetValue(!password.empty());
   txtPwd->ChangeValue(Shown(password));
@@ -103,6 +111,7 @@ void frmOptions::OnConfirm() {
   if (!IsSaved(this, program_, change.Fault())) return;
   settings::SetManagerPassword(program_, wanted ? password : "");
   if (!IsSaved(this, program_, change.Save())) return;
+  settings::SetWantsNotices(chkNotices->GetValue());
   SaveStartWithSystem();
   EndModal(wxID_OK);
 }

@@ -21,6 +21,7 @@ class frmOptions : public wxDialog {
   wxCheckBox* chkSysAutoStart;
   wxCheckBox* chkShowInBar;
   wxCheckBox* chkAutoStartService;
+  wxCheckBox* chkNotices;
   wxCheckBox* chkManagerPwd;
   wxTextCtrl* txtPwd;
   wxCheckBox* chkShowPwd;  // shows what is typed: a slip would lock the user out

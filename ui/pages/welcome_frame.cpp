@@ -29,7 +29,7 @@ constexpr int kStateSize = 16;
 constexpr int kAddressWidth = 180;  // minimum
 constexpr double kNameFactor = 1.8;
 constexpr double kTitleFactor = 1.2;
-constexpr const char* kNobody = "现在没有人连接。";
+constexpr const char* kNobody = "现在没有人连接";
 
 // Every card has the same controls, so the names of theirs contain the service: screen readers and
 // tests need to tell them apart.

@@ -11,9 +11,9 @@
 #include <utility>
 
 #include "core/activity_text.h"
-#include "core/cut_off.h"
 #include "core/service_addresses.h"
 #include "core/service_texts.h"
+#include "core/who_is_connected.h"
 #include "files/files.h"
 #include "mail/mail_accounts.h"
 #include "platform/native_path.h"
@@ -150,7 +150,7 @@ bool Commands::MayCutOff(const std::vector<ServiceKind>& services, const std::st
     const auto open = manager_->control.Of(service).Connections();
     connections.insert(connections.end(), open.begin(), open.end());
   }
-  return ui::MayCutOff(&window_, core::CutOffText(connections), action);
+  return ui::MayCutOff(&window_, core::WhoIsConnected(connections), action);
 }
 
 void Commands::OpenAddress(ServiceKind service) {

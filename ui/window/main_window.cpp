@@ -7,9 +7,11 @@
 #include <utility>
 
 #include "core/service_texts.h"
+#include "settings/user_state.h"
 #include "ui/controls/art.h"
 #include "ui/controls/layout.h"
 #include "ui/window/failure.h"
+#include "ui/window/notice.h"
 #include "ui/window/status_bar.h"
 
 namespace ui {
@@ -78,6 +80,9 @@ void frmMain::Attach(const Manager& manager, std::function<void()> onClose) {
     manager_->control.Of(service).Observe(&manager_->record.Of(service));
   }
   survey_.Attach(*manager_);
+  survey_.OnNews([this](const std::string& news) {
+    if (settings::WantsNotices()) ShowNotice(*this, "Tarnwerk", news);
+  });
   survey_.OnConnected([this](bool connected) { ShowTrayState(connected); });
   mode_.Attach(manager_->program, onClose_);
   commands_.Attach(*manager_);

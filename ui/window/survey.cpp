@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "core/cut_off.h"
 #include "core/port_remarks.h"
 #include "core/service_addresses.h"
+#include "core/who_is_connected.h"
 #include "files/files.h"
 #include "platform/local_addresses.h"
 #include "ui/window/content.h"
@@ -54,8 +54,10 @@ void Survey::LookAtClients() {
   }
   history_.Add(totals, core::TrafficRate::Clock::now());
   if (onConnected_) onConnected_(!all.empty());
+  const std::string news = news_.Next(manager_->record);
+  if (onNews_ && !news.empty()) onNews_(news);
   if (watch_.IsRunning())
-    content_->fraWelcome->ShowClients(core::CutOffText(all), history_.Samples());
+    content_->fraWelcome->ShowClients(core::WhoIsConnected(all), history_.Samples());
 }
 
 void Survey::LookAnew() {

@@ -9,6 +9,7 @@
 #include <functional>
 #include <utility>
 
+#include "core/activity_news.h"
 #include "core/traffic_history.h"
 #include "core/traffic_text.h"
 #include "ui/window/manager.h"
@@ -33,6 +34,9 @@ class Survey {
   /// Called with whether any client is connected, every few seconds also while nothing is seen.
   void OnConnected(std::function<void(bool)> handler) { onConnected_ = std::move(handler); }
 
+  /// Called with what came from clients, likewise.
+  void OnNews(std::function<void(const std::string&)> handler) { onNews_ = std::move(handler); }
+
   /// Checks everything now, unless stopped.
   void LookAnew();
 
@@ -54,6 +58,8 @@ class Survey {
   wxTimer watch_;    // runs while the window is visible
   wxTimer clients_;  // always runs
   std::function<void(bool)> onConnected_;
+  core::ActivityNews news_;
+  std::function<void(const std::string&)> onNews_;
   int looks_ = 0;  // since the timer was started
   core::TrafficRate rate_;
   core::TrafficHistory history_;
