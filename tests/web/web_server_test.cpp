@@ -88,7 +88,7 @@ TEST_F(WebServer, TellsWhatBecameOfEveryRequest) {
   // The last of the others got the slot of the evicted one.
   OnLoop([&] { TheServer().Disconnect("HTTP", log.last.slot + 1); });
   OnLoop([&] { TheServer().Observe(nullptr); });
-  InTheMiddle()->Reset();
+  Get("/small.txt");
   const auto stopped = InTheMiddle();
   OnLoop([&] {
     TheServer().Observe(&log);
