@@ -112,7 +112,8 @@ Task<> FtpServer::RefuseCommand(int slot, Client client, std::string beginning) 
 void FtpServer::OnFtpControlClose(int slot) { EndSession(slot, net::ActivityEnd::kClientLeft); }
 
 void FtpServer::Disconnect(const std::string&, int slot) {
-  if (FtpSvrSock_.Exists(slot)) EndSession(slot, net::ActivityEnd::kDisconnected);
+  if (!FtpSvrSock_.Exists(slot) || FtpSvrSock_[slot].IsClosed()) return;
+  EndSession(slot, net::ActivityEnd::kDisconnected);
 }
 
 void FtpServer::EndSession(int slot, net::ActivityEnd end) {

@@ -29,8 +29,9 @@ constexpr std::int32_t kChunkBytes = 4096;
 constexpr int kChunksPerTurn = 64;
 
 // Why something could not be read. Looked for only if anybody wants to know.
-ActivityEnd EndOfUnread(const net::Connection& data, const std::string& path) {
+ActivityEnd EndOfUnread(const net::Connection& data) {
   if (!data.IsObserved()) return ActivityEnd::kFailed;
+  const std::string& path = data.CurrentActivity().path;
   const bool exists = ModCommon::FileExists(path) || files::FolderExists(path);
   return exists ? ActivityEnd::kFailed : ActivityEnd::kNotFound;
 }
@@ -52,8 +53,7 @@ Task<bool> Transfers::SendFtpListing(int slot) {
   // Other events ran meanwhile: the slot may have another connection by now.
   if (data->IsClosed()) co_return false;
   if (!listing || listing->empty()) {
-    connections_.CloseDataSocket(
-        slot, listing ? ActivityEnd::kComplete : EndOfUnread(*data, session.physicalDir));
+    connections_.CloseDataSocket(slot, listing ? ActivityEnd::kComplete : EndOfUnread(*data));
     co_return listing.has_value();
   }
   memory->KeepOnly(listing->size());
@@ -74,7 +74,7 @@ Task<bool> Transfers::OpenRetrieve(int slot) {
   ShowTransfer(*data, Kind::kDownload, session.transferPath);
   const std::optional<FileInfo> info = GetFileInfo(session.transferPath);
   if (!info) {
-    data->Finish(EndOfUnread(*data, session.transferPath));
+    data->Finish(EndOfUnread(*data));
     co_return false;
   }
   session.fullChunks = info->size / kChunkBytes;

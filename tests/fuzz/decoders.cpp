@@ -2,6 +2,7 @@
 #include "mail/base64.h"
 #include "mail/encoded_subject.h"
 #include "mail/quoted_printable.h"
+#include "mail/shown_subject.h"
 #include "tests/fuzz/fuzz_input.h"
 
 namespace {
@@ -34,6 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::Require(ModMail::IsEncodedSubject(text) || subject == text);
   // A beginning that a fuzzer is slow to find.
   ModMail::DecodeEncodedSubject("=?gb2312?B?" + text);
+  fuzz::Require(ModMail::ShownSubject("Subject: =?utf-8?Q?" + text).size() <= 3 * (size + 11));
   const std::string name = ModMail::HarmlessFileName(ModMail::AttachmentName(text));
   fuzz::Require(!name.empty() && name.size() <= 255 && name != "." && name != "..");
   fuzz::Require(name.find_first_of(std::string("/\\:\0\r\n", 6)) == std::string::npos);

@@ -6,6 +6,7 @@
 #include "mail/base64.h"
 #include "mail/encoded_subject.h"
 #include "mail/quoted_printable.h"
+#include "mail/shown_subject.h"
 
 namespace {
 
@@ -24,6 +25,16 @@ void ExpectDecoded(const Cases& cases) {
       EXPECT_EQ(decoded + decoder.End(), expected) << encoded << " by " << size;
     }
   }
+}
+
+TEST(ShownSubject, IsThatOfTheHeaderAsMailProgramsWriteIt) {
+  const Cases cases = {
+      {"subject:\t=?GBK?b?xOO6?= =?gbk?B?ww==?= !\r\n\r\nSubject: x", "你好 !"},
+      {"Subject: a\n  b =?utf-8?q?=E4=BD=A0_=?= c", "a  b 你 = c"},
+      {"Subject: =?koi8-r?B?xOM=?= =?utf-8?B?", "=?koi8-r?B?xOM=?= =?utf-8?B?"},
+      {"From: a\r\n\r\nSubject: text", ""},
+  };
+  for (const auto& [message, shown] : cases) EXPECT_EQ(ModMail::ShownSubject(message), shown);
 }
 
 // Groups are padded separately; the last one may be incomplete. What is not in the alphabet is

@@ -10,7 +10,9 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <vector>
 
+#include "core/activity_text.h"
 #include "core/service_environment.h"
 #include "settings/program.h"
 #include "tests/support/client.h"
@@ -45,6 +47,16 @@ class ProgramFixture : public testing::Test {
  private:
   TemporaryFolder home_;
   settings::Program program_{home_.Text(), "Tarnwerk"};
+};
+
+/// What a server tells of its clients, a line each: "下载 a.txt 完成".
+struct ActivityLog final : net::ActivityObserver {
+  void OnActivityEnded(const net::EndedActivity& ended) override {
+    lines.push_back(core::ActivityText(ended.activity) + " " + core::EndText(ended.end));
+    last = ended;
+  }
+  std::vector<std::string> lines;
+  net::EndedActivity last;
 };
 
 /// A started server of type `Server`; on a port that the system chose if Server.ini says 0.
