@@ -19,6 +19,11 @@
 #include "ui/window/commands.h"
 
 namespace ui {
+namespace {
+
+const wxSize kLeastList(120, 64);  // the headings and a row
+
+}  // namespace
 
 using core::ServiceKind;
 
@@ -92,6 +97,7 @@ void Content::FillWebFrame() {
                      [this] { commands_.AddVirtualDirectory(); })
       ->SetToolTip(Shown(kVirtualDirectoryTip));
   tvWebDir = new FolderTree(frame.BodyParent());
+  tvWebDir->SetMinSize(FromDIP(kLeastList));
   Describe(*tvWebDir, "网站内容", AccessibleRole::kTree);
   frame.Body()->Add(tvWebDir, wxSizerFlags(1).Expand());
 }
@@ -127,6 +133,7 @@ void Content::FillMailFrame() {
   frame.AddBodyButton(heading, "cmdDelMailUser", "删除(&L)",
                       [this] { commands_.DeleteMailUser(); });
   lvMailUser = new MailUserList(frame.BodyParent());
+  lvMailUser->SetMinSize(FromDIP(kLeastList));
   Describe(*lvMailUser, "邮件用户", AccessibleRole::kTable);
   lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { commands_.EditMailUser(); });
   for (const auto& event : {wxEVT_LIST_ITEM_SELECTED, wxEVT_LIST_ITEM_DESELECTED}) {
