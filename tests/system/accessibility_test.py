@@ -28,7 +28,7 @@ SERVICES = {"Web 服务": "Web服务器选项", "FTP 服务": "Ftp服务器选�
 # What a user works with. Whatever else takes the focus has to be one of these.
 WORKED_WITH = {"push button", "toggle button", "radio button", "check box", "text", "password text",
                "combo box", "list", "list box", "table", "tree", "page tab", "page tab list", "menu",
-               "statusbar", "image"}
+               "statusbar", "image", "table column header"}
 
 
 def is_read_before(first, second):

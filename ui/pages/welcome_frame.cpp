@@ -75,7 +75,7 @@ WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
   column->Add(MakeFooter(), wxSizerFlags().Expand().Border(wxALL, edge));
   column->Add(MakeNow(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
   SetSizer(column);
-  Frame().Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     UseWidth();
     event.Skip();
   });
@@ -207,9 +207,9 @@ void WelcomeFrame::ShowAddressOf(ServiceCard& card) {
 
 // Addresses are cut to the cards rather than widening them beyond the window.
 void WelcomeFrame::UseWidth() {
-  steps_->FitInto(Room().x - FromDIP(2 * kEdge));
+  steps_->FitInto(GetClientSize().x - FromDIP(2 * kEdge));
   const int cards = static_cast<int>(cards_.size());
-  const int width = (Room().x - FromDIP(kEdge) * (cards + 1)) / cards - FromDIP(2 * kGap);
+  const int width = (GetClientSize().x - FromDIP(kEdge) * (cards + 1)) / cards - FromDIP(2 * kGap);
   const int next = std::max(width, FromDIP(kAddressWidth));
   if (next == addressWidth_) return;
   addressWidth_ = next;

@@ -65,7 +65,7 @@ wxSizer* Content::MakePages() {
   FillFtpFrame();
   FillMailFrame();
   auto* pages = new wxBoxSizer(wxVERTICAL);
-  for (Page* page : Pages()) pages->Add(&page->Frame(), wxSizerFlags(1).Expand());
+  for (wxWindow* page : Pages()) pages->Add(page, wxSizerFlags(1).Expand());
   return pages;
 }
 
