@@ -127,14 +127,17 @@ class SocketInstance : public RunningInstance {
   std::unique_ptr<Protocol::acceptor> acceptor_;
 };
 
+// It gets its name only once it listens: one that refuses is taken for a leftover.
 Descriptor ListenOn(const Descriptor& directory, const std::string& name) {
-  unlinkat(directory.Get(), name.c_str(), 0);
+  const std::string unfinished = name + ".new";
+  unlinkat(directory.Get(), unfinished.c_str(), 0);
   Descriptor listener(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  const Protocol::endpoint address = Address(directory, name);
+  const Protocol::endpoint address = Address(directory, unfinished);
   const bool listening =
       listener.IsOpen() &&
       bind(listener.Get(), address.data(), static_cast<socklen_t>(address.size())) == 0 &&
-      listen(listener.Get(), SOMAXCONN) == 0;
+      listen(listener.Get(), SOMAXCONN) == 0 &&
+      renameat(directory.Get(), unfinished.c_str(), directory.Get(), name.c_str()) == 0;
   return listening ? std::move(listener) : Descriptor();
 }
 

@@ -92,7 +92,9 @@ TEST(MessageStructure, HasTheFirstTextOfDeeperPartsIfThereIsNoOtherBody) {
       {"--3\nA: b\n" + inner, ""},
   };
   for (const auto& [parts, body] : cases) {
-    ExpectFound(begin + parts + end, std::string("||") + body + "|a (): attached");
+    std::string found = "||";
+    found.append(body).append("|a (): attached");
+    ExpectFound(begin + parts + end, found);
   }
 }
 
@@ -102,7 +104,8 @@ TEST(MessageStructure, ReadsDeeplyNestedPartsInLinearTime) {
   std::string nested = "A: boundary=1 boundary=2\n\n--2\n";
   for (int i = 0; i < kMany; ++i) {
     const std::string name = std::string(40 + i % 2, 'b') + std::to_string(i);
-    nested += "Content-Type: multipart/x; boundary=" + name + "\n\n--" + name + "\n";
+    nested.append("Content-Type: multipart/x; boundary=").append(name);
+    nested.append("\n\n--").append(name).append("\n");
   }
   for (int i = 0; i < kMany; ++i) nested += "--b\n";  // no delimiter
   nested += "\nyes\n--2--";

@@ -25,6 +25,7 @@ class PlainLoopHost : public test::LoopHost {
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): a test program that cannot start has failed
 int main(int argumentCount, char** arguments) {
   testing::InitGoogleTest(&argumentCount, arguments);
   PlainLoopHost host;

@@ -51,6 +51,7 @@ TEST_F(StateFiles, LoseNothingWhenSeveralWriteAtOnceAndAreTheUsersAlone) {
     }
   };
   std::vector<std::thread> writers;
+  writers.reserve(4);
   for (int writer = 0; writer < 4; ++writer) writers.emplace_back(save, writer);
   for (std::thread& writer : writers) writer.join();
   for (int i = 0; i < 80; ++i) {
