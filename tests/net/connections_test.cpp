@@ -16,6 +16,13 @@ using Arrival = std::shared_ptr<net::Connection>;
 
 class Connections : public test::ProgramFixture, protected net::SlotEngine {
  public:
+  ~Connections() override {
+    OnLoop([this] {
+      slots_.reset();
+      draining_.reset();
+    });
+  }
+
   Task<> Count(int, Arrival connection) {
     ++arrivals_;
     arrivedBytes_ += connection->GetData().size();
@@ -61,13 +68,6 @@ class Connections : public test::ProgramFixture, protected net::SlotEngine {
       slots_->CreateSlots();
     });
   }
-  ~Connections() override {
-    OnLoop([this] {
-      slots_.reset();
-      draining_.reset();
-    });
-  }
-
   void HandleWith(Handler handler) {
     OnLoop([&] { handler_ = handler; });
   }
