@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "core/activity_news.h"
 #include "core/activity_text.h"
+#include "core/who_is_connected.h"
 
 namespace {
 
@@ -58,6 +60,42 @@ TEST(ActivityRecord, IsOfOneServiceAndBoundedWhateverTheNames) {
   }
   record.Clear(ServiceKind::kFtp);
   EXPECT_TRUE(entries.empty() && record.EntriesOf(ServiceKind::kWeb).empty());
+}
+
+TEST(ActivityNews, TellsOnceOfWhatCameAndIsComplete) {
+  ActivityRecord record;
+  core::ActivityNews news;
+  const auto add = [&](Kind kind, ActivityEnd end, const char* what) {
+    static auto at = 10s;
+    net::EndedActivity ended = Ended(what, ++at);
+    ended.activity.kind = kind;
+    ended.end = end;
+    record.Of(ServiceKind::kFtp).OnActivityEnded(ended);
+  };
+  add(Kind::kUpload, ActivityEnd::kComplete, "before it began");
+  EXPECT_EQ(news.Next(record), "");
+  add(Kind::kDownload, ActivityEnd::kComplete, "a");
+  add(Kind::kUpload, ActivityEnd::kClientLeft, "b");
+  EXPECT_EQ(news.Next(record), "");
+  add(Kind::kUpload, ActivityEnd::kComplete, "报告.bin");
+  EXPECT_EQ(news.Next(record), "上传 报告.bin\n来自 10.0.0.5");
+  for (const char* file : {"c", "c", "d"}) add(Kind::kUpload, ActivityEnd::kComplete, file);
+  add(Kind::kReceiveMail, ActivityEnd::kComplete, "wang");
+  EXPECT_EQ(news.Next(record), "3 个文件上传完成。\n1 封邮件到达。");
+  EXPECT_EQ(news.Next(record), "");
+}
+
+TEST(WhoIsConnected, CountsPeopleByWhatTheyDo) {
+  const auto at = [](const char* address, Kind kind) {
+    net::ConnectionReport report;
+    report.address = address;
+    report.activity.kind = kind;
+    return report;
+  };
+  EXPECT_EQ(core::WhoIsConnected({}), "");
+  EXPECT_EQ(core::WhoIsConnected({at("a", Kind::kDownload), at("a", Kind::kUpload),
+                                  at("b", Kind::kCommand), at("c", Kind::kDownload)}),
+            "2 个人正在下载，1 个人已连接");
 }
 
 TEST(ActivityText, SaysDurationsAsPeopleDo) {

@@ -353,13 +353,13 @@ TEST_F(MainWindow, SaysThatTheSettingsCannotBeReadBeforeAnyStartAndWhileAService
   EXPECT_EQ(Label("fraWeb/lblReason") + Label("fraFtp/lblReason"), "");
 }
 
-TEST_F(MainWindow, ShowsADownloadAndTheTrafficWhileItRunsAndTheLatestLogLines) {
+TEST_F(MainWindow, ShowsADownloadAndTheTrafficDisconnectsItAndShowsWhatBecameOfItAndTheLog) {
   Home().Write("www/big.bin", std::string(4 << 20, 'x'));
   window->Open();
   Click("ImgWeb");
   Push("cmdStartWebService");
   dynamic_cast<wxNotebook&>(Find("fraWeb/tabs")).SetSelection(1);
-  const auto& list = dynamic_cast<ui::ConnectionList&>(Find("fraWeb/lstConnections"));
+  auto& list = dynamic_cast<ui::ConnectionList&>(Find("fraWeb/lstConnections"));
   const auto shown = [&](std::size_t column) { return list.Cells(0).at(column); };
   const auto traffic = [&] { return window->stbInfo->TrafficText(); };
   Client client(web.ListeningPort());
@@ -369,12 +369,16 @@ TEST_F(MainWindow, ShowsADownloadAndTheTrafficWhileItRunsAndTheLatestLogLines) {
   EXPECT_EQ(shown(0) + " " + shown(1), "127.0.0.1 下载 big.bin");
   EXPECT_THAT(shown(3), testing::EndsWith(" / 4.0 MB"));
   EXPECT_TRUE(Until([&] { return traffic().ends_with("KB/s"); }));
-  client.Close();
+  wxDataViewItemArray rows;
+  list.GetModel()->GetChildren({}, rows);
+  list.Select(rows.at(0));
+  EXPECT_TRUE(Until([&] { return Find("fraWeb/cmdDisconnect").IsEnabled(); }));
+  Push("fraWeb/cmdDisconnect");
   EXPECT_TRUE(Until([&] { return list.RowCount() == 0; }));
   dynamic_cast<wxNotebook&>(Find("fraWeb/tabs")).SetSelection(2);
   const auto& recent = dynamic_cast<ui::RecentList&>(Find("fraWeb/lstRecent"));
   EXPECT_TRUE(Until([&] { return recent.GetItemCount() == 1; }));
-  EXPECT_EQ(recent.Cell(0, 2) + " " + recent.Cell(0, 5), "下载 big.bin 对方中断");
+  EXPECT_EQ(recent.Cell(0, 2) + " " + recent.Cell(0, 5), "下载 big.bin 已被断开");
   Fill(*window, "fraWeb/txtFilter=完成");
   EXPECT_TRUE(Until([&] { return recent.GetItemCount() == 0; }));
   dynamic_cast<wxNotebook&>(Find("fraWeb/tabs")).SetSelection(3);
