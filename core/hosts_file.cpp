@@ -1,5 +1,7 @@
 #include "core/hosts_file.h"
 
+#include <sstream>
+
 #include "core/os_name.h"
 #include "core/service_environment.h"
 #include "files/files.h"
@@ -8,10 +10,13 @@
 #include "platform/system_message.h"
 #include "platform/text_case.h"
 #include "text/code_page.h"
+#include "text/printable_text.h"
 #include "text/utf8.h"
 
 namespace core {
 namespace {
+
+constexpr std::size_t kLongestName = 64;  // bytes that are shown
 
 bool IsNumeric(std::string_view address) {
   return address.find_first_not_of("0123456789.") == std::string_view::npos;
@@ -70,6 +75,19 @@ bool UpdateHostsFile(std::string_view hostsFile, std::string_view address,
                      std::string_view domain) {
   std::error_code unread;
   return Update(hostsFile, address, domain, unread);
+}
+
+std::map<std::string, std::string> HostNames(std::string_view hostsFile) {
+  std::map<std::string, std::string> names;
+  std::error_code error;
+  std::istringstream lines(files::ReadFile(hostsFile, error));
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream words(line.substr(0, line.find('#')));
+    std::string address;
+    std::string name;
+    if (words >> address >> name) names.emplace(address, text::Printable(name, kLongestName));
+  }
+  return names;
 }
 
 void EnterInHostsFile(const ServiceEnvironment& environment, std::string_view domain) {

@@ -1,8 +1,9 @@
 #pragma once
 
-// Makes a domain name resolve to this machine through the system's hosts file. Entries are only
-// appended; existing lines never change.
+// The system's hosts file: makes a domain name resolve to this machine, and tells the names of
+// others. Entries are only appended; existing lines never change.
 
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -30,5 +31,9 @@ bool UpdateHostsFile(std::string_view hostsFile, std::string_view address, std::
 /// Adds the domain of a service that starts. An existing file that cannot be read is logged as an
 /// error. Lacking the right to write is usual and not logged.
 void EnterInHostsFile(const ServiceEnvironment& environment, std::string_view domain);
+
+/// The first name of each address that the file names: what the system knows of other machines
+/// without asking anybody. Empty if it cannot be read or is far larger than usual.
+std::map<std::string, std::string> HostNames(std::string_view hostsFile);
 
 }  // namespace core

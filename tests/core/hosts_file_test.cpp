@@ -6,6 +6,14 @@
 
 namespace {
 
+TEST(HostsFile, KnowsTheFirstNameOfAnAddress) {
+  const test::TemporaryFolder folder;
+  folder.Write("hosts", "#10.0.0.1 not\n10.0.0.1\tpc-wang  other # x\r\n10.0.0.1 later\n::1\n");
+  const std::map<std::string, std::string> names = {{"10.0.0.1", "pc-wang"}};
+  EXPECT_EQ(core::HostNames(folder.Text("hosts")), names);
+  EXPECT_TRUE(core::HostNames(folder.Text("missing")).empty());
+}
+
 TEST(HostsFile, GetsAnEntryUnlessAnActiveLineHoldsAddressAndDomain) {
   const test::TemporaryFolder folder;
   const std::string file = folder.Text("hosts");

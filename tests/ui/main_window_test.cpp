@@ -366,7 +366,8 @@ TEST_F(MainWindow, ShowsADownloadAndTheTrafficDisconnectsItAndShowsWhatBecameOfI
   client.Send("GET /big.bin HTTP/1.0\r\n\r\n");
   ASSERT_TRUE(Until([&] { return list.RowCount() == 1 && std::atoi(shown(2).c_str()) > 0; }));
   EXPECT_LT(std::atoi(shown(2).c_str()), 100);
-  EXPECT_EQ(shown(0) + " " + shown(1), "127.0.0.1 下载 big.bin");
+  EXPECT_TRUE(shown(0).starts_with("127.0.0.1")) << "perhaps with its name";
+  EXPECT_EQ(shown(1), "下载 big.bin");
   EXPECT_THAT(shown(3), testing::EndsWith(" / 4.0 MB"));
   EXPECT_TRUE(Until([&] { return traffic().ends_with("KB/s"); }));
   wxDataViewItemArray rows;

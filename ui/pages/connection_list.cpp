@@ -81,6 +81,8 @@ class ConnectionList::Model : public wxDataViewModel {
 
   const std::vector<Row>& Rows() const { return rows_; }
 
+  std::map<std::string, std::string> names;  // by address
+
   const Row* RowOf(const wxDataViewItem& item) const {
     const auto number = reinterpret_cast<std::uintptr_t>(item.GetID());
     const auto row = std::find_if(rows_.begin(), rows_.end(),
@@ -88,11 +90,11 @@ class ConnectionList::Model : public wxDataViewModel {
     return row == rows_.end() ? nullptr : &*row;
   }
 
-  static std::string Cell(const Row& row, unsigned column) {
+  std::string Cell(const Row& row, unsigned column) const {
     const net::Activity& activity = row.connection.activity;
     switch (column) {
       case kWho:
-        return row.connection.address;
+        return WithName(row.connection.address);
       case kWhat:
         return core::ActivityText(activity);
       case kPercent:
@@ -183,7 +185,7 @@ class ConnectionList::Model : public wxDataViewModel {
     return left->number < right->number ? -1 : 1;
   }
 
-  static int Order(const Row& left, const Row& right, unsigned column) {
+  int Order(const Row& left, const Row& right, unsigned column) const {
     const auto compare = [](const auto& one, const auto& other) {
       return one < other ? -1 : other < one ? 1 : 0;
     };
@@ -206,6 +208,11 @@ class ConnectionList::Model : public wxDataViewModel {
   static int ShareOf(const Row& row) {
     const net::Activity& activity = row.connection.activity;
     return activity.total == 0 ? -1 : PercentOf(activity);
+  }
+
+  std::string WithName(const std::string& address) const {
+    const auto name = names.find(address);
+    return name == names.end() ? address : address + "（" + name->second + "）";
   }
 
   std::vector<Row> rows_;
@@ -261,6 +268,10 @@ void ConnectionList::ShowConnections(const std::vector<ConnectionReport>& connec
   model_->Show(connections, now);
 }
 
+void ConnectionList::SetNames(std::map<std::string, std::string> names) {
+  model_->names = std::move(names);
+}
+
 std::optional<ConnectionReport> ConnectionList::Selected() const {
   const Model::Row* row = model_->RowOf(GetSelection());
   return row == nullptr ? std::nullopt : std::optional(row->connection);
@@ -271,7 +282,7 @@ int ConnectionList::RowCount() const { return static_cast<int>(model_->Rows().si
 std::vector<std::string> ConnectionList::Cells(int row) const {
   std::vector<std::string> cells;
   for (unsigned column = 0; column < kColumns; ++column) {
-    cells.push_back(Model::Cell(model_->Rows().at(static_cast<std::size_t>(row)), column));
+    cells.push_back(model_->Cell(model_->Rows().at(static_cast<std::size_t>(row)), column));
   }
   return cells;
 }

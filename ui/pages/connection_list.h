@@ -6,6 +6,7 @@
 #include <wx/dataview.h>
 
 #include <chrono>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,6 +24,9 @@ class ConnectionList : public wxDataViewCtrl {
   /// Must be called regularly: speeds come from the bytes since the last call.
   void ShowConnections(const std::vector<net::ConnectionReport>& connections,
                        core::TrafficRate::Clock::time_point now);
+
+  /// The names of addresses, shown with them.
+  void SetNames(std::map<std::string, std::string> names);
 
   /// The connection of the selected row; none if there is none.
   std::optional<net::ConnectionReport> Selected() const;

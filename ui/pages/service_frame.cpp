@@ -18,6 +18,7 @@
 #include "ui/controls/colours.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
+#include "ui/pages/connection_list.h"
 #include "ui/pages/latest_log.h"
 #include "ui/pages/live_panel.h"
 #include "ui/pages/recent_panel.h"
@@ -335,6 +336,10 @@ void ServiceFrame::ShowConnections(const std::vector<net::ConnectionReport>& con
       Shown(open == 0 ? kLiveTab : kLiveTab + ("（" + std::to_string(open) + "）"));
   if (tabs_->GetPageText(1) != title) tabs_->SetPageText(1, title);
   if (IsOnTab(live_)) live_->ShowNow(connections);
+}
+
+void ServiceFrame::SetHostNames(std::map<std::string, std::string> names) {
+  live_->lstConnections->SetNames(std::move(names));
 }
 
 void ServiceFrame::ShowRecent(const std::deque<core::ActivityRecord::Entry>& entries,

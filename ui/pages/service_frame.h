@@ -7,6 +7,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -66,6 +67,9 @@ class ServiceFrame : public Page {
 
   /// Shows the open connections of the service.
   void ShowConnections(const std::vector<net::ConnectionReport>& connections);
+
+  /// The names of clients' addresses, as far as known.
+  void SetHostNames(std::map<std::string, std::string> names);
 
   /// Shows what clients did lately.
   void ShowRecent(const std::deque<core::ActivityRecord::Entry>& entries, std::uint64_t version);

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "core/activity_text.h"
+#include "core/hosts_file.h"
 #include "core/service_addresses.h"
 #include "core/service_texts.h"
 #include "core/who_is_connected.h"
@@ -79,6 +80,7 @@ void Commands::ShowPage(wxWindow* page) {
 void Commands::SelectWelcome() { ShowPage(content_->fraWelcome); }
 
 void Commands::SelectService(ServiceKind service) {
+  content_->FrameOf(service).SetHostNames(core::HostNames(core::HostsFile()));
   Load(service);
   if (service == ServiceKind::kWeb) RefreshTree();
   if (service == ServiceKind::kMail) LoadMailUsers();
