@@ -1,8 +1,9 @@
 #pragma once
 
 // What the program remembers between runs for a user apart from the settings: the window's place,
-// the next tip, which notices are wanted. It is kept in window.ini in the per-user state directory,
-// so that several users can share a program directory. Losing it does no harm.
+// the next tip, which notices are wanted, how much of the error log was seen. It is kept in
+// window.ini in the per-user state directory, so that several users can share a program directory.
+// Losing it does no harm.
 
 #include <optional>
 #include <string_view>

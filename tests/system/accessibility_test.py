@@ -21,7 +21,8 @@ from screen_reader import ScreenReader  # noqa: E402
 from window import activate, manage_windows, press  # noqa: E402
 
 WINDOW = "Tarnwerk"
-PAGES = {"概览": "ctrl+1", "Web 服务": "ctrl+2", "FTP 服务": "ctrl+3", "E-Mail 服务": "ctrl+4"}
+PAGES = {"概览": "ctrl+1", "Web 服务": "ctrl+2", "FTP 服务": "ctrl+3", "E-Mail 服务": "ctrl+4",
+         "出了什么问题": "ctrl+5"}
 SERVICES = {"Web 服务": "Web服务器选项", "FTP 服务": "Ftp服务器选项",
             "E-Mail 服务": "E-Mail服务器选项"}
 
@@ -101,7 +102,7 @@ class AccessibilityTest(unittest.TestCase):
             names = [each.name for each in buttons]
             self.assertEqual(len(names), len(set(names)), sorted(names))
             if page in SERVICES:
-                # The selectors and the address have none: Ctrl+1 to 4 lead to the ones.
+                # The selectors and the address have none: Ctrl+1 to 5 lead to the ones.
                 keys = [each.mnemonic() for each in controls if each.role == "menu" or
                         each in buttons and each.name not in PAGES and ":" not in each.name]
                 self.assertGreater(len(keys), 4)

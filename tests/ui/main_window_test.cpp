@@ -15,8 +15,10 @@
 #include "ui/controls/colours.h"
 #include "ui/dialogs/tip_of_the_day.h"
 #include "ui/pages/connection_list.h"
+#include "ui/pages/problem_list.h"
 #include "ui/pages/recent_list.h"
 #include "ui/window/status_bar.h"
+#include "ui/window/unseen_problems.h"
 
 namespace test {
 namespace {
@@ -68,24 +70,26 @@ TEST_F(MainWindow, StartsAndStopsAllWithOneButtonOrItem) {
 
 TEST_F(MainWindow, EverySelectorAndMenuItemShowsItsPage) {
   const auto expectPage = [&](const std::string& page) {
-    for (const char* each : {"fraWelcome", "fraWeb", "fraFtp", "fraMail"}) {
-      EXPECT_EQ(IsVisible(each), each == page) << each;
-    }
     const std::pair<const char*, ui::MenuItem> items[] = {{"fraWelcome", ui::mnuViewWelcome},
                                                           {"fraWeb", ui::mnuViewWeb},
                                                           {"fraFtp", ui::mnuViewFtp},
-                                                          {"fraMail", ui::mnuViewEmail}};
-    for (const auto& [each, item] : items)
+                                                          {"fraMail", ui::mnuViewEmail},
+                                                          {"fraProblems", ui::mnuViewProblems}};
+    for (const auto& [each, item] : items) {
+      EXPECT_EQ(IsVisible(each), each == page) << each;
       EXPECT_EQ(window->GetMenuBar()->IsChecked(item), each == page) << each;
+    }
   };
   expectPage("fraWelcome");
   constexpr struct {
     const char *page, *selectors[3];
     ui::MenuItem item;
-  } kPages[] = {{"fraWeb", {"ImgWeb", "lblWebIcon", "fraWebService"}, ui::mnuViewWeb},
-                {"fraFtp", {"imgFtp", "lblFtpIcon", "fraFtpService"}, ui::mnuViewFtp},
-                {"fraMail", {"ImgMail", "lblMailIcon", "fraMailService"}, ui::mnuViewEmail},
-                {"fraWelcome", {"picSelect", "picSelect", "picSelect"}, ui::mnuViewWelcome}};
+  } kPages[] = {
+      {"fraWeb", {"ImgWeb", "lblWebIcon", "fraWebService"}, ui::mnuViewWeb},
+      {"fraFtp", {"imgFtp", "lblFtpIcon", "fraFtpService"}, ui::mnuViewFtp},
+      {"fraMail", {"ImgMail", "lblMailIcon", "fraMailService"}, ui::mnuViewEmail},
+      {"fraProblems", {"picProblems", "lblProblemsIcon", "fraProblemsEntry"}, ui::mnuViewProblems},
+      {"fraWelcome", {"picSelect", "picSelect", "picSelect"}, ui::mnuViewWelcome}};
   for (int way = 0; way <= 3; ++way) {
     for (const auto& [page, selectors, item] : kPages) {
       if (way < 3) Click(selectors[way]);
@@ -126,6 +130,9 @@ TEST_F(MainWindow, AddressesOpenWithTheirPortsOnlyWhileTheServiceRuns) {
   click("lblWebAddress");
   EXPECT_TRUE(Until(
       [&] { return opened(url("ftp://x", port) + url("http://home.test", web.ListeningPort())); }));
+  Program().errors.LogError("x");
+  Push("cmdOpenErrorLog");
+  EXPECT_TRUE(Until([&] { return Home().Read("opened").ends_with("/RunErr.Log\n"); }));
   // A changed port is announced, and holds after the restart that the page offers.
   EXPECT_EQ(Label("fraFtp/lblPorts"), std::to_string(port));
   for (int next = 24117; ftp.ListeningPort() != next - 13; next += 13) {
@@ -386,6 +393,28 @@ TEST_F(MainWindow, ShowsADownloadAndTheTrafficDisconnectsItAndShowsWhatBecameOfI
   EXPECT_TRUE(Until([&] { return traffic() == "接收 0 B/s  发送 0 B/s"; }));
   Home().Write("Web.log", "一\r\n二\r\n");
   EXPECT_TRUE(Until([&] { return List("fraWeb/lstLatest").GetItemCount() == 2; }));
+}
+
+TEST_F(MainWindow, ExplainsTheErrorLogAndCountsTheLinesThatTheUserHasNotSeen) {
+  const std::string log = Home().Text("RunErr.Log");
+  for (const char* message : {"IndexFN.Log: x\r\n", "Address already in use"})
+    Program().errors.LogError(message);
+  window->Open();
+  EXPECT_EQ(Label("lblProblemsIcon"), "出了什么问题（2）");
+  ChooseItem(ui::mnuViewProblems);
+  const auto& list = dynamic_cast<ui::ProblemList&>(Find("lstProblems"));
+  EXPECT_EQ(Label("lblProblemsIcon") + "，" + list.Cell(0, 1) + "，" + list.Cell(1, 1),
+            "出了什么问题，其他，Web 服务");
+  EXPECT_THAT(Contents(*window, "txtProblem"), HasSubstr("错误: Address already in use"));
+  Program().errors.LogError("third");
+  EXPECT_TRUE(Until([&] { return list.GetItemCount() == 3; }));
+  EXPECT_THAT(Contents(*window, "txtProblem"), HasSubstr("Address")) << "still selected";
+  Click("ImgWeb");
+  Program().errors.LogError("fourth");
+  EXPECT_EQ(ui::UnseenProblems(log).Count(), "1")
+      << "at the next start, because three have been shown";
+  userState.Write("Tarnwerk/window.ini", "");
+  EXPECT_EQ(ui::UnseenProblems(log).Count(), "") << "nothing is known of an old log";
 }
 
 TEST_F(MainWindow, AsksBeforeItCutsAClientOffUntilTheUserWantsNoQuestion) {

@@ -6,6 +6,7 @@
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "ui/controls/accessible.h"
@@ -21,11 +22,15 @@ constexpr int kPictureSize = 40;
 constexpr int kWidth = 108;
 constexpr double kRadius = 6;
 
+std::string WithCount(const std::string& caption, const std::string& count) {
+  return count.empty() ? caption : caption + "（" + count + "）";
+}
+
 }  // namespace
 
 Selector::Selector(wxWindow* parent, Names names, const char* art, const char* caption,
                    std::function<void()> onChoose)
-    : wxWindow(parent, wxID_ANY), onChoose_(std::move(onChoose)) {
+    : wxWindow(parent, wxID_ANY), caption_(caption), onChoose_(std::move(onChoose)) {
   Named(this, names.self);
   SetLabel(Shown(caption));
   SetBackgroundStyle(wxBG_STYLE_PAINT);
@@ -68,12 +73,32 @@ void Selector::BindMouse(wxWindow* window) {
 
 void Selector::Select(bool selected) {
   selected_ = selected;
-  Describe(*this, Typed(GetLabel()), AccessibleRole::kButton, selected ? "当前页面" : "");
+  TellReaders();
   wxFont font = GetFont();
   if (selected) font.MakeBold();
   label_->SetFont(font);
   Layout();
   ShowGround();
+}
+
+void Selector::ShowCount(const std::string& count) {
+  const wxString label = Shown(WithCount(caption_, count));
+  if (label == GetLabel()) return;
+  SetLabel(label);
+  label_->SetLabel(label);
+  TellReaders();
+  Layout();
+}
+
+void Selector::KeepRoomForCount() {
+  const wxFont font = GetFont().Bold();
+  int width = 0;
+  GetTextExtent(Shown(WithCount(caption_, "99+")), &width, nullptr, nullptr, nullptr, &font);
+  GetSizer()->SetMinSize(std::max(width + FromDIP(2 * kTightGap), FromDIP(kWidth)), -1);
+}
+
+void Selector::TellReaders() {
+  Describe(*this, Typed(GetLabel()), AccessibleRole::kButton, selected_ ? "当前页面" : "");
 }
 
 void Selector::SetHovered(bool hovered) {

@@ -7,6 +7,7 @@
 #include <wx/window.h>
 
 #include <functional>
+#include <string>
 
 class wxStaticBitmap;
 class wxStaticText;
@@ -27,14 +28,21 @@ class Selector : public wxWindow {
   void Select(bool selected);
   bool IsSelected() const { return selected_; }
 
+  /// Shows `count` in parentheses after the caption. Empty hides it. The entry is wide enough for
+  /// two digits and a plus after a call of KeepRoomForCount.
+  void ShowCount(const std::string& count);
+  void KeepRoomForCount();
+
  private:
   void BindMouse(wxWindow* window);
   void OnKey(wxKeyEvent& event);
   void OnPaint();
+  void TellReaders();
   void SetHovered(bool hovered);
   wxColour Ground() const;
   void ShowGround();
 
+  const std::string caption_;
   std::function<void()> onChoose_;
   wxStaticBitmap* picture_;
   wxStaticText* label_;

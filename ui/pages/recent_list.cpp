@@ -8,7 +8,7 @@
 #include "core/traffic_text.h"
 #include "platform/text_case.h"
 #include "text/date_time.h"
-#include "ui/controls/layout.h"
+#include "ui/controls/list_columns.h"
 #include "ui/controls/toolkit_text.h"
 
 namespace ui {
@@ -16,11 +16,7 @@ namespace {
 
 using Entry = core::ActivityRecord::Entry;
 
-struct ColumnLooks {
-  const char* heading;
-  const char* longest;  // of a text that it has room for; "" gets the rest
-};
-constexpr std::array<ColumnLooks, RecentList::kColumns> kLooks = {{
+constexpr std::array<ListColumn, RecentList::kColumns> kLooks = {{
     {"时间", "08:08:08"},
     {"谁", "188.188.188.188"},
     {"做了什么", ""},
@@ -57,12 +53,7 @@ bool Contains(const std::vector<std::string>& cells, const std::string& upperFil
 RecentList::RecentList(wxWindow* parent)
     : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                  wxLC_REPORT | wxLC_VIRTUAL | wxLC_SINGLE_SEL | wxBORDER_THEME) {
-  for (const ColumnLooks& looks : kLooks) AppendColumn(Shown(looks.heading));
-  ShareWidth();
-  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    event.Skip();
-    ShareWidth();
-  });
+  AddColumns(*this, kLooks, kLeastRest);
 }
 
 void RecentList::ShowEntries(const std::deque<Entry>& entries, const std::string& filter) {
@@ -96,22 +87,6 @@ std::string RecentList::Cell(int row, int column) const {
 
 wxString RecentList::OnGetItemText(long item, long column) const {
   return Shown(Cell(static_cast<int>(item), static_cast<int>(column)));
-}
-
-void RecentList::ShareWidth() {
-  int rest = GetClientSize().x;
-  int restColumn = 0;
-  for (int column = 0; column < kColumns; ++column) {
-    const std::string longest = kLooks.at(static_cast<std::size_t>(column)).longest;
-    if (longest.empty()) {
-      restColumn = column;
-      continue;
-    }
-    const int width = GetTextExtent(Shown(longest)).x + FromDIP(2 * kGap);
-    SetColumnWidth(column, width);
-    rest -= width;
-  }
-  SetColumnWidth(restColumn, std::max(rest, FromDIP(kLeastRest)));
 }
 
 }  // namespace ui

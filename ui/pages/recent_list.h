@@ -30,7 +30,6 @@ class RecentList : public wxListCtrl {
   using Row = std::vector<std::string>;
 
   wxString OnGetItemText(long item, long column) const override;
-  void ShareWidth();
   void KeepSelection(const Row& selected);
 
   std::vector<Row> rows_;

@@ -36,6 +36,7 @@
 #include "ui/pages/folder_tree.h"
 #include "ui/pages/latest_log.h"
 #include "ui/pages/mail_user_list.h"
+#include "ui/pages/problems_frame.h"
 #include "ui/pages/service_looks.h"
 #include "ui/window/content.h"
 #include "ui/window/status_bar.h"
@@ -48,6 +49,8 @@ using core::ServiceKind;
 
 // The order in which all services are started.
 constexpr ServiceKind kStartOrder[] = {ServiceKind::kWeb, ServiceKind::kMail, ServiceKind::kFtp};
+
+constexpr const char* kErrorLog = "RunErr.Log";
 
 bool Copy(const std::string& text) {
   wxClipboardLocker clipboard;
@@ -69,6 +72,7 @@ void Commands::Attach(const Manager& manager) {
     const char* log = LooksOf(service).log;
     content_->FrameOf(service).Log().SetLog(manager.program.File(log), log);
   }
+  content_->fraProblems->SetLog(manager.program.File(kErrorLog));
   survey_->ShowFirstSteps();
 }
 
@@ -85,6 +89,14 @@ void Commands::SelectService(ServiceKind service) {
   if (service == ServiceKind::kWeb) RefreshTree();
   if (service == ServiceKind::kMail) LoadMailUsers();
   ShowPage(&content_->FrameOf(service));
+}
+
+void Commands::SelectProblems() { ShowPage(content_->fraProblems); }
+
+void Commands::OpenErrorLog() {
+  const std::string log = manager_->program.File(kErrorLog);
+  if (!ModCommon::FileExists(log)) return status_.Remark("还没有记录文件。");
+  platform::OpenWithShell(platform::PathTextForUser(log));
 }
 
 // Reloads the settings and shows what is now in force. A running service keeps its ports.

@@ -38,6 +38,10 @@ class Commands : public ServiceCommands {
   /// Reloads a service's settings and shows its page, as a click on its selector does.
   void SelectService(core::ServiceKind service);
 
+  /// Shows the error log, explained.
+  void SelectProblems();
+  void OpenErrorLog();
+
   /// Asks before clients are cut off, as stops do. False if the user would rather not.
   bool MayEnd();
 

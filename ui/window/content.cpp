@@ -15,6 +15,7 @@
 #include "ui/dialogs/permission_groups.h"
 #include "ui/pages/folder_tree.h"
 #include "ui/pages/mail_user_list.h"
+#include "ui/pages/problems_frame.h"
 #include "ui/pages/service_looks.h"
 #include "ui/window/commands.h"
 
@@ -52,6 +53,11 @@ wxWindow* Content::MakeSideBar() {
         bar, {looks.selector, looks.selectorPicture, looks.selectorLabel}, looks.picture,
         looks.title, [this, service] { commands_.SelectService(service); }));
   }
+  Selector* problems =
+      add(new Selector(bar, {"fraProblemsEntry", "picProblems", "lblProblemsIcon"}, "problems",
+                       kProblemsTitle, [this] { commands_.SelectProblems(); }));
+  problems->KeepRoomForCount();
+  selectors_.back() = problems;
   bar->SetSizer(column);
   return bar;
 }
@@ -61,6 +67,7 @@ wxSizer* Content::MakePages() {
   for (const ServiceKind service : core::kServices) {
     frames_[core::IndexOf(service)] = new ServiceFrame(this, service, commands_);
   }
+  fraProblems = new ProblemsFrame(this, [this] { commands_.OpenErrorLog(); });
   FillWebFrame();
   FillFtpFrame();
   FillMailFrame();
@@ -145,12 +152,12 @@ void Content::FillMailFrame() {
   frame.Body()->Add(lblMessages, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap)));
 }
 
-std::array<Page*, 4> Content::Pages() const {
-  return {fraWelcome, frames_[0], frames_[1], frames_[2]};
+std::array<Page*, 5> Content::Pages() const {
+  return {fraWelcome, frames_[0], frames_[1], frames_[2], fraProblems};
 }
 
 void Content::ShowPage(wxWindow* page) {
-  const std::array<Page*, 4> pages = Pages();
+  const std::array<Page*, 5> pages = Pages();
   const wxWindow* focused = FindFocus();
   const bool isInSideBar = focused != nullptr && focused->GetParent() == selectors_[0]->GetParent();
   GetParent()->Freeze();
@@ -173,6 +180,8 @@ wxSize Content::SizeForEveryPage() const {
   const wxSize bar = sideBar_->GetBestSize();
   return {bar.x + size.x, std::max(bar.y, size.y)};
 }
+
+void Content::ShowUnseenProblems(const std::string& count) { selectors_.back()->ShowCount(count); }
 
 void Content::TurnTabs(bool forward) {
   for (ServiceFrame* frame : frames_) {

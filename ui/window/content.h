@@ -1,8 +1,8 @@
 #pragma once
 
-// Everything between the menu and the status bar: the side bar and the four pages that it selects,
-// the overview and one per service. Exactly one page is visible. Commands does what the buttons ask
-// for.
+// Everything between the menu and the status bar: the side bar and the five pages that it selects,
+// the overview, one per service, and the error log. Exactly one page is visible. Commands does what
+// the buttons ask for.
 
 #include <wx/panel.h>
 
@@ -17,6 +17,7 @@ namespace ui {
 class Commands;
 class FolderTree;
 class MailUserList;
+class ProblemsFrame;
 class Selector;
 
 // A panel: in a frame, some systems do not move the focus from the side bar to the page with Tab.
@@ -25,7 +26,7 @@ class Content : public wxPanel {
   /// `commands` must outlive this panel.
   Content(wxWindow* parent, Commands& commands);
 
-  /// Shows one of the four pages. Moves the focus only if it would become invisible.
+  /// Shows one of the pages. Moves the focus only if it would become invisible.
   void ShowPage(wxWindow* page);
 
   /// Called with the index of the page that is now shown.
@@ -38,10 +39,14 @@ class Content : public wxPanel {
     return *frames_[core::IndexOf(service)];
   }
 
+  /// Shows how many lines of the error log the user has not seen. Empty hides that.
+  void ShowUnseenProblems(const std::string& count);
+
   /// Selects the next or previous tab of the visible service page, if any.
   void TurnTabs(bool forward);
 
   WelcomeFrame* fraWelcome;
+  ProblemsFrame* fraProblems;
   FolderTree* tvWebDir;
   MailUserList* lvMailUser;
   wxStaticText* lblMessages;  // the messages of the selected mail user
@@ -53,11 +58,11 @@ class Content : public wxPanel {
   void FillWebFrame();
   void FillFtpFrame();
   void FillMailFrame();
-  std::array<Page*, 4> Pages() const;
+  std::array<Page*, 5> Pages() const;
 
   Commands& commands_;
   wxWindow* sideBar_;
-  std::array<Selector*, 4> selectors_;  // in the order of Pages()
+  std::array<Selector*, 5> selectors_;  // in the order of Pages()
   std::array<ServiceFrame*, core::kServices.size()> frames_;
 };
 

@@ -10,6 +10,9 @@ namespace {
 
 constexpr std::size_t kServiceMenu = 0;  // its index in the bar
 
+constexpr std::array<MenuItem, 5> kPageItems = {mnuViewWelcome, mnuViewWeb, mnuViewFtp,
+                                                mnuViewEmail, mnuViewProblems};
+
 struct StartAndStop {
   MenuItem start;
   const char* startCaption;
@@ -64,6 +67,7 @@ wxMenu* MakeViewMenu(wxItemKind kind) {
   add(mnuViewWeb, "Web 服务(&W)\tCtrl+2");
   add(mnuViewFtp, "FTP 服务(&F)\tCtrl+3");
   add(mnuViewEmail, "E-Mail 服务(&M)\tCtrl+4");
+  add(mnuViewProblems, "出了什么问题(&E)\tCtrl+5");
   return menu;
 }
 
@@ -95,9 +99,7 @@ wxMenuBar* MakeMenuBar(const ServiceStates& running) {
   return bar;
 }
 
-void MarkPage(wxMenuBar& bar, std::size_t page) {
-  bar.Check(mnuViewWelcome + static_cast<int>(page), true);
-}
+void MarkPage(wxMenuBar& bar, std::size_t page) { bar.Check(kPageItems.at(page), true); }
 
 void UpdateMenuBar(wxMenuBar& bar, const ServiceStates& running) {
   wxMenu& menu = *bar.GetMenu(kServiceMenu);

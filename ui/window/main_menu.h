@@ -35,6 +35,7 @@ enum MenuItem : int {
   mnuServiceBar1,
   mnuStartAll,
   mnuStopAll,
+  mnuViewProblems,
 };
 
 /// Whether each service is running.
@@ -44,7 +45,7 @@ using ServiceStates = std::array<bool, 3>;
 wxMenuBar* MakeMenuBar(const ServiceStates& running);
 std::unique_ptr<wxMenu> MakeTrayMenu(const ServiceStates& running);
 
-/// Marks one of the items mnuViewWelcome to mnuViewEmail as the page that is shown.
+/// Marks the item of the page that is shown; pages are counted in the order of the side bar.
 void MarkPage(wxMenuBar& bar, std::size_t page);
 
 /// Updates the items of the bar to the state of the services.

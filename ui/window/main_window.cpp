@@ -190,6 +190,9 @@ void frmMain::OnMenu(wxCommandEvent& event) {
       return View(ServiceKind::kFtp);
     case mnuViewEmail:
       return View(ServiceKind::kMail);
+    case mnuViewProblems:
+      commands_.SelectProblems();
+      return Open();
     case mnuShowFrmMain:
       return Open();
     case mnuShowSystemTray:

@@ -1,6 +1,6 @@
 #pragma once
 
-// The main window: content (a side bar and four pages), menu, status bar and tray icon. It
+// The main window: content (a side bar and five pages), menu, status bar and tray icon. It
 // assembles its parts, shows the reports of service control and dispatches the menu. User commands
 // are in Commands, the periodic checks in Survey, and the switch between window and tray in
 // TrayMode.

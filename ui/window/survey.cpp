@@ -9,6 +9,7 @@
 #include "core/who_is_connected.h"
 #include "files/files.h"
 #include "platform/local_addresses.h"
+#include "ui/pages/problems_frame.h"
 #include "ui/window/content.h"
 #include "ui/window/status_bar.h"
 #include "ui/window/steps_left.h"
@@ -32,6 +33,7 @@ Survey::Survey(StatusBar& status) : status_(status) {
 
 void Survey::Attach(const Manager& manager) {
   manager_ = &manager;
+  unseen_.emplace(manager.program.File("RunErr.Log"));
   LookAtClients();
   clients_.Start(kClientsInterval);
 }
@@ -68,6 +70,8 @@ void Survey::LookAnew() {
 
 void Survey::Look() {
   ShowTraffic();
+  // Before the count of what has not been seen.
+  if (content_->fraProblems->IsShown()) unseen_->See(content_->fraProblems->ReadLog());
   if (looks_++ % kLooksPerRareOne == 0) LookRarely();
   for (const ServiceKind service : core::kServices) {
     ServiceFrame& frame = content_->FrameOf(service);
@@ -98,6 +102,7 @@ void Survey::ShowTraffic() {
 
 // What changes rarely, and costs a system call or more.
 void Survey::LookRarely() {
+  content_->ShowUnseenProblems(unseen_->Count());
   if (content_->fraWelcome->IsShown()) ShowFirstSteps();
   for (const ServiceKind service : core::kServices) {
     if (!content_->FrameOf(service).IsShown()) continue;

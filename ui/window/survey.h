@@ -1,18 +1,21 @@
 #pragma once
 
 // What the main window checks periodically while it is visible: traffic, open connections and the
-// log of the current page several times a second; folders, addresses and first steps every few
-// seconds. It checks nothing while hidden or minimised. The servers keep these numbers anyway.
+// log of the current page several times a second; folders, addresses, first steps and the size of
+// the error log every few seconds. It checks nothing while hidden or minimised. The servers keep
+// these numbers anyway.
 
 #include <wx/timer.h>
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "core/activity_news.h"
 #include "core/traffic_history.h"
 #include "core/traffic_text.h"
 #include "ui/window/manager.h"
+#include "ui/window/unseen_problems.h"
 
 namespace ui {
 
@@ -60,6 +63,7 @@ class Survey {
   std::function<void(bool)> onConnected_;
   core::ActivityNews news_;
   std::function<void(const std::string&)> onNews_;
+  std::optional<UnseenProblems> unseen_;
   int looks_ = 0;  // since the timer was started
   core::TrafficRate rate_;
   core::TrafficHistory history_;
