@@ -32,6 +32,8 @@ void ShareWidth(wxListCtrl& list, std::span<const ListColumn> columns, int least
 void AddColumns(wxListCtrl& list, std::span<const ListColumn> columns, int leastRest) {
   for (const ListColumn& column : columns) list.AppendColumn(Shown(column.heading));
   ShareWidth(list, columns, leastRest);
+  // Else the columns would keep the list from getting narrower again.
+  list.SetMinSize({list.FromDIP(leastRest), -1});
   list.Bind(wxEVT_SIZE, [&list, columns, leastRest](wxSizeEvent& event) {
     event.Skip();
     ShareWidth(list, columns, leastRest);

@@ -66,7 +66,7 @@ ProblemsFrame::ProblemsFrame(wxWindow* parent, const std::function<void()>& open
              wxSizerFlags().CentreVertical());
   column->Add(above, row);
   lstProblems = Named(new ProblemList(this), "lstProblems");
-  lstProblems->SetMinSize(FromDIP(wxSize(-1, kListHeight)));
+  lstProblems->SetMinSize({lstProblems->GetMinWidth(), FromDIP(kListHeight)});
   Describe(*lstProblems, kProblemsTitle, AccessibleRole::kTable);
   column->Add(lstProblems, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxTOP, edge));
   txtProblem = Named(new Detail(this), "txtProblem");
