@@ -36,6 +36,7 @@ constexpr const char* kNobody = "现在没有人连接";
 struct CardNames {
   const char* state;
   const char* address;
+  const char* secondAddress;
   const char* reason;
   const char* start;
   const char* stop;
@@ -44,12 +45,12 @@ struct CardNames {
 };
 
 constexpr std::array<CardNames, 3> kNames = {{
-    {"lblCardWebState", "lblCardWebAddress", "lblCardWebReason", "cmdCardStartWeb",
-     "cmdCardStopWeb", "cmdCardWebPage", "cmdCardWebRoot"},
-    {"lblCardFtpState", "lblCardFtpAddress", "lblCardFtpReason", "cmdCardStartFtp",
-     "cmdCardStopFtp", "cmdCardFtpPage", "cmdCardFtpRoot"},
-    {"lblCardMailState", "lblCardMailAddress", "lblCardMailReason", "cmdCardStartMail",
-     "cmdCardStopMail", "cmdCardMailPage", "cmdCardMailRoot"},
+    {"lblCardWebState", "lblCardWebAddress", "lblCardWebAddress2", "lblCardWebReason",
+     "cmdCardStartWeb", "cmdCardStopWeb", "cmdCardWebPage", "cmdCardWebRoot"},
+    {"lblCardFtpState", "lblCardFtpAddress", "lblCardFtpAddress2", "lblCardFtpReason",
+     "cmdCardStartFtp", "cmdCardStopFtp", "cmdCardFtpPage", "cmdCardFtpRoot"},
+    {"lblCardMailState", "lblCardMailAddress", "lblCardMailAddress2", "lblCardMailReason",
+     "cmdCardStartMail", "cmdCardStopMail", "cmdCardMailPage", "cmdCardMailRoot"},
 }};
 
 // Of an address or a reason.
@@ -106,7 +107,8 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   card.panel = panel;
   card.stateIcon = new wxStaticBitmap(panel, wxID_ANY, Art("off", kStateSize));
   card.state = Named(new wxStaticText(panel, wxID_ANY, ""), names.state);
-  card.address = MakeAddress(panel, names.address, call(&Actions::openAddress));
+  card.addresses = {MakeAddress(panel, names.address, call(&Actions::openAddress)),
+                    MakeAddress(panel, names.secondAddress, call(&Actions::openAddress))};
   card.reason = Named(new wxStaticText(panel, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                                        wxALIGN_CENTRE_HORIZONTAL),
                       names.reason);
@@ -118,7 +120,9 @@ wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
   state->Add(card.state, wxSizerFlags().CentreVertical());
   // Always as high as two lines, so that the buttons of all cards are in line and do not move.
   auto* address = new wxBoxSizer(wxHORIZONTAL);
-  address->Add(card.address, wxSizerFlags().CentreVertical());
+  auto* lines = new wxBoxSizer(wxVERTICAL);
+  for (wxHyperlinkCtrl* each : card.addresses) lines->Add(each, wxSizerFlags().CentreHorizontal());
+  address->Add(lines, wxSizerFlags().CentreVertical());
   address->Add(card.reason, wxSizerFlags().CentreVertical());
   address->Add(0, HeightOfTwoLines(*panel));
 
@@ -200,8 +204,12 @@ void WelcomeFrame::SetAddress(core::ServiceKind service, const std::string& text
 }
 
 void WelcomeFrame::ShowAddressOf(ServiceCard& card) {
-  // The mail server has two addresses, shown on two lines.
-  ShowAddress(*card.address, text::ReplaceAll(card.addressText, "  ", "\n"), addressWidth_);
+  // The mail server has two. The links of Windows have one line each.
+  const std::string& text = card.addressText;
+  const std::size_t gap = std::min(text.find("  "), text.size());
+  ShowAddress(*card.addresses[0], text.substr(0, gap), addressWidth_);
+  ShowAddress(*card.addresses[1], std::string(text::TrimBlanks(std::string_view(text).substr(gap))),
+              addressWidth_);
   card.panel->Layout();
 }
 
@@ -219,7 +227,7 @@ void WelcomeFrame::UseWidth() {
 void WelcomeFrame::SetRunning(core::ServiceKind service, bool running) {
   ServiceCard& card = CardOf(service);
   card.running = running;
-  card.address->Enable(running);
+  for (wxHyperlinkCtrl* address : card.addresses) address->Enable(running);
   ShowInstead(running ? *card.start : *card.stop, running ? *card.stop : *card.start);
   if (running) {
     ShowState(card, "on", "正在运行", RunningText());

@@ -61,7 +61,7 @@ class WelcomeFrame : public Page {
   struct ServiceCard {
     wxStaticBitmap* stateIcon;
     wxStaticText* state;
-    wxHyperlinkCtrl* address;
+    std::array<wxHyperlinkCtrl*, 2> addresses;  // one below the other
     std::string addressText;
     wxStaticText* reason;
     wxButton* start;
