@@ -61,8 +61,8 @@ TEST_F(Dialogs, ShowTheSettingsAndSaveWhatIsTypedWhenConfirmed) {
       {"cmdAddVirtualDir", "[VirturlDirInfo]\nPath=/old\nRead=0\nWrite=1\noptNoApp=True\n",
        "txtDir=/old|chkRead=off|chkWrite=on|OptNoApp=on|OptAppDone=off",
        "txtDir= /\xC4\xE3/\xFF新 |OptAppDone=on|chkRead=on|chkWrite=off",
-       "[VirturlDirInfo]\r\nPath=/\xC4\xE3/\xFF新\r\noptNoApp=False\r\noptAppDone=True\r\n"
-       "Read=1\r\nWrite=0\r\nContralAll=0\r\n"}};
+       ("[VirturlDirInfo]\r\nPath=/\xC4\xE3/\xFF新\r\noptNoApp=False\r\noptAppDone=True\r\n"
+        "Read=1\r\nWrite=0\r\nContralAll=0\r\n")}};
   Push("cmdStartAll");
   for (const auto& [opener, settings, shown, typed, saved] : kCases) {
     SCOPED_TRACE(opener);
@@ -309,7 +309,7 @@ TEST_F(Dialogs, SetAndRemoveTheManagerPasswordThatTheWindowAsksFor) {
 
 TEST_F(Dialogs, StartWithTheSystemAndTellOfSystemsThatNeedAService) {
   auto key = Modreg::CreateKey(Modreg::Root::kLocalMachine,
-                               "Software\\Microsoft\\Windows\\CurrentVersion");
+                               R"(Software\Microsoft\Windows\CurrentVersion)");
   for (const char* version : {"Windows 98", "Windows NT"}) {
     Modreg::SetText(key, "Version", version);
     for (const char* choice : {"chkSysAutoStart=on", "chkSysAutoStart=off"}) {

@@ -110,7 +110,8 @@ bool Until(const std::function<bool()>& condition) {
 }
 
 int Boxes::Enter(wxDialog* dialog) {
-  if (dialog == drawn_) return wxID_NONE;  // the toolkit's boxes announce themselves twice
+  if (dialog == nullptr || dialog == drawn_)
+    return wxID_NONE;  // the toolkit's boxes announce themselves twice
   const auto [button, input] = plan_.empty() ? Answer(wxID_CANCEL, "") : plan_.front();
   std::string line;
   if (auto* message = dynamic_cast<wxMessageDialogBase*>(dialog)) line = Answered(*message);

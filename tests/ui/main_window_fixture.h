@@ -59,9 +59,11 @@ class Boxes : public wxModalDialogHook {
 };
 
 class MainWindow : public ProgramFixture {
+ public:
+  ~MainWindow() override;
+
  protected:
   MainWindow();
-  ~MainWindow() override;
 
   static wxWindow& Find(wxWindow& parent, const std::string& name);
   wxWindow& Find(const std::string& name) { return Find(*window, name); }

@@ -446,7 +446,8 @@ TEST_F(MainWindow, ShowsHowOthersReachAServiceWhileItRuns) {
   Push("cmdStartFtpService");
   const std::string port = std::to_string(ftp.ListeningPort());
   for (const std::string& machine : platform::LocalAddresses()) {
-    EXPECT_THAT(Label("fraFtp/lblReach"), HasSubstr("ftp://" + machine + ":" + port + "/"));
+    EXPECT_THAT(Label("fraFtp/lblReach"),
+                HasSubstr(std::string("ftp://").append(machine).append(":" + port + "/")));
   }
   EXPECT_THAT(Label("fraFtp/lblReach"), testing::Not(HasSubstr("ftp://127.")));
   Push("cmdStopFtpService");

@@ -12,7 +12,7 @@ wxColour WindowColour() { return wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFAC
 wxColour TextColour() { return wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT); }
 
 unsigned char MixedChannel(unsigned char first, unsigned char second, double share) {
-  return static_cast<unsigned char>(first * share + second * (1 - share) + 0.5);
+  return static_cast<unsigned char>(std::lround(first * share + second * (1 - share)));
 }
 
 // The luminance that eyes perceive, from 0 to 1.
