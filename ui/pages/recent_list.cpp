@@ -28,11 +28,18 @@ constexpr int kLeastRest = 120;
 
 std::string Upper(const std::string& text) { return platform::UpperCase(text); }
 
+// "1,204"
+std::string Grouped(int count) {
+  std::string digits = std::to_string(count);
+  for (std::size_t end = digits.size(); end > 3; end -= 3) digits.insert(end - 3, ",");
+  return digits;
+}
+
 std::vector<std::string> CellsOf(const Entry& entry) {
   constexpr std::size_t kDate = 11;  // leaves the time
   const net::Activity& activity = entry.activity;
   const auto took = std::chrono::duration_cast<std::chrono::seconds>(entry.ended - activity.began);
-  const std::string times = entry.count == 1 ? "" : " · " + std::to_string(entry.count) + " 次";
+  const std::string times = entry.count == 1 ? "" : " · " + Grouped(entry.count) + " 次";
   return {text::DateTimeText(entry.ended).substr(kDate),
           entry.address + times,
           core::ActivityText(activity),
