@@ -68,7 +68,7 @@ void FolderTree::BeginReading(wxTreeItemId parent, const std::string& folder) {
   platform::DirectoryReader reader = files::ReadFolder(folder, error);
   if (error) return;
   readings_.push_back(
-      std::unique_ptr<Reading>(new Reading{parent, std::move(reader), false, false, {}}));
+      std::make_unique<Reading>(Reading{parent, std::move(reader), false, false, {}}));
   if (!timer_.IsRunning()) timer_.Start(kPause);
 }
 

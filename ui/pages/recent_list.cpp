@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ranges>
 #include <utility>
 
 #include "core/activity_text.h"
@@ -68,8 +69,8 @@ void RecentList::ShowEntries(const std::deque<Entry>& entries, const std::string
   const Row kept = selected < 0 ? Row() : rows_.at(static_cast<std::size_t>(selected));
   const std::string upperFilter = Upper(filter);
   std::vector<Row> rows;
-  for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
-    Row row = CellsOf(*entry);
+  for (const Entry& entry : entries | std::views::reverse) {
+    Row row = CellsOf(entry);
     if (Contains(row, upperFilter)) rows.push_back(std::move(row));
   }
   if (rows == rows_) return;

@@ -19,13 +19,14 @@ constexpr int kFilterWidth = 200;
 
 }  // namespace
 
-RecentPanel::RecentPanel(wxWindow* parent, std::function<void()> exportAll) : wxPanel(parent) {
+RecentPanel::RecentPanel(wxWindow* parent, const std::function<void()>& exportAll)
+    : wxPanel(parent) {
   auto* label = new wxStaticText(this, wxID_ANY, Shown("筛选(&I)："));
   txtFilter = MakeField(this, "txtFilter", kFilterWidth);
   txtFilter->SetHint(Shown("地址、文件名、结果"));
   Describe(*txtFilter, "筛选");
   txtFilter->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { filterChanged_ = true; });
-  cmdExportRecent = MakeActionButton(this, "cmdExportRecent", "导出(&M)...", std::move(exportAll));
+  cmdExportRecent = MakeActionButton(this, "cmdExportRecent", "导出(&M)...", exportAll);
   lstRecent = Named(new RecentList(this), "lstRecent");
   Describe(*lstRecent, "最近的活动", AccessibleRole::kTable);
   auto* row = new wxBoxSizer(wxHORIZONTAL);

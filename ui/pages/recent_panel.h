@@ -19,7 +19,7 @@ class RecentList;
 
 class RecentPanel : public wxPanel {
  public:
-  RecentPanel(wxWindow* parent, std::function<void()> exportAll);
+  RecentPanel(wxWindow* parent, const std::function<void()>& exportAll);
 
   /// `version`: of the entries; nothing is done while it stays the same.
   void ShowRecent(const std::deque<core::ActivityRecord::Entry>& entries, std::uint64_t version);

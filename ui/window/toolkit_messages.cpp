@@ -32,14 +32,15 @@ void LogAssertion(const wxString& file, int line, const wxString& function,
 }  // namespace
 
 ToolkitMessages::ToolkitMessages(const files::ErrorLog& errors)
-    : formerTarget_(wxLog::SetActiveTarget(new LogTarget(errors))),
+    : target_(std::make_unique<LogTarget>(errors)),
+      formerTarget_(wxLog::SetActiveTarget(target_.get())),
       formerHandler_(wxSetAssertHandler(LogAssertion)) {
   errorLog = &errors;
 }
 
 ToolkitMessages::~ToolkitMessages() {
   wxSetAssertHandler(formerHandler_);
-  delete wxLog::SetActiveTarget(formerTarget_);
+  wxLog::SetActiveTarget(formerTarget_);
   errorLog = nullptr;
 }
 

@@ -6,6 +6,8 @@
 
 #include <wx/log.h>
 
+#include <memory>
+
 #include "files/logs.h"
 
 namespace ui {
@@ -19,6 +21,7 @@ class ToolkitMessages {
   ToolkitMessages& operator=(const ToolkitMessages&) = delete;
 
  private:
+  std::unique_ptr<wxLog> target_;
   wxLog* formerTarget_;
   wxAssertHandler_t formerHandler_;
 };
