@@ -30,11 +30,16 @@ std::string ByteText(std::uint64_t bytes) {
   return text.data();
 }
 
-std::string ProgressText(const net::Activity& activity) {
-  if (activity.total == 0) return {};
+std::optional<int> Percent(const net::Activity& activity) {
+  if (activity.total == 0) return std::nullopt;
   const double share =
       static_cast<double>(activity.traffic.sent) / static_cast<double>(activity.total);
-  return std::to_string(static_cast<int>(std::min(share, 1.0) * 100)) + "%";
+  return static_cast<int>(std::min(share, 1.0) * 100);
+}
+
+std::string ProgressText(const net::Activity& activity) {
+  const std::optional<int> percent = Percent(activity);
+  return percent ? std::to_string(*percent) + "%" : "";
 }
 
 net::Traffic TrafficRate::Next(const net::Traffic& total, Clock::time_point now) {

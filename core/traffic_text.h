@@ -3,6 +3,7 @@
 // Byte counts and the progress of transfers as text for the user.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "net/connection_report.h"
@@ -12,7 +13,8 @@ namespace core {
 /// "512 B", "1.5 KB", "23 KB", "4.0 GB"; a KB is 1024 bytes.
 std::string ByteText(std::uint64_t bytes);
 
-/// The progress of a transfer, like "45%". Empty if the size is unknown.
+/// How far a transfer is, 0 to 100; none if its size is unknown. And the same as "45%", or empty.
+std::optional<int> Percent(const net::Activity& activity);
 std::string ProgressText(const net::Activity& activity);
 
 /// Derives a rate from running totals.

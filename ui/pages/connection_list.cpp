@@ -39,12 +39,6 @@ std::uint64_t BytesOf(const ConnectionReport& connection) {
   return traffic.received + traffic.sent;
 }
 
-int PercentOf(const net::Activity& activity) {
-  const double share =
-      static_cast<double>(activity.traffic.sent) / static_cast<double>(activity.total);
-  return static_cast<int>(std::min(share, 1.0) * 100);
-}
-
 bool IsSame(const ConnectionReport& left, const ConnectionReport& right) {
   return std::tie(left.protocol, left.slot, left.since) ==
          std::tie(right.protocol, right.slot, right.since);
@@ -157,7 +151,7 @@ class ConnectionList::Model : public wxDataViewModel {
     const Row* row = RowOf(item);
     if (row == nullptr) return;
     if (column == kPercent) {
-      value = static_cast<long>(PercentOf(row->connection.activity));
+      value = static_cast<long>(core::Percent(row->connection.activity).value_or(0));
     } else {
       value = Shown(Cell(*row, column));
     }
@@ -191,7 +185,8 @@ class ConnectionList::Model : public wxDataViewModel {
     };
     switch (column) {
       case kPercent:
-        return compare(ShareOf(left), ShareOf(right));
+        return compare(core::Percent(left.connection.activity),
+                       core::Percent(right.connection.activity));
       case kAmount:
         return compare(BytesOf(left.connection), BytesOf(right.connection));
       case kSpeed:
@@ -203,11 +198,6 @@ class ConnectionList::Model : public wxDataViewModel {
       default:
         return compare(Cell(left, column), Cell(right, column));
     }
-  }
-
-  static int ShareOf(const Row& row) {
-    const net::Activity& activity = row.connection.activity;
-    return activity.total == 0 ? -1 : PercentOf(activity);
   }
 
   std::string WithName(const std::string& address) const {

@@ -58,8 +58,8 @@ void Survey::LookAtClients() {
   if (onConnected_) onConnected_(!all.empty());
   const std::string news = news_.Next(manager_->record);
   if (onNews_ && !news.empty()) onNews_(news);
-  if (watch_.IsRunning())
-    content_->fraWelcome->ShowClients(core::WhoIsConnected(all), history_.Samples());
+  if (!watch_.IsRunning()) return;
+  content_->fraWelcome->ShowClients(core::WhoIsConnected(all), history_.Samples());
 }
 
 void Survey::LookAnew() {

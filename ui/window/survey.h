@@ -2,8 +2,8 @@
 
 // What the main window checks periodically while it is visible: traffic, open connections and the
 // log of the current page several times a second; folders, addresses, first steps and the size of
-// the error log every few seconds. It checks nothing while hidden or minimised. The servers keep
-// these numbers anyway.
+// the error log every few seconds. While hidden or minimised it only looks who is connected, and
+// what came from clients. The servers keep these numbers anyway.
 
 #include <wx/timer.h>
 
