@@ -1,6 +1,8 @@
 #include "app/first_start.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <vector>
 
 #include "platform/program_location.h"
 
@@ -9,18 +11,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* kSettings = "Server.ini";
+
 // Mailboxes store their passwords in plain text, so the copy is private.
 void CopyForThisUserAlone(const fs::path& source, const fs::path& target, std::error_code& error) {
   fs::copy(source, target, fs::copy_options::recursive, error);
   if (!error) fs::permissions(target, fs::perms::owner_all, error);
 }
 
-}  // namespace
-
-void FillNewProgramDirectory() {
+void FillInstalled(const fs::path& directory) {
   std::error_code error;
-  const fs::path directory = platform::ProgramDirectory();
-  if (!platform::IsInstalled() || fs::exists(fs::symlink_status(directory, error))) return;
+  if (fs::exists(fs::symlink_status(directory, error))) return;
   fs::path unfinished = directory;
   unfinished += ".new";
   fs::remove_all(unfinished, error);
@@ -28,6 +29,42 @@ void FillNewProgramDirectory() {
   CopyForThisUserAlone(platform::SampleDirectory(), unfinished, error);
   if (!error) fs::rename(unfinished, directory, error);
   if (error) fs::remove_all(unfinished, error);
+}
+
+// The settings first: without them the services of a copy that was broken off would stand open.
+std::vector<fs::path> NamesIn(const fs::path& sample) {
+  std::error_code error;
+  std::vector<fs::path> names;
+  for (const auto& entry : fs::directory_iterator(sample, error)) {
+    names.push_back(entry.path().filename());
+  }
+  std::partition(names.begin(), names.end(),
+                 [](const fs::path& name) { return name == kSettings; });
+  return names;
+}
+
+void FillPortable(const fs::path& directory) {
+  const std::vector<fs::path> names = NamesIn(platform::PortableSampleDirectory());
+  std::error_code error;
+  const bool isUsed = std::any_of(names.begin(), names.end(), [&](const fs::path& name) {
+    return fs::exists(fs::symlink_status(directory / name, error));
+  });
+  if (isUsed) return;
+  const fs::path unfinished = directory / "portable.new";
+  fs::remove_all(unfinished, error);
+  CopyForThisUserAlone(platform::PortableSampleDirectory(), unfinished, error);
+  for (const fs::path& name : names) {
+    if (!error) fs::rename(unfinished / name, directory / name, error);
+  }
+  fs::remove_all(unfinished, error);
+}
+
+}  // namespace
+
+void FillNewProgramDirectory() {
+  const fs::path directory = platform::ProgramDirectory();
+  if (platform::IsInstalled()) return FillInstalled(directory);
+  if (directory == platform::UsualProgramDirectory()) FillPortable(directory);
 }
 
 }  // namespace app

@@ -1,12 +1,13 @@
 #pragma once
 
-// The initial content of the program directory of an installed program.
+// The initial content of the program directory of an installed or portable program.
 
 namespace app {
 
-/// Creates a missing program directory as a copy of the installed sample site, completely or not at
-/// all. An existing directory is left alone, even if something is missing: the user may have
-/// deleted it.
+/// Puts the sample site into the program directory if it is new: for an installed program if it is
+/// missing, for a portable one if nothing that the sample would bring is beside it. All of it or
+/// nothing is put there. Otherwise the directory is left alone, even if something is missing: the
+/// user may have deleted it.
 void FillNewProgramDirectory();
 
 }  // namespace app

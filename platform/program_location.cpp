@@ -6,6 +6,10 @@ namespace platform {
 
 std::filesystem::path SampleDirectory() { return ExecutablePath().parent_path() / "sample"; }
 
+std::filesystem::path PortableSampleDirectory() {
+  return ExecutablePath().parent_path() / "portable";
+}
+
 bool IsInstalled() {
   std::error_code error;
   return std::filesystem::is_directory(SampleDirectory(), error);

@@ -13,6 +13,9 @@ std::filesystem::path ExecutablePath();
 /// The sample site beside an installed program. A new program directory starts with a copy.
 std::filesystem::path SampleDirectory();
 
+/// The same beside a portable program, whose own directory starts with a copy.
+std::filesystem::path PortableSampleDirectory();
+
 /// Whether the sample site exists, as it does beside an installed program.
 bool IsInstalled();
 

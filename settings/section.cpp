@@ -5,6 +5,7 @@
 #include "settings/ini_file.h"
 #include "settings/server_ini.h"
 #include "text/conversions.h"
+#include "text/strings.h"
 
 namespace settings {
 
@@ -21,7 +22,11 @@ std::string Section::Text(std::string_view key) const {
 }
 
 std::string Section::Path(std::string_view key) const {
-  return platform::PathTextFromUser(Text(key));
+  const std::string path = Text(key);
+  const bool isRelative = path.starts_with("./") || path.starts_with(".\\");
+  if (!isRelative) return platform::PathTextFromUser(path);
+  // The same file serves both systems.
+  return program_.File(text::ReplaceAll(std::string_view(path).substr(2), "/", "\\"));
 }
 
 bool Section::Read(std::string_view key, std::int16_t& value) const {

@@ -30,7 +30,8 @@ class Section {
   /// Empty if there is no such value.
   std::string Text(std::string_view key) const;
 
-  /// A path in the user's own form, as a path text.
+  /// A path in the user's own form, as a path text. One that begins with "./" or ".\" is relative
+  /// to the program directory, so that settings can move with it.
   std::string Path(std::string_view key) const;
 
   /// False if the value could not be converted.

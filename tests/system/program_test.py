@@ -4,19 +4,23 @@
 """
 
 import contextlib
+import io
 import os
 import pathlib
+import re
 import shutil
 import signal
 import socket
 import subprocess
 import sys
+from ftplib import FTP, error_perm
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from conversation import FtpConversation  # noqa: E402
 from program import PATIENCE, ProgramTest, accepts, run_tests, wait_until  # noqa: E402
 
 PROGRAM = sys.argv[1]
+ROOT = pathlib.Path(__file__).parents[2]
 
 
 class OutsideTest(ProgramTest):
@@ -219,6 +223,36 @@ class FirstStartTest(ProgramTest):
     def test_a_stop_makes_no_directory(self):
         self.assertEqual(self.home.run("STOP"), (0, "", ""))
         self.assertFalse(self.own.exists())
+
+    def test_a_portable_program_brings_settings_that_let_nobody_change_but_the_upload_folder(self):
+        folder = self.home.path / "installed"
+        sample = (folder / "sample").rename(folder / "portable")
+        (sample / "Server.ini").write_text(self.sample_settings())
+        self.stop(self.home.start_services())
+        (folder / "wwwroot" / "index.htm").write_text("<p>mine</p>")
+        moved = folder.rename(self.home.path / "moved")
+        self.home.program = [moved / pathlib.Path(PROGRAM).name]
+
+        self.home.start_services()
+        self.assertEqual(self.home.get("/"), b"<p>mine</p>")
+        self.assertFalse((moved / "portable.new").exists())
+        with FTP() as client:
+            client.connect("127.0.0.1", self.home.ports["ftp"], PATIENCE)
+            client.login("a", "b")
+            client.cwd("/upload")
+            client.storbinary("STOR gift.txt", io.BytesIO(b"gift"))
+            client.cwd("/")
+            with self.assertRaises(error_perm):
+                client.mkd("mine")
+        self.assertEqual((moved / "ftproot" / "upload" / "gift.txt").read_bytes(), b"gift")
+
+    def sample_settings(self):
+        """Those of the packages, on free ports."""
+        settings = (ROOT / "packaging" / "sample" / "Server.ini").read_text()
+        for key, name in (("TCPPort", "web"), ("FtpPort", "ftp"), ("SMTP Port", "smtp"),
+                          ("POP3 Port", "pop3")):
+            settings = re.sub(f"(?m)^{key}=.*", f"{key}={self.home.ports[name]}", settings)
+        return settings
 
     def test_without_a_sample_the_directory_is_the_executables(self):
         shutil.rmtree(self.home.path / "installed" / "sample")
