@@ -10,6 +10,10 @@ namespace platform {
 /// make Enter press it.
 void ShowAsMainButton(void* button);
 
+/// Lets the user select a label's text with the mouse, and copy it. The Tab key still skips the
+/// label. False if the system cannot do that. `label`: the system's handle.
+bool MakeSelectable(void* label);
+
 /// The colours of all addresses that can be clicked, and of those that cannot at the moment, as
 /// "#rrggbb". Windows has its own.
 void SetLinkColours(const std::string& enabled, const std::string& disabled);

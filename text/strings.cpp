@@ -25,4 +25,13 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
   }
 }
 
+std::string Joined(const std::vector<std::string>& texts, std::string_view between) {
+  std::string joined;
+  for (const std::string& text : texts) {
+    if (&text != &texts.front()) joined += between;
+    joined += text;
+  }
+  return joined;
+}
+
 }  // namespace text

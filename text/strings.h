@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace text {
 
@@ -19,5 +20,8 @@ std::string_view TrimTrailingBlanks(std::string_view text);
 
 /// `text` with every `from` replaced by `to`.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
+
+/// The texts in order, with `between` between any two.
+std::string Joined(const std::vector<std::string>& texts, std::string_view between);
 
 }  // namespace text

@@ -9,6 +9,11 @@ void ShowAsMainButton(void* button) {
   gtk_style_context_add_class(style, GTK_STYLE_CLASS_SUGGESTED_ACTION);
 }
 
+bool MakeSelectable(void* label) {
+  gtk_label_set_selectable(static_cast<GtkLabel*>(label), TRUE);
+  return true;
+}
+
 void SetLinkColours(const std::string& enabled, const std::string& disabled) {
   const std::string rules = "button.link label { color: " + enabled +
                             "; } button.link:disabled label { color: " + disabled +

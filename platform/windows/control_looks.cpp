@@ -8,6 +8,8 @@ void ShowAsMainButton(void* button) {
   SendMessageW(static_cast<HWND>(button), BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
 }
 
+bool MakeSelectable(void*) { return false; }
+
 void SetLinkColours(const std::string&, const std::string&) {}
 
 }  // namespace platform

@@ -8,6 +8,7 @@
 #include "ui/controls/art.h"
 #include "ui/controls/basic_controls.h"
 #include "ui/controls/colours.h"
+#include "ui/controls/copying.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 
@@ -47,6 +48,7 @@ frmAbout::frmAbout(wxWindow* parent) : wxDialog(parent, wxID_ANY, Shown("关于 
   ok->SetDefault();
   ShowAsMain(*ok);
   SetEscapeId(wxID_OK);
+  LetCopyTexts(*this);
   SetSizerAndFit(column);
   CentreOnParent();
 }

@@ -7,6 +7,7 @@
 #include "ui/controls/accessible.h"
 #include "ui/controls/basic_controls.h"
 #include "ui/controls/colours.h"
+#include "ui/controls/copying.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/qr_picture.h"
 #include "ui/controls/toolkit_text.h"
@@ -30,6 +31,7 @@ frmQrCode::frmQrCode(wxWindow* parent, const std::vector<std::string>& addresses
   }
   column->Add(close, wxSizerFlags().Right().Border(wxALL, FromDIP(kEdge)));
   picQr->ShowText(addresses.front());
+  LetCopyTexts(*this);
   SetSizerAndFit(column);
   SetEscapeId(wxID_CANCEL);
   close->SetDefault();

@@ -19,6 +19,7 @@
 #include "text/strings.h"
 #include "ui/controls/art.h"
 #include "ui/controls/basic_controls.h"
+#include "ui/controls/copying.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 
@@ -106,6 +107,7 @@ frmTip::frmTip(wxWindow* parent, std::vector<std::string> tips)
   auto* column = new wxBoxSizer(wxVERTICAL);
   column->Add(row, wxSizerFlags(1).Expand().Border(wxALL, edge));
   column->Add(buttons, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
+  LetCopyTexts(*this);
   SetSizerAndFit(column);
   SetEscapeId(wxID_CANCEL);
   close->SetDefault();

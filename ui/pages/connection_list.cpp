@@ -7,6 +7,8 @@
 
 #include "core/activity_text.h"
 #include "text/date_time.h"
+#include "text/strings.h"
+#include "ui/controls/copying.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 
@@ -82,6 +84,12 @@ class ConnectionList::Model : public wxDataViewModel {
     const auto row = std::find_if(rows_.begin(), rows_.end(),
                                   [number](const Row& each) { return each.number == number; });
     return row == rows_.end() ? nullptr : &*row;
+  }
+
+  std::vector<std::string> Cells(const Row& row) const {
+    std::vector<std::string> cells;
+    for (unsigned column = 0; column < kColumns; ++column) cells.push_back(Cell(row, column));
+    return cells;
   }
 
   std::string Cell(const Row& row, unsigned column) const {
@@ -219,6 +227,7 @@ ConnectionList::ConnectionList(wxWindow* parent)
     event.Skip();
     ShareWidth();
   });
+  LetCopy(*this, [this] { return SelectedText(); });
 }
 
 void ConnectionList::AppendColumns() {
@@ -270,11 +279,12 @@ std::optional<ConnectionReport> ConnectionList::Selected() const {
 int ConnectionList::RowCount() const { return static_cast<int>(model_->Rows().size()); }
 
 std::vector<std::string> ConnectionList::Cells(int row) const {
-  std::vector<std::string> cells;
-  for (unsigned column = 0; column < kColumns; ++column) {
-    cells.push_back(model_->Cell(model_->Rows().at(static_cast<std::size_t>(row)), column));
-  }
-  return cells;
+  return model_->Cells(model_->Rows().at(static_cast<std::size_t>(row)));
+}
+
+std::string ConnectionList::SelectedText() const {
+  const Model::Row* row = model_->RowOf(GetSelection());
+  return row == nullptr ? "" : text::Joined(model_->Cells(*row), "\t");
 }
 
 }  // namespace ui

@@ -38,6 +38,7 @@ class ConnectionList : public wxDataViewCtrl {
  private:
   class Model;
 
+  std::string SelectedText() const;
   void AppendColumns();
   void ShareWidth();
   int WidthOf(unsigned column) const;

@@ -12,6 +12,7 @@
 
 #include "core/service_addresses.h"
 #include "core/service_texts.h"
+#include "text/strings.h"
 #include "ui/controls/accessible.h"
 #include "ui/controls/art.h"
 #include "ui/controls/basic_controls.h"
@@ -34,12 +35,6 @@ constexpr int kAddressWidth = 440;  // the maximum for the address
 constexpr int kPathWidth = 240;     // the minimum for the root directory
 
 constexpr const char* kLiveTab = "正在进行";
-
-std::string Joined(const std::vector<std::string>& texts, const char* between) {
-  std::string joined;
-  for (const std::string& text : texts) joined += (joined.empty() ? "" : between) + text;
-  return joined;
-}
 
 wxSizerFlags InRow(wxWindow* window) {
   return wxSizerFlags().CentreVertical().Border(wxRIGHT, window->FromDIP(kGap));
@@ -159,7 +154,7 @@ wxSizer* ServiceFrame::MakeReach() {
                                   FromDIP(wxSize(kPathWidth, -1)), wxST_ELLIPSIZE_END),
                  "lblReach");
   copyReach_ = MakeActionButton(this, "cmdCopyReach", "复制(&C)",
-                                [this] { commands_.CopyForUser(Joined(reachedAt_, "\n")); });
+                                [this] { commands_.CopyForUser(text::Joined(reachedAt_, "\n")); });
   showQrCode_ = MakeActionButton(this, "cmdShowQrCode", "二维码(&Q)...",
                                  [this] { commands_.ShowQrCode(reachedAt_); });
   auto* row = new wxBoxSizer(wxHORIZONTAL);
@@ -317,8 +312,8 @@ void ServiceFrame::SetRootMissing(bool missing) {
 void ServiceFrame::SetReach(const std::vector<std::string>& addresses) {
   if (addresses == reachedAt_) return;
   reachedAt_ = addresses;
-  reach_->SetLabel(Shown(Joined(addresses, "   ")));
-  reach_->SetToolTip(Shown(Joined(addresses, "\n")));
+  reach_->SetLabel(Shown(text::Joined(addresses, "   ")));
+  reach_->SetToolTip(Shown(text::Joined(addresses, "\n")));
   ShowReach();
   Layout();
 }

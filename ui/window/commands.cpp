@@ -1,6 +1,5 @@
 #include "ui/window/commands.h"
 
-#include <wx/clipbrd.h>
 #include <wx/frame.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -21,6 +20,7 @@
 #include "platform/shell.h"
 #include "platform/system_message.h"
 #include "settings/server_ini.h"
+#include "ui/controls/copying.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/about_box.h"
@@ -51,11 +51,6 @@ using core::ServiceKind;
 constexpr ServiceKind kStartOrder[] = {ServiceKind::kWeb, ServiceKind::kMail, ServiceKind::kFtp};
 
 constexpr const char* kErrorLog = "RunErr.Log";
-
-bool Copy(const std::string& text) {
-  wxClipboardLocker clipboard;
-  return !!clipboard && wxTheClipboard->SetData(new wxTextDataObject(Shown(text)));
-}
 
 }  // namespace
 
@@ -176,7 +171,7 @@ void Commands::OpenAddress(ServiceKind service) {
   }
   // No program opens a mail server; its address goes into the settings of a mail client.
   const std::string address = core::AddressText(service, manager_->control.Of(service).Domain());
-  if (Copy(address)) status_.Remark("邮件服务器地址已复制。");
+  if (CopyText(address)) status_.Remark("邮件服务器地址已复制。");
 }
 
 void Commands::OpenRoot(ServiceKind service) {
@@ -213,7 +208,7 @@ void Commands::Follow(ServiceKind service, const core::Diagnosis& diagnosis) {
 }
 
 void Commands::CopyForUser(const std::string& text) {
-  if (Copy(text)) status_.Remark("已复制。");
+  if (CopyText(text)) status_.Remark("已复制。");
 }
 
 void Commands::OpenFolderOf(const std::string& path) {

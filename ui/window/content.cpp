@@ -9,6 +9,7 @@
 
 #include "ui/controls/accessible.h"
 #include "ui/controls/colours.h"
+#include "ui/controls/copying.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/selector.h"
 #include "ui/controls/toolkit_text.h"
@@ -72,7 +73,10 @@ wxSizer* Content::MakePages() {
   FillFtpFrame();
   FillMailFrame();
   auto* pages = new wxBoxSizer(wxVERTICAL);
-  for (wxWindow* page : Pages()) pages->Add(page, wxSizerFlags(1).Expand());
+  for (wxWindow* page : Pages()) {
+    pages->Add(page, wxSizerFlags(1).Expand());
+    LetCopyTexts(*page);
+  }
   return pages;
 }
 

@@ -1,0 +1,23 @@
+#pragma once
+
+// Whatever a page or dialog says can be copied: texts are selected with the mouse where the system
+// can do that, and texts, links and rows of lists have a menu with "copy" and react to Ctrl+C.
+
+#include <functional>
+#include <string>
+
+class wxWindow;
+
+namespace ui {
+
+/// Puts a text on the clipboard. False if the system refuses, or if the text is empty.
+bool CopyText(const std::string& text);
+
+/// Lets the user copy from a control. `text`: what is copied at that moment; if it is empty, there
+/// is no menu.
+void LetCopy(wxWindow& control, std::function<std::string()> text);
+
+/// The same for every text, link and list in a window.
+void LetCopyTexts(wxWindow& window);
+
+}  // namespace ui
