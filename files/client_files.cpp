@@ -109,10 +109,10 @@ File ClientFiles::OpenToUpdate(std::string_view path, std::error_code& error) co
   return File::Open(place.Path(), File::Mode::kCreate, error);
 }
 
-bool ClientFiles::FileExists(std::string_view path) const {
-  if (!confinement_.isOn) return ModCommon::FileExists(path);
+File ClientFiles::OpenIfExists(std::string_view path) const {
+  if (!confinement_.isOn) return files::OpenIfExists(path);
   std::error_code error;
-  return OpenToRead(path, error).IsOpen();
+  return OpenToRead(path, error);
 }
 
 bool ClientFiles::FolderExists(std::string_view path) const {
@@ -191,6 +191,22 @@ fs::path ClientFiles::RealPlace(std::string_view path) const {
   std::error_code error;
   const ConfinedEntry place = FindPlace(path, error);
   return error ? fs::path() : place.RealPath();
+}
+
+bool ClientFiles::LeadsOut(std::string_view path) const {
+  if (!confinement_.isOn) return false;
+  std::error_code error;
+  Find(path, error);
+  return IsMissing(error);
+}
+
+fs::path ClientFiles::RealTarget(std::string_view path) const {
+  const auto name = NameBelow(root_, path);
+  if (!confinement_.isOn || !name) return {};
+  std::error_code error;
+  const ConfinedEntry entry =
+      ConfinedEntry::Find(root_, *name, platform::Links::kStayInside, error);
+  return error ? fs::path() : entry.RealPath();
 }
 
 std::string ClientFiles::Settled(std::string path) const {

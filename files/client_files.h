@@ -8,6 +8,7 @@
 // Paths are path texts that begin with the root. Calls block, and failures are error codes, as in
 // files/files.h.
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,7 +36,9 @@ class ClientFiles {
   /// Created if missing, not truncated.
   platform::File OpenToUpdate(std::string_view path, std::error_code& error) const;
 
-  bool FileExists(std::string_view path) const;
+  /// A file that exists by the definition of FileExists; else the result is not open.
+  platform::File OpenIfExists(std::string_view path) const;
+  bool FileExists(std::string_view path) const { return OpenIfExists(path).IsOpen(); }
   bool FolderExists(std::string_view path) const;
 
   platform::EntryFacts Inspect(std::string_view path, std::error_code& error) const;
@@ -49,6 +52,12 @@ class ClientFiles {
   /// Where a change at `path` would really happen; empty if clients are not confined, or if nothing
   /// can be changed there.
   std::filesystem::path RealPlace(std::string_view path) const;
+
+  /// Whether clients are confined, and a link is all there is for them.
+  bool LeadsOut(std::string_view path) const;
+
+  /// Where an existing entry really is, links resolved; empty if there is none, or likewise.
+  std::filesystem::path RealTarget(std::string_view path) const;
 
   bool AreConfined() const { return confinement_.isOn; }
 

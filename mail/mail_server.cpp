@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "core/hosts_file.h"
-#include "core/service_environment.h"
+#include "core/service_sockets.h"
 #include "mail/command_word.h"
 #include "mail/mail_log.h"
 #include "mail/pop3_replies.h"
@@ -44,8 +44,7 @@ void NoteCommand(net::Connection& client, std::string_view arrival) {
 MailServer::MailServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
       draining_(environment_.loop),
-      sockets_{environment_.loop, draining_,
-               [this](const std::string& error) { environment_.program.errors.LogError(error); }},
+      sockets_(core::SocketsOf(environment_, draining_)),
       smtp_(*this, MailSvrSmtpSock_, &MailServer::OnSmtpDataArrival),
       pop3_(*this, MailSvrPop3Sock_, &MailServer::OnPop3DataArrival),
       MailSvrSmtpSock_(sockets_, smtp_, "SMTP", ConnectionSlots::BusySlot::kEvict,
@@ -64,6 +63,7 @@ MailServer::MailServer(core::ServiceEnvironment environment)
 }
 
 bool MailServer::LoadOptions() {
+  environment_.protection.Load();
   options_.LoadMailOptions(environment_.program, MailSvrSmtpSock_.Listener().LocalAddress());
   return !options_.settingsFault;
 }

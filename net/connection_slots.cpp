@@ -72,6 +72,7 @@ void ConnectionSlots::Disconnect(int slot) {
 
 void ConnectionSlots::OnConnectionRequest(int index, ConnectionRequest& request) {
   if (index != 0) return;
+  if (context_.mayConnect && !context_.mayConnect(request)) return;
   const int candidate = NextSlot + 1;
   NextSlot = static_cast<std::int16_t>(candidate > kLastSlot ? 1 : candidate);
   // The turn is used up even if the request is not accepted.

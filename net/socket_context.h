@@ -2,11 +2,14 @@
 
 // What all sockets of one service share.
 
+#include <functional>
+
 #include "net/connection_report.h"
 #include "net/handler_scope.h"
 
 namespace net {
 
+class ConnectionRequest;
 class DrainingConnections;
 
 struct SocketContext {
@@ -15,6 +18,8 @@ struct SocketContext {
   HandlerScope::ErrorReport reportError;
   Traffic traffic = {};  // of all its connections so far
   ActivityObserver* observer = nullptr;
+  /// Asked before a client gets a slot; everybody may if it is empty.
+  std::function<bool(const ConnectionRequest&)> mayConnect = {};
 };
 
 }  // namespace net
