@@ -67,6 +67,11 @@ class Protection {
   /// Whether what one client does must not touch the session of another.
   bool SeparatesSessions() const { return options_.honest; }
 
+  // Mail
+
+  /// Whether a message that is not kept must not be acknowledged.
+  bool KeepsWhatItAcknowledges() const { return options_.honest; }
+
   /// The folder of the Web server's programs, a path text.
   void SetProgramFolder(std::string folder) { programFolder_ = std::move(folder); }
 
