@@ -67,6 +67,11 @@ class Protection {
   /// Whether what one client does must not touch the session of another.
   bool SeparatesSessions() const { return options_.honest; }
 
+  /// For how long a session of FTP, SMTP or POP3 may do nothing; 0 for ever.
+  std::chrono::milliseconds IdleLimit() const {
+    return options_.honest ? std::chrono::minutes(10) : std::chrono::minutes(0);
+  }
+
   // Mail
 
   /// Whether a message that is not kept must not be acknowledged.

@@ -23,4 +23,13 @@ inline net::SocketContext SocketsOf(const ServiceEnvironment& environment,
               }};
 }
 
+/// The same for sessions, which may be limited in how long they do nothing.
+inline net::SocketContext SessionSocketsOf(const ServiceEnvironment& environment,
+                                           net::DrainingConnections& draining) {
+  net::SocketContext sockets = SocketsOf(environment, draining);
+  const Protection& protection = environment.protection;
+  sockets.idleLimit = [&protection] { return protection.IdleLimit(); };
+  return sockets;
+}
+
 }  // namespace core

@@ -14,7 +14,7 @@ using net::Task;
 FtpServer::FtpServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
       draining_(environment_.loop),
-      sockets_(core::SocketsOf(environment_, draining_)),
+      sockets_(core::SessionSocketsOf(environment_, draining_)),
       FtpSvrSock_(sockets_, *this, "FTP", net::ConnectionSlots::BusySlot::kRefuse,
                   ReplyLine(replies::kGreeting)),
       heldOptions_(

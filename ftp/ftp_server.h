@@ -67,6 +67,7 @@ class FtpServer : public core::Service, private net::SlotEngine, private Command
   net::Task<> OnDataArrival(int slot, Client client) override;
   void OnClose(int slot) override { OnFtpControlClose(slot); }
   void OnError(int slot) override { OnFtpControlError(slot); }
+  void OnIdle(int slot) override { EndSession(slot, net::ActivityEnd::kIdle); }
   net::Task<> OnFtpControlData(int slot, Client client);
   void OnFtpControlClose(int slot);
   void OnFtpControlError(int slot);

@@ -44,7 +44,7 @@ void NoteCommand(net::Connection& client, std::string_view arrival) {
 MailServer::MailServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
       draining_(environment_.loop),
-      sockets_(core::SocketsOf(environment_, draining_)),
+      sockets_(core::SessionSocketsOf(environment_, draining_)),
       smtp_(*this, MailSvrSmtpSock_, smtpSessions_, &MailServer::OnSmtpDataArrival),
       pop3_(*this, MailSvrPop3Sock_, pop3Sessions_, &MailServer::OnPop3DataArrival),
       MailSvrSmtpSock_(sockets_, smtp_, "SMTP", ConnectionSlots::BusySlot::kEvict,
@@ -227,6 +227,11 @@ void MailServer::Engine::OnClose(int slot) {
 void MailServer::Engine::OnError(int slot) {
   sessions_.EndOf(slot);
   slots_[slot].Close();
+}
+
+void MailServer::Engine::OnIdle(int slot) {
+  sessions_.EndOf(slot);
+  slots_[slot].Close(net::ActivityEnd::kIdle);
 }
 
 }  // namespace ModMail

@@ -77,6 +77,7 @@ class MailServer : public core::Service {
     net::Task<> OnDataArrival(int slot, Client client) override;
     void OnClose(int slot) override;
     void OnError(int slot) override;
+    void OnIdle(int slot) override;
 
    private:
     MailServer& server_;

@@ -2,6 +2,7 @@
 
 // What all sockets of one service share.
 
+#include <chrono>
 #include <functional>
 
 #include "net/connection_report.h"
@@ -20,6 +21,8 @@ struct SocketContext {
   ActivityObserver* observer = nullptr;
   /// Asked before a client gets a slot; everybody may if it is empty.
   std::function<bool(const ConnectionRequest&)> mayConnect = {};
+  /// For how long a session may do nothing; for ever if it is empty, or zero.
+  std::function<std::chrono::milliseconds()> idleLimit = {};
 };
 
 }  // namespace net
