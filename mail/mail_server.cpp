@@ -56,7 +56,7 @@ MailServer::MailServer(core::ServiceEnvironment environment)
           [this](settings::Change& change) { settings::WriteHeld(change, options_.Describe()); }),
       store_(environment_.program, options_),
       smtpInterpreter_(store_),
-      pop3Interpreter_(store_),
+      pop3Interpreter_(store_, environment_.protection),
       receipt_(store_, options_),
       unpacking_(environment_) {
   options_.SetDefaults(environment_.program);
@@ -140,8 +140,13 @@ Task<> MailServer::OnSmtpDataArrival(int, Client client) {
   co_await taken;
 }
 
-Task<> MailServer::OnPop3DataArrival(int, Client client) {
-  Pop3Outcome outcome = AnswerOf(*client);
+Task<> MailServer::OnPop3DataArrival(int slot, Client client) {
+  Pop3Session& session = pop3Sessions_.Of(slot, client);
+  Pop3Outcome outcome = AnswerOf(*client, session);
+  if (outcome.password) {
+    Task<Pop3Outcome> trying = TrySignIn(client, session, std::move(*outcome.password));
+    outcome = co_await trying;
+  }
   if (outcome.quit) LogQuit(client, kSentMail);
   Task<> sending = SendOutcome(client, std::move(outcome), environment_.program.errors);
   co_await sending;
@@ -152,11 +157,11 @@ Task<> MailServer::OnPop3DataArrival(int, Client client) {
 
 // Not part of the coroutine above, which would keep the arrival while it sends the answer, possibly
 // for minutes.
-Pop3Outcome MailServer::AnswerOf(net::Connection& client) {
+Pop3Outcome MailServer::AnswerOf(net::Connection& client, Pop3Session& session) {
   const std::string arrival = client.GetData();
   NoteCommand(client, arrival);
   try {
-    Pop3Outcome outcome = pop3Interpreter_.Interpret(arrival);
+    Pop3Outcome outcome = pop3Interpreter_.Interpret(arrival, session);
     if (outcome.retrieves && client.IsObserved()) ShowRetrieval(client, outcome);
     return outcome;
   } catch (const std::exception& fault) {
@@ -166,9 +171,24 @@ Pop3Outcome MailServer::AnswerOf(net::Connection& client) {
   }
 }
 
+// The session lives as long as its connection's handlers.
+Task<Pop3Outcome> MailServer::TrySignIn(Client client, Pop3Session& session, std::string password) {
+  try {
+    Task<core::Accounts::Answer> trying =
+        environment_.protection.TrySignIn(client, session.login, std::move(password));
+    const core::Accounts::Answer answer = co_await trying;
+    co_return pop3Interpreter_.EndSignIn(session, answer);
+  } catch (const net::HandlerEnded&) {
+    throw;
+  } catch (const std::exception& fault) {
+    environment_.program.errors.LogError(fault.what());
+  }
+  co_return {ReplyLine(pop3::kError)};
+}
+
 void MailServer::ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome) {
   client.Begin({.kind = net::Activity::Kind::kCollectMail,
-                .what = store_.State().currentUser,
+                .what = outcome.user,
                 .path = outcome.message ? outcome.message->path : std::string()});
   if (outcome.message) return;
   const bool isMissing = !outcome.rest.empty();

@@ -4,7 +4,8 @@
 // each received message into files. It relays nothing and sends no mail of its own.
 //
 // It keeps the listeners and connections; SmtpInterpreter and Pop3Interpreter carry out the
-// commands. All connections of both protocols share one store and its session state.
+// commands. All connections of both protocols share one store and its session state, but for POP3
+// where clients have to sign in.
 
 #include <memory>
 #include <string>
@@ -14,6 +15,7 @@
 #include "mail/mail_options.h"
 #include "mail/mailbox_store.h"
 #include "mail/pop3_interpreter.h"
+#include "mail/pop3_session.h"
 #include "mail/receipt_report.h"
 #include "mail/smtp_interpreter.h"
 #include "mail/unpack_queue.h"
@@ -85,8 +87,9 @@ class MailServer : public core::Service {
   bool ListenOnBothPorts();
   net::Task<> OnSmtpDataArrival(int slot, Client client);
   net::Task<> OnPop3DataArrival(int slot, Client client);
-  Pop3Outcome AnswerOf(net::Connection& client);
-  void ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome);
+  Pop3Outcome AnswerOf(net::Connection& client, Pop3Session& session);
+  net::Task<Pop3Outcome> TrySignIn(Client client, Pop3Session& session, std::string password);
+  static void ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome);
   net::Task<> AwaitReader(Client client);
   void LogQuit(const Client& client, std::string_view event) const;
 
@@ -102,6 +105,7 @@ class MailServer : public core::Service {
   settings::SettingsHolders::Holder heldOptions_;
   MailboxStore store_;
   SmtpInterpreter smtpInterpreter_;
+  Pop3Sessions pop3Sessions_;
   Pop3Interpreter pop3Interpreter_;
   ReceiptReport receipt_;
   UnpackQueue unpacking_;
