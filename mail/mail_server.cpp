@@ -173,17 +173,17 @@ Pop3Outcome MailServer::AnswerOf(net::Connection& client, Pop3Session& session) 
 
 // The session lives as long as its connection's handlers.
 Task<Pop3Outcome> MailServer::TrySignIn(Client client, Pop3Session& session, std::string password) {
+  auto answer = core::Accounts::Answer::kBusy;
   try {
     Task<core::Accounts::Answer> trying =
         environment_.protection.TrySignIn(client, session.login, std::move(password));
-    const core::Accounts::Answer answer = co_await trying;
-    co_return pop3Interpreter_.EndSignIn(session, answer);
+    answer = co_await trying;
   } catch (const net::HandlerEnded&) {
     throw;
   } catch (const std::exception& fault) {
     environment_.program.errors.LogError(fault.what());
   }
-  co_return {ReplyLine(pop3::kError)};
+  co_return pop3Interpreter_.EndSignIn(session, answer);
 }
 
 void MailServer::ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome) {

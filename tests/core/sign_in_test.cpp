@@ -38,6 +38,18 @@ TEST(SignInDelays, ForgetTheOldestOfTooManyAddresses) {
   EXPECT_EQ(delays.WaitOf(std::to_string(most), now), 500ms);
 }
 
+TEST(Login, IsOfTheNameThatWasTriedUnlessAnotherWasBegun) {
+  core::Login login;
+  login.Begin("bob");
+  login.Begin("alice");
+  login.Finish("bob", true);
+  EXPECT_FALSE(login.IsSignedIn());
+  login.Finish("alice", true);
+  EXPECT_TRUE(login.IsSignedIn());
+  login.Begin("alice");
+  EXPECT_FALSE(login.IsSignedIn());
+}
+
 // Knows bob's password, and does not answer about "slow".
 struct OneUser final : core::Accounts {
   net::Task<Answer> Check(std::string name, std::string password) override {
