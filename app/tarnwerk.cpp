@@ -10,6 +10,7 @@
 #include "core/protection.h"
 #include "core/service_addresses.h"
 #include "core/service_environment.h"
+#include "mail/password_queue.h"
 #include "net/termination_signals.h"
 #include "platform/native_path.h"
 #include "platform/program_location.h"
@@ -35,20 +36,24 @@ struct Tarnwerk::Running {
       : frontend(MakeFrontend(program)),
         protection(program),
         environment{program, frontend->Loop(), core::HostsFile(), protection},
+        passwords(environment, [this] { return mail.RootDir(); }),
         web(environment),
         ftp(environment),
         mail(environment),
         control(program, {web, ftp, mail}, frontend->View()),
         signals(frontend->Loop()) {
+    protection.SetAccounts(passwords);
     frontend->Loop().OnError(
         [&program](const std::string& error) { program.errors.LogError(error); });
   }
 
-  // Declared in this order because the services must be destroyed before the loop.
+  // Declared in this order because the services must be destroyed before the loop, and before what
+  // their clients sign in with.
   std::unique_ptr<Frontend> frontend;
   core::ActivityRecord record;
   core::Protection protection;
   core::ServiceEnvironment environment;
+  ModMail::PasswordQueue passwords;
   ModWeb::WebServer web;
   ModFtp::FtpServer ftp;
   ModMail::MailServer mail;

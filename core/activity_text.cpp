@@ -39,6 +39,8 @@ const char* VerbOf(Kind kind) {
       return "来信 → ";
     case Kind::kCollectMail:
       return "收信 ";
+    case Kind::kSignIn:
+      return "登录 ";
   }
   return "";
 }

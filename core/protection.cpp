@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/text_case.h"
 #include "settings/section.h"
 #include "text/conversions.h"
+#include "text/printable_text.h"
 #include "text/strings.h"
 
 namespace core {
@@ -15,6 +17,7 @@ using Reach = ProtectionOptions::Reach;
 
 constexpr std::chrono::seconds kNetworksHold{2};
 constexpr int kDefaultLimit = 25;
+constexpr std::size_t kLongestShownName = 80;
 
 struct NamedReach {
   std::string_view name;
@@ -115,6 +118,23 @@ bool Protection::IsNear(std::uint32_t address) {
     const std::uint32_t mask = isWhole ? each.mask : ~std::uint32_t{0};
     return (address & mask) == (each.address & mask);
   });
+}
+
+net::Task<Accounts::Answer> Protection::TrySignIn(std::shared_ptr<net::Connection> client,
+                                                  Login& login, std::string password) {
+  const std::string name = login.Name();
+  net::Task<Accounts::Answer> trying =
+      signIn_.Try(client->RemoteAddress(), name, std::move(password));
+  const Accounts::Answer answer = co_await trying;
+  login.Finish(name, answer == Accounts::Answer::kRight);
+  const bool isSignedIn = login.IsSignedIn();
+  if (!name.empty()) {
+    client->Tell(
+        {.kind = net::Activity::Kind::kSignIn, .what = text::Printable(name, kLongestShownName)},
+        isSignedIn ? net::ActivityEnd::kComplete : net::ActivityEnd::kRefused);
+  }
+  const bool isOvertaken = answer == Accounts::Answer::kRight && !isSignedIn;
+  co_return isOvertaken ? Accounts::Answer::kWrong : answer;
 }
 
 bool Protection::MayChange(const std::filesystem::path& place) const {

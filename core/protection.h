@@ -8,10 +8,13 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "core/sign_in.h"
 #include "files/client_files.h"
+#include "net/connection.h"
 #include "net/event_socket.h"
 #include "platform/local_networks.h"
 #include "settings/program.h"
@@ -62,6 +65,24 @@ class Protection {
     return !options_.confine || client == data;
   }
 
+  // Signing in
+
+  /// Whether clients have to sign in.
+  bool WantsSignIn() const { return options_.signIn; }
+
+  /// Whether a session may give a command that may need a login.
+  bool MayGive(bool needsLogin, const Login& login) const {
+    return !needsLogin || !options_.signIn || login.IsSignedIn();
+  }
+
+  /// Who has an account; must outlive this object's use.
+  void SetAccounts(Accounts& accounts) { signIn_.SetAccounts(accounts); }
+
+  /// Tries the password for the name in `login`, which belongs to the session of `client` and lives
+  /// at least as long, and tells the observer. kRight: the session is signed in.
+  net::Task<Accounts::Answer> TrySignIn(std::shared_ptr<net::Connection> client, Login& login,
+                                        std::string password);
+
   // Sessions
 
   /// Whether what one client does must not touch the session of another.
@@ -73,6 +94,9 @@ class Protection {
   }
 
   // Mail
+
+  /// Whether each POP3 session has a mailbox of its own.
+  bool KeepsMailboxesApart() const { return options_.signIn || options_.honest; }
 
   /// Whether a message that is not kept must not be acknowledged.
   bool KeepsWhatItAcknowledges() const { return options_.honest; }
@@ -92,6 +116,7 @@ class Protection {
   files::Confinement confinement_;
   std::string programFolder_;
   std::uint64_t refused_ = 0;
+  SignIn signIn_;
   std::vector<platform::LocalNetwork> networks_;
   std::chrono::steady_clock::time_point networksRead_;
 };

@@ -33,7 +33,7 @@ FtpServer::FtpServer(core::ServiceEnvironment environment)
           environment_.program.errors,
           [this](int slot, std::string_view text) { FtpSvrSock_[slot].SendData(ReplyLine(text)); }),
       files_(sessions_, clientFiles_, uploadRule_, listingMemory_),
-      interpreter_(*this, sessions_, files_, environment_.program.errors) {
+      interpreter_(*this, environment_.protection, sessions_, files_, environment_.program.errors) {
   options_.SetDefaults(environment_.program);
   sessions_.SetRoot(options_.ftpRoot);
 }
@@ -108,7 +108,8 @@ Task<> FtpServer::AnswerCommand(int slot, Client client, std::string text) {
 }
 
 Task<> FtpServer::RefuseCommand(int slot, Client client, std::string beginning) {
-  const std::string reply = interpreter_.RefuseCommand(slot, beginning);
+  Task<std::string> refusing = interpreter_.RefuseCommand(slot, beginning);
+  const std::string reply = co_await refusing;
   if (reply.empty()) co_return;
   client->SendData(reply);
   Task<> sent = client->Sent();
@@ -145,6 +146,11 @@ void FtpServer::ShowCommand(int slot, std::string_view what) {
 
 void FtpServer::ShowChange(int slot, net::Activity change, net::ActivityEnd end) {
   FtpSvrSock_[slot].Current()->Tell(std::move(change), end);
+}
+
+Task<core::Accounts::Answer> FtpServer::TrySignIn(int slot, std::string password) {
+  return environment_.protection.TrySignIn(FtpSvrSock_[slot].Current(), sessions_[slot].login,
+                                           std::move(password));
 }
 
 Task<bool> FtpServer::OpenActiveDataConnection(int slot, std::string text) {

@@ -80,6 +80,7 @@ class FtpServer : public core::Service, private net::SlotEngine, private Command
   void ShowCommand(int slot, std::string_view what) override;
   bool IsObserved() const override { return sockets_.observer != nullptr; }
   void ShowChange(int slot, net::Activity change, net::ActivityEnd end) override;
+  net::Task<core::Accounts::Answer> TrySignIn(int slot, std::string password) override;
   net::Task<bool> OpenActiveDataConnection(int slot, std::string text) override;
   std::string EnterPassiveMode(int slot) override;
   void CloseDataSocket(int slot) override;

@@ -52,6 +52,8 @@ struct FtpSession {
   std::shared_ptr<Transfer> transfer;          // null while no command uses the data connection
   std::shared_ptr<MemoryShare> listingMemory;  // while a listing is being sent
 
+  core::Login login;  // where clients have to sign in
+
   FtpServerState own;  // in place of the shared one, where sessions are kept apart
 
   std::vector<int> waiting;  // commands that wait for a data connection, the newest last
@@ -89,6 +91,7 @@ class FtpSessions {
 
   /// To be called when a session ends.
   void ForgetState(int slot) {
+    (*this)[slot].login.End();
     (*this)[slot].own = {};
     (*this)[slot].own.ftpRoot = shared.ftpRoot;
   }

@@ -45,8 +45,8 @@ MailServer::MailServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
       draining_(environment_.loop),
       sockets_(core::SessionSocketsOf(environment_, draining_)),
-      smtp_(*this, MailSvrSmtpSock_, smtpSessions_, &MailServer::OnSmtpDataArrival),
-      pop3_(*this, MailSvrPop3Sock_, pop3Sessions_, &MailServer::OnPop3DataArrival),
+      smtp_(*this, MailSvrSmtpSock_, &smtpSessions_, &MailServer::OnSmtpDataArrival),
+      pop3_(*this, MailSvrPop3Sock_, nullptr, &MailServer::OnPop3DataArrival),
       MailSvrSmtpSock_(sockets_, smtp_, "SMTP", ConnectionSlots::BusySlot::kEvict,
                        ReplyLine(smtp::kGreeting)),
       MailSvrPop3Sock_(sockets_, pop3_, "POP3", ConnectionSlots::BusySlot::kEvict,
@@ -61,7 +61,7 @@ MailServer::MailServer(core::ServiceEnvironment environment)
         store_.Serve(nullptr);
       }),
       smtpInterpreter_(store_, environment_.protection),
-      pop3Interpreter_(store_),
+      pop3Interpreter_(store_, environment_.protection),
       receipt_(store_, options_),
       unpacking_(environment_) {
   options_.SetDefaults(environment_.program);
@@ -121,23 +121,16 @@ std::vector<net::ConnectionReport> MailServer::Connections() const {
 void MailServer::Disconnect(const std::string& protocol, int slot) {
   const bool isPop3 = protocol == "POP3";
   (isPop3 ? MailSvrPop3Sock_ : MailSvrSmtpSock_).Disconnect(slot);
-  (isPop3 ? pop3Sessions_ : smtpSessions_).EndOf(slot);
+  if (!isPop3) smtpSessions_.EndOf(slot);
 }
 
 bool MailServer::CloseMailSockets() {
   MailSvrSmtpSock_.Close();
   MailSvrPop3Sock_.Close();
   smtpSessions_.EndAll();
-  pop3Sessions_.EndAll();
   unpacking_.Stop();
   draining_.DropAll();
   return !MailSvrSmtpSock_.IsListening() && !MailSvrPop3Sock_.IsListening();
-}
-
-// Usually all sessions share one state.
-void MailServer::Serve(MailSessions& sessions, int slot, const Client& client) {
-  const bool isApart = environment_.protection.SeparatesSessions();
-  store_.Serve(isApart ? &sessions.Of(slot, client) : nullptr);
 }
 
 Task<> MailServer::OnSmtpDataArrival(int slot, Client client) {
@@ -149,10 +142,11 @@ Task<> MailServer::OnSmtpDataArrival(int slot, Client client) {
   co_await taken;
 }
 
-// Returns what is still to be answered. A fault of the interpreter is logged like that of any
-// handler, and the client gets no reply.
+// Returns what is still to be answered. Usually all sessions share one state. A fault of the
+// interpreter is logged like that of any handler, and the client gets no reply.
 std::string MailServer::AnswerSmtp(int slot, const Client& client, std::string arrival) {
-  Serve(smtpSessions_, slot, client);
+  const bool isApart = environment_.protection.SeparatesSessions();
+  store_.Serve(isApart ? &smtpSessions_.Of(slot, client) : nullptr);
   const bool isMessage = smtpInterpreter_.IsChunk(arrival);
   const bool isInside = receipt_.IsReceiving(*client) && CommandWord(arrival) != "DATA";
   if (!isMessage && !isInside) NoteCommand(*client, arrival);
@@ -165,7 +159,13 @@ std::string MailServer::AnswerSmtp(int slot, const Client& client, std::string a
 }
 
 Task<> MailServer::OnPop3DataArrival(int slot, Client client) {
-  Pop3Outcome outcome = AnswerOf(slot, client);
+  Pop3Session& session = pop3Sessions_.Of(slot, client);
+  store_.Serve(nullptr);
+  Pop3Outcome outcome = AnswerOf(*client, session);
+  if (outcome.password) {
+    Task<Pop3Outcome> trying = TrySignIn(client, session, std::move(*outcome.password));
+    outcome = co_await trying;
+  }
   if (outcome.quit) LogQuit(client, kSentMail);
   Task<> sending = SendOutcome(client, std::move(outcome), environment_.program.errors);
   co_await sending;
@@ -176,13 +176,12 @@ Task<> MailServer::OnPop3DataArrival(int slot, Client client) {
 
 // Not part of the coroutine above, which would keep the arrival while it sends the answer, possibly
 // for minutes.
-Pop3Outcome MailServer::AnswerOf(int slot, const Client& client) {
-  const std::string arrival = client->GetData();
-  Serve(pop3Sessions_, slot, client);
-  NoteCommand(*client, arrival);
+Pop3Outcome MailServer::AnswerOf(net::Connection& client, Pop3Session& session) {
+  const std::string arrival = client.GetData();
+  NoteCommand(client, arrival);
   try {
-    Pop3Outcome outcome = pop3Interpreter_.Interpret(arrival);
-    if (outcome.retrieves && client->IsObserved()) ShowRetrieval(*client, outcome);
+    Pop3Outcome outcome = pop3Interpreter_.Interpret(arrival, session);
+    if (outcome.retrieves && client.IsObserved()) ShowRetrieval(client, outcome);
     return outcome;
   } catch (const std::exception& fault) {
     // Clients wait for a reply to every command.
@@ -191,9 +190,24 @@ Pop3Outcome MailServer::AnswerOf(int slot, const Client& client) {
   }
 }
 
+// The session lives as long as its connection's handlers.
+Task<Pop3Outcome> MailServer::TrySignIn(Client client, Pop3Session& session, std::string password) {
+  auto answer = core::Accounts::Answer::kBusy;
+  try {
+    Task<core::Accounts::Answer> trying =
+        environment_.protection.TrySignIn(client, session.login, std::move(password));
+    answer = co_await trying;
+  } catch (const net::HandlerEnded&) {
+    throw;
+  } catch (const std::exception& fault) {
+    environment_.program.errors.LogError(fault.what());
+  }
+  co_return pop3Interpreter_.EndSignIn(session, answer);
+}
+
 void MailServer::ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome) {
   client.Begin({.kind = net::Activity::Kind::kCollectMail,
-                .what = store_.State().currentUser,
+                .what = outcome.user,
                 .path = outcome.message ? outcome.message->path : std::string()});
   if (outcome.message) return;
   const bool isMissing = !outcome.rest.empty();
@@ -220,17 +234,17 @@ Task<> MailServer::Engine::OnDataArrival(int slot, Client client) {
 
 // Nothing more arrives of what the session had begun.
 void MailServer::Engine::OnClose(int slot) {
-  sessions_.EndOf(slot);
+  if (sessions_ != nullptr) sessions_->EndOf(slot);
   slots_[slot].Current()->CloseWhenHandlersEnd();
 }
 
 void MailServer::Engine::OnError(int slot) {
-  sessions_.EndOf(slot);
+  if (sessions_ != nullptr) sessions_->EndOf(slot);
   slots_[slot].Close();
 }
 
 void MailServer::Engine::OnIdle(int slot) {
-  sessions_.EndOf(slot);
+  if (sessions_ != nullptr) sessions_->EndOf(slot);
   slots_[slot].Close(net::ActivityEnd::kIdle);
 }
 

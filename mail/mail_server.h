@@ -4,7 +4,8 @@
 // each received message into files. It relays nothing and sends no mail of its own.
 //
 // It keeps the listeners and connections; SmtpInterpreter and Pop3Interpreter carry out the
-// commands. All connections of both protocols share one store and its session state.
+// commands. All connections of both protocols share one store and its session state, but for POP3
+// where clients have to sign in.
 
 #include <memory>
 #include <string>
@@ -15,6 +16,7 @@
 #include "mail/mail_sessions.h"
 #include "mail/mailbox_store.h"
 #include "mail/pop3_interpreter.h"
+#include "mail/pop3_session.h"
 #include "mail/receipt_report.h"
 #include "mail/smtp_interpreter.h"
 #include "mail/unpack_queue.h"
@@ -70,7 +72,8 @@ class MailServer : public core::Service {
   class Engine final : public net::SlotEngine {
    public:
     using Handler = net::Task<> (MailServer::*)(int slot, Client client);
-    Engine(MailServer& server, net::ConnectionSlots& slots, MailSessions& sessions,
+    /// `sessions` learn of ends, if there are any.
+    Engine(MailServer& server, net::ConnectionSlots& slots, MailSessions* sessions,
            Handler onArrival)
         : server_(server), slots_(slots), sessions_(sessions), onArrival_(onArrival) {}
 
@@ -82,7 +85,7 @@ class MailServer : public core::Service {
    private:
     MailServer& server_;
     net::ConnectionSlots& slots_;
-    MailSessions& sessions_;
+    MailSessions* sessions_;
     Handler onArrival_;
   };
 
@@ -90,9 +93,9 @@ class MailServer : public core::Service {
   net::Task<> OnSmtpDataArrival(int slot, Client client);
   net::Task<> OnPop3DataArrival(int slot, Client client);
   std::string AnswerSmtp(int slot, const Client& client, std::string arrival);
-  Pop3Outcome AnswerOf(int slot, const Client& client);
-  void Serve(MailSessions& sessions, int slot, const Client& client);
-  void ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome);
+  Pop3Outcome AnswerOf(net::Connection& client, Pop3Session& session);
+  net::Task<Pop3Outcome> TrySignIn(Client client, Pop3Session& session, std::string password);
+  static void ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome);
   net::Task<> AwaitReader(Client client);
   void LogQuit(const Client& client, std::string_view event) const;
 
@@ -108,8 +111,8 @@ class MailServer : public core::Service {
   settings::SettingsHolders::Holder heldOptions_;
   MailboxStore store_;
   MailSessions smtpSessions_;
-  MailSessions pop3Sessions_;
   SmtpInterpreter smtpInterpreter_;
+  Pop3Sessions pop3Sessions_;
   Pop3Interpreter pop3Interpreter_;
   ReceiptReport receipt_;
   UnpackQueue unpacking_;

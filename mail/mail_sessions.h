@@ -1,7 +1,7 @@
 #pragma once
 
-// The sessions of one protocol, where they are kept apart: the state that all connections share
-// otherwise, for each connection.
+// The SMTP sessions, where they are kept apart: the state that all connections share otherwise, for
+// each connection.
 
 #include <array>
 #include <functional>
