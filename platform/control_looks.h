@@ -6,9 +6,9 @@
 
 namespace platform {
 
-/// The looks of the button that a user most likely wants. `button`: the system's handle. Does not
-/// make Enter press it.
-void ShowAsMainButton(void* button);
+/// The looks of the button that a user most likely wants, or those of the others. `button`: the
+/// system's handle. Does not make Enter press it.
+void ShowAsMainButton(void* button, bool isMain = true);
 
 /// The colours of all addresses that can be clicked, and of those that cannot at the moment, as
 /// "#rrggbb". Windows has its own.

@@ -1,12 +1,16 @@
 // The window's commands and what the user sees of them, and what the window adds to what service
 // control says: why a start failed, what goes on, how others reach this machine, what to do first.
 
+#include <wx/clipbrd.h>
 #include <wx/display.h>
 #include <wx/hyperlink.h>
 #include <wx/notebook.h>
+#include <wx/textctrl.h>
 #include <wx/treectrl.h>
 #include <wx/utils.h>
 
+#include "core/local_network.h"
+#include "core/service_addresses.h"
 #include "core/start_diagnosis.h"
 #include "platform/local_addresses.h"
 #include "settings/user_state.h"
@@ -23,7 +27,14 @@
 namespace test {
 namespace {
 
+using core::ServiceKind;
 using testing::HasSubstr;
+
+std::string Clipboard() {
+  const wxClipboardLocker clipboard;
+  wxTextDataObject text;
+  return wxTheClipboard->GetData(text) ? ui::Typed(text.GetText()) : "";
+}
 
 TEST_F(MainWindow, StartsAndStopsAServiceByItsButtonItsMenuItemAndItsCard) {
   const auto expectRunning = [&](bool running) {
@@ -304,6 +315,13 @@ TEST(Colours, OfTextsStandOutFromTheirGround) {
 TEST_F(MainWindow, ShowsATipAtAStartUntilTheUserHasHadEnough) {
   Home().Write("TIPOFDAY.TXT", "# a comment\r\n\r\nfirst\r\nsecond\r\n");
   window->Open();
+  EXPECT_EQ(wxWindow::FindWindowByName("frmTip"), nullptr) << "the first steps come first";
+  userState.Write("Tarnwerk/window.ini", "[Window]\nMaximized=0\n");
+  auto* next = new ui::frmMain;
+  next->Attach({Program(), *control, web, ftp, mail, record, Environment().loop}, [] {});
+  std::swap(window, next);
+  next->Destroy();
+  window->Open();
   EXPECT_EQ(Label("frmTip/lblTip"), "first");
   Push("frmTip/cmdNextTip");
   EXPECT_EQ(Label("frmTip/lblTip"), "second");
@@ -330,8 +348,18 @@ TEST_F(MainWindow, SaysWhyAStartFailedUntilTheServiceRuns) {
   EXPECT_THAT(Label("fraFtp/lblReason"), HasSubstr(taken + " 已由本程序的 Web 服务使用"));
   EXPECT_THAT(Label("lblCardFtpReason"), HasSubstr(taken));
   EXPECT_EQ(Label("fraFtp/cmdRemedy"), "更改端口(&Y)...");
-  Push("fraFtp/cmdRemedy");
-  EXPECT_EQ(boxes.Take(), "Ftp服务器选项");
+  const auto selectsIn = [&](const char* button) {
+    std::string field;
+    InForm(button, [&](wxDialog&) {
+      field = FocusedName();
+      const auto* text = dynamic_cast<wxTextCtrl*>(wxWindow::FindFocus());
+      EXPECT_TRUE(text != nullptr && text->GetStringSelection() == text->GetValue()) << field;
+    });
+    return field;
+  };
+  EXPECT_EQ(Label("cmdCardFtpRemedy"), "更改端口...");
+  for (const char* button : {"fraFtp/cmdRemedy", "cmdCardFtpRemedy"})
+    EXPECT_EQ(selectsIn(button), "txtFtpPort");
   Push("cmdStopWebService");
   Push("cmdStartFtpService");
   EXPECT_TRUE(ftp.IsRunning());
@@ -339,11 +367,17 @@ TEST_F(MainWindow, SaysWhyAStartFailedUntilTheServiceRuns) {
   for (const char* user : {"FTP 服务", "SMTP 服务"}) {
     Push("cmdStartMailService");
     EXPECT_THAT(Label("fraMail/lblReason"), HasSubstr(taken + " 已由本程序的 " + user + "使用"));
+    EXPECT_EQ(selectsIn("fraMail/cmdRemedy"), "txtPop3Port");
     if (ftp.IsRunning()) Push("cmdStopFtpService");
   }
   const std::error_code forbidden = std::make_error_code(std::errc::permission_denied);
-  window->fraFtp->SetDiagnosis(core::Explain({forbidden, 21}, {}, "/opt/t"));
+  window->fraFtp->SetDiagnosis(core::Explain(ServiceKind::kFtp, {forbidden, 21}, {}, "/t"));
   EXPECT_EQ(Label("fraFtp/cmdRemedy"), "复制命令(&Y)");
+  const std::error_code inUse = std::make_error_code(std::errc::address_in_use);
+  window->fraWeb->SetDiagnosis(core::Explain(ServiceKind::kWeb, {inUse, 80}, {}, "/t"));
+  EXPECT_EQ(Label("fraWeb/cmdRemedy"), "再试一次(&Y)");
+  Push("fraWeb/cmdRemedy");
+  EXPECT_TRUE(web.IsRunning());
 }
 
 TEST_F(MainWindow, SaysThatTheSettingsCannotBeReadBeforeAnyStartAndWhileAServiceRuns) {
@@ -442,16 +476,55 @@ TEST_F(MainWindow, AsksBeforeItCutsAClientOffUntilTheUserWantsNoQuestion) {
   EXPECT_EQ(boxes.Take(), "");
 }
 
-TEST_F(MainWindow, ShowsHowOthersReachAServiceWhileItRuns) {
+TEST_F(MainWindow, ShowsHowOthersReachAServiceWhileItRunsAndCopiesTheLikeliestAddress) {
+  const auto machines = core::LikelyFirst(platform::LocalAddresses());
+  if (machines.empty()) GTEST_SKIP() << "this machine is in no network";
   Push("cmdStartFtpService");
-  const std::string port = std::to_string(ftp.ListeningPort());
-  for (const std::string& machine : platform::LocalAddresses()) {
-    EXPECT_THAT(Label("fraFtp/lblReach"),
-                HasSubstr(std::string("ftp://").append(machine).append(":" + port + "/")));
+  const auto reached = [&](const std::string& machine) {
+    return core::ReachedAt(ServiceKind::kFtp, machine, ftp.PortsInUse());
+  };
+  for (const std::string& machine : machines)
+    EXPECT_THAT(Label("fraFtp/lblReach"), HasSubstr(reached(machine)));
+  EXPECT_THAT(Label("fraFtp/lblReach"), testing::StartsWith(reached(machines[0])));
+  EXPECT_EQ(Label("lblCardFtpReach") + Label("lblCardFtpReach2"), reached(machines[0]));
+  EXPECT_TRUE(IsVisible("cmdGiveAddress"));
+  for (const char* button : {"cmdCardFtpCopy", "fraFtp/cmdCopyReach"}) {
+    Push(button);
+    EXPECT_EQ(Clipboard(), reached(machines[0])) << button;
   }
-  EXPECT_THAT(Label("fraFtp/lblReach"), testing::Not(HasSubstr("ftp://127.")));
+  EXPECT_FALSE(IsVisible("cmdGiveAddress")) << "ticked";
   Push("cmdStopFtpService");
-  EXPECT_EQ(Label("fraFtp/lblReach") + Label("fraFtp/cmdCopyReach"), "");
+  EXPECT_EQ(Label("fraFtp/lblReach") + Label("fraFtp/cmdCopyReach") + Label("lblCardFtpReach"), "");
+}
+
+TEST_F(MainWindow, TestsTheReachOfEveryServiceWithoutATraceOrARealClientLost) {
+  const bool isInNetwork = !platform::LocalAddresses().empty();
+  const std::pair<std::string, ServiceKind> kPages[] = {{"fraWeb", ServiceKind::kWeb},
+                                                        {"fraFtp", ServiceKind::kFtp},
+                                                        {"fraMail", ServiceKind::kMail}};
+  const auto test = [&](const std::string& page) {
+    Push(page + "/cmdTestReach");
+    EXPECT_TRUE(Until([&] { return !Label(page + "/lblTest").starts_with("正在测试"); }));
+    return Label(page + "/lblTest");
+  };
+  for (const auto& [page, service] : kPages) EXPECT_THAT(test(page), HasSubstr("服务没有运行"));
+  Push("cmdStartAll");
+  for (const auto& [page, service] : kPages) {
+    EXPECT_THAT(test(page), HasSubstr(isInNetwork ? "测试通过" : "没有连接到网络")) << page;
+    EXPECT_TRUE(Until([&] { return control->Of(service).Connections().empty(); }));
+    EXPECT_TRUE(record.EntriesOf(service).empty()) << page;
+  }
+  EXPECT_EQ(Home().Read("Mail.log") + Home().Read("Web.log") + ErrorLog(), "");
+  if (!isInNetwork) return;
+  std::vector<std::unique_ptr<Client>> clients;
+  while (ftp.HasRoomForATest()) {
+    clients.push_back(std::make_unique<Client>(ftp.ListeningPort()));
+    ASSERT_TRUE(Until([&] { return ftp.Connections().size() == clients.size(); }));
+  }
+  EXPECT_THAT(test("fraFtp"), HasSubstr("没有测试"));
+  Push("fraWeb/cmdTestReach");
+  Push("cmdStopWebService");
+  EXPECT_EQ(Label("fraWeb/lblTest"), "") << "ended with its service";
 }
 
 TEST_F(MainWindow, NotesThatBrowsersWantPort80AndOffersToMakeAMissingRoot) {
@@ -469,17 +542,49 @@ TEST_F(MainWindow, NotesThatBrowsersWantPort80AndOffersToMakeAMissingRoot) {
   EXPECT_EQ(Label("fraWeb/lblRootMissing") + Label("fraWeb/cmdMakeRoot"), "");
 }
 
-TEST_F(MainWindow, FirstStepsGoAwayAsTheyAreDone) {
-  EXPECT_TRUE(IsVisible("cmdPutPage") && IsVisible("cmdFirstMailUser"));
-  Home().Write("www/index.htm", "home");
-  Home().Write("mail/User/li/UserInfo.ini", "");
+TEST_F(MainWindow, FirstStepsLeadThroughWhatIsLeftUntilAllIsDone) {
+  const auto left = [&] {
+    std::string names;
+    for (const char* each :
+         {"cmdPutPage", "cmdFirstStart", "cmdGiveAddress", "cmdMakeUploadFolder"})
+      if (IsVisible("fraFirstSteps") && IsVisible(each)) names += std::string(" ") + each;
+    return names;
+  };
+  EXPECT_EQ(left(), " cmdPutPage cmdFirstStart cmdGiveAddress cmdMakeUploadFolder");
+  EXPECT_TRUE(IsVisible("lblCardFtpWarning") && IsVisible("cmdCardMakeUploadFolder"));
+  Home().Write("ftp/photo.jpg", "x");
   window->Open();
-  EXPECT_FALSE(IsVisible("cmdPutPage") || IsVisible("cmdFirstMailUser"));
-  EXPECT_TRUE(IsVisible("cmdAllowUploads") && IsVisible("fraFirstSteps"));
+  EXPECT_EQ(left(), " cmdFirstStart cmdGiveAddress cmdMakeUploadFolder");
+  Push("cmdFirstStart");
+  EXPECT_EQ(left(), " cmdGiveAddress cmdMakeUploadFolder");
+  record.OnActivityEnded({"FTP", 1, "192.0.2.7", {}, {}});
+  EXPECT_TRUE(Until([&] { return left() == " cmdMakeUploadFolder"; })) << "somebody came";
+  EXPECT_TRUE(
+      Enter("cmdCardMakeUploadFolder", "txtFtpUploadDir=" + Home().Path("ftp/up").string()));
+  EXPECT_EQ(left(), "");
+  EXPECT_FALSE(IsVisible("lblCardFtpWarning") || IsVisible("cmdCardMakeUploadFolder"));
+  Push("cmdStopAll");
+  EXPECT_FALSE(IsVisible("fraFirstSteps")) << "done for good";
+}
+
+TEST_F(MainWindow, FirstStepsStayAwayOnceTheyAreDismissed) {
   Push("cmdDismissSteps");
-  Click("ImgWeb");
-  Click("picSelect");
+  window->Open();
+  for (const char* page : {"ImgWeb", "picSelect"}) Click(page);
   EXPECT_FALSE(IsVisible("fraFirstSteps"));
+}
+
+TEST_F(MainWindow, TheLineThatSaysWhoIsConnectedLeadsToThem) {
+  window->Open();
+  Push("cmdStartAll");
+  EXPECT_FALSE(Find("lblClients").IsEnabled());
+  const Client client(ftp.ListeningPort());
+  ASSERT_TRUE(Until([&] { return Label("lblClients") == "1 个人已连接"; }));
+  EXPECT_TRUE(Find("lblClients").IsEnabled());
+  wxHyperlinkEvent event(&Find("lblClients"), Find("lblClients").GetId(), "");
+  Find("lblClients").ProcessWindowEvent(event);
+  EXPECT_TRUE(IsVisible("fraFtp"));
+  EXPECT_EQ(dynamic_cast<wxNotebook&>(Find("fraFtp/tabs")).GetSelection(), 1);
 }
 
 }  // namespace

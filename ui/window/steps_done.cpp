@@ -1,35 +1,34 @@
-#include "ui/window/steps_left.h"
+#include "ui/window/steps_done.h"
 
 #include <algorithm>
 #include <vector>
 
 #include "files/files.h"
-#include "mail/mail_accounts.h"
 
 namespace ui {
 namespace {
 
-constexpr std::size_t kEntriesLookedAt = 64;  // a user with so many folders needs no help
+constexpr std::size_t kEntriesLookedAt = 64;  // a user with so many needs no help
 
-bool HoldsEntry(const std::string& folder, bool isFolder) {
+bool HasFiles(const std::string& folder) {
   if (folder.empty()) return false;
   std::error_code error;
   platform::DirectoryReader reader = files::ReadFolder(folder, error);
   std::vector<platform::DirectoryEntry> entries;
   if (!error) reader.Read(kEntriesLookedAt, entries, error);
   return entries.size() == kEntriesLookedAt ||
-         std::any_of(entries.begin(), entries.end(), [isFolder](const auto& entry) {
-           return entry.isFolder == isFolder && !entry.isHidden;
-         });
+         std::any_of(entries.begin(), entries.end(),
+                     [](const auto& entry) { return !entry.isFolder && !entry.isHidden; });
 }
 
 }  // namespace
 
-StepsLeft LookForSteps(const Manager& manager) {
+StepsDone LookForSteps(const Manager& manager) {
   return {
-      .putPage = !HoldsEntry(manager.web.RootDir(), false),
-      .addMailUser = !HoldsEntry(ModMail::MailUserFolder(manager.mail.RootDir()), true),
-      .allowUploads = manager.ftp.Options().uploadDir.empty(),
+      .putContent = HasFiles(manager.web.RootDir()) || HasFiles(manager.ftp.RootDir()),
+      .start = manager.web.IsRunning() || manager.ftp.IsRunning() || manager.mail.IsRunning(),
+      .giveAddress = FirstSteps::WasAddressGiven(),
+      .protect = !manager.ftp.Options().uploadDir.empty(),
   };
 }
 

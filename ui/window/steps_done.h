@@ -5,7 +5,7 @@
 
 namespace ui {
 
-/// Derives the remaining first steps from the folders and the options.
-StepsLeft LookForSteps(const Manager& manager);
+/// Derives which first steps are done from the folders, the options and what is remembered.
+StepsDone LookForSteps(const Manager& manager);
 
 }  // namespace ui
