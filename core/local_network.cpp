@@ -51,6 +51,10 @@ auto RankOf(const LocalAddress& each) {
                     !IsPrivate(each.address));
 }
 
+bool IsAddress(std::string_view name) {
+  return name.find_first_not_of("0123456789.") == std::string_view::npos;
+}
+
 bool IsLoopback(std::string_view address) { return address.starts_with("127."); }
 
 }  // namespace
@@ -73,6 +77,7 @@ std::string DomainRemark(const std::string& domain, std::string_view hostsFile) 
   if (platform::EqualIgnoringCase(domain, "localhost") || IsLoopback(domain)) {
     return "只有这台电脑认得";
   }
+  if (IsAddress(domain)) return {};
   return IsInHostsFile(hostsFile, "127.0.0.1", domain) ? "别的电脑未必认得" : "";
 }
 

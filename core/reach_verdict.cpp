@@ -11,8 +11,8 @@ using Finding = ReachTest::Finding;
 using Kind = platform::FirewallState::Kind;
 
 constexpr const char* kIfAFriendCannot =
-    "\n别人还是打不开时，请看：他连的是同一个网络吗（不是访客 Wi-Fi，也不是手机流量）？"
-    "\n他的 VPN 或防火墙拦住了吗？从这台电脑测试，看不出路上的设备。";
+    "\n别人还是打不开时，请看他连的是不是同一个网络\n（不是访客 Wi-Fi 或手机流量），"
+    "他的 VPN 或防火墙是否拦住了。\n路上的设备从这台电脑测试不出来。";
 
 std::string PlaceOf(const std::string& address, int port) {
   return address + " 的端口 " + std::to_string(port);

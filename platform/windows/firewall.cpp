@@ -88,7 +88,7 @@ class Object {
   Object Get(const wchar_t* name) const { return Object(Call(name, DISPATCH_PROPERTYGET, {})); }
   bool Flag(const wchar_t* name) const { return Call(name, DISPATCH_PROPERTYGET, {}).Flag(); }
   Object Item(std::string_view key) const {
-    return Object(Call(L"Item", DISPATCH_METHOD, Variant(key)));
+    return Object(Call(L"Item", DISPATCH_METHOD | DISPATCH_PROPERTYGET, Variant(key)));
   }
   void Set(const wchar_t* name, Variant value) const {
     Call(name, DISPATCH_PROPERTYPUT, std::move(value));

@@ -71,14 +71,14 @@ FirstSteps::Step FirstSteps::MakeStep(const char* name, const char* text,
   return step;
 }
 
-// One line, the list in one and its button in another, two columns, or one.
+// One line, two columns, the same above the last button, or one column.
 void FirstSteps::FitInto(int width) {
   struct Form {
     wxOrientation parts;
     int columns;
   };
   for (const Form form :
-       {Form{wxHORIZONTAL, 4}, {wxVERTICAL, 4}, {wxVERTICAL, 2}, {wxVERTICAL, 1}}) {
+       {Form{wxHORIZONTAL, 4}, {wxHORIZONTAL, 2}, {wxVERTICAL, 2}, {wxVERTICAL, 1}}) {
     parts_->SetOrientation(form.parts);
     grid_->SetCols(form.columns);
     grid_->SetRows(0);

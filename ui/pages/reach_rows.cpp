@@ -17,7 +17,8 @@ namespace {
 constexpr int kAddressWidth = 240;  // minimum
 
 constexpr const char* kNoNetwork = "这台电脑没有连接到网络，只有它自己能打开。";
-constexpr const char* kPortNote = "现在的浏览器只在端口 80 上显示这种网页，当前设置的是别的端口。";
+constexpr const char* kPortNote =
+    "现在的浏览器只在端口 80 上显示这种网页；\n当前设置的是别的端口。";
 
 std::string Joined(const std::vector<std::string>& texts, const char* between) {
   std::string joined;
@@ -142,7 +143,7 @@ void ReachRows::SetAddresses(const std::vector<std::string>& addresses, bool isR
   addresses_ = addresses;
   const bool isReached = isRunning && !addresses.empty();
   address_->SetLabelText(Shown(isReached ? Joined(addresses, "   ") : kNoNetwork));
-  address_->SetToolTip(Shown(Joined(addresses, "\n")));
+  address_->SetToolTip(Shown(addresses.size() > 1 ? Joined(addresses, "\n") : ""));
   addressHeading_->Show(isRunning);
   address_->Show(isRunning);
   copy_->Show(isReached);

@@ -34,7 +34,9 @@ WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
   column->Add(MakeHeader(), wxSizerFlags().Expand().Border(wxALL, edge));
   steps_ = new FirstSteps(this, actions_.firstSteps);
   column->Add(steps_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
-  column->Add(MakeCards(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge));
+  wxSizer* cards = MakeCards();
+  steps_->FitInto(cards->CalcMin().x);  // so that the steps do not make the window wider
+  column->Add(cards, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge));
   column->Add(MakeNow(), wxSizerFlags().Expand().Border(wxALL, edge));
   SetSizer(column);
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {

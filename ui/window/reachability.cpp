@@ -39,11 +39,11 @@ void Reachability::Show(ServiceKind service) {
   const std::vector<std::string> addresses = AddressesOf(service);
   content_.fraWelcome->SetReach(service, addresses);
   ServiceFrame& frame = content_.FrameOf(service);
-  frame.Reach().SetPorts(core::PortsText(service, ports));
+  // After a failed start the reason says what is to be done about the port.
+  frame.Reach().SetPorts(frame.HasFailed() ? "" : core::PortsText(service, ports));
   frame.Reach().SetRestartNote(core::RestartNote(service, server));
   frame.Reach().SetAddresses(addresses, runs);
   if (service != ServiceKind::kWeb) return;
-  // After a failed start there is more urgent news about the port.
   frame.Reach().SetPortNote(ports.first != core::kBrowsersPort && !frame.HasFailed());
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -72,14 +73,19 @@ void Survey::LookAtClients() {
 // for a moment only, so the record is searched as well.
 void Survey::LookForVisitors(const std::vector<net::ConnectionReport>& open) {
   if (!FirstSteps::AreWanted() || FirstSteps::WasAddressGiven()) return;
+  const auto changed = [this](ServiceKind service) {
+    const std::uint64_t version = manager_->record.Version(service);
+    return std::exchange(seenVersions_[core::IndexOf(service)], version) != version;
+  };
+  std::vector<ServiceKind> news;
+  std::copy_if(core::kServices.begin(), core::kServices.end(), std::back_inserter(news), changed);
+  if (open.empty() && news.empty()) return;
   const std::vector<std::string> own = core::LikelyFirst(platform::LocalAddresses());
   const auto isVisitor = [&own](const auto& each) {
     return !core::IsThisMachine(each.address, own);
   };
   bool found = std::any_of(open.begin(), open.end(), isVisitor);
-  for (const ServiceKind service : core::kServices) {
-    const std::uint64_t version = manager_->record.Version(service);
-    if (std::exchange(seenVersions_[core::IndexOf(service)], version) == version) continue;
+  for (const ServiceKind service : news) {
     const auto& entries = manager_->record.EntriesOf(service);
     found = found || std::any_of(entries.begin(), entries.end(), isVisitor);
   }
