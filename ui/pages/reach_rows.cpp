@@ -4,6 +4,8 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
+#include <initializer_list>
+
 #include "core/service_addresses.h"
 #include "ui/controls/basic_controls.h"
 #include "ui/controls/colours.h"
@@ -26,16 +28,18 @@ std::string Joined(const std::vector<std::string>& texts, const char* between) {
   return joined;
 }
 
-wxStaticText* MakeText(wxWindow& page, const char* name, const char* text, long style = 0) {
-  auto* label =
-      new wxStaticText(&page, wxID_ANY, Shown(text), wxDefaultPosition, wxDefaultSize, style);
-  return Named(label, name);
+wxStaticText* MakeText(wxWindow& page, const char* name, const char* text) {
+  return Named(new wxStaticText(&page, wxID_ANY, Shown(text)), name);
 }
 
 wxStaticText* MakeQuietText(wxWindow& page, const char* name, const char* text) {
   wxStaticText* label = MakeText(page, name, text);
   label->SetForegroundColour(QuietText());
   return label;
+}
+
+void Hide(std::initializer_list<wxWindow*> controls) {
+  for (wxWindow* control : controls) control->Hide();
 }
 
 wxSizerFlags Centred() { return wxSizerFlags().CentreVertical(); }
@@ -49,6 +53,7 @@ wxSizer* ReachRows::MakeRows() {
   const wxSizerFlags below = wxSizerFlags().Expand().Border(wxTOP, page_.FromDIP(kTightGap));
   auto* column = new wxBoxSizer(wxVERTICAL);
   column->Add(MakePorts(), wxSizerFlags().Expand());
+  column->Add(MakeRestart(), below);
   portNote_ = MakeQuietText(page_, "lblPortNote", kPortNote);
   portNote_->Hide();
   column->Add(portNote_, below);
@@ -62,22 +67,22 @@ wxSizer* ReachRows::MakePorts() {
   ports_ = MakeText(page_, "lblPorts", "");
   changePort_ = MakeActionButton(&page_, "cmdChangePort", "更改端口(&U)...",
                                  [this] { commands_.ChangePort(service_); });
-  restartNote_ = MakeText(page_, "lblRestartNote", "", wxST_ELLIPSIZE_END);
-  restart_ = MakeActionButton(&page_, "cmdRestart", "重新启动服务(&B)",
-                              [this] { commands_.Restart(service_); });
-  for (wxWindow* each : {static_cast<wxWindow*>(portsHeading_), static_cast<wxWindow*>(ports_),
-                         static_cast<wxWindow*>(changePort_), static_cast<wxWindow*>(restartNote_),
-                         static_cast<wxWindow*>(restart_)}) {
-    each->Hide();
-  }
-  const int gap = page_.FromDIP(kGap);
+  Hide({portsHeading_, ports_, changePort_});
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(portsHeading_, Centred());
-  row->Add(ports_, Centred().Border(wxRIGHT, gap));
-  row->Add(restartNote_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, gap));
-  row->Add(restart_, Centred().Border(wxRIGHT, gap));
-  row->AddStretchSpacer();
+  row->Add(ports_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, page_.FromDIP(kGap)));
   row->Add(changePort_, Centred());
+  return row;
+}
+
+wxSizer* ReachRows::MakeRestart() {
+  restartNote_ = MakeText(page_, "lblRestartNote", "");
+  restart_ = MakeActionButton(&page_, "cmdRestart", "重新启动服务(&B)",
+                              [this] { commands_.Restart(service_); });
+  Hide({restartNote_, restart_});
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(restartNote_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, page_.FromDIP(kGap)));
+  row->Add(restart_, Centred());
   return row;
 }
 
@@ -92,10 +97,7 @@ wxSizer* ReachRows::MakeAddresses() {
   showQrCode_ = MakeActionButton(&page_, "cmdShowQrCode", "二维码(&Q)...", [this] {
     if (!addresses_.empty()) commands_.ShowQrCode(addresses_);
   });
-  for (wxWindow* each : {static_cast<wxWindow*>(addressHeading_), static_cast<wxWindow*>(address_),
-                         static_cast<wxWindow*>(copy_), static_cast<wxWindow*>(showQrCode_)}) {
-    each->Hide();
-  }
+  Hide({addressHeading_, address_, copy_, showQrCode_});
   const int gap = page_.FromDIP(kGap);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(addressHeading_, Centred());
@@ -109,8 +111,7 @@ wxSizer* ReachRows::MakeTest() {
   test_ = MakeText(page_, "lblTest", "");
   copyCommand_ = MakeActionButton(&page_, "cmdCopyTestCommand", "复制命令(&Y)",
                                   [this] { commands_.CopyForUser(testCommand_); });
-  test_->Hide();
-  copyCommand_->Hide();
+  Hide({test_, copyCommand_});
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(test_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, page_.FromDIP(kGap)));
   row->Add(copyCommand_, Centred());

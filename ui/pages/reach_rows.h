@@ -47,9 +47,9 @@ class ReachRows {
 
  private:
   wxSizer* MakePorts();
+  wxSizer* MakeRestart();
   wxSizer* MakeAddresses();
   wxSizer* MakeTest();
-  void Toggle(wxWindow& fact, bool shown, wxWindow* companion = nullptr);
   void ShowFact(wxStaticText& fact, const std::string& text, wxWindow& companion);
 
   wxWindow& page_;

@@ -138,7 +138,7 @@ void WelcomeFrame::WarnOfChanges(bool warned) {
 void WelcomeFrame::UseWidth() {
   steps_->FitInto(GetClientSize().x - FromDIP(2 * kEdge));
   const int cards = static_cast<int>(cards_.size());
-  const int width = (GetClientSize().x - FromDIP(kEdge) * (cards + 1)) / cards - FromDIP(2 * kGap);
+  const int width = (GetClientSize().x - FromDIP(kEdge) * (cards + 1)) / cards - FromDIP(2 * kEdge);
   for (ServiceCard* card : cards_) card->UseWidth(width);
 }
 
