@@ -145,7 +145,8 @@ MainWindow::MainWindow() {
   mail.LoadOptions();
   control = std::make_unique<core::ServiceControl>(
       Program(), core::ServiceControl::Services{web, ftp, mail}, *window);
-  window->Attach({Program(), *control, web, ftp, mail, record}, [this] { ++closed; });
+  window->Attach({Program(), *control, web, ftp, mail, record, Environment().loop},
+                 [this] { ++closed; });
 }
 
 MainWindow::~MainWindow() {

@@ -102,7 +102,9 @@ void Commands::Load(ServiceKind service) {
   if (server.Domain() != before) ShowDomain(service);
   ShowSettingsFault(service);
   ShowRootDir(service);
-  survey_->ShowReach(service);
+  survey_->Reach().EndTest(service);
+  survey_->Reach().Show(service);
+  survey_->Reach().ShowDomainRemark(service);
 }
 
 void Commands::ShowDomain(ServiceKind service) {
@@ -199,16 +201,47 @@ void Commands::ShowSettingsFault(ServiceKind service) {
   const auto diagnosis = fault ? std::optional(core::ExplainSettings(fault)) : std::nullopt;
   content_->FrameOf(service).SetDiagnosis(diagnosis);
   if (manager_->control.Of(service).IsRunning()) return;
-  content_->fraWelcome->SetReason(service, diagnosis ? diagnosis->brief : "");
+  content_->fraWelcome->SetDiagnosis(service, diagnosis);
 }
 
 void Commands::Follow(ServiceKind service, const core::Diagnosis& diagnosis) {
-  if (diagnosis.remedy == core::Diagnosis::Remedy::kChangeOptions) return ShowOptions(service);
-  CopyForUser(diagnosis.command);
+  using Remedy = core::Diagnosis::Remedy;
+  if (diagnosis.remedy == Remedy::kChangePort) return ShowOptionsAt(service, diagnosis.port);
+  if (diagnosis.remedy == Remedy::kCopyCommand) return CopyForUser(diagnosis.command);
+  if (!running_[core::IndexOf(service)]) Start(service);
 }
 
 void Commands::CopyForUser(const std::string& text) {
   if (CopyText(text)) status_.Remark("已复制。");
+}
+
+void Commands::GiveAddress(const std::string& address) {
+  if (!Copy(address)) return;
+  status_.Remark("已复制 " + address);
+  FirstSteps::RememberAddressGiven();
+  survey_->ShowFirstSteps();
+}
+
+void Commands::GiveFirstAddress() {
+  const std::optional<std::string> address = survey_->Reach().AddressToGive();
+  if (address) return GiveAddress(*address);
+  const bool runs = std::find(running_.begin(), running_.end(), true) != running_.end();
+  status_.Remark(runs ? "这台电脑没有连接到网络，没有能给别人的地址。" : "请先启动服务。");
+}
+
+void Commands::TestReach(ServiceKind service) { survey_->Reach().Test(service); }
+
+void Commands::ShowConnected() {
+  const auto connections = [this](ServiceKind service) {
+    return manager_->control.Of(service).Connections().size();
+  };
+  const ServiceKind busiest = *std::max_element(
+      core::kServices.begin(), core::kServices.end(),
+      [&](ServiceKind a, ServiceKind b) { return connections(a) < connections(b); });
+  if (connections(busiest) == 0) return status_.Remark("现在没有人连接。");
+  SelectService(busiest);
+  content_->FrameOf(busiest).ShowLiveTab();
+  survey_->LookAnew();
 }
 
 void Commands::OpenFolderOf(const std::string& path) {
@@ -232,6 +265,8 @@ void Commands::ExportRecent(ServiceKind service) {
 }
 
 void Commands::ShowQrCode(const std::vector<std::string>& addresses) {
+  FirstSteps::RememberAddressGiven();
+  survey_->ShowFirstSteps();
   frmQrCode(&window_, addresses).ShowModal();
 }
 
@@ -244,9 +279,15 @@ void Commands::AskForDomain(ServiceKind service) {
   content_->fraWelcome->SetAddress(service, address);
 }
 
-void Commands::ShowOptions(ServiceKind service) {
+void Commands::ShowOptions(ServiceKind service) { ShowOptionsAt(service, std::nullopt); }
+
+void Commands::ChangePort(ServiceKind service) {
+  ShowOptionsAt(service, manager_->control.Of(service).PortsToUse().first);
+}
+
+void Commands::ShowOptionsAt(ServiceKind service, std::optional<int> wrongPort) {
   Load(service);
-  if (AskForOptions(&window_, *manager_, service)) TakeOver(service);
+  if (AskForOptions(&window_, *manager_, service, wrongPort)) TakeOver(service);
   ShowRootDir(service);
   survey_->ShowFirstSteps();
 }
@@ -254,7 +295,7 @@ void Commands::ShowOptions(ServiceKind service) {
 // What is confirmed holds at once, whether the service is running or not. The reason of the last
 // failed start may be gone.
 void Commands::TakeOver(ServiceKind service) {
-  content_->fraWelcome->SetReason(service, "");
+  content_->fraWelcome->SetDiagnosis(service, std::nullopt);
   content_->FrameOf(service).SetDiagnosis(std::nullopt);
   Load(service);
   if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
@@ -297,11 +338,6 @@ void Commands::ShowMessagesOfSelected() {
 void Commands::PutPage() {
   if (!files::FolderExists(manager_->web.RootDir())) MakeRoot(ServiceKind::kWeb);
   OpenRoot(ServiceKind::kWeb);
-}
-
-void Commands::AddFirstMailUser() {
-  SelectService(ServiceKind::kMail);
-  AddMailUser();
 }
 
 void Commands::AddMailUser() {

@@ -5,6 +5,7 @@
 // know whether the window or the tray icon is visible (ui/window/tray_mode.h).
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,13 +49,21 @@ class Commands : public ServiceCommands {
   void StartAll();
   void StopAll();
   void PutPage();
-  void AddFirstMailUser();
+
+  /// Copies the address of a running service for the user to pass on.
+  void GiveFirstAddress();
+
+  /// Shows the open connections of a service that has some.
+  void ShowConnected();
 
   void Start(core::ServiceKind service) override;
   void Stop(core::ServiceKind service) override;
   void Restart(core::ServiceKind service) override;
   void AskForDomain(core::ServiceKind service) override;
   void ShowOptions(core::ServiceKind service) override;
+  void ChangePort(core::ServiceKind service) override;
+  void TestReach(core::ServiceKind service) override;
+  void GiveAddress(const std::string& address) override;
   void OpenAddress(core::ServiceKind service) override;
   void OpenRoot(core::ServiceKind service) override;
   void MakeRoot(core::ServiceKind service) override;
@@ -85,6 +94,7 @@ class Commands : public ServiceCommands {
   bool MayCutOff(const std::vector<core::ServiceKind>& services, const std::string& action);
   void Load(core::ServiceKind service);
   void ShowDomain(core::ServiceKind service);
+  void ShowOptionsAt(core::ServiceKind service, std::optional<int> wrongPort);
   void TakeOver(core::ServiceKind service);
   void LoadMailUsers();
 

@@ -82,21 +82,38 @@ wxSizer* Content::MakePages() {
 
 WelcomeFrame* Content::MakeWelcomeFrame() {
   return new WelcomeFrame(
-      this, {
-                .start = [this](ServiceKind service) { commands_.Start(service); },
-                .stop = [this](ServiceKind service) { commands_.Stop(service); },
-                .showPage = [this](ServiceKind service) { commands_.SelectService(service); },
-                .openAddress = [this](ServiceKind service) { commands_.OpenAddress(service); },
-                .openRoot = [this](ServiceKind service) { commands_.OpenRoot(service); },
-                .startAll = [this] { commands_.StartAll(); },
-                .stopAll = [this] { commands_.StopAll(); },
-                .firstSteps =
-                    {
-                        .putPage = [this] { commands_.PutPage(); },
-                        .addMailUser = [this] { commands_.AddFirstMailUser(); },
-                        .allowUploads = [this] { commands_.ShowOptions(ServiceKind::kFtp); },
-                    },
-            });
+      this,
+      {
+          .cards =
+              {
+                  .start = [this](ServiceKind service) { commands_.Start(service); },
+                  .stop = [this](ServiceKind service) { commands_.Stop(service); },
+                  .showPage = [this](ServiceKind service) { commands_.SelectService(service); },
+                  .openAddress = [this](ServiceKind service) { commands_.OpenAddress(service); },
+                  .openRoot = [this](ServiceKind service) { commands_.OpenRoot(service); },
+                  .follow =
+                      [this](ServiceKind service, const core::Diagnosis& diagnosis) {
+                        commands_.Follow(service, diagnosis);
+                      },
+                  .giveAddress =
+                      [this](const std::string& address) { commands_.GiveAddress(address); },
+                  .showQrCode =
+                      [this](const std::vector<std::string>& addresses) {
+                        commands_.ShowQrCode(addresses);
+                      },
+                  .makeUploadFolder = [this] { commands_.ShowOptions(ServiceKind::kFtp); },
+              },
+          .startAll = [this] { commands_.StartAll(); },
+          .stopAll = [this] { commands_.StopAll(); },
+          .showConnected = [this] { commands_.ShowConnected(); },
+          .firstSteps =
+              {
+                  .putPage = [this] { commands_.PutPage(); },
+                  .startAll = [this] { commands_.StartAll(); },
+                  .giveAddress = [this] { commands_.GiveFirstAddress(); },
+                  .makeUploadFolder = [this] { commands_.ShowOptions(ServiceKind::kFtp); },
+              },
+      });
 }
 
 void Content::FillWebFrame() {

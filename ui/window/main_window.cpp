@@ -117,7 +117,10 @@ void frmMain::ShowInFrame(const core::Outcome& outcome) {
   content->FrameOf(outcome.frame).ShowOutcome(outcome, diagnosis);
   fraWelcome->ShowOutcome(outcome, diagnosis);
   if (outcome.rootDir) commands_.ShowRootDir(outcome.frame);
-  survey_.ShowReach(outcome.frame);
+  survey_.Reach().EndTest(outcome.frame);
+  survey_.Reach().Show(outcome.frame);
+  survey_.Reach().ShowDomainRemark(outcome.frame);
+  survey_.ShowFirstSteps();
 }
 
 void frmMain::UpdateStatus(ServiceKind service, ServiceState state, const std::string& text) {
@@ -140,7 +143,7 @@ void frmMain::ShowTrayState(bool connected) {
 
 void frmMain::CloseEverything(std::function<void()> done) {
   if (!mode_.End()) return;
-  survey_.WatchWhileSeen(false);
+  survey_.End();
   dialogs_.DismissAll(std::move(done));
 }
 
