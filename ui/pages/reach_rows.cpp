@@ -22,12 +22,6 @@ constexpr const char* kNoNetwork = "这台电脑没有连接到网络，只有�
 constexpr const char* kPortNote =
     "现在的浏览器只在端口 80 上显示这种网页；\n当前设置的是别的端口。";
 
-std::string Joined(const std::vector<std::string>& texts, const char* between) {
-  std::string joined;
-  for (const std::string& text : texts) joined += (joined.empty() ? "" : between) + text;
-  return joined;
-}
-
 wxStaticText* MakeText(wxWindow& page, const char* name, const char* text) {
   return Named(new wxStaticText(&page, wxID_ANY, Shown(text)), name);
 }
@@ -143,8 +137,8 @@ void ReachRows::SetAddresses(const std::vector<std::string>& addresses, bool isR
   if (isSame) return;
   addresses_ = addresses;
   const bool isReached = isRunning && !addresses.empty();
-  address_->SetLabelText(Shown(isReached ? Joined(addresses, "   ") : kNoNetwork));
-  address_->SetToolTip(Shown(addresses.size() > 1 ? Joined(addresses, "\n") : ""));
+  address_->SetLabelText(Shown(isReached ? text::Joined(addresses, "   ") : kNoNetwork));
+  address_->SetToolTip(Shown(addresses.size() > 1 ? text::Joined(addresses, "\n") : ""));
   addressHeading_->Show(isRunning);
   address_->Show(isRunning);
   copy_->Show(isReached);

@@ -216,7 +216,7 @@ void Commands::CopyForUser(const std::string& text) {
 }
 
 void Commands::GiveAddress(const std::string& address) {
-  if (!Copy(address)) return;
+  if (!CopyText(address)) return;
   status_.Remark("已复制 " + address);
   FirstSteps::RememberAddressGiven();
   survey_->ShowFirstSteps();
