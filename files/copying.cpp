@@ -41,9 +41,17 @@ std::string ChosenAbove(const TreeWalk::Item& item) {
   return item.path.substr(0, item.path.find('\\', nameBegin));
 }
 
-std::string LastName(const std::string& name) { return name.substr(name.find_last_of('\\') + 1); }
-
 }  // namespace
+
+void Copying::Report::Add(const Report& later) {
+  copied += later.copied;
+  skipped += later.skipped;
+  left += later.left;
+  problems.insert(problems.end(), later.problems.begin(), later.problems.end());
+  if (problems.size() > kMostProblems) problems.resize(kMostProblems);
+  cancelled = later.cancelled;
+  stopped = later.stopped;
+}
 
 Copying::Copying(std::vector<std::string> chosen, const std::string& target)
     : chosen_(std::move(chosen)),
@@ -121,7 +129,7 @@ void Copying::BeginFolder(const TreeWalk::Item& item) {
 
 void Copying::BeginFile(const TreeWalk::Item& item) {
   item_ = item;
-  progress_.name = LastName(item.name);
+  progress_.path = item.name;
   ++progress_.file;
   bytesBefore_ = progress_.bytes;
   replaces_ = false;
@@ -133,14 +141,14 @@ void Copying::BeginFile(const TreeWalk::Item& item) {
     return EndFile();
   }
   state_ = State::kAsks;
-  if (forAll_) Give(*forAll_, true);
+  if (forAll_) Decide(*forAll_);
 }
 
-void Copying::Give(Answer answer, bool forAll) {
+void Copying::Decide(const Decision& decision) {
   if (state_ != State::kAsks) return;
   state_ = State::kWorks;
-  if (forAll) forAll_ = answer;
-  replaces_ = answer == Answer::kReplace;
+  if (decision.forAll) forAll_ = decision;
+  replaces_ = decision.replace;
   if (replaces_) return StartCopy();
   ++report_.skipped;
   EndFile();

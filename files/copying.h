@@ -21,10 +21,15 @@ namespace files {
 class Copying {
  public:
   enum class State { kWorks, kAsks, kEnded };
-  enum class Answer { kReplace, kSkip };
+
+  /// What to do about a file of the same name.
+  struct Decision {
+    bool replace;
+    bool forAll;  // also for all others
+  };
 
   struct Progress {
-    std::string name;        // of the current file, without its folders
+    std::string path;        // of the current file, from the folder of what was chosen
     std::uint64_t file = 0;  // the current one; the first is 1
     std::uint64_t files = 0;
     std::uint64_t bytes = 0;
@@ -47,6 +52,9 @@ class Copying {
     std::vector<Problem> problems;  // the first of them
     bool cancelled = false;
     bool stopped = false;  // at the last problem
+
+    /// Adds what a later copying reports.
+    void Add(const Report& later);
   };
 
   /// Path texts; `target` is a folder.
@@ -60,8 +68,8 @@ class Copying {
   /// Works for a few milliseconds.
   State Step();
 
-  /// In state kAsks: replaces the file with that name, or not; all others likewise if `forAll`.
-  void Give(Answer answer, bool forAll);
+  /// In state kAsks: whether to replace the file that has the current one's place.
+  void Decide(const Decision& decision);
 
   /// Ends at once. Removes what is not whole, and the folders made for it.
   void Cancel();
@@ -91,7 +99,7 @@ class Copying {
   State state_ = State::kWorks;
   Progress progress_;
   Report report_;
-  std::optional<Answer> forAll_;
+  std::optional<Decision> forAll_;
   TreeWalk::Item item_;             // the current file
   std::uint64_t bytesBefore_ = 0;   // of the files before it
   bool replaces_ = false;           // the current file may replace another

@@ -24,23 +24,22 @@ TEST_F(CopyingFiles, TakesFilesAndTreesWithTheirTimesAndAddsToFoldersThatExist) 
 
 TEST_F(CopyingFiles, ReplacesOnlyWhatItMay) {
   for (const char* name : {"from/a", "from/b", "from/c"}) Home().Write(name, "new");
-  const auto run = [&](std::vector<std::pair<Copying::Answer, bool>> answers) {
+  const auto run = [&](const std::vector<Copying::Decision>& decisions) {
     for (const char* name : {"to/a", "to/b", "to/c"}) Home().Write(name, "o");
     Copying copying = Of({"from\\a", "from\\b", "from\\c"});
-    for (const auto& [answer, forAll] : answers) {
+    for (const Copying::Decision& decision : decisions) {
       EXPECT_EQ(Run(copying), State::kAsks);
-      copying.Give(answer, forAll);
+      copying.Decide(decision);
     }
     const State state = Run(copying);
     copying.Cancel();
     return Target() + (state == State::kAsks ? "asks " : "") +
            std::to_string(copying.Result().skipped);
   };
-  using enum Copying::Answer;
-  EXPECT_EQ(run({{kReplace, false}, {kSkip, false}, {kReplace, false}}), "a=3 b=1 c=3 1");
-  EXPECT_EQ(run({{kReplace, false}, {kSkip, true}}), "a=3 b=1 c=1 2");
-  EXPECT_EQ(run({{kReplace, true}}), "a=3 b=3 c=3 0");
-  EXPECT_EQ(run({{kReplace, false}}), "a=3 b=1 c=1 asks 0");
+  EXPECT_EQ(run({{true, false}, {false, false}, {true, false}}), "a=3 b=1 c=3 1");
+  EXPECT_EQ(run({{true, false}, {false, true}}), "a=3 b=1 c=1 2");
+  EXPECT_EQ(run({{true, true}}), "a=3 b=3 c=3 0");
+  EXPECT_EQ(run({{true, false}}), "a=3 b=1 c=1 asks 0");
 }
 
 TEST_F(CopyingFiles, AFileAppearsOnlyWholeAndNothingUnfinishedIsLeft) {

@@ -135,6 +135,10 @@ wxSizer* ServiceFrame::MakeRoot(const ServiceLooks& looks) {
   row->Add(
       MakeActionButton(this, "cmdOpenRoot", "打开文件夹(&F)", Calling(&ServiceCommands::OpenRoot)),
       wxSizerFlags().CentreVertical());
+  if (!looks.canMove) return row;
+  row->Add(
+      MakeActionButton(this, "cmdChangeRoot", "更换(&Z)...", Calling(&ServiceCommands::ChangeRoot)),
+      wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
   return row;
 }
 

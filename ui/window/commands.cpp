@@ -6,7 +6,6 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <string>
 #include <utility>
 
@@ -20,6 +19,7 @@
 #include "platform/native_path.h"
 #include "platform/shell.h"
 #include "platform/system_message.h"
+#include "settings/autostart.h"
 #include "settings/server_ini.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
@@ -31,9 +31,9 @@
 #include "ui/dialogs/options_dialog.h"
 #include "ui/dialogs/qr_dialog.h"
 #include "ui/dialogs/questions.h"
+#include "ui/dialogs/start_with_system.h"
 #include "ui/dialogs/tip_of_the_day.h"
 #include "ui/dialogs/virtual_directory_dialog.h"
-#include "ui/pages/folder_tree.h"
 #include "ui/pages/latest_log.h"
 #include "ui/pages/mail_user_list.h"
 #include "ui/pages/problems_frame.h"
@@ -62,10 +62,12 @@ bool Copy(const std::string& text) {
 void Commands::ActOn(Content& content, Survey& survey) {
   content_ = &content;
   survey_ = &survey;
+  folders_.ActOn(content);
 }
 
 void Commands::Attach(const Manager& manager) {
   manager_ = &manager;
+  folders_.Attach(manager);
   for (const ServiceKind service : core::kServices) {
     ShowRootDir(service);
     ShowSettingsFault(service);
@@ -86,7 +88,7 @@ void Commands::SelectWelcome() { ShowPage(content_->fraWelcome); }
 void Commands::SelectService(ServiceKind service) {
   content_->FrameOf(service).SetHostNames(core::HostNames(core::HostsFile()));
   Load(service);
-  if (service == ServiceKind::kWeb) RefreshTree();
+  folders_.ShowContent(service);
   if (service == ServiceKind::kMail) LoadMailUsers();
   ShowPage(&content_->FrameOf(service));
 }
@@ -120,15 +122,13 @@ void Commands::ShowDomain(ServiceKind service) {
   content_->fraWelcome->SetAddress(service, address);
 }
 
-void Commands::ShowRootDir(ServiceKind service) {
-  const std::string root = manager_->control.Of(service).RootDir();
-  content_->FrameOf(service).SetRootDir(platform::PathTextForUser(root));
-  content_->FrameOf(service).SetRootMissing(!root.empty() && !files::FolderExists(root));
-}
-
 void Commands::Start(ServiceKind service) {
   manager_->control.Start(service);
-  if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
+  ShowContentIfSeen(service);
+}
+
+void Commands::ShowContentIfSeen(ServiceKind service) {
+  if (content_->FrameOf(service).IsShown()) folders_.ShowContent(service);
 }
 
 void Commands::Stop(ServiceKind service) {
@@ -179,21 +179,6 @@ void Commands::OpenAddress(ServiceKind service) {
   if (Copy(address)) status_.Remark("邮件服务器地址已复制。");
 }
 
-void Commands::OpenRoot(ServiceKind service) {
-  const std::string root = manager_->control.Of(service).RootDir();
-  if (!files::FolderExists(root)) return status_.Remark("主目录不存在。");
-  platform::OpenWithShell(platform::PathTextForUser(root));
-}
-
-void Commands::MakeRoot(ServiceKind service) {
-  const std::string root = manager_->control.Of(service).RootDir();
-  std::error_code error;
-  std::filesystem::create_directories(platform::ExistingPath(root), error);
-  if (error) Warn(&window_, "文件夹未能建立：" + platform::SystemMessage(error));
-  ShowRootDir(service);
-  if (service == ServiceKind::kWeb) RefreshTree();
-}
-
 // Also shown before the first start, and while a service is running with the settings in memory.
 void Commands::ShowSettingsFault(ServiceKind service) {
   std::error_code fault;
@@ -214,13 +199,6 @@ void Commands::Follow(ServiceKind service, const core::Diagnosis& diagnosis) {
 
 void Commands::CopyForUser(const std::string& text) {
   if (Copy(text)) status_.Remark("已复制。");
-}
-
-void Commands::OpenFolderOf(const std::string& path) {
-  const bool isFolder = files::FolderExists(path);
-  const std::string folder = isFolder ? path : path.substr(0, path.find_last_of('\\') + 1);
-  if (!files::FolderExists(folder)) return status_.Remark("文件夹不存在。");
-  platform::OpenWithShell(platform::PathTextForUser(folder));
 }
 
 void Commands::Disconnect(ServiceKind service, const net::ConnectionReport& connection) {
@@ -262,7 +240,7 @@ void Commands::TakeOver(ServiceKind service) {
   content_->fraWelcome->SetReason(service, "");
   content_->FrameOf(service).SetDiagnosis(std::nullopt);
   Load(service);
-  if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
+  ShowContentIfSeen(service);
   if (service == ServiceKind::kMail) LoadMailUsers();
 }
 
@@ -272,13 +250,17 @@ void Commands::ShowGeneralOptions() {
   dialog.ShowModal();
 }
 
+bool Commands::StartsWithSystem() const { return settings::StartsWithSystem(manager_->program); }
+
+void Commands::ToggleStartWithSystem() {
+  SetToStartWithSystem(&window_, manager_->program, !StartsWithSystem());
+}
+
 void Commands::AddVirtualDirectory() {
   frmEditDir dialog(&window_, manager_->program);
   dialog.SetTitle(Shown("添加虚拟目录"));
   dialog.ShowModal();
 }
-
-void Commands::RefreshTree() { content_->tvWebDir->ShowFolder(manager_->web.RootDir()); }
 
 void Commands::LoadMailUsers() {
   content_->lvMailUser->LoadMailUsers(manager_->mail.RootDir());
