@@ -67,7 +67,7 @@ std::string CopyingText(const Copying::Progress& progress) {
   // The folders may have changed since they were counted.
   const std::uint64_t files = std::max(progress.file, progress.files);
   const std::uint64_t bytes = std::max(progress.bytes, progress.allBytes);
-  return "正在复制 第" + Count(progress.file) + "，共" + Count(files) + "（" +
+  return "正在复制第" + Count(progress.file) + "，共" + Count(files) + "（" +
          ByteText(progress.bytes) + " / " + ByteText(bytes) + "）：" + NameOf(progress.path);
 }
 

@@ -8,7 +8,7 @@
 
 namespace core {
 
-/// "正在复制 第 3 个，共 12 个（1.2 MB / 4.0 MB）：假期.jpg"
+/// "正在复制第 3 个，共 12 个（1.2 MB / 4.0 MB）：假期.jpg"
 std::string CopyingText(const files::Copying::Progress& progress);
 
 /// How far it is, from 0 to `whole`.

@@ -31,7 +31,8 @@ constexpr int kPictureSize = 48;
 constexpr int kStateSize = 20;
 constexpr double kTitleFactor = 1.5;
 constexpr int kAddressWidth = 440;  // the maximum for the address
-constexpr int kPathWidth = 240;     // the minimum for the root directory
+constexpr int kPathWidth = 240;     // the minimum for addresses
+constexpr int kRootWidth = 140;     // the minimum for the root directory
 
 constexpr const char* kLiveTab = "正在进行";
 
@@ -127,7 +128,7 @@ wxSizer* ServiceFrame::MakeReason() {
 
 wxSizer* ServiceFrame::MakeRoot(const ServiceLooks& looks) {
   rootDir_ = Named(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition,
-                                    FromDIP(wxSize(kPathWidth, -1)), wxST_ELLIPSIZE_MIDDLE),
+                                    FromDIP(wxSize(kRootWidth, -1)), wxST_ELLIPSIZE_MIDDLE),
                    looks.rootDir);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(MakeQuietText(this, Shown("主目录：")), wxSizerFlags().CentreVertical());

@@ -10,6 +10,7 @@
 
 #include "core/copying_text.h"
 #include "platform/native_path.h"
+#include "ui/controls/accessible.h"
 #include "ui/controls/basic_controls.h"
 #include "ui/controls/colours.h"
 #include "ui/controls/layout.h"
@@ -178,6 +179,10 @@ void SharedFolder::ShowBar(bool copies) {
     part->Show(copies);
   }
   LayOutPage(*this);
+}
+
+void SharedFolder::ForgetOutcome() {
+  if (jobs_.empty()) ShowOutcome("");
 }
 
 void SharedFolder::ShowOutcome(const std::string& text) {

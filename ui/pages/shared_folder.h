@@ -50,6 +50,9 @@ class SharedFolder : public wxPanel {
   /// The same for a drop at that place in the tree; the names are the system's.
   void Drop(const wxPoint& place, const wxArrayString& names);
 
+  /// Hides what has become of the last copies.
+  void ForgetOutcome();
+
   bool IsCopying() const { return copying_ != nullptr; }
 
  private:

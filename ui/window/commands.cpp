@@ -231,7 +231,6 @@ void Commands::ShowOptions(ServiceKind service) {
   Load(service);
   if (AskForOptions(&window_, *manager_, service)) TakeOver(service);
   ShowRootDir(service);
-  survey_->ShowFirstSteps();
 }
 
 // What is confirmed holds at once, whether the service is running or not. The reason of the last
@@ -242,6 +241,7 @@ void Commands::TakeOver(ServiceKind service) {
   Load(service);
   ShowContentIfSeen(service);
   if (service == ServiceKind::kMail) LoadMailUsers();
+  survey_->ShowFirstSteps();
 }
 
 void Commands::ShowGeneralOptions() {

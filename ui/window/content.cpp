@@ -99,10 +99,9 @@ WelcomeFrame* Content::MakeWelcomeFrame() {
 void Content::AddFolderButtons(ServiceKind service, wxBoxSizer* heading) {
   ServiceFrame& frame = FrameOf(service);
   frame.AddBodyButton(heading, "cmdRefresh", "刷新(&R)",
-                      [this, service] { commands_.Folders().ShowContent(service); });
-  frame.AddBodyButton(heading, "cmdAddFiles", "添加文件(&I)...", [this, service] {
-    (service == ServiceKind::kWeb ? webFolder : ftpFolder)->AddFiles();
-  });
+                      [this, service] { commands_.Folders().Refresh(service); });
+  frame.AddBodyButton(heading, "cmdAddFiles", "添加文件(&I)...",
+                      [this, service] { FolderOf(service).AddFiles(); });
 }
 
 void Content::FillWebFrame() {

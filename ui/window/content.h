@@ -40,6 +40,11 @@ class Content : public wxPanel {
     return *frames_[core::IndexOf(service)];
   }
 
+  /// The folder of the Web or the FTP service.
+  SharedFolder& FolderOf(core::ServiceKind service) const {
+    return service == core::ServiceKind::kWeb ? *webFolder : *ftpFolder;
+  }
+
   /// Shows how many lines of the error log the user has not seen. Empty hides that.
   void ShowUnseenProblems(const std::string& count);
 

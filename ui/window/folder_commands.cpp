@@ -8,10 +8,10 @@
 #include <utility>
 
 #include "files/files.h"
-#include "ftp/path_mapping.h"
 #include "platform/native_path.h"
 #include "platform/shell.h"
 #include "platform/system_message.h"
+#include "platform/text_case.h"
 #include "settings/change.h"
 #include "text/path_text.h"
 #include "ui/controls/message_box.h"
@@ -29,13 +29,14 @@ using core::ServiceKind;
 
 constexpr std::size_t kLongestPath = 254;  // that settings hold, in bytes
 
-bool HasTree(ServiceKind service) { return service != ServiceKind::kMail; }
-
 UploadNote::Uploads UploadsOf(const ModFtp::FtpOptions& options) {
-  if (options.uploadDir.empty()) return UploadNote::Uploads::kNone;
-  const std::string inRoot = ModCommon::AddSlash(options.uploadDir) + "x";
-  return ModFtp::IsInsideUploadDir(inRoot, options.ftpRoot) ? UploadNote::Uploads::kInRoot
-                                                            : UploadNote::Uploads::kElsewhere;
+  using Uploads = UploadNote::Uploads;
+  const auto comparable = [](const std::string& folder) {
+    return platform::UpperCase(ModCommon::AddSlash(folder));
+  };
+  if (options.uploadDir.empty()) return Uploads::kNone;
+  const bool isInRoot = comparable(options.uploadDir).starts_with(comparable(options.ftpRoot));
+  return isInRoot ? Uploads::kInRoot : Uploads::kElsewhere;
 }
 
 }  // namespace
@@ -54,9 +55,13 @@ void FolderCommands::ShowUploads() {
 }
 
 void FolderCommands::ShowContent(ServiceKind service) {
-  if (!HasTree(service)) return;
-  SharedFolder& shown = service == ServiceKind::kWeb ? *content_->webFolder : *content_->ftpFolder;
-  shown.Tree().ShowFolder(manager_->control.Of(service).RootDir());
+  if (service == ServiceKind::kMail) return;
+  content_->FolderOf(service).Tree().ShowFolder(manager_->control.Of(service).RootDir());
+}
+
+void FolderCommands::Refresh(ServiceKind service) {
+  ShowContent(service);
+  content_->FolderOf(service).ForgetOutcome();
 }
 
 void FolderCommands::OpenRoot(ServiceKind service) {

@@ -35,6 +35,9 @@ class FolderCommands {
   /// Reads the folder of the Web or the FTP service anew; the mail service has no tree.
   void ShowContent(core::ServiceKind service);
 
+  /// The same for the user, who has read what has become of copies by then.
+  void Refresh(core::ServiceKind service);
+
   void OpenRoot(core::ServiceKind service);
   void MakeRoot(core::ServiceKind service);
   void OpenFolderOf(const std::string& path);
