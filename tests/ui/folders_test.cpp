@@ -40,7 +40,7 @@ class Folders : public MainWindow {
     names.Add(ui::Shown(Home().Path(name).string()));
     ui::SharedFolder& folder = *window->content->ftpFolder;
     folder.Drop(place.GetPosition() + place.GetSize() / 2, names);
-    EXPECT_TRUE(Until([&] { return !folder.IsCopying() && Label("fraFtp/lblCopied") != ""; }));
+    EXPECT_TRUE(Until([&] { return !folder.IsCopying() && !Label("fraFtp/lblCopied").empty(); }));
     EXPECT_TRUE(Until([&] { return Tree().IsComplete(); }));
     return Label("fraFtp/lblCopied");
   }

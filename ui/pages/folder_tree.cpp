@@ -24,23 +24,30 @@ constexpr int kPause = 10;
 
 enum Picture { kDriver, kClosed, kOpen, kFile, kUpload };
 
-// The state of an entry in the tree. Its label is not its name: that may have hidden characters.
+// The state of an entry in the tree. It has the name only if another label is shown: there may be
+// hundreds of thousands of entries.
 class Entry : public wxTreeItemData {
  public:
-  Entry(std::string name, bool isFolder) : name_(std::move(name)), isFolder_(isFolder) {}
-  const std::string& Name() const { return name_; }
+  Entry(const std::string& name, bool isFolder, const wxString& label) : isFolder_(isFolder) {
+    if (label != Shown(name)) name_ = std::make_unique<const std::string>(name);
+  }
+  std::string Name(const wxString& label) const { return name_ ? *name_ : Typed(label); }
   bool IsFolder() const { return isFolder_; }
   bool IsUnread() const { return isFolder_ && !read_; }
   void SetRead() { read_ = true; }
 
  private:
-  const std::string name_;
+  std::unique_ptr<const std::string> name_;
   const bool isFolder_;
   bool read_ = false;
 };
 
 const Entry& EntryOf(const wxTreeCtrl& tree, wxTreeItemId item) {
   return *static_cast<const Entry*>(tree.GetItemData(item));
+}
+
+std::string NameOf(const wxTreeCtrl& tree, wxTreeItemId item) {
+  return EntryOf(tree, item).Name(tree.GetItemText(item));
 }
 
 std::string Joined(const std::string& folder, const std::string& name) {
@@ -82,8 +89,8 @@ void FolderTree::ShowFolder(const std::string& folder) {
   if (selection.IsOk()) selected_ = PathOf(selection);
   readings_.clear();
   DeleteAllItems();
-  const wxTreeItemId top = AddRoot(LabelOf(platform::PathTextForUser(folder), folder_), kDriver,
-                                   kDriver, new Entry(folder, false));
+  const wxString label = LabelOf(platform::PathTextForUser(folder), folder_);
+  const wxTreeItemId top = AddRoot(label, kDriver, kDriver, new Entry(folder, false, label));
   if (selected_ == folder_) SelectItem(top);
   BeginReading(top, folder_);
 }
@@ -95,7 +102,7 @@ void FolderTree::ShowAgain(const std::string& expanded) {
 
 void FolderTree::ShowSame() {
   const wxTreeItemId top = GetRootItem();
-  if (top.IsOk()) ShowFolder(std::string(EntryOf(*this, top).Name()));
+  if (top.IsOk()) ShowFolder(NameOf(*this, top));
 }
 
 void FolderTree::MarkUploads(const std::string& folder) {
@@ -160,7 +167,7 @@ void FolderTree::Append(const Reading& reading, const std::string& name, bool is
   const std::string path = Joined(reading.folder, name);
   const wxString label = isFolder ? LabelOf(name, path) : Shown(text::Printable(name));
   const wxTreeItemId item =
-      AppendItem(reading.parent, label, kFile, kFile, new Entry(name, isFolder));
+      AppendItem(reading.parent, label, kFile, kFile, new Entry(name, isFolder, label));
   if (isFolder) AppendFolder(item, path);
   if (path != selected_) return;
   selected_.clear();
@@ -187,7 +194,7 @@ void FolderTree::ReadFolder(wxTreeItemId item) {
 
 std::string FolderTree::PathOf(wxTreeItemId item) const {
   if (item == GetRootItem()) return folder_;
-  return Joined(PathOf(GetItemParent(item)), EntryOf(*this, item).Name());
+  return Joined(PathOf(GetItemParent(item)), NameOf(*this, item));
 }
 
 std::string FolderTree::SelectedPath() const {
