@@ -68,6 +68,7 @@ FolderTree::FolderTree(wxWindow* parent, const char* name, Opens opens)
                      wxTR_FULL_ROW_HIGHLIGHT | wxBORDER_THEME),
       opens_(opens) {
   Named(this, name);
+  SetMinSize(FromDIP(kLeastSize));
   wxVector<wxBitmapBundle> pictures;
   for (const char* picture : {"driver", "closed", "open", "file", "upload"}) {
     pictures.push_back(Art(picture, kPictureSize));

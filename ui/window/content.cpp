@@ -114,7 +114,6 @@ void Content::FillWebFrame() {
       ->SetToolTip(Shown(kVirtualDirectoryTip));
   webFolder = new SharedFolder(frame.BodyParent(), "tvWebDir", FolderTree::Opens::kFiles,
                                commands_.Folders().Questions());
-  webFolder->Tree().SetMinSize(FromDIP(kLeastList));
   Describe(webFolder->Tree(), "网站内容", AccessibleRole::kTree);
   frame.Body()->Add(webFolder, wxSizerFlags(1).Expand());
 }
@@ -128,7 +127,6 @@ void Content::FillFtpFrame() {
   frame.Body()->Add(uploadNote, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(kGap)));
   ftpFolder = new SharedFolder(frame.BodyParent(), "tvFtpDir", FolderTree::Opens::kFoldersOfFiles,
                                commands_.Folders().Questions());
-  ftpFolder->Tree().SetMinSize(FromDIP(kLeastList));
   Describe(ftpFolder->Tree(), "共享的文件", AccessibleRole::kTree);
   frame.Body()->Add(ftpFolder, wxSizerFlags(1).Expand());
 }

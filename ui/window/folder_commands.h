@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/service.h"
 #include "ui/pages/shared_folder.h"
