@@ -107,7 +107,7 @@ bool IsAtOrIn(const std::string& path, const std::string& folder) {
   std::error_code error;
   fs::path above = fs::weakly_canonical(NativePath(path), error);
   const fs::path limit = NativePath(folder);
-  if (error) return false;
+  if (error) above = NativePath(path);
   while (true) {
     if (fs::equivalent(above, limit, error)) return true;
     if (above == above.parent_path()) return false;
