@@ -7,6 +7,7 @@
 #include <initializer_list>
 
 #include "core/service_addresses.h"
+#include "text/strings.h"
 #include "ui/controls/basic_controls.h"
 #include "ui/controls/colours.h"
 #include "ui/controls/layout.h"

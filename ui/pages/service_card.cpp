@@ -230,10 +230,10 @@ void ServiceCard::AddWarning(wxBoxSizer& column) {
   warning_->SetForegroundColour(FailedText());
   warning_->SetLabelText(Shown(kWarning));
   warning_->SetToolTip(Shown(kWholeWarning));
-  makeUploadFolder_ = MakeActionButton(this, "cmdCardMakeUploadFolder", "设置上传目录...",
+  makeUploadFolder_ = MakeActionButton(this, "cmdCardMakeUploadFolder", "建立上传目录",
                                        [this] { actions_.makeUploadFolder(); });
   makeUploadFolder_->SetToolTip(Shown(kWholeWarning));
-  Describe(*makeUploadFolder_, std::string("设置上传目录... ") + looks_.title,
+  Describe(*makeUploadFolder_, std::string("建立上传目录 ") + looks_.title,
            AccessibleRole::kItsOwn, kWholeWarning);
   column.Add(warning_, wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kGap)));
   column.AddSpacer(FromDIP(kTightGap));

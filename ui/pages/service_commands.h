@@ -29,6 +29,7 @@ class ServiceCommands {
   virtual void OpenAddress(core::ServiceKind service) = 0;
   virtual void OpenRoot(core::ServiceKind service) = 0;
   virtual void MakeRoot(core::ServiceKind service) = 0;
+  virtual void ChangeRoot(core::ServiceKind service) = 0;
 
   /// Applies the remedy of the diagnosis.
   virtual void Follow(core::ServiceKind service, const core::Diagnosis& diagnosis) = 0;

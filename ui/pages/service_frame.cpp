@@ -30,7 +30,8 @@ constexpr int kPictureSize = 48;
 constexpr int kStateSize = 20;
 constexpr double kTitleFactor = 1.5;
 constexpr int kAddressWidth = 440;  // the maximum for the address
-constexpr int kPathWidth = 240;     // the minimum for the root directory
+constexpr int kPathWidth = 240;     // the minimum for addresses
+constexpr int kRootWidth = 140;     // the minimum for the root directory
 
 constexpr const char* kLiveTab = "正在进行";
 
@@ -118,7 +119,7 @@ wxSizer* ServiceFrame::MakeReason() {
 
 wxSizer* ServiceFrame::MakeRoot(const ServiceLooks& looks) {
   rootDir_ = Named(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition,
-                                    FromDIP(wxSize(kPathWidth, -1)), wxST_ELLIPSIZE_MIDDLE),
+                                    FromDIP(wxSize(kRootWidth, -1)), wxST_ELLIPSIZE_MIDDLE),
                    looks.rootDir);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(MakeQuietText(this, Shown("主目录：")), wxSizerFlags().CentreVertical());
@@ -126,6 +127,10 @@ wxSizer* ServiceFrame::MakeRoot(const ServiceLooks& looks) {
   row->Add(
       MakeActionButton(this, "cmdOpenRoot", "打开文件夹(&F)", Calling(&ServiceCommands::OpenRoot)),
       wxSizerFlags().CentreVertical());
+  if (!looks.canMove) return row;
+  row->Add(
+      MakeActionButton(this, "cmdChangeRoot", "更换(&Z)...", Calling(&ServiceCommands::ChangeRoot)),
+      wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
   return row;
 }
 

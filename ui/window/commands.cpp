@@ -5,7 +5,6 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <string>
 #include <utility>
 
@@ -19,6 +18,7 @@
 #include "platform/native_path.h"
 #include "platform/shell.h"
 #include "platform/system_message.h"
+#include "settings/autostart.h"
 #include "settings/server_ini.h"
 #include "ui/controls/copying.h"
 #include "ui/controls/message_box.h"
@@ -31,9 +31,9 @@
 #include "ui/dialogs/options_dialog.h"
 #include "ui/dialogs/qr_dialog.h"
 #include "ui/dialogs/questions.h"
+#include "ui/dialogs/start_with_system.h"
 #include "ui/dialogs/tip_of_the_day.h"
 #include "ui/dialogs/virtual_directory_dialog.h"
-#include "ui/pages/folder_tree.h"
 #include "ui/pages/latest_log.h"
 #include "ui/pages/mail_user_list.h"
 #include "ui/pages/problems_frame.h"
@@ -57,10 +57,12 @@ constexpr const char* kErrorLog = "RunErr.Log";
 void Commands::ActOn(Content& content, Survey& survey) {
   content_ = &content;
   survey_ = &survey;
+  folders_.ActOn(content);
 }
 
 void Commands::Attach(const Manager& manager) {
   manager_ = &manager;
+  folders_.Attach(manager);
   for (const ServiceKind service : core::kServices) {
     ShowRootDir(service);
     ShowSettingsFault(service);
@@ -81,7 +83,7 @@ void Commands::SelectWelcome() { ShowPage(content_->fraWelcome); }
 void Commands::SelectService(ServiceKind service) {
   content_->FrameOf(service).SetHostNames(core::HostNames(core::HostsFile()));
   Load(service);
-  if (service == ServiceKind::kWeb) RefreshTree();
+  folders_.ShowContent(service);
   if (service == ServiceKind::kMail) LoadMailUsers();
   ShowPage(&content_->FrameOf(service));
 }
@@ -117,15 +119,13 @@ void Commands::ShowDomain(ServiceKind service) {
   content_->fraWelcome->SetAddress(service, address);
 }
 
-void Commands::ShowRootDir(ServiceKind service) {
-  const std::string root = manager_->control.Of(service).RootDir();
-  content_->FrameOf(service).SetRootDir(platform::PathTextForUser(root));
-  content_->FrameOf(service).SetRootMissing(!root.empty() && !files::FolderExists(root));
-}
-
 void Commands::Start(ServiceKind service) {
   manager_->control.Start(service);
-  if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
+  ShowContentIfSeen(service);
+}
+
+void Commands::ShowContentIfSeen(ServiceKind service) {
+  if (content_->FrameOf(service).IsShown()) folders_.ShowContent(service);
 }
 
 void Commands::Stop(ServiceKind service) {
@@ -174,21 +174,6 @@ void Commands::OpenAddress(ServiceKind service) {
   // No program opens a mail server; its address goes into the settings of a mail client.
   const std::string address = core::AddressText(service, manager_->control.Of(service).Domain());
   if (CopyText(address)) status_.Remark("邮件服务器地址已复制。");
-}
-
-void Commands::OpenRoot(ServiceKind service) {
-  const std::string root = manager_->control.Of(service).RootDir();
-  if (!files::FolderExists(root)) return status_.Remark("主目录不存在。");
-  platform::OpenWithShell(platform::PathTextForUser(root));
-}
-
-void Commands::MakeRoot(ServiceKind service) {
-  const std::string root = manager_->control.Of(service).RootDir();
-  std::error_code error;
-  std::filesystem::create_directories(platform::ExistingPath(root), error);
-  if (error) Warn(&window_, "文件夹未能建立：" + platform::SystemMessage(error));
-  ShowRootDir(service);
-  if (service == ServiceKind::kWeb) RefreshTree();
 }
 
 // Also shown before the first start, and while a service is running with the settings in memory.
@@ -244,13 +229,6 @@ void Commands::ShowConnected() {
   survey_->LookAnew();
 }
 
-void Commands::OpenFolderOf(const std::string& path) {
-  const bool isFolder = files::FolderExists(path);
-  const std::string folder = isFolder ? path : path.substr(0, path.find_last_of('\\') + 1);
-  if (!files::FolderExists(folder)) return status_.Remark("文件夹不存在。");
-  platform::OpenWithShell(platform::PathTextForUser(folder));
-}
-
 void Commands::Disconnect(ServiceKind service, const net::ConnectionReport& connection) {
   manager_->control.Of(service).Disconnect(connection.protocol, connection.slot);
   survey_->LookAnew();
@@ -289,7 +267,6 @@ void Commands::ShowOptionsAt(ServiceKind service, std::optional<int> wrongPort) 
   Load(service);
   if (AskForOptions(&window_, *manager_, service, wrongPort)) TakeOver(service);
   ShowRootDir(service);
-  survey_->ShowFirstSteps();
 }
 
 // What is confirmed holds at once, whether the service is running or not. The reason of the last
@@ -298,8 +275,9 @@ void Commands::TakeOver(ServiceKind service) {
   content_->fraWelcome->SetDiagnosis(service, std::nullopt);
   content_->FrameOf(service).SetDiagnosis(std::nullopt);
   Load(service);
-  if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
+  ShowContentIfSeen(service);
   if (service == ServiceKind::kMail) LoadMailUsers();
+  survey_->ShowFirstSteps();
 }
 
 void Commands::ShowGeneralOptions() {
@@ -308,13 +286,17 @@ void Commands::ShowGeneralOptions() {
   dialog.ShowModal();
 }
 
+bool Commands::StartsWithSystem() const { return settings::StartsWithSystem(manager_->program); }
+
+void Commands::ToggleStartWithSystem() {
+  SetToStartWithSystem(&window_, manager_->program, !StartsWithSystem());
+}
+
 void Commands::AddVirtualDirectory() {
   frmEditDir dialog(&window_, manager_->program);
   dialog.SetTitle(Shown("添加虚拟目录"));
   dialog.ShowModal();
 }
-
-void Commands::RefreshTree() { content_->tvWebDir->ShowFolder(manager_->web.RootDir()); }
 
 void Commands::LoadMailUsers() {
   content_->lvMailUser->LoadMailUsers(manager_->mail.RootDir());

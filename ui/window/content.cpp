@@ -14,10 +14,11 @@
 #include "ui/controls/selector.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/permission_groups.h"
-#include "ui/pages/folder_tree.h"
 #include "ui/pages/mail_user_list.h"
 #include "ui/pages/problems_frame.h"
 #include "ui/pages/service_looks.h"
+#include "ui/pages/shared_folder.h"
+#include "ui/pages/upload_note.h"
 #include "ui/window/commands.h"
 
 namespace ui {
@@ -101,7 +102,7 @@ WelcomeFrame* Content::MakeWelcomeFrame() {
                       [this](const std::vector<std::string>& addresses) {
                         commands_.ShowQrCode(addresses);
                       },
-                  .makeUploadFolder = [this] { commands_.ShowOptions(ServiceKind::kFtp); },
+                  .makeUploadFolder = [this] { commands_.MakeUploadFolder(); },
               },
           .startAll = [this] { commands_.StartAll(); },
           .stopAll = [this] { commands_.StopAll(); },
@@ -111,28 +112,51 @@ WelcomeFrame* Content::MakeWelcomeFrame() {
                   .putPage = [this] { commands_.PutPage(); },
                   .startAll = [this] { commands_.StartAll(); },
                   .giveAddress = [this] { commands_.GiveFirstAddress(); },
-                  .makeUploadFolder = [this] { commands_.ShowOptions(ServiceKind::kFtp); },
+                  .makeUploadFolder = [this] { commands_.MakeUploadFolder(); },
               },
       });
+}
+
+void Content::AddFolderButtons(ServiceKind service, wxBoxSizer* heading) {
+  ServiceFrame& frame = FrameOf(service);
+  frame.AddBodyButton(heading, "cmdRefresh", "刷新(&R)",
+                      [this, service] { commands_.Folders().Refresh(service); });
+  frame.AddBodyButton(heading, "cmdAddFiles", "添加文件(&I)...",
+                      [this, service] { FolderOf(service).AddFiles(); });
 }
 
 void Content::FillWebFrame() {
   ServiceFrame& frame = FrameOf(ServiceKind::kWeb);
   wxBoxSizer* heading = frame.AddBodyHeading("网站内容");
-  frame.AddBodyButton(heading, "cmdRefresh", "刷新(&R)", [this] { commands_.RefreshTree(); });
+  AddFolderButtons(ServiceKind::kWeb, heading);
   frame
       .AddBodyButton(heading, "cmdAddVirtualDir", "虚拟目录(&N)...",
                      [this] { commands_.AddVirtualDirectory(); })
       ->SetToolTip(Shown(kVirtualDirectoryTip));
-  tvWebDir = new FolderTree(frame.BodyParent());
-  tvWebDir->SetMinSize(FromDIP(kLeastList));
-  Describe(*tvWebDir, "网站内容", AccessibleRole::kTree);
-  frame.Body()->Add(tvWebDir, wxSizerFlags(1).Expand());
+  webFolder = new SharedFolder(frame.BodyParent(), "tvWebDir", FolderTree::Opens::kFiles,
+                               commands_.Folders().Questions());
+  Describe(webFolder->Tree(), "网站内容", AccessibleRole::kTree);
+  frame.Body()->Add(webFolder, wxSizerFlags(1).Expand());
 }
 
 void Content::FillFtpFrame() {
   ServiceFrame& frame = FrameOf(ServiceKind::kFtp);
-  wxBoxSizer* heading = frame.AddBodyHeading("虚拟目录");
+  wxBoxSizer* heading = frame.AddBodyHeading("共享的文件");
+  AddFolderButtons(ServiceKind::kFtp, heading);
+  AddFtpVirtualDirectories(heading);
+  uploadNote = new UploadNote(frame.BodyParent(), [this] { commands_.MakeUploadFolder(); });
+  frame.Body()->Add(uploadNote, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(kGap)));
+  ftpFolder = new SharedFolder(frame.BodyParent(), "tvFtpDir", FolderTree::Opens::kFoldersOfFiles,
+                               commands_.Folders().Questions());
+  Describe(ftpFolder->Tree(), "共享的文件", AccessibleRole::kTree);
+  frame.Body()->Add(ftpFolder, wxSizerFlags(1).Expand());
+}
+
+void Content::AddFtpVirtualDirectories(wxBoxSizer* heading) {
+  ServiceFrame& frame = FrameOf(ServiceKind::kFtp);
+  auto* label = new wxStaticText(frame.BodyParent(), wxID_ANY, Shown("虚拟目录："));
+  label->SetForegroundColour(QuietText());
+  heading->Add(label, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kEdge)));
   const std::pair<const char*, const char*> buttons[] = {
       {"cmdAddFtpVirtualDir", "添加(&A)..."},
       {"cmdEditFtpVirtualDir", "编辑(&E)..."},
@@ -143,12 +167,6 @@ void Content::FillFtpFrame() {
     button->Disable();
     button->SetToolTip(Shown("FTP 服务只有一个主目录，没有虚拟目录。"));
   }
-  auto* note = new wxStaticText(
-      frame.BodyParent(), wxID_ANY,
-      Shown("FTP 服务只有一个主目录：客户端看到的“/”就是它。\n"
-            "任何用户名和密码都可以登录并下载；\n上传、改名和删除只限于选项中的上传目录。"));
-  note->SetForegroundColour(QuietText());
-  frame.Body()->Add(note, wxSizerFlags().Expand());
 }
 
 void Content::FillMailFrame() {

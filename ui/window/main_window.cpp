@@ -62,6 +62,10 @@ frmMain::frmMain()
     UpdateStatus(service, ServiceState::kOff, core::TextsOf(service).statusOff);
   }
   Bind(wxEVT_MENU, &frmMain::OnMenu, this);
+  Bind(wxEVT_MENU_OPEN, [this](wxMenuEvent& event) {
+    event.Skip();
+    MarkStartWithSystem();
+  });
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) {
     if (onClose_ && (!IsClosedByUser() || commands_.MayEnd())) onClose_();
   });
@@ -86,6 +90,12 @@ void frmMain::Attach(const Manager& manager, std::function<void()> onClose) {
   survey_.OnConnected([this](bool connected) { ShowTrayState(connected); });
   mode_.Attach(manager_->program, onClose_);
   commands_.Attach(*manager_);
+  MarkStartWithSystem();
+}
+
+// The fact, which the menu is not alone to change.
+void frmMain::MarkStartWithSystem() {
+  if (manager_) GetMenuBar()->Check(mnuStartWithSystem, commands_.StartsWithSystem());
 }
 
 // A tab control handles these keys only while it has the focus; here they work anywhere in the
@@ -204,6 +214,9 @@ void frmMain::OnMenu(wxCommandEvent& event) {
       // The options can remove the password, so from the tray it is required first.
       if (mode_.MayUse()) commands_.ShowGeneralOptions();
       return;
+    case mnuStartWithSystem:
+      commands_.ToggleStartWithSystem();
+      return MarkStartWithSystem();
     case mnuHelpTopic:
       return commands_.ShowHelp();
     case mnuTips:
