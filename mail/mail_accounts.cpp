@@ -1,6 +1,7 @@
 #include "mail/mail_accounts.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "files/files.h"
 #include "platform/system_message.h"
@@ -62,12 +63,20 @@ bool IsAccountName(std::string_view name) {
   return name.find_first_not_of(". ") != std::string_view::npos;
 }
 
+std::vector<std::string> MailUserNames(std::string_view mailRoot) {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (platform::DirectoryEntry& entry : files::ListFolder(MailUserFolder(mailRoot), error)) {
+    if (entry.isFolder) names.push_back(std::move(entry.name));
+  }
+  return names;
+}
+
 std::vector<MailUser> ListMailUsers(std::string_view mailRoot) {
   std::vector<MailUser> users;
-  std::error_code error;
-  for (const platform::DirectoryEntry& entry : files::ListFolder(MailUserFolder(mailRoot), error)) {
-    if (!entry.isFolder) continue;
-    users.push_back({entry.name, ReadMailPassword(BoxOf(mailRoot, entry.name))});
+  for (std::string& name : MailUserNames(mailRoot)) {
+    std::string password = ReadMailPassword(BoxOf(mailRoot, name));
+    users.push_back({std::move(name), std::move(password)});
   }
   return users;
 }
@@ -112,8 +121,11 @@ std::error_code SaveMailUser(std::string_view mailRoot, const MailUser& user) {
 void RemoveMailUser(std::string_view mailRoot, std::string_view name,
                     const files::ErrorLog& errors) {
   if (!MailUserExists(mailRoot, name)) return;
-  const std::string folder = MailUserFolder(mailRoot) + std::string(name);
-  // The mailbox itself may be a link.
+  RemoveFolderWhole(MailUserFolder(mailRoot) + std::string(name), errors);
+}
+
+void RemoveFolderWhole(const std::string& folder, const files::ErrorLog& errors) {
+  if (!files::FolderExists(folder)) return;
   if (!files::RemoveFolder(folder)) return;
   DeleteContents(AddSlash(folder), errors);
   files::RemoveFolder(folder);
