@@ -83,12 +83,20 @@ std::vector<MailUser> ListMailUsers(std::string_view mailRoot) {
 
 std::size_t MessagesOf(std::string_view mailRoot, std::string_view name) {
   if (!MailUserExists(mailRoot, name)) return 0;
+  constexpr std::size_t kStep = 1000;
   std::error_code error;
-  const auto entries = files::ListFolder(BoxOf(mailRoot, name), error);
-  return static_cast<std::size_t>(
-      std::count_if(entries.begin(), entries.end(), [](const platform::DirectoryEntry& entry) {
-        return !entry.isFolder && text::MatchesWildcard(entry.name, "*.eml");
-      }));
+  std::vector<platform::DirectoryEntry> entries;
+  std::ptrdiff_t messages = 0;
+  // Not sorted, which would take most of the time.
+  platform::DirectoryReader folder = files::ReadFolder(BoxOf(mailRoot, name), error);
+  do {
+    entries.clear();
+    if (!error) folder.Read(kStep, entries, error);
+    messages += std::count_if(entries.begin(), entries.end(), [](const auto& entry) {
+      return !entry.isFolder && text::MatchesWildcard(entry.name, "*.eml");
+    });
+  } while (!entries.empty());
+  return static_cast<std::size_t>(messages);
 }
 
 bool MailUserExists(std::string_view mailRoot, std::string_view name) {

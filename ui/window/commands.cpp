@@ -1,11 +1,7 @@
 #include "ui/window/commands.h"
 
-#include <wx/clipbrd.h>
 #include <wx/frame.h>
-#include <wx/stattext.h>
-#include <wx/textctrl.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -16,18 +12,17 @@
 #include "core/service_texts.h"
 #include "core/who_is_connected.h"
 #include "files/files.h"
-#include "mail/mail_accounts.h"
 #include "platform/native_path.h"
 #include "platform/shell.h"
 #include "platform/system_message.h"
 #include "settings/server_ini.h"
+#include "ui/controls/clipboard.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/about_box.h"
 #include "ui/dialogs/cut_off_question.h"
 #include "ui/dialogs/domain_questions.h"
 #include "ui/dialogs/help_box.h"
-#include "ui/dialogs/mail_user_dialog.h"
 #include "ui/dialogs/options_dialog.h"
 #include "ui/dialogs/qr_dialog.h"
 #include "ui/dialogs/questions.h"
@@ -35,7 +30,6 @@
 #include "ui/dialogs/virtual_directory_dialog.h"
 #include "ui/pages/folder_tree.h"
 #include "ui/pages/latest_log.h"
-#include "ui/pages/mail_user_list.h"
 #include "ui/pages/problems_frame.h"
 #include "ui/pages/service_looks.h"
 #include "ui/window/content.h"
@@ -52,20 +46,17 @@ constexpr ServiceKind kStartOrder[] = {ServiceKind::kWeb, ServiceKind::kMail, Se
 
 constexpr const char* kErrorLog = "RunErr.Log";
 
-bool Copy(const std::string& text) {
-  wxClipboardLocker clipboard;
-  return !!clipboard && wxTheClipboard->SetData(new wxTextDataObject(Shown(text)));
-}
-
 }  // namespace
 
 void Commands::ActOn(Content& content, Survey& survey) {
   content_ = &content;
   survey_ = &survey;
+  mail_.ActOn(content);
 }
 
 void Commands::Attach(const Manager& manager) {
   manager_ = &manager;
+  mail_.Attach(manager);
   for (const ServiceKind service : core::kServices) {
     ShowRootDir(service);
     ShowSettingsFault(service);
@@ -87,7 +78,7 @@ void Commands::SelectService(ServiceKind service) {
   content_->FrameOf(service).SetHostNames(core::HostNames(core::HostsFile()));
   Load(service);
   if (service == ServiceKind::kWeb) RefreshTree();
-  if (service == ServiceKind::kMail) LoadMailUsers();
+  if (service == ServiceKind::kMail) mail_.LoadUsers();
   ShowPage(&content_->FrameOf(service));
 }
 
@@ -176,7 +167,7 @@ void Commands::OpenAddress(ServiceKind service) {
   }
   // No program opens a mail server; its address goes into the settings of a mail client.
   const std::string address = core::AddressText(service, manager_->control.Of(service).Domain());
-  if (Copy(address)) status_.Remark("邮件服务器地址已复制。");
+  if (CopyToClipboard(address)) status_.Remark("邮件服务器地址已复制。");
 }
 
 void Commands::OpenRoot(ServiceKind service) {
@@ -213,7 +204,7 @@ void Commands::Follow(ServiceKind service, const core::Diagnosis& diagnosis) {
 }
 
 void Commands::CopyForUser(const std::string& text) {
-  if (Copy(text)) status_.Remark("已复制。");
+  if (CopyToClipboard(text)) status_.Remark("已复制。");
 }
 
 void Commands::OpenFolderOf(const std::string& path) {
@@ -263,7 +254,7 @@ void Commands::TakeOver(ServiceKind service) {
   content_->FrameOf(service).SetDiagnosis(std::nullopt);
   Load(service);
   if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
-  if (service == ServiceKind::kMail) LoadMailUsers();
+  if (service == ServiceKind::kMail) mail_.LoadUsers();
 }
 
 void Commands::ShowGeneralOptions() {
@@ -280,25 +271,6 @@ void Commands::AddVirtualDirectory() {
 
 void Commands::RefreshTree() { content_->tvWebDir->ShowFolder(manager_->web.RootDir()); }
 
-void Commands::LoadMailUsers() {
-  content_->lvMailUser->LoadMailUsers(manager_->mail.RootDir());
-  ShowMessagesOfSelected();
-}
-
-// Shown here because the question before the deletion does not mention messages.
-void Commands::ShowMessagesOfSelected() {
-  const long row = content_->lvMailUser->SelectedRow();
-  std::string text = " ";
-  if (row >= 0) {
-    const std::string name = content_->lvMailUser->UserAt(row).name;
-    const std::size_t messages = ModMail::MessagesOf(manager_->mail.RootDir(), name);
-    text = messages == 0 ? "用户“" + name + "”没有邮件。"
-                         : "用户“" + name + "”有 " + std::to_string(messages) +
-                               " 封邮件，删除用户时会一起删除。";
-  }
-  content_->lblMessages->SetLabel(Shown(text));
-}
-
 void Commands::PutPage() {
   if (!files::FolderExists(manager_->web.RootDir())) MakeRoot(ServiceKind::kWeb);
   OpenRoot(ServiceKind::kWeb);
@@ -306,34 +278,7 @@ void Commands::PutPage() {
 
 void Commands::AddFirstMailUser() {
   SelectService(ServiceKind::kMail);
-  AddMailUser();
-}
-
-void Commands::AddMailUser() {
-  frmEmailUsers(&window_, manager_->program, manager_->mail).ShowModal();
-  LoadMailUsers();
-}
-
-void Commands::EditMailUser() {
-  if (content_->lvMailUser->GetItemCount() == 0) return;
-  const ModMail::MailUser user =
-      content_->lvMailUser->UserAt(std::max(content_->lvMailUser->SelectedRow(), 0L));
-  frmEmailUsers dialog(&window_, manager_->program, manager_->mail);
-  dialog.SetTitle(Shown("编辑用户"));
-  dialog.txtUser->SetValue(Shown(user.name));
-  dialog.txtPass->SetValue(Shown(user.password));
-  dialog.ShowModal();
-  LoadMailUsers();
-}
-
-void Commands::DeleteMailUser() {
-  const long row = content_->lvMailUser->SelectedRow();
-  if (row < 0) return Warn(&window_, "请选择要删除的用户！");
-  if (!Confirm(&window_, "确实要删除该用户吗？")) return;
-  ModMail::RemoveMailUser(manager_->mail.RootDir(), content_->lvMailUser->UserAt(row).name,
-                          manager_->program.errors);
-  content_->lvMailUser->DeleteItem(row);
-  ShowMessagesOfSelected();
+  mail_.AddUser();
 }
 
 void Commands::ShowHelp() { ui::ShowHelp(&window_, manager_->program); }

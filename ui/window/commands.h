@@ -1,14 +1,16 @@
 #pragma once
 
 // What the user can do in the main window: start and stop services, open their addresses and
-// folders, change options, edit mail users. Commands show their results on the pages. They do not
-// know whether the window or the tray icon is visible (ui/window/tray_mode.h).
+// folders, change options. What belongs to the mail page is in MailCommands. Commands show their
+// results on the pages. They do not know whether the window or the tray icon is visible
+// (ui/window/tray_mode.h).
 
 #include <array>
 #include <string>
 #include <vector>
 
 #include "ui/pages/service_commands.h"
+#include "ui/window/mail_commands.h"
 #include "ui/window/main_menu.h"
 #include "ui/window/manager.h"
 
@@ -25,7 +27,7 @@ class Commands : public ServiceCommands {
   /// `running` is what the menu shows; a service that failed to stop is still running there. All
   /// arguments must outlive this object.
   Commands(wxFrame& window, StatusBar& status, const ServiceStates& running)
-      : window_(window), status_(status), running_(running) {}
+      : window_(window), status_(status), running_(running), mail_(window, status) {}
 
   /// Sets where commands show their results. Must be called before any command.
   void ActOn(Content& content, Survey& survey);
@@ -69,10 +71,7 @@ class Commands : public ServiceCommands {
   void RefreshTree();
   void AddVirtualDirectory();
 
-  void AddMailUser();
-  void EditMailUser();
-  void DeleteMailUser();
-  void ShowMessagesOfSelected();
+  MailCommands& Mail() { return mail_; }
 
   void ShowGeneralOptions();
   void ShowHelp();
@@ -86,11 +85,11 @@ class Commands : public ServiceCommands {
   void Load(core::ServiceKind service);
   void ShowDomain(core::ServiceKind service);
   void TakeOver(core::ServiceKind service);
-  void LoadMailUsers();
 
   wxFrame& window_;
   StatusBar& status_;
   const ServiceStates& running_;
+  MailCommands mail_;
   Content* content_ = nullptr;
   Survey* survey_ = nullptr;
   const Manager* manager_ = nullptr;

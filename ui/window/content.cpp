@@ -15,6 +15,7 @@
 #include "ui/dialogs/permission_groups.h"
 #include "ui/pages/folder_tree.h"
 #include "ui/pages/mail_user_list.h"
+#include "ui/pages/message_panel.h"
 #include "ui/pages/problems_frame.h"
 #include "ui/pages/service_looks.h"
 #include "ui/window/commands.h"
@@ -132,24 +133,36 @@ void Content::FillFtpFrame() {
 
 void Content::FillMailFrame() {
   ServiceFrame& frame = FrameOf(ServiceKind::kMail);
-  wxBoxSizer* heading = frame.AddBodyHeading("邮件用户");
-  frame.AddBodyButton(heading, "cmdAddMailUser", "添加(&A)...",
-                      [this] { commands_.AddMailUser(); });
-  frame.AddBodyButton(heading, "cmdEditMailUser", "编辑(&E)...",
-                      [this] { commands_.EditMailUser(); });
-  frame.AddBodyButton(heading, "cmdDelMailUser", "删除(&L)",
-                      [this] { commands_.DeleteMailUser(); });
-  lvMailUser = new MailUserList(frame.BodyParent());
-  lvMailUser->SetMinSize(FromDIP(kLeastList));
-  Describe(*lvMailUser, "邮件用户", AccessibleRole::kTable);
-  lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { commands_.EditMailUser(); });
-  for (const auto& event : {wxEVT_LIST_ITEM_SELECTED, wxEVT_LIST_ITEM_DESELECTED}) {
-    lvMailUser->Bind(event, [this](wxListEvent&) { commands_.ShowMessagesOfSelected(); });
-  }
-  frame.Body()->Add(lvMailUser, wxSizerFlags(1).Expand());
+  MailCommands& mail = commands_.Mail();
+  wxBoxSizer* heading = frame.AddBodyHeading("邮件");
+  frame.AddBodyButton(heading, "cmdAddMailUser", "添加(&A)...", [&mail] { mail.AddUser(); });
+  frame.AddBodyButton(heading, "cmdEditMailUser", "编辑(&E)...", [&mail] { mail.EditUser(); });
+  frame.AddBodyButton(heading, "cmdDelMailUser", "删除(&L)", [&mail] { mail.DeleteUser(); });
+  frame.AddBodyButton(heading, "cmdMailSettings", "邮件程序的设置(&N)...",
+                      [&mail] { mail.ShowSettings(); });
+  MakeMailUserList(frame.BodyParent());
+  messages = new MessagePanel(
+      frame.BodyParent(),
+      {.open = [&mail](const ModMail::MessageSummary& message) { mail.OpenMessage(message); },
+       .remove = [&mail](const ModMail::MessageSummary& message) { mail.RemoveMessage(message); }});
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(lvMailUser, wxSizerFlags(1).Expand().Border(wxRIGHT, FromDIP(kGap)));
+  row->Add(messages, wxSizerFlags(3).Expand());
+  frame.Body()->Add(row, wxSizerFlags(1).Expand());
   lblMessages = Named(new wxStaticText(frame.BodyParent(), wxID_ANY, " "), "lblMessages");
   lblMessages->SetForegroundColour(QuietText());
   frame.Body()->Add(lblMessages, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap)));
+}
+
+void Content::MakeMailUserList(wxWindow* parent) {
+  MailCommands& mail = commands_.Mail();
+  lvMailUser = new MailUserList(parent);
+  lvMailUser->SetMinSize(FromDIP(kLeastList));
+  Describe(*lvMailUser, "邮件用户", AccessibleRole::kTable);
+  lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [&mail](wxListEvent&) { mail.EditUser(); });
+  for (const auto& event : {wxEVT_LIST_ITEM_SELECTED, wxEVT_LIST_ITEM_DESELECTED}) {
+    lvMailUser->Bind(event, [&mail](wxListEvent&) { mail.ShowMessagesOfSelected(); });
+  }
 }
 
 std::array<Page*, 5> Content::Pages() const {

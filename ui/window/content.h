@@ -17,6 +17,7 @@ namespace ui {
 class Commands;
 class FolderTree;
 class MailUserList;
+class MessagePanel;
 class ProblemsFrame;
 class Selector;
 
@@ -50,6 +51,7 @@ class Content : public wxPanel {
   FolderTree* tvWebDir;
   MailUserList* lvMailUser;
   wxStaticText* lblMessages;  // the messages of the selected mail user
+  MessagePanel* messages;
 
  private:
   wxWindow* MakeSideBar();
@@ -58,6 +60,7 @@ class Content : public wxPanel {
   void FillWebFrame();
   void FillFtpFrame();
   void FillMailFrame();
+  void MakeMailUserList(wxWindow* parent);
   std::array<Page*, 5> Pages() const;
 
   Commands& commands_;
