@@ -63,8 +63,9 @@ void MessageList::ShowMessages(std::vector<MessageSummary> messages) {
   const MessageSummary* selected = Selected();
   const MessageSummary kept = selected == nullptr ? MessageSummary() : *selected;
   const long former = GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_SELECTED);
-  messages_ = std::move(messages);
+  // First of all, since it looks at the row.
   if (former >= 0) SetItemState(former, 0, kState);
+  messages_ = std::move(messages);
   SetItemCount(static_cast<long>(messages_.size()));
   const auto found = std::find_if(messages_.begin(), messages_.end(), [&](const auto& message) {
     return ModMail::IsSameFile(message, kept);

@@ -19,11 +19,6 @@ namespace {
 constexpr int kPause = 10;         // milliseconds between two turns of reading
 const wxSize kLeastList(200, 64);  // the headings and a row
 
-std::string CountText(std::size_t count, bool isCut) {
-  if (count == 0) return "没有邮件";
-  return isCut ? "只显示 " + std::to_string(count) + " 封" : std::to_string(count) + " 封邮件";
-}
-
 }  // namespace
 
 MessagePanel::MessagePanel(wxWindow* parent, Actions actions)
@@ -42,16 +37,16 @@ MessagePanel::MessagePanel(wxWindow* parent, Actions actions)
   cmdRemoveMessage = MakeActionButton(this, "cmdRemoveMessage", "删除邮件(&Z)", [this] {
     if (const auto* selected = lstMessages->Selected()) actions_.remove(*selected);
   });
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(lblMailbox, wxSizerFlags(1).CentreVertical());
-  row->Add(cmdOpenMessage, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
-  row->Add(cmdRemoveMessage, wxSizerFlags().CentreVertical());
+  lists_ = new wxBoxSizer(wxHORIZONTAL);
+  lists_->Add(lstMessages, wxSizerFlags(3).Expand());
+  bottom_ = new wxBoxSizer(wxHORIZONTAL);
+  bottom_->Add(lblMailbox, wxSizerFlags().CentreVertical());
+  bottom_->Add(cmdOpenMessage, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
+  bottom_->Add(cmdRemoveMessage, wxSizerFlags().CentreVertical());
   Column column(this);
-  column.Add(lstMessages, 1);
-  column.Add(row);
-  SetSizerAndFit(new wxBoxSizer(wxVERTICAL));
-  GetSizer()->Add(column.Sizer(), wxSizerFlags(1).Expand());
-  Fit();
+  column.Add(lists_, 1);
+  column.Add(bottom_);
+  SetSizerAndFit(column.Sizer());
   EnableFitting();
   timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Work(); });
 }
@@ -85,8 +80,18 @@ void MessagePanel::Work() {
   }
   timer_.Stop();
   lstMessages->ShowMessages(view_->Messages());
-  lblMailbox->SetLabel(Shown(CountText(view_->Messages().size(), view_->IsCut())));
+  lblMailbox->SetLabel(Shown(CountText()));
+  lblMailbox->Show(!CountText().empty());
   EnableFitting();
+  Layout();
+}
+
+// How many a user has is said elsewhere.
+std::string MessagePanel::CountText() const {
+  const std::size_t count = view_->Messages().size();
+  if (view_->IsCut()) return "邮件太多，只显示 " + std::to_string(count) + " 封。";
+  if (!view_->IsOfAll()) return "";
+  return count == 0 ? "没有邮件。" : "所有用户共有 " + std::to_string(count) + " 封邮件。";
 }
 
 void MessagePanel::OnActivate() {

@@ -1,7 +1,7 @@
 #pragma once
 
-// The messages of a mailbox or of all with their buttons. They are read in pieces, so that a
-// mailbox of any size blocks nothing.
+// The messages of a mailbox or of all with their buttons, and places for the mail users beside
+// them. They are read in pieces, so that a mailbox of any size blocks nothing.
 
 #include <wx/panel.h>
 #include <wx/timer.h>
@@ -12,6 +12,7 @@
 
 #include "mail/mailbox_view.h"
 
+class wxBoxSizer;
 class wxButton;
 class wxStaticText;
 
@@ -34,8 +35,13 @@ class MessagePanel : public wxPanel {
   /// Reads again what has changed.
   void LookAnew();
 
+  /// The mail users go to the beginning of the lists, a text about them into the second place of
+  /// the bottom row, as children of this panel.
+  wxBoxSizer* Lists() { return lists_; }
+  wxBoxSizer* Bottom() { return bottom_; }
+
   MessageList* lstMessages;
-  wxStaticText* lblMailbox;  // how many there are
+  wxStaticText* lblMailbox;  // how many all have, or that they are being read
   wxButton* cmdOpenMessage;
   wxButton* cmdRemoveMessage;
 
@@ -44,12 +50,15 @@ class MessagePanel : public wxPanel {
   void OnActivate();
   void EnableFitting();
   void BeginReading();
+  std::string CountText() const;
 
   Actions actions_;
   std::string mailRoot_;
   std::string user_;
   std::optional<ModMail::MailboxView> view_;
   wxTimer timer_;
+  wxBoxSizer* lists_;
+  wxBoxSizer* bottom_;
 };
 
 }  // namespace ui

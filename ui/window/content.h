@@ -60,7 +60,7 @@ class Content : public wxPanel {
   void FillWebFrame();
   void FillFtpFrame();
   void FillMailFrame();
-  void MakeMailUserList(wxWindow* parent);
+  void MakeMailUserList();
   std::array<Page*, 5> Pages() const;
 
   Commands& commands_;
