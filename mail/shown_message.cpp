@@ -30,14 +30,24 @@ bool IsSuperseded(const MimeMessage& message, const MimePart& part) {
   return false;
 }
 
+// Where to divide `bytes` so that the first part has at most `most` bytes and divides no character.
+// In every set a blank is no part of another character.
+std::size_t GoodEnd(std::string_view bytes, std::size_t most) {
+  if (bytes.size() <= most) return bytes.size();
+  const std::size_t blank = bytes.substr(0, most).find_last_of("\n ");
+  if (blank != std::string_view::npos) return blank + 1;
+  constexpr std::size_t kLongestCharacter = 4;
+  std::size_t end = most;
+  while (most - end < kLongestCharacter && text::IsContinuation(bytes[end])) --end;
+  return end;
+}
+
 // A text is converted line by line or nearly so: what is wrong with one line should not affect all
 // the others.
 std::string Converted(const std::string& charset, std::string_view bytes) {
   std::string text;
   while (!bytes.empty()) {
-    std::size_t length = std::min(bytes.size(), kConvertedAtOnce);
-    const std::size_t lineEnd = bytes.substr(0, length).rfind('\n');
-    if (length < bytes.size() && lineEnd != std::string_view::npos) length = lineEnd + 1;
+    const std::size_t length = GoodEnd(bytes, kConvertedAtOnce);
     text += text::FromNamed(charset, bytes.substr(0, length));
     bytes.remove_prefix(length);
   }
@@ -130,7 +140,7 @@ void ShownMessage::ReadText() {
   const bool isFull = read_ + bytes_.size() > kMostText;
   if (goesOn && !isFull) return;
   isTextCut_ = isFull;
-  if (isFull) bytes_.resize(kMostText - read_);
+  if (isFull) bytes_.resize(GoodEnd(bytes_, kMostText - read_));
   FinishText();
   if (isFull) texts_.clear();
 }

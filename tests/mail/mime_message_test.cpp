@@ -132,6 +132,17 @@ TEST(MimeMessage, ThatIsHostileIsReadInLinearTimeAndShownInPart) {
   HeaderField("Subject:" + many(kMany, "=?b?B?"), "Subject");
 }
 
+TEST(MimeMessage, HasNoCharacterDividedWhereItsTextIs) {
+  for (const char* blank : {" ", ""}) {
+    std::string text = "Subject: a\n\n";
+    for (int i = 0; i < 200000; ++i) text += "x你" + std::string(blank);
+    const std::string shown = ShownOf(text);
+    const std::string ofText = "xa|\n 你";
+    EXPECT_EQ(shown.find_first_not_of(ofText), std::string::npos);
+    EXPECT_GT(shown.size(), ShownMessage::kMostText);
+  }
+}
+
 TEST(MimeMessage, HasADateThatIsReadOrNone) {
   using std::chrono::sys_days, std::chrono::hours, std::chrono::minutes;
   const text::WallTime day = sys_days(std::chrono::year(2026) / 2 / 28);

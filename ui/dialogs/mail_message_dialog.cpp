@@ -1,6 +1,7 @@
 #include "ui/dialogs/mail_message_dialog.h"
 
 #include <wx/button.h>
+#include <wx/display.h>
 #include <wx/listctrl.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
@@ -33,7 +34,8 @@ using ModMail::MimePart;
 
 constexpr int kPause = 5;                      // milliseconds between two turns of work
 constexpr std::chrono::milliseconds kTurn(4);  // of work
-const wxSize kTextSize(560, 180);
+const wxSize kSize(600, 540);                  // unless the screen is too small for it
+const wxSize kLeastText(300, 60);
 constexpr int kHeaderLines = 5;
 constexpr int kAttachmentsHeight = 96;
 constexpr std::size_t kLongestValue = 2000;
@@ -90,6 +92,10 @@ frmMailMessage::frmMailMessage(wxWindow* parent, std::unique_ptr<ModMail::ShownM
   column->Add(lblNote, wxSizerFlags(next).Border(wxTOP | wxLEFT | wxRIGHT, FromDIP(kGap)));
   column->Add(MakeButtons(), wxSizerFlags().Expand().Border(wxALL, FromDIP(kEdge)));
   SetSizerAndFit(column);
+  wxSize size = FromDIP(kSize);
+  size.DecTo(wxDisplay(parent).GetClientArea().GetSize());
+  size.IncTo(GetSize());
+  SetSize(size);
   CentreOnParent();
   EnableFitting();
   ShowNote("正在读取……");
@@ -104,8 +110,9 @@ void frmMailMessage::MakeControls() {
   const int line = txtHeader->GetTextExtent(Shown("字")).y + FromDIP(kTightGap) / 2;
   txtHeader->SetMinSize({-1, kHeaderLines * line + FromDIP(kGap)});
   Describe(*txtHeader, "邮件头");
-  txtText = Named(new wxTextCtrl(this, wxID_ANY, "", wxDefaultPosition, FromDIP(kTextSize), kShown),
-                  "txtText");
+  txtText =
+      Named(new wxTextCtrl(this, wxID_ANY, "", wxDefaultPosition, FromDIP(kLeastText), kShown),
+            "txtText");
   Describe(*txtText, "正文");
   lblNote = Named(new wxStaticText(this, wxID_ANY, " "), "lblNote");
   lblNote->SetForegroundColour(QuietText());
