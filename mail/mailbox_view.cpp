@@ -76,6 +76,9 @@ std::string NameInAddress(std::string_view address) {
 std::error_code RemoveMessage(const std::string& mailRoot, const MessageSummary& message,
                               const files::ErrorLog& errors) {
   const std::string path = PathOf(mailRoot, message);
+  if (files::StampOf(path) != message.stamp) {
+    return std::make_error_code(std::errc::no_such_file_or_directory);
+  }
   if (const std::error_code error = files::RemoveFile(path)) return error;
   // Of other files nothing is unpacked.
   if (!StartsWithAscii(message.file, "Message_")) return {};

@@ -96,7 +96,8 @@ bool IsSameFile(const MessageSummary& left, const MessageSummary& right);
 std::string NameInAddress(std::string_view address);
 
 /// Removes a message, and the folder with what was unpacked of it. The copies of its attachments in
-/// Accessary stay, as after DELE. An error if its file cannot be removed, also if it is gone.
+/// Accessary stay, as after DELE. An error if its file cannot be removed. One that is gone, or has
+/// changed since it was listed, is a missing file: the user has not seen what it contains now.
 std::error_code RemoveMessage(const std::string& mailRoot, const MessageSummary& message,
                               const files::ErrorLog& errors);
 

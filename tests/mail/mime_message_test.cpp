@@ -114,8 +114,9 @@ TEST(MimeMessage, ThatIsHostileIsReadInLinearTimeAndShownInPart) {
   };
   std::string nested;
   for (int i = 0; i < 10000; ++i) {
-    const std::string name = std::to_string(i);
-    nested += "Content-Type: multipart/mixed; boundary=" + name + "\n\n--" + name + "\n";
+    const std::string name = std::to_string(i) + "\n";
+    nested.append("Content-Type: multipart/mixed; boundary=").append(name);
+    nested.append("\n--").append(name);
   }
   EXPECT_EQ(ReadMime(nested + "\nx")[0].parts.size(), 1U);
   EXPECT_EQ(ReadMime(many(kMany, "A: b\n") + "\nx")[0].parts.size(), 1U);

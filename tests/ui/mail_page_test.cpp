@@ -114,6 +114,12 @@ TEST_F(MailPage, RemovesAMessageWithItsUnpackedFolderAndNothingElse) {
   }
   EXPECT_TRUE(Home().Has("mail/Accessary/a.txt") && Home().Has("mail/User/wang"));
   EXPECT_TRUE(Until([&] { return Messages() == "（没有主题）//li "; })) << Messages();
+  Select("lstMessages", 0);
+  Home().Write("mail/User/li/Message_1.eml", "Subject: another, not seen yet\r\n\r\n");
+  boxes.Plan(wxID_YES);
+  Push("cmdRemoveMessage");
+  EXPECT_THAT(boxes.Take(), HasSubstr("刚刚变了"));
+  EXPECT_TRUE(Until([&] { return Messages() == "another, not seen yet//li "; })) << Messages();
   std::filesystem::remove(Home().Path("mail/User/li/Message_1.eml"));
   Activate(Find("lstMessages"), 0);
   EXPECT_THAT(boxes.Take(), HasSubstr("这封邮件已经不在了"));

@@ -143,7 +143,7 @@ wxSizer* frmMailMessage::MakeAttachments() {
 
 wxSizer* frmMailMessage::MakeButtons() {
   cmdDelMessage = MakeActionButton(this, "cmdDelMessage", "删除邮件(&D)", [this] {
-    if (actions_.remove(*this)) EndModal(wxID_OK);
+    if (actions_.remove(*this, message_->Count())) EndModal(wxID_OK);
   });
   cmdNextMessage = MakeActionButton(this, "cmdNextMessage", "下一封(&N)", [this] { OnNext(); });
   cmdNextMessage->Hide();

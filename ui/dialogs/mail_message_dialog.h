@@ -28,8 +28,9 @@ class frmMailMessage : public wxDialog {
   struct Actions {
     /// The path text of a new file in a place that is cleaned up later; empty if there is none.
     std::function<std::string(const std::string& name)> placeFor;
-    /// Removes the message, after a question to the user. True if it is gone.
-    std::function<bool(wxWindow& parent)> remove;
+    /// Removes the file, after a question to the user. True if it is gone. `count`: the messages in
+    /// it.
+    std::function<bool(wxWindow& parent, std::size_t count)> remove;
   };
 
   frmMailMessage(wxWindow* parent, std::unique_ptr<ModMail::ShownMessage> message, Actions actions);

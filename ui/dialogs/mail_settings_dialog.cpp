@@ -57,7 +57,9 @@ frmMailSettings::frmMailSettings(wxWindow* parent, const MailProgramSettings& se
   column->Add(txtNotes, wxSizerFlags(next).Proportion(1));
   cmdCopyAll = MakeActionButton(this, "cmdCopyAll", "复制全部(&A)", [this] {
     std::string all;
-    for (const auto& [label, value] : rows_) all += label + "：" + value + "\n";
+    for (const auto& [label, value] : rows_) {
+      all.append(label).append("：").append(value).append("\n");
+    }
     CopyToClipboard(all);
   });
   wxButton* close = MakeButton(this, "cmdClose", "关闭(&C)", wxID_CANCEL);

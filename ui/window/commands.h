@@ -27,7 +27,7 @@ class Commands : public ServiceCommands {
   /// `running` is what the menu shows; a service that failed to stop is still running there. All
   /// arguments must outlive this object.
   Commands(wxFrame& window, StatusBar& status, const ServiceStates& running)
-      : window_(window), status_(status), running_(running), mail_(window, status) {}
+      : window_(window), status_(status), running_(running), mail_(window) {}
 
   /// Sets where commands show their results. Must be called before any command.
   void ActOn(Content& content, Survey& survey);

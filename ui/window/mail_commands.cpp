@@ -20,12 +20,13 @@
 #include "ui/pages/mail_user_list.h"
 #include "ui/pages/message_panel.h"
 #include "ui/window/content.h"
-#include "ui/window/status_bar.h"
 
 namespace ui {
 namespace {
 
-constexpr const char* kGone = "这封邮件已经不在了：可能已被邮件程序收走或删除。";
+constexpr const char* kGone =
+    "这封邮件已经不在了，或者刚刚变了：可能已被邮件程序收走，"
+    "也可能又有新邮件写到这里。";
 
 }  // namespace
 
@@ -104,18 +105,23 @@ void MailCommands::OpenMessage(const ModMail::MessageSummary& message) {
   }
   frmMailMessage(&window_, std::move(shown),
                  {.placeFor = [this](const std::string& name) { return opened_.NewFile(name); },
-                  .remove = [&](wxWindow& parent) { return Remove(parent, opened); }})
+                  .remove = [&](wxWindow& parent,
+                                std::size_t count) { return Remove(parent, opened, count); }})
       .ShowModal();
 }
 
 void MailCommands::RemoveMessage(const ModMail::MessageSummary& message) {
-  Remove(window_, ModMail::MessageSummary(message));
+  Remove(window_, ModMail::MessageSummary(message), 1);
 }
 
-bool MailCommands::Remove(wxWindow& parent, const ModMail::MessageSummary& message) {
-  if (!Confirm(&parent,
-               "确实要删除这封邮件吗？\n解出的正文和附件会一起删除；"
-               "Accessary 文件夹里的附件副本不会删除。")) {
+// `count`: the messages in the file, as far as known.
+bool MailCommands::Remove(wxWindow& parent, const ModMail::MessageSummary& message,
+                          std::size_t count) {
+  const std::string all =
+      count > 1 ? "同一个文件里的 " + std::to_string(count) + " 封邮件会一起删除。\n" : "";
+  if (!Confirm(&parent, "确实要删除这封邮件吗？\n" + all +
+                            "解出的正文和附件会一起删除；"
+                            "Accessary 文件夹里的附件副本不会删除。")) {
     return false;
   }
   const std::error_code error =

@@ -15,12 +15,11 @@
 namespace ui {
 
 class Content;
-class StatusBar;
 
 class MailCommands {
  public:
-  /// Both must outlive this object.
-  MailCommands(wxFrame& window, StatusBar& status) : window_(window), status_(status) {}
+  /// `window` must outlive this object.
+  explicit MailCommands(wxFrame& window) : window_(window) {}
 
   /// Both must be called before any command.
   void ActOn(Content& content) { content_ = &content; }
@@ -42,10 +41,9 @@ class MailCommands {
 
  private:
   std::optional<ModMail::MailUser> SelectedOrFirst() const;
-  bool Remove(wxWindow& parent, const ModMail::MessageSummary& message);
+  bool Remove(wxWindow& parent, const ModMail::MessageSummary& message, std::size_t count);
 
   wxFrame& window_;
-  StatusBar& status_;
   Content* content_ = nullptr;
   const Manager* manager_ = nullptr;
   files::TemporaryFolder opened_;  // the copies of attachments that were opened
