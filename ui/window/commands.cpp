@@ -1,10 +1,7 @@
 #include "ui/window/commands.h"
 
 #include <wx/frame.h>
-#include <wx/stattext.h>
-#include <wx/textctrl.h>
 
-#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -14,20 +11,18 @@
 #include "core/service_texts.h"
 #include "core/who_is_connected.h"
 #include "files/files.h"
-#include "mail/mail_accounts.h"
 #include "platform/native_path.h"
 #include "platform/shell.h"
 #include "platform/system_message.h"
 #include "settings/autostart.h"
 #include "settings/server_ini.h"
-#include "ui/controls/copying.h"
+#include "ui/controls/clipboard.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/about_box.h"
 #include "ui/dialogs/cut_off_question.h"
 #include "ui/dialogs/domain_questions.h"
 #include "ui/dialogs/help_box.h"
-#include "ui/dialogs/mail_user_dialog.h"
 #include "ui/dialogs/options_dialog.h"
 #include "ui/dialogs/qr_dialog.h"
 #include "ui/dialogs/questions.h"
@@ -35,7 +30,6 @@
 #include "ui/dialogs/tip_of_the_day.h"
 #include "ui/dialogs/virtual_directory_dialog.h"
 #include "ui/pages/latest_log.h"
-#include "ui/pages/mail_user_list.h"
 #include "ui/pages/problems_frame.h"
 #include "ui/pages/service_looks.h"
 #include "ui/window/content.h"
@@ -58,11 +52,13 @@ void Commands::ActOn(Content& content, Survey& survey) {
   content_ = &content;
   survey_ = &survey;
   folders_.ActOn(content);
+  mail_.ActOn(content);
 }
 
 void Commands::Attach(const Manager& manager) {
   manager_ = &manager;
   folders_.Attach(manager);
+  mail_.Attach(manager);
   for (const ServiceKind service : core::kServices) {
     ShowRootDir(service);
     ShowSettingsFault(service);
@@ -84,7 +80,7 @@ void Commands::SelectService(ServiceKind service) {
   content_->FrameOf(service).SetHostNames(core::HostNames(core::HostsFile()));
   Load(service);
   folders_.ShowContent(service);
-  if (service == ServiceKind::kMail) LoadMailUsers();
+  if (service == ServiceKind::kMail) mail_.LoadUsers();
   ShowPage(&content_->FrameOf(service));
 }
 
@@ -173,7 +169,7 @@ void Commands::OpenAddress(ServiceKind service) {
   }
   // No program opens a mail server; its address goes into the settings of a mail client.
   const std::string address = core::AddressText(service, manager_->control.Of(service).Domain());
-  if (CopyText(address)) status_.Remark("邮件服务器地址已复制。");
+  if (CopyToClipboard(address)) status_.Remark("邮件服务器地址已复制。");
 }
 
 // Also shown before the first start, and while a service is running with the settings in memory.
@@ -197,11 +193,11 @@ void Commands::Follow(ServiceKind service, const core::Diagnosis& diagnosis) {
 }
 
 void Commands::CopyForUser(const std::string& text) {
-  if (CopyText(text)) status_.Remark("已复制。");
+  if (CopyToClipboard(text)) status_.Remark("已复制。");
 }
 
 void Commands::GiveAddress(const std::string& address) {
-  if (!CopyText(address)) return;
+  if (!CopyToClipboard(address)) return;
   status_.Remark("已复制 " + address);
   FirstSteps::RememberAddressGiven();
   survey_->ShowFirstSteps();
@@ -276,7 +272,7 @@ void Commands::TakeOver(ServiceKind service) {
   content_->FrameOf(service).SetDiagnosis(std::nullopt);
   Load(service);
   ShowContentIfSeen(service);
-  if (service == ServiceKind::kMail) LoadMailUsers();
+  if (service == ServiceKind::kMail) mail_.LoadUsers();
   survey_->ShowFirstSteps();
 }
 
@@ -298,55 +294,11 @@ void Commands::AddVirtualDirectory() {
   dialog.ShowModal();
 }
 
-void Commands::LoadMailUsers() {
-  content_->lvMailUser->LoadMailUsers(manager_->mail.RootDir());
-  ShowMessagesOfSelected();
-}
-
-// Shown here because the question before the deletion does not mention messages.
-void Commands::ShowMessagesOfSelected() {
-  const long row = content_->lvMailUser->SelectedRow();
-  std::string text = " ";
-  if (row >= 0) {
-    const std::string name = content_->lvMailUser->UserAt(row).name;
-    const std::size_t messages = ModMail::MessagesOf(manager_->mail.RootDir(), name);
-    text = messages == 0 ? "用户“" + name + "”没有邮件。"
-                         : "用户“" + name + "”有 " + std::to_string(messages) +
-                               " 封邮件，删除用户时会一起删除。";
-  }
-  content_->lblMessages->SetLabel(Shown(text));
-}
-
 void Commands::PutPage() {
   if (!files::FolderExists(manager_->web.RootDir())) MakeRoot(ServiceKind::kWeb);
   OpenRoot(ServiceKind::kWeb);
 }
 
-void Commands::AddMailUser() {
-  frmEmailUsers(&window_, manager_->program, manager_->mail).ShowModal();
-  LoadMailUsers();
-}
-
-void Commands::EditMailUser() {
-  if (content_->lvMailUser->GetItemCount() == 0) return;
-  const ModMail::MailUser user =
-      content_->lvMailUser->UserAt(std::max(content_->lvMailUser->SelectedRow(), 0L));
-  frmEmailUsers dialog(&window_, manager_->program, manager_->mail);
-  dialog.SetTitle(Shown("编辑用户"));
-  dialog.txtUser->SetValue(Shown(user.name));
-  dialog.txtPass->SetValue(Shown(user.password));
-  dialog.ShowModal();
-  LoadMailUsers();
-}
-
-void Commands::DeleteMailUser() {
-  const long row = content_->lvMailUser->SelectedRow();
-  if (row < 0) return Warn(&window_, "请选择要删除的用户！");
-  if (!Confirm(&window_, "确实要删除该用户吗？")) return;
-  ModMail::RemoveMailUser(manager_->mail.RootDir(), content_->lvMailUser->UserAt(row).name,
-                          manager_->program.errors);
-  content_->lvMailUser->DeleteItem(row);
-  ShowMessagesOfSelected();
 }
 
 void Commands::ShowHelp() { ui::ShowHelp(&window_, manager_->program); }

@@ -1,8 +1,8 @@
 #pragma once
 
 // What the user can do in the main window: start and stop services, open their addresses, change
-// options, edit mail users. What concerns folders is done by FolderCommands. Commands show their
-// results on the pages. They do not know whether the window or the tray icon is visible
+// options. What concerns folders is done by FolderCommands, mail by MailCommands. Commands show
+// their results on the pages. They do not know whether the window or the tray icon is visible
 // (ui/window/tray_mode.h).
 
 #include <array>
@@ -12,6 +12,7 @@
 
 #include "ui/pages/service_commands.h"
 #include "ui/window/folder_commands.h"
+#include "ui/window/mail_commands.h"
 #include "ui/window/main_menu.h"
 #include "ui/window/manager.h"
 
@@ -31,7 +32,8 @@ class Commands : public ServiceCommands {
       : window_(window),
         status_(status),
         running_(running),
-        folders_(window, status, [this](core::ServiceKind service) { TakeOver(service); }) {}
+        folders_(window, status, [this](core::ServiceKind service) { TakeOver(service); }),
+        mail_(window) {}
 
   /// Sets where commands show their results. Must be called before any command.
   void ActOn(Content& content, Survey& survey);
@@ -85,10 +87,7 @@ class Commands : public ServiceCommands {
   FolderCommands& Folders() { return folders_; }
   void AddVirtualDirectory();
 
-  void AddMailUser();
-  void EditMailUser();
-  void DeleteMailUser();
-  void ShowMessagesOfSelected();
+  MailCommands& Mail() { return mail_; }
 
   void ShowGeneralOptions();
   bool StartsWithSystem() const;
@@ -106,7 +105,6 @@ class Commands : public ServiceCommands {
   void ShowOptionsAt(core::ServiceKind service, std::optional<int> wrongPort);
   void TakeOver(core::ServiceKind service);
   void ShowContentIfSeen(core::ServiceKind service);
-  void LoadMailUsers();
 
   wxFrame& window_;
   StatusBar& status_;
@@ -115,6 +113,7 @@ class Commands : public ServiceCommands {
   Survey* survey_ = nullptr;
   const Manager* manager_ = nullptr;
   FolderCommands folders_;
+  MailCommands mail_;
   std::array<bool, core::kServices.size()> shownFault_ = {};  // a fault of Server.ini
 };
 

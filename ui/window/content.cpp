@@ -15,6 +15,7 @@
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/permission_groups.h"
 #include "ui/pages/mail_user_list.h"
+#include "ui/pages/message_panel.h"
 #include "ui/pages/problems_frame.h"
 #include "ui/pages/service_looks.h"
 #include "ui/pages/shared_folder.h"
@@ -171,24 +172,41 @@ void Content::AddFtpVirtualDirectories(wxBoxSizer* heading) {
 
 void Content::FillMailFrame() {
   ServiceFrame& frame = FrameOf(ServiceKind::kMail);
-  wxBoxSizer* heading = frame.AddBodyHeading("邮件用户");
-  frame.AddBodyButton(heading, "cmdAddMailUser", "添加(&A)...",
-                      [this] { commands_.AddMailUser(); });
-  frame.AddBodyButton(heading, "cmdEditMailUser", "编辑(&E)...",
-                      [this] { commands_.EditMailUser(); });
-  frame.AddBodyButton(heading, "cmdDelMailUser", "删除(&L)",
-                      [this] { commands_.DeleteMailUser(); });
-  lvMailUser = new MailUserList(frame.BodyParent());
+  MailCommands& mail = commands_.Mail();
+  wxBoxSizer* heading = frame.AddBodyHeading("用户和邮件");
+  heading->Remove(0);  // the users' buttons are above the users
+  frame.AddBodyButton(heading, "cmdAddMailUser", "添加用户(&A)...", [&mail] { mail.AddUser(); });
+  frame.AddBodyButton(heading, "cmdEditMailUser", "编辑用户(&E)...", [&mail] { mail.EditUser(); });
+  frame.AddBodyButton(heading, "cmdDelMailUser", "删除用户(&L)", [&mail] { mail.DeleteUser(); });
+  heading->AddStretchSpacer();
+  frame.AddBodyButton(heading, "cmdMailSettings", "邮件程序的设置(&N)...",
+                      [&mail] { mail.ShowSettings(); });
+  heading->GetItem(std::size_t{0})->SetBorder(0);
+  messages = new MessagePanel(
+      frame.BodyParent(),
+      {.open = [&mail](const ModMail::MessageSummary& message) { mail.OpenMessage(message); },
+       .remove = [&mail](const ModMail::MessageSummary& message) { mail.RemoveMessage(message); }});
+  MakeMailUserList();
+  frame.Body()->Add(messages, wxSizerFlags(1).Expand());
+}
+
+// Before the messages in the order of Tab, too.
+void Content::MakeMailUserList() {
+  MailCommands& mail = commands_.Mail();
+  lvMailUser = new MailUserList(messages);
+  lvMailUser->MoveBeforeInTabOrder(messages->GetChildren().GetFirst()->GetData());
   lvMailUser->SetMinSize(FromDIP(kLeastList));
   Describe(*lvMailUser, "邮件用户", AccessibleRole::kTable);
-  lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { commands_.EditMailUser(); });
+  lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [&mail](wxListEvent&) { mail.EditUser(); });
   for (const auto& event : {wxEVT_LIST_ITEM_SELECTED, wxEVT_LIST_ITEM_DESELECTED}) {
-    lvMailUser->Bind(event, [this](wxListEvent&) { commands_.ShowMessagesOfSelected(); });
+    lvMailUser->Bind(event, [&mail](wxListEvent&) { mail.ShowMessagesOfSelected(); });
   }
-  frame.Body()->Add(lvMailUser, wxSizerFlags(1).Expand());
-  lblMessages = Named(new wxStaticText(frame.BodyParent(), wxID_ANY, " "), "lblMessages");
+  lblMessages = Named(new wxStaticText(messages, wxID_ANY, " ", wxDefaultPosition, wxDefaultSize,
+                                       wxST_ELLIPSIZE_END),
+                      "lblMessages");
   lblMessages->SetForegroundColour(QuietText());
-  frame.Body()->Add(lblMessages, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap)));
+  messages->Lists()->Insert(0, lvMailUser, wxSizerFlags(1).Expand().Border(wxRIGHT, FromDIP(kGap)));
+  messages->Bottom()->Insert(1, lblMessages, wxSizerFlags(1).CentreVertical());
 }
 
 std::array<Page*, 5> Content::Pages() const {

@@ -16,6 +16,7 @@ namespace ui {
 
 class Commands;
 class MailUserList;
+class MessagePanel;
 class ProblemsFrame;
 class Selector;
 class SharedFolder;
@@ -58,6 +59,7 @@ class Content : public wxPanel {
   UploadNote* uploadNote;
   MailUserList* lvMailUser;
   wxStaticText* lblMessages;  // the messages of the selected mail user
+  MessagePanel* messages;
 
  private:
   wxWindow* MakeSideBar();
@@ -68,6 +70,7 @@ class Content : public wxPanel {
   void FillFtpFrame();
   void AddFtpVirtualDirectories(wxBoxSizer* heading);
   void FillMailFrame();
+  void MakeMailUserList();
   std::array<Page*, 5> Pages() const;
 
   Commands& commands_;

@@ -10,6 +10,7 @@
 #include "core/who_is_connected.h"
 #include "files/files.h"
 #include "platform/local_addresses.h"
+#include "ui/pages/message_panel.h"
 #include "ui/pages/problems_frame.h"
 #include "ui/window/content.h"
 #include "ui/window/status_bar.h"
@@ -140,6 +141,7 @@ void Survey::LookRarely() {
     if (!isShown) continue;
     const std::string root = manager_->control.Of(service).RootDir();
     content_->FrameOf(service).SetRootMissing(!root.empty() && !files::FolderExists(root));
+    if (service == ServiceKind::kMail) content_->messages->LookAnew();
   }
 }
 
