@@ -9,6 +9,7 @@
 #include "text/path_text.h"
 #include "text/printable_text.h"
 #include "ui/controls/art.h"
+#include "ui/controls/copying.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 
@@ -79,6 +80,7 @@ FolderTree::FolderTree(wxWindow* parent, const char* name, Opens opens)
   Bind(wxEVT_TREE_ITEM_COLLAPSED,
        [this](wxTreeEvent& event) { expanded_.erase(PathOf(event.GetItem())); });
   Bind(wxEVT_TREE_ITEM_ACTIVATED, &FolderTree::OnActivated, this);
+  LetCopy(*this, [this] { return platform::PathTextForUser(SelectedPath()); });
 }
 
 FolderTree::~FolderTree() = default;
