@@ -35,6 +35,7 @@
 #include "ui/window/content.h"
 #include "ui/window/status_bar.h"
 #include "ui/window/survey.h"
+#include "web/web_server.h"
 
 namespace ui {
 namespace {

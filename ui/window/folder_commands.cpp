@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "files/files.h"
+#include "ftp/ftp_server.h"
 #include "platform/native_path.h"
 #include "platform/shell.h"
 #include "platform/system_message.h"
@@ -21,6 +22,7 @@
 #include "ui/pages/upload_note.h"
 #include "ui/window/content.h"
 #include "ui/window/status_bar.h"
+#include "web/web_options.h"
 
 namespace ui {
 namespace {

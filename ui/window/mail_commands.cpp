@@ -10,6 +10,7 @@
 
 #include "core/local_network.h"
 #include "mail/mail_accounts.h"
+#include "mail/mail_server.h"
 #include "mail/shown_message.h"
 #include "platform/local_addresses.h"
 #include "platform/system_message.h"

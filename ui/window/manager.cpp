@@ -1,5 +1,7 @@
 #include "ui/window/manager.h"
 
+#include "ftp/ftp_server.h"
+#include "mail/mail_server.h"
 #include "ui/dialogs/ftp_options_dialog.h"
 #include "ui/dialogs/mail_options_dialog.h"
 #include "ui/dialogs/port_field.h"

@@ -6,12 +6,22 @@
 
 #include "core/activity_record.h"
 #include "core/service_control.h"
-#include "ftp/ftp_server.h"
-#include "mail/mail_server.h"
 #include "settings/program.h"
-#include "web/web_server.h"
 
 class wxWindow;
+
+namespace ModFtp {
+class FtpServer;
+}
+namespace ModMail {
+class MailServer;
+}
+namespace ModWeb {
+class WebServer;
+}
+namespace net {
+class EventLoop;
+}
 
 namespace ui {
 

@@ -3,6 +3,7 @@
 #include "core/hosts_file.h"
 #include "core/local_network.h"
 #include "core/port_remarks.h"
+#include "core/reach_test.h"
 #include "core/reach_verdict.h"
 #include "core/service_addresses.h"
 #include "core/start_diagnosis.h"
@@ -31,6 +32,11 @@ std::vector<std::string> Reachability::AddressesOf(ServiceKind service) const {
   }
   return addresses;
 }
+
+Reachability::Reachability(const Manager& manager, Content& content)
+    : manager_(manager), content_(content) {}
+
+Reachability::~Reachability() = default;
 
 void Reachability::Show(ServiceKind service) {
   const core::Service& server = manager_.control.Of(service);
@@ -78,7 +84,7 @@ void Reachability::Test(ServiceKind service) {
       .executable = platform::PathTextForUser(manager_.program.ExecutableFile())};
   rows.SetTest({"正在测试 " + target.address + " …"});
   tested_ = service;
-  test_.emplace(manager_.loop);
+  test_ = std::make_unique<core::ReachTest>(manager_.loop);
   test_->Start(target.address, core::ReachTest::StepsOf(service, target.ports),
                [this, target](core::ReachTest::Finding finding, int port) {
                  tested_.reset();

@@ -4,13 +4,17 @@
 // domain names, and tests of the reach. One test runs at a time, beside everything else; it ends
 // with the window, and with its service.
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "core/reach_test.h"
 #include "core/service.h"
 #include "ui/window/manager.h"
+
+namespace core {
+class ReachTest;
+}
 
 namespace ui {
 
@@ -19,7 +23,8 @@ class Content;
 class Reachability {
  public:
   /// Both must outlive this object.
-  Reachability(const Manager& manager, Content& content) : manager_(manager), content_(content) {}
+  Reachability(const Manager& manager, Content& content);
+  ~Reachability();
 
   /// Shows the ports in use, whether a restart would change them, how other computers reach the
   /// service, and whether browsers would display its pages.
@@ -45,7 +50,7 @@ class Reachability {
  private:
   const Manager& manager_;
   Content& content_;
-  std::optional<core::ReachTest> test_;
+  std::unique_ptr<core::ReachTest> test_;
   std::optional<core::ServiceKind> tested_;  // while the test runs
 };
 

@@ -4,6 +4,9 @@
 #include <vector>
 
 #include "files/files.h"
+#include "ftp/ftp_server.h"
+#include "mail/mail_server.h"
+#include "web/web_server.h"
 
 namespace ui {
 namespace {

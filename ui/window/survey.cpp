@@ -9,6 +9,7 @@
 #include "core/local_network.h"
 #include "core/who_is_connected.h"
 #include "files/files.h"
+#include "ftp/ftp_server.h"
 #include "platform/local_addresses.h"
 #include "ui/pages/message_panel.h"
 #include "ui/pages/problems_frame.h"
