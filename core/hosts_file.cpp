@@ -77,6 +77,12 @@ bool UpdateHostsFile(std::string_view hostsFile, std::string_view address,
   return Update(hostsFile, address, domain, unread);
 }
 
+bool IsInHostsFile(std::string_view hostsFile, std::string_view address, std::string_view domain) {
+  std::error_code error;
+  const std::string content = files::ReadFile(hostsFile, error, kLargestHostsFile);
+  return !error && HasEntry(content, address, text::ToSystem(domain));
+}
+
 std::map<std::string, std::string> HostNames(std::string_view hostsFile) {
   std::map<std::string, std::string> names;
   std::error_code error;

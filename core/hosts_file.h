@@ -28,6 +28,9 @@ inline constexpr std::size_t kLargestHostsFile = std::size_t{16} << 20;
 /// `domain` matches every active line with the address.
 bool UpdateHostsFile(std::string_view hostsFile, std::string_view address, std::string_view domain);
 
+/// Whether it has such a line. False if it cannot be read.
+bool IsInHostsFile(std::string_view hostsFile, std::string_view address, std::string_view domain);
+
 /// Adds the domain of a service that starts. An existing file that cannot be read is logged as an
 /// error. Lacking the right to write is usual and not logged.
 void EnterInHostsFile(const ServiceEnvironment& environment, std::string_view domain);

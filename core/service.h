@@ -67,6 +67,10 @@ class Service {
   /// The currently open connections.
   virtual std::vector<net::ConnectionReport> Connections() const { return {}; }
 
+  /// Whether a client could connect for a moment without another losing its place, now or because
+  /// the places are given out in turn.
+  virtual bool HasRoomForATest() const { return true; }
+
   /// The bytes of all connections so far, including closed ones.
   virtual net::Traffic TotalTraffic() const { return {}; }
 

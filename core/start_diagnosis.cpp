@@ -11,24 +11,50 @@ using Remedy = Diagnosis::Remedy;
 
 std::string PortText(const StartFailure& failure) { return "端口 " + std::to_string(failure.port); }
 
-Diagnosis ExplainTaken(const StartFailure& failure, const PortUser& user) {
+bool IsForBrowsers(ServiceKind service, const StartFailure& failure) {
+  return service == ServiceKind::kWeb && failure.port == kBrowsersPort;
+}
+
+struct Advice {
+  std::string text;
+  Remedy remedy;
+};
+
+// `free`: what frees the port.
+Advice AdviceOnTakenPort(ServiceKind service, const StartFailure& failure,
+                         const std::string& free) {
+  if (IsForBrowsers(service, failure)) {
+    return {
+        "请先" + free + "，然后再试一次。\n不要改用别的端口：浏览器只在端口 80 上显示这种网页。",
+        Remedy::kRetry};
+  }
+  if (service == ServiceKind::kWeb) {
+    return {"请在选项中改用端口 80，浏览器只在它上面显示这种网页；\n然后再次启动。",
+            Remedy::kChangePort};
+  }
+  return {"请先" + free + "，\n或在选项中改用别的端口，然后再次启动。", Remedy::kChangePort};
+}
+
+Diagnosis ExplainTaken(ServiceKind service, const StartFailure& failure, const PortUser& user) {
   const std::string port = PortText(failure);
   if (!user.ownService.empty()) {
-    return {port + " 已由\n" + user.ownService + "使用",
-            port + " 已由本程序的 " + user.ownService +
-                "使用，两者不能共用一个端口。\n请在选项中改用别的端口，然后再次启动。",
-            Remedy::kChangeOptions, ""};
+    const Advice advice = AdviceOnTakenPort(service, failure, "停止 " + user.ownService);
+    return {
+        port + " 已由\n" + user.ownService + "使用",
+        port + " 已由本程序的 " + user.ownService + "使用，两者不能共用一个端口。\n" + advice.text,
+        advice.remedy, "", failure.port};
   }
+  const Advice advice = AdviceOnTakenPort(service, failure, "退出那个程序");
   const std::optional<platform::PortOwner>& owner = user.process;
-  const std::string next = "请先退出那个程序，\n或在选项中改用别的端口，然后再次启动。";
   if (!owner) {
-    return {port + " 已被\n另一个程序占用", port + " 已被另一个程序占用。\n" + next,
-            Remedy::kChangeOptions, ""};
+    return {port + " 已被\n另一个程序占用", port + " 已被另一个程序占用。\n" + advice.text,
+            advice.remedy, "", failure.port};
   }
   const std::string name = owner->program.empty() ? "另一个程序" : "“" + owner->program + "”";
   return {port + " 已被\n" + name + "占用",
-          port + " 已被" + name + "占用（进程 " + std::to_string(owner->process) + "）。\n" + next,
-          Remedy::kChangeOptions, ""};
+          port + " 已被" + name + "占用（进程 " + std::to_string(owner->process) + "）。\n" +
+              advice.text,
+          advice.remedy, "", failure.port};
 }
 
 // Quoted for the shell in which the command will be pasted.
@@ -36,37 +62,49 @@ std::string Quoted(const std::string& path) {
   return "'" + text::ReplaceAll(path, "'", "'\\''") + "'";
 }
 
-Diagnosis ExplainNoRight(const StartFailure& failure, const std::string& executable) {
+Diagnosis ExplainNoRight(ServiceKind service, const StartFailure& failure,
+                         const std::string& executable) {
   const std::string port = PortText(failure);
+  const std::string otherwise =
+      service == ServiceKind::kWeb ? "。" : "；\n或在选项中改用 1024 以上的端口。";
   return {port + " 需要\n系统的许可",
           "系统只让有许可的程序使用 1024 以下的端口，\n" + port +
-              " 也在其中。请在终端中运行复制的命令\n来给予许可，然后重新运行本程序；"
-              "\n或在选项中改用 1024 以上的端口。",
+              " 也在其中。请在终端中运行复制的命令\n来给予许可，然后重新运行本程序" + otherwise,
           Remedy::kCopyCommand, "sudo setcap cap_net_bind_service=+ep " + Quoted(executable)};
+}
+
+Diagnosis ExplainInvalid(const StartFailure& failure) {
+  return {"端口号无效",
+          "设置文件 Server.ini 中的端口不是 1 到 32767 的数字。\n请在选项中填写端口，再次启动。",
+          Remedy::kChangePort, "", failure.port};
+}
+
+Diagnosis ExplainUnreadable(const StartFailure& failure) {
+  Diagnosis diagnosis = ExplainSettings(failure.reason);
+  diagnosis.remedy = Remedy::kRetry;
+  return diagnosis;
 }
 
 }  // namespace
 
-Diagnosis Explain(const StartFailure& failure, const PortUser& user,
+Diagnosis Explain(ServiceKind service, const StartFailure& failure, const PortUser& user,
                   const std::string& executable) {
-  if (failure.settings) return ExplainSettings(failure.reason);
-  if (failure.port == 0 && failure.reason == std::errc::invalid_argument) {
-    return {"端口号无效",
-            "设置文件 Server.ini 中的端口不是 1 到 32767 的数字。\n请在选项中填写端口，再次启动。",
-            Remedy::kChangeOptions, ""};
+  if (failure.settings) return ExplainUnreadable(failure);
+  if (failure.port <= 0 && failure.reason == std::errc::invalid_argument) {
+    return ExplainInvalid(failure);
   }
   switch (platform::TroubleOf(failure.reason)) {
     case platform::ListenTrouble::kPortTaken:
-      return ExplainTaken(failure, user);
+      return ExplainTaken(service, failure, user);
     case platform::ListenTrouble::kNoRight:
-      return ExplainNoRight(failure, executable);
+      return ExplainNoRight(service, failure, executable);
     case platform::ListenTrouble::kOther:
       break;
   }
   return {PortText(failure) + "\n无法使用",
           PortText(failure) + " 无法使用。系统的说明：" + platform::SystemMessage(failure.reason) +
               "\n每次失败的原因都记录在程序目录的 RunErr.Log 中。",
-          Remedy::kNone, ""};
+          Remedy::kRetry};
 }
 
 std::string SettingsFaultText(const std::error_code& fault) {

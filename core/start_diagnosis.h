@@ -13,12 +13,18 @@ namespace core {
 
 struct Diagnosis {
   /// The remedy offered where the diagnosis is shown.
-  enum class Remedy { kNone, kChangeOptions, kCopyCommand };
+  enum class Remedy {
+    kNone,
+    kChangePort,  // in the options
+    kCopyCommand,
+    kRetry,  // once the user has done what the text says
+  };
 
   std::string brief;  // for narrow places: at most two short lines
   std::string text;   // the full text, in lines of about 40 characters
   Remedy remedy = Remedy::kNone;
-  std::string command;  // the text to copy; empty unless that is the remedy
+  std::string command = {};  // the text to copy; empty unless that is the remedy
+  int port = 0;              // to be changed; what is wrong with it, may be no port at all
 };
 
 /// Who has the port that could not be opened, as far as known.
@@ -27,8 +33,13 @@ struct PortUser {
   std::string ownService;  // the name of the service if it is one of this program; else empty
 };
 
+/// The port on which browsers show the pages of the Web server, and the only one. So the advice
+/// never leads the Web server to another.
+inline constexpr int kBrowsersPort = 80;
+
 /// `executable`: the path of this program for the user's shell.
-Diagnosis Explain(const StartFailure& failure, const PortUser& user, const std::string& executable);
+Diagnosis Explain(ServiceKind service, const StartFailure& failure, const PortUser& user,
+                  const std::string& executable);
 
 /// Why an existing Server.ini cannot be used (settings/server_ini.h), in one line; and the same
 /// with the consequences.

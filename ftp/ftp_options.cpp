@@ -9,8 +9,6 @@ namespace {
 using settings::Form;
 using settings::Refusal;
 
-constexpr std::string_view kRootKey = "FtpServer Root";
-
 }  // namespace
 
 bool FtpOptions::LoadFtpOptions(const settings::Program& program, const std::string& localAddress) {
@@ -48,7 +46,7 @@ settings::Table FtpOptions::Describe() {
            {"FtpPort", Form::kNumber, &ftpPort, "21", "txtFtpPort"},
            {"DNS", Form::kText, &ftpDomain, core::kDefaultDomain, "txtFtpAddress", noDomain},
            {kRootKey, Form::kPath, &ftpRoot, "ftproot", "txtFtpDir", noRoot},
-           {"FtpServer UploadDir", Form::kPath, &uploadDir, {}, "txtFtpUploadDir", noUploadDir},
+           {kUploadDirKey, Form::kPath, &uploadDir, {}, "txtFtpUploadDir", noUploadDir},
            {"Read", Form::kCheck, &FtpRights[0], "0", "chkRead"},
            {"Write", Form::kCheck, &FtpRights[1], "0", "chkWrite"},
            {"ContralAll", Form::kCheck, &FtpRights[2], "0", "chkContralAll"}}};

@@ -16,6 +16,10 @@ namespace ModFtp {
 /// The section of Server.ini.
 inline constexpr std::string_view kSettingsSection = "FtpServer Options";
 
+/// The keys of the folders.
+inline constexpr std::string_view kRootKey = "FtpServer Root";
+inline constexpr std::string_view kUploadDirKey = "FtpServer UploadDir";
+
 struct FtpOptions {
   /// `localAddress`: the listening socket's, taken if Server.ini exists. False if settingsFault is
   /// set, or if the port cannot be converted: then only the root is taken from the file.

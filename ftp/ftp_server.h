@@ -47,6 +47,7 @@ class FtpServer : public core::Service, private net::SlotEngine, private Command
   core::Ports PortsInUse() const override { return {ListeningPort()}; }
   core::Ports PortsToUse() const override { return {options_.ftpPort}; }
   std::vector<net::ConnectionReport> Connections() const override;
+  bool HasRoomForATest() const override { return FtpSvrSock_.AreNextFree(2); }
   net::Traffic TotalTraffic() const override { return sockets_.traffic; }
   void Observe(net::ActivityObserver* observer) override { sockets_.observer = observer; }
   void Disconnect(const std::string& protocol, int slot) override;

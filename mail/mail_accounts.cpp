@@ -1,6 +1,7 @@
 #include "mail/mail_accounts.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "files/files.h"
 #include "platform/system_message.h"
@@ -83,26 +84,41 @@ bool IsAccountName(std::string_view name) {
   return name.find_first_not_of(". ") != std::string_view::npos;
 }
 
+std::vector<std::string> MailUserNames(std::string_view mailRoot) {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (platform::DirectoryEntry& entry : files::ListFolder(MailUserFolder(mailRoot), error)) {
+    if (entry.isFolder) names.push_back(std::move(entry.name));
+  }
+  return names;
+}
+
 std::vector<MailUser> ListMailUsers(std::string_view mailRoot) {
   std::vector<MailUser> users;
-  std::error_code error;
-  for (const platform::DirectoryEntry& entry : files::ListFolder(MailUserFolder(mailRoot), error)) {
-    if (!entry.isFolder) continue;
-    const StoredPassword stored = PasswordIn(BoxOf(mailRoot, entry.name));
+  for (std::string& name : MailUserNames(mailRoot)) {
+    const StoredPassword stored = PasswordIn(BoxOf(mailRoot, name));
     const bool isHashed = stored.plain.empty() && !stored.hash.empty();
-    users.push_back({entry.name, stored.plain, isHashed});
+    users.push_back({std::move(name), stored.plain, isHashed});
   }
   return users;
 }
 
 std::size_t MessagesOf(std::string_view mailRoot, std::string_view name) {
   if (!MailUserExists(mailRoot, name)) return 0;
+  constexpr std::size_t kStep = 1000;
   std::error_code error;
-  const auto entries = files::ListFolder(BoxOf(mailRoot, name), error);
-  return static_cast<std::size_t>(
-      std::count_if(entries.begin(), entries.end(), [](const platform::DirectoryEntry& entry) {
-        return !entry.isFolder && text::MatchesWildcard(entry.name, "*.eml");
-      }));
+  std::vector<platform::DirectoryEntry> entries;
+  std::ptrdiff_t messages = 0;
+  // Not sorted, which would take most of the time.
+  platform::DirectoryReader folder = files::ReadFolder(BoxOf(mailRoot, name), error);
+  do {
+    entries.clear();
+    if (!error) folder.Read(kStep, entries, error);
+    messages += std::count_if(entries.begin(), entries.end(), [](const auto& entry) {
+      return !entry.isFolder && text::MatchesWildcard(entry.name, "*.eml");
+    });
+  } while (!entries.empty());
+  return static_cast<std::size_t>(messages);
 }
 
 bool MailUserExists(std::string_view mailRoot, std::string_view name) {
@@ -152,8 +168,11 @@ std::error_code SaveMailUser(std::string_view mailRoot, const MailUser& user, Pa
 void RemoveMailUser(std::string_view mailRoot, std::string_view name,
                     const files::ErrorLog& errors) {
   if (!MailUserExists(mailRoot, name)) return;
-  const std::string folder = MailUserFolder(mailRoot) + std::string(name);
-  // The mailbox itself may be a link.
+  RemoveFolderWhole(MailUserFolder(mailRoot) + std::string(name), errors);
+}
+
+void RemoveFolderWhole(const std::string& folder, const files::ErrorLog& errors) {
+  if (!files::FolderExists(folder)) return;
   if (!files::RemoveFolder(folder)) return;
   DeleteContents(AddSlash(folder), errors);
   files::RemoveFolder(folder);

@@ -38,6 +38,9 @@ bool IsAccountName(std::string_view name);
 /// Every mailbox with its password, in the order of the directory listing.
 std::vector<MailUser> ListMailUsers(std::string_view mailRoot);
 
+/// Their names alone.
+std::vector<std::string> MailUserNames(std::string_view mailRoot);
+
 /// The number of messages in a mailbox.
 std::size_t MessagesOf(std::string_view mailRoot, std::string_view name);
 
@@ -75,6 +78,10 @@ std::error_code SaveMailUser(std::string_view mailRoot, const MailUser& user,
 /// nothing if there is no such mailbox.
 void RemoveMailUser(std::string_view mailRoot, std::string_view name,
                     const files::ErrorLog& errors);
+
+/// Removes a folder with everything in it, a link alone. What cannot be deleted stays and is
+/// logged.
+void RemoveFolderWhole(const std::string& folder, const files::ErrorLog& errors);
 
 /// A user name as it is stored: without control characters, characters that a file name cannot
 /// contain, and blanks at its ends. "." and ".." become empty.

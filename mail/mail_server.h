@@ -44,6 +44,9 @@ class MailServer : public core::Service {
   core::Ports PortsInUse() const override { return {SmtpPort(), Pop3Port()}; }
   core::Ports PortsToUse() const override { return {options_.smtpPort, options_.pop3Port}; }
   std::vector<net::ConnectionReport> Connections() const override;
+  bool HasRoomForATest() const override {
+    return MailSvrSmtpSock_.AreNextFree(2) && MailSvrPop3Sock_.AreNextFree(2);
+  }
   net::Traffic TotalTraffic() const override { return sockets_.traffic; }
   void Observe(net::ActivityObserver* observer) override { sockets_.observer = observer; }
   void Disconnect(const std::string& protocol, int slot) override;

@@ -12,8 +12,8 @@ namespace ModMail {
 /// As much of a message as is searched for its subject.
 inline constexpr std::size_t kSubjectSearch = 8192;
 
-/// The subject in the header that `beginning` begins with, its encoded words decoded if their
-/// character set is UTF-8 or a Chinese one. Empty if there is none. Not yet safe to show.
+/// The subject in the header that `beginning` begins with, decoded (mail/decoded_header.h). Empty
+/// if there is none. Not yet safe to show.
 std::string ShownSubject(std::string_view beginning);
 
 }  // namespace ModMail

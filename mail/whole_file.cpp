@@ -7,9 +7,9 @@ namespace ModMail {
 namespace fs = std::filesystem;
 using platform::File;
 
-WholeFile::WholeFile(std::string_view path)
+WholeFile::WholeFile(std::string_view path, std::string_view unfinishedName)
     : target_(platform::ExistingPath(path)),
-      unfinished_(target_.parent_path() / fs::path(kUnfinishedName)) {
+      unfinished_(target_.parent_path() / fs::path(unfinishedName)) {
   // A killed program may have left one, and a link must not be followed.
   std::error_code ignored;
   fs::remove(unfinished_, ignored);

@@ -20,7 +20,8 @@ inline constexpr std::string_view kUnfinishedName = "unpack.tmp";
 /// A file that appears under its name once it is whole, replacing any other.
 class WholeFile {
  public:
-  explicit WholeFile(std::string_view path);
+  /// `unfinishedName`: of the file in the same folder until it is whole.
+  explicit WholeFile(std::string_view path, std::string_view unfinishedName = kUnfinishedName);
   /// Removes what was written, unless PutInPlace succeeded.
   ~WholeFile();
   WholeFile(const WholeFile&) = delete;

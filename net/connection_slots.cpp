@@ -59,6 +59,15 @@ bool ConnectionSlots::Exists(int slot) const {
   return slot >= 1 && slot <= kLastSlot && slots_[static_cast<std::size_t>(slot)] != nullptr;
 }
 
+bool ConnectionSlots::AreNextFree(int clients) const {
+  int slot = NextSlot;
+  for (; clients > 0; --clients) {
+    slot = After(slot);
+    if (!Exists(slot) || !slots_[static_cast<std::size_t>(slot)]->IsClosed()) return false;
+  }
+  return true;
+}
+
 std::vector<ConnectionReport> ConnectionSlots::Report() const {
   std::vector<ConnectionReport> report;
   for (int slot = 1; slot <= kLastSlot; ++slot) {
@@ -78,8 +87,7 @@ void ConnectionSlots::Disconnect(int slot) {
 void ConnectionSlots::OnConnectionRequest(int index, ConnectionRequest& request) {
   if (index != 0) return;
   if (context_.mayConnect && !context_.mayConnect(request)) return;
-  const int candidate = NextSlot + 1;
-  NextSlot = static_cast<std::int16_t>(candidate > kLastSlot ? 1 : candidate);
+  NextSlot = static_cast<std::int16_t>(After(NextSlot));
   // The turn is used up even if the request is not accepted.
   EventSocket& slot = (*this)[NextSlot];
   if (!slot.IsClosed()) {

@@ -69,6 +69,10 @@ class ConnectionSlots final : private SocketEvents {
   /// Whether `slot` is a valid number and the slots have been created.
   bool Exists(int slot) const;
 
+  /// Whether the next `clients` clients would find their slots free, so that none is cut off for
+  /// them. False while there are no slots.
+  bool AreNextFree(int clients) const;
+
   /// The open connections, by slot.
   std::vector<ConnectionReport> Report() const;
 
@@ -88,6 +92,8 @@ class ConnectionSlots final : private SocketEvents {
   void WatchIdleSessions();
   void LookForIdleSessions();
   bool IsIdleAgain(std::size_t slot);
+
+  static int After(int slot) { return slot >= kLastSlot ? 1 : slot + 1; }
   void OnConnectionRequest(int index, ConnectionRequest& request) override;
   Task<> OnDataArrival(int index, std::shared_ptr<Connection> connection) override;
   void OnClose(int index) override;

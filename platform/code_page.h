@@ -21,6 +21,11 @@ Charset SystemCharset();
 /// `lossless` receives whether there were none.
 std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless = nullptr);
 
+/// Converts `bytes` from a set by its name in mail headers, such as "Big5", to UTF-8; each invalid
+/// sequence becomes "?". None if the set is not known (platform/known_charsets.h) or the system
+/// lacks it.
+std::optional<std::string> NamedToUtf8(std::string_view charset, std::string_view bytes);
+
 /// Converts UTF-8 `text` to `charset` (not UTF-8). Characters that the set lacks become "?";
 /// `lossless` receives whether there were none.
 std::string FromUtf8(Charset charset, std::string_view text, bool* lossless = nullptr);

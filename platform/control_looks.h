@@ -6,9 +6,9 @@
 
 namespace platform {
 
-/// The looks of the button that a user most likely wants. `button`: the system's handle. Does not
-/// make Enter press it.
-void ShowAsMainButton(void* button);
+/// The looks of the button that a user most likely wants, or those of the others. `button`: the
+/// system's handle. Does not make Enter press it.
+void ShowAsMainButton(void* button, bool isMain = true);
 
 /// Lets the user select a label's text with the mouse, and copy it. The Tab key still skips the
 /// label. False if the system cannot do that. `label`: the system's handle.

@@ -1,6 +1,6 @@
 #pragma once
 
-// Moving and renaming entries of the file system.
+// Moving, renaming and hiding entries of the file system.
 
 #include <filesystem>
 #include <system_error>
@@ -10,5 +10,9 @@ namespace platform {
 /// Renames or moves a file or folder. Never replaces an existing entry: that is an error.
 void MoveEntry(const std::filesystem::path& from, const std::filesystem::path& to,
                std::error_code& error);
+
+/// Hides an entry from listings, or shows it again, as far as the system lets it. Does nothing on
+/// Linux, where names that begin with a dot are hidden.
+void SetHidden(const std::filesystem::path& path, bool hidden);
 
 }  // namespace platform

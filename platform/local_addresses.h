@@ -7,8 +7,14 @@
 
 namespace platform {
 
-/// The IPv4 addresses of all interfaces that are up, as texts, without loopback and link-local
-/// (169.254) addresses.
-std::vector<std::string> LocalAddresses();
+struct LocalAddress {
+  std::string address;    // IPv4, as a text
+  std::string interface;  // the names that the system has for it
+  bool leadsOut = false;  // the interface through which this machine reaches other networks
+};
+
+/// The IPv4 addresses of all interfaces that are up, without loopback and link-local (169.254)
+/// addresses, in the system's order. At most one interface leads out.
+std::vector<LocalAddress> LocalAddresses();
 
 }  // namespace platform

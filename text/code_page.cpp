@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "text/utf8.h"
 
@@ -67,6 +68,11 @@ bool IsValidUtf8(std::string_view bytes) {
     bytes.remove_prefix(length);
   }
   return true;
+}
+
+std::string FromNamed(std::string_view charset, std::string_view bytes) {
+  if (auto text = platform::NamedToUtf8(charset, bytes)) return *std::move(text);
+  return Decode(CharsetOf(bytes), bytes);
 }
 
 // UTF-8 comes first: UTF-8 text is often valid GBK too, but hardly ever the other way round.

@@ -28,6 +28,10 @@ std::string FromGbk(std::string_view bytes);
 
 bool IsValidUtf8(std::string_view bytes);
 
+/// Decodes bytes of a message whose header names their character set. If it names none, one that is
+/// not known, or UTF-8 for what is something else, the set is detected as for files.
+std::string FromNamed(std::string_view charset, std::string_view bytes);
+
 /// Detects the character set of a text file, so that files made on another machine work: UTF-8 if
 /// the bytes are valid UTF-8 and not all ASCII, else the system's set if they are valid in it, else
 /// GBK.

@@ -49,7 +49,7 @@ settings::Table WebOptions::Describe() {
   const Refusal noPort{1, Refusal::If::kBlank, "请指定TCP端口！"};
   const Refusal noDomain{2, Refusal::If::kEmpty, "请指定本地域名", Refusal::Icon::kInformation};
   return {kSettingsSection,
-          {{"WebRootDir", Form::kPath, &WebRootDir, "wwwroot", "txtWebRoot", noRoot},
+          {{kRootKey, Form::kPath, &WebRootDir, "wwwroot", "txtWebRoot", noRoot},
            {"WebServerIP", Form::kAddress, &WebLocalIP, "127.0.0.1", "txtWebIP"},
            {"TCPPort", Form::kNumber, &WebPort, "80", "txtWebPort", noPort},
            {"DNS", Form::kText, &WebDomain, core::kDefaultDomain, "txtWebAddress", noDomain},

@@ -17,6 +17,9 @@ namespace ModWeb {
 /// The section of Server.ini.
 inline constexpr std::string_view kSettingsSection = "WebServer Options";
 
+/// The key of the main folder.
+inline constexpr std::string_view kRootKey = "WebRootDir";
+
 struct WebOptions {
   /// `localAddress`: the listening socket's, taken if Server.ini exists. A value that cannot be
   /// converted is logged as an error and stays as it was. Always true; settingsFault says whether

@@ -42,6 +42,7 @@ class WebServer : public core::Service, private net::SlotEngine, private Request
   core::Ports PortsInUse() const override { return {ListeningPort()}; }
   core::Ports PortsToUse() const override { return {options_.WebPort}; }
   std::vector<net::ConnectionReport> Connections() const override;
+  bool HasRoomForATest() const override { return WebSvrSock_.AreNextFree(2); }
   net::Traffic TotalTraffic() const override { return sockets_.traffic; }
   void Observe(net::ActivityObserver* observer) override { sockets_.observer = observer; }
   void Disconnect(const std::string& protocol, int slot) override;

@@ -6,7 +6,9 @@
 
 #include <array>
 #include <cerrno>
+#include <memory>
 
+#include "platform/known_charsets.h"
 #include "platform/text_case.h"
 
 namespace platform {
@@ -39,9 +41,9 @@ class Converter {
     return output;
   }
 
- private:
   bool IsOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
+ private:
   // Converts until the input or the buffer ends (true) or a sequence cannot be converted (false).
   bool Step(std::string_view& input, std::string& output) {
     std::array<char, 4096> buffer;
@@ -103,6 +105,20 @@ Charset SystemCharset() {
 std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless) {
   return ConvertersOf(charset).toUtf8.Run(
       bytes, [](std::string_view) { return std::size_t{1}; }, lossless);
+}
+
+// A header can name a set a thousand times, so descriptors stay open.
+std::optional<std::string> NamedToUtf8(std::string_view charset, std::string_view bytes) {
+  static auto& converters = *new std::array<std::unique_ptr<Converter>, kKnownCharsets.size()>;
+  const std::size_t index = IndexOfCharset(charset);
+  if (index == kKnownCharsets.size()) return std::nullopt;
+  std::unique_ptr<Converter>& converter = converters[index];
+  if (!converter) {
+    converter = std::make_unique<Converter>("UTF-8", kKnownCharsets[index].iconvName);
+  }
+  if (!converter->IsOpen()) return std::nullopt;
+  return converter->Run(
+      bytes, [](std::string_view) { return std::size_t{1}; }, nullptr);
 }
 
 std::string FromUtf8(Charset charset, std::string_view text, bool* lossless) {

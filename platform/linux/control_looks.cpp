@@ -4,9 +4,10 @@
 
 namespace platform {
 
-void ShowAsMainButton(void* button) {
+void ShowAsMainButton(void* button, bool isMain) {
   GtkStyleContext* style = gtk_widget_get_style_context(static_cast<GtkWidget*>(button));
-  gtk_style_context_add_class(style, GTK_STYLE_CLASS_SUGGESTED_ACTION);
+  const auto change = isMain ? gtk_style_context_add_class : gtk_style_context_remove_class;
+  change(style, GTK_STYLE_CLASS_SUGGESTED_ACTION);
 }
 
 bool MakeSelectable(void* label) {

@@ -21,4 +21,6 @@ void MoveEntry(const std::filesystem::path& from, const std::filesystem::path& t
   }
 }
 
+void SetHidden(const std::filesystem::path&, bool) {}
+
 }  // namespace platform

@@ -2,8 +2,10 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <optional>
 
+#include "platform/known_charsets.h"
 #include "platform/windows/wide_text.h"
 
 namespace platform {
@@ -76,6 +78,21 @@ std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless) {
     bytes.remove_prefix(wide.empty() ? 1 : length);
   }
   return text;
+}
+
+// The system's replacement for what is invalid differs between sets; here it is "?".
+std::optional<std::string> NamedToUtf8(std::string_view charset, std::string_view bytes) {
+  const std::size_t index = IndexOfCharset(charset);
+  if (index == kKnownCharsets.size() || IsValidCodePage(kKnownCharsets[index].codePage) == 0) {
+    return std::nullopt;
+  }
+  const int size = static_cast<int>(bytes.size());
+  const UINT number = kKnownCharsets[index].codePage;
+  const int wideSize = MultiByteToWideChar(number, 0, bytes.data(), size, nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(std::max(wideSize, 0)), L'\0');
+  MultiByteToWideChar(number, 0, bytes.data(), size, wide.data(), wideSize);
+  std::replace(wide.begin(), wide.end(), L'\xFFFD', L'?');
+  return NarrowText(wide);
 }
 
 std::string FromUtf8(Charset charset, std::string_view text, bool* lossless) {

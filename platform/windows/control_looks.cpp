@@ -4,8 +4,9 @@
 
 namespace platform {
 
-void ShowAsMainButton(void* button) {
-  SendMessageW(static_cast<HWND>(button), BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
+void ShowAsMainButton(void* button, bool isMain) {
+  SendMessageW(static_cast<HWND>(button), BM_SETSTYLE, isMain ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON,
+               TRUE);
 }
 
 bool MakeSelectable(void*) { return false; }

@@ -17,4 +17,11 @@ void MoveEntry(const std::filesystem::path& from, const std::filesystem::path& t
   Report(MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_COPY_ALLOWED), error);
 }
 
+void SetHidden(const std::filesystem::path& path, bool hidden) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return;
+  const DWORD others = attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_HIDDEN);
+  SetFileAttributesW(path.c_str(), hidden ? others | FILE_ATTRIBUTE_HIDDEN : others);
+}
+
 }  // namespace platform

@@ -17,7 +17,7 @@ namespace {
 constexpr LONG kAllAddresses = 0;
 constexpr LONG kAnyIpVersion = 2;
 
-// Throws if the call failed; caught in AuthorizeProgram.
+// Throws if the call failed; caught in the functions of the header.
 void Check(HRESULT result) {
   if (FAILED(result)) throw std::system_error(result, std::system_category());
 }
@@ -61,6 +61,7 @@ class Variant {
   Variant& operator=(Variant&&) = delete;
 
   VARIANT* Raw() { return &value_; }
+  bool Flag() const { return value_.vt == VT_BOOL && value_.boolVal != VARIANT_FALSE; }
   IDispatch* Object() const { return value_.vt == VT_DISPATCH ? value_.pdispVal : nullptr; }
 
  private:
@@ -85,6 +86,10 @@ class Object {
   Object& operator=(const Object&) = delete;
 
   Object Get(const wchar_t* name) const { return Object(Call(name, DISPATCH_PROPERTYGET, {})); }
+  bool Flag(const wchar_t* name) const { return Call(name, DISPATCH_PROPERTYGET, {}).Flag(); }
+  Object Item(std::string_view key) const {
+    return Object(Call(L"Item", DISPATCH_METHOD | DISPATCH_PROPERTYGET, Variant(key)));
+  }
   void Set(const wchar_t* name, Variant value) const {
     Call(name, DISPATCH_PROPERTYPUT, std::move(value));
   }
@@ -112,10 +117,14 @@ class Object {
   IDispatch* object_;
 };
 
-void Authorize(std::string_view image, std::string_view name) {
+Object CurrentProfile() {
   const Object manager(L"HNetCfg.FwMgr");
   const Object policy = manager.Get(L"LocalPolicy");
-  const Object profile = policy.Get(L"CurrentProfile");
+  return policy.Get(L"CurrentProfile");
+}
+
+void Authorize(std::string_view image, std::string_view name) {
+  const Object profile = CurrentProfile();
   const Object application(L"HNetCfg.FwAuthorizedApplication");
   application.Set(L"ProcessImageFileName", Variant(image));
   application.Set(L"Name", Variant(name));
@@ -126,7 +135,30 @@ void Authorize(std::string_view image, std::string_view name) {
   authorized.Do(L"Add", application);
 }
 
+// Throws if the program is not in the list.
+bool IsEnabledIn(const Object& profile, std::string_view image) {
+  const Object authorized = profile.Get(L"AuthorizedApplications");
+  const Object entry = authorized.Item(image);
+  return entry.Flag(L"Enabled");
+}
+
 }  // namespace
+
+FirewallState LookAtFirewall(std::string_view image) {
+  const ComLibrary library;
+  FirewallState state;
+  try {
+    const Object profile = CurrentProfile();
+    if (!profile.Flag(L"FirewallEnabled")) return state;
+    state.kind = FirewallState::Kind::kWindows;
+    // It can be told to make no exceptions for programs of its list.
+    if (profile.Flag(L"ExceptionsNotAllowed")) return state;
+    state.admitsThisProgram = IsEnabledIn(profile, image);
+  } catch (const std::system_error&) {
+    // No such firewall, or not in the list.
+  }
+  return state;
+}
 
 std::error_code AuthorizeProgram(std::string_view image, std::string_view name) {
   const ComLibrary library;

@@ -56,11 +56,18 @@ std::string Answered(wxDirDialog& box, const wxString& input) {
 }
 
 std::string Answered(wxFileDialog& box, const wxString& input) {
-  EXPECT_TRUE(box.HasFlag(wxFD_SAVE) && box.HasFlag(wxFD_OVERWRITE_PROMPT));
-  const wxString proposed = box.GetFilename();
+  EXPECT_TRUE(box.HasFlag(wxFD_SAVE) ? box.HasFlag(wxFD_OVERWRITE_PROMPT)
+                                     : box.HasFlag(wxFD_FILE_MUST_EXIST));
+  const auto path = [&box] {
+    wxArrayString paths;
+    if (box.HasFlag(wxFD_MULTIPLE)) box.GetPaths(paths);
+    if (box.HasFlag(wxFD_MULTIPLE)) return paths.empty() ? wxString() : paths[0];
+    return box.GetPath();
+  };
+  const wxString proposed = box.HasFlag(wxFD_SAVE) ? box.GetFilename() : wxString();
   box.SetPath(input);
   // The system's own chooser takes a path over only after having looked at its folder.
-  EXPECT_TRUE(Until([&] { return box.GetPath() == input; }));
+  EXPECT_TRUE(Until([&] { return path() == input; }));
   return Typed(box.GetMessage() + ": " + box.GetWildcard() + " [" + proposed + "]");
 }
 
@@ -145,7 +152,8 @@ MainWindow::MainWindow() {
   mail.LoadOptions();
   control = std::make_unique<core::ServiceControl>(
       Program(), core::ServiceControl::Services{web, ftp, mail}, *window);
-  window->Attach({Program(), *control, web, ftp, mail, record}, [this] { ++closed; });
+  window->Attach({Program(), *control, web, ftp, mail, record, Environment().loop},
+                 [this] { ++closed; });
 }
 
 MainWindow::~MainWindow() {

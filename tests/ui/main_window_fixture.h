@@ -16,9 +16,12 @@
 #include <utility>
 
 #include "core/service_control.h"
+#include "ftp/ftp_server.h"
+#include "mail/mail_server.h"
 #include "tests/support/server_fixture.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/window/main_window.h"
+#include "web/web_server.h"
 
 namespace test {
 

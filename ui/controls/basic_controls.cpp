@@ -59,12 +59,35 @@ wxButton* MakeActionButton(wxWindow* parent, const char* name, const char* text,
   return button;
 }
 
-void ShowAsMain(wxButton& button) {
-  platform::ShowAsMainButton(button.GetHandle());
-  // Where buttons look like this while they have the focus, they lose the looks with it.
+wxButton* MakeSmallButton(wxWindow* parent, const char* name, const char* text,
+                          const std::function<void()>& action) {
+  auto* button = Named(
+      new wxButton(parent, wxID_ANY, " ", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT), name);
+  button->Bind(wxEVT_BUTTON, [action](wxCommandEvent&) { action(); });
+  LabelSmallButton(*button, text);
+  return button;
+}
+
+// The toolkit's own size of such a button leaves no space around the text.
+void LabelSmallButton(wxButton& button, const char* text) {
+  button.SetLabel(Shown(text));
+  const wxSize letters = button.GetTextExtent(Shown(text));
+  const int height = button.GetTextExtent(Shown("字")).y;
+  button.SetMinSize({letters.x + button.FromDIP(2 * kEdge), height + button.FromDIP(kEdge)});
+}
+
+// Where buttons look like this while they have the focus, they lose the looks with it. The data of
+// a button is set while it is the main one.
+void ShowAsMain(wxButton& button, bool isMain) {
+  if (isMain == (button.GetClientData() != nullptr)) return;
+  platform::ShowAsMainButton(button.GetHandle(), isMain);
+  button.SetClientData(isMain ? &button : nullptr);
+  if (!isMain) return;
   button.Bind(wxEVT_KILL_FOCUS, [&button](wxFocusEvent& event) {
     event.Skip();
-    button.CallAfter([&button] { platform::ShowAsMainButton(button.GetHandle()); });
+    button.CallAfter([&button] {
+      if (button.GetClientData() != nullptr) platform::ShowAsMainButton(button.GetHandle());
+    });
   });
 }
 

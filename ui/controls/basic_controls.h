@@ -24,7 +24,12 @@ void ShowAddress(wxHyperlinkCtrl& address, const std::string& text, int width);
 wxButton* MakeActionButton(wxWindow* parent, const char* name, const char* text,
                            const std::function<void()>& action);
 
-/// Gives a button the looks of the page's or dialog's main one.
-void ShowAsMain(wxButton& button);
+/// The same, small, for places with little room. All are equally high.
+wxButton* MakeSmallButton(wxWindow* parent, const char* name, const char* text,
+                          const std::function<void()>& action);
+void LabelSmallButton(wxButton& button, const char* text);
+
+/// Gives a button the looks of the page's or dialog's main one, or takes them away again.
+void ShowAsMain(wxButton& button, bool isMain = true);
 
 }  // namespace ui

@@ -1,6 +1,5 @@
 #include "ui/controls/copying.h"
 
-#include <wx/clipbrd.h>
 #include <wx/hyperlink.h>
 #include <wx/listctrl.h>
 #include <wx/menu.h>
@@ -9,6 +8,7 @@
 #include <utility>
 
 #include "platform/control_looks.h"
+#include "ui/controls/clipboard.h"
 #include "ui/controls/toolkit_text.h"
 
 namespace ui {
@@ -31,7 +31,7 @@ void ShowMenu(wxWindow& control, const std::string& text) {
   wxMenu menu;
   menu.Append(wxID_COPY, Shown("复制(&C)"));
   menu.Bind(
-      wxEVT_MENU, [text](wxCommandEvent&) { CopyText(text); }, wxID_COPY);
+      wxEVT_MENU, [text](wxCommandEvent&) { CopyToClipboard(text); }, wxID_COPY);
   control.PopupMenu(&menu);
 }
 
@@ -41,11 +41,6 @@ bool IsCopyKey(const wxKeyEvent& event) {
 
 }  // namespace
 
-bool CopyText(const std::string& text) {
-  wxClipboardLocker clipboard;
-  return !text.empty() && !!clipboard && wxTheClipboard->SetData(new wxTextDataObject(Shown(text)));
-}
-
 void LetCopy(wxWindow& control, std::function<std::string()> text) {
   control.Bind(wxEVT_CONTEXT_MENU, [&control, text](wxContextMenuEvent& event) {
     const std::string copied = text();
@@ -53,7 +48,8 @@ void LetCopy(wxWindow& control, std::function<std::string()> text) {
     ShowMenu(control, copied);
   });
   control.Bind(wxEVT_CHAR_HOOK, [text = std::move(text)](wxKeyEvent& event) {
-    if (!IsCopyKey(event) || !CopyText(text())) event.Skip();
+    const std::string copied = IsCopyKey(event) ? text() : "";
+    if (copied.empty() || !CopyToClipboard(copied)) event.Skip();
   });
 }
 

@@ -10,9 +10,6 @@ class wxWindow;
 
 namespace ui {
 
-/// Puts a text on the clipboard. False if the system refuses, or if the text is empty.
-bool CopyText(const std::string& text);
-
 /// Lets the user copy from a control. `text`: what is copied at that moment; if it is empty, there
 /// is no menu.
 void LetCopy(wxWindow& control, std::function<std::string()> text);

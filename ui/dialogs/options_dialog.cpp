@@ -13,6 +13,7 @@
 #include "ui/controls/password_field.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/save_report.h"
+#include "ui/dialogs/start_with_system.h"
 
 namespace ui {
 namespace {
@@ -112,18 +113,8 @@ void frmOptions::OnConfirm() {
   settings::SetManagerPassword(program_, wanted ? password : "");
   if (!IsSaved(this, program_, change.Save())) return;
   settings::SetWantsNotices(chkNotices->GetValue());
-  SaveStartWithSystem();
+  SetToStartWithSystem(this, program_, chkSysAutoStart->GetValue());
   EndModal(wxID_OK);
-}
-
-void frmOptions::SaveStartWithSystem() {
-  const bool wanted = chkSysAutoStart->GetValue();
-  const std::string version = wanted ? settings::SystemVersionText() : "";
-  // A hint only: the value is written all the same.
-  if (settings::NeedsRegistrationAsService(version)) {
-    Warn(this, "您使用的操作系统是" + version + "本程序须注册服务后才能使用！");
-  }
-  settings::SetStartsWithSystem(program_, wanted);
 }
 
 }  // namespace ui

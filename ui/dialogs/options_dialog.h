@@ -34,7 +34,6 @@ class frmOptions : public wxDialog {
   void EnablePassword();
   void KeepPasswordFitting();
   void OnConfirm();
-  void SaveStartWithSystem();
 
   const settings::Program& program_;
   settings::StartOptions options_;

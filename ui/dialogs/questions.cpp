@@ -60,6 +60,17 @@ std::optional<std::string> AskFileToSave(wxWindow* parent, const char* title, co
   return platform::PathTextFromUser(Typed(dialog.GetPath()));
 }
 
+std::vector<std::string> AskFilesToOpen(wxWindow* parent, const char* title) {
+  wxFileDialog dialog(parent, Shown(title), "", "", wxFileSelectorDefaultWildcardStr,
+                      wxFD_OPEN | wxFD_MULTIPLE | wxFD_FILE_MUST_EXIST);
+  if (dialog.ShowModal() != wxID_OK) return {};
+  wxArrayString names;
+  dialog.GetPaths(names);
+  std::vector<std::string> files;
+  for (const wxString& name : names) files.push_back(platform::PathTextFromUser(Typed(name)));
+  return files;
+}
+
 std::optional<std::string> AskText(wxWindow* parent, const char* prompt, const char* title,
                                    const std::string& proposed) {
   wxTextEntryDialog dialog(parent, Shown(prompt), Shown(title), Shown(proposed));

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 class wxButton;
 class wxTextCtrl;
@@ -23,6 +24,9 @@ void LetChooseFolder(wxButton* button, wxTextCtrl* field, const char* title);
 /// cancelled. `filter`: in the toolkit's form.
 std::optional<std::string> AskFileToSave(wxWindow* parent, const char* title, const char* filter,
                                          const char* proposed);
+
+/// The path texts of files to read; none if he cancelled.
+std::vector<std::string> AskFilesToOpen(wxWindow* parent, const char* title);
 
 /// What the user typed, as typed; none if he cancelled or left nothing in the field.
 std::optional<std::string> AskText(wxWindow* parent, const char* prompt, const char* title,

@@ -1,54 +1,75 @@
 #pragma once
 
-// The remaining steps after an installation, as a row of buttons. A step disappears once it is
-// done, in whatever way; the row disappears with the last step, or when the user dismisses it.
+// What a new user does first, in order: put something in, start, give the address to somebody,
+// protect the files. Each step is a button until it is done, in whatever way, and then a tick; the
+// next one stands out. The list disappears for good once all are done or the user dismisses it.
 
 #include <wx/panel.h>
 
+#include <array>
 #include <functional>
 
 #include "ui/controls/card.h"
 
 class wxBoxSizer;
 class wxButton;
+class wxFlexGridSizer;
+class wxStaticBitmap;
+class wxStaticText;
 
 namespace ui {
 
-/// Which steps are left.
-struct StepsLeft {
-  bool putPage = false;       // the Web folder has no files
-  bool addMailUser = false;   // there is no mailbox
-  bool allowUploads = false;  // no folder accepts uploads
+/// Which steps are done.
+struct StepsDone {
+  bool putContent = false;   // the Web or the FTP folder has files
+  bool start = false;        // a service runs
+  bool giveAddress = false;  // an address was passed on, or somebody was there
+  bool protect = false;      // visitors can change files in the upload folder only
 
-  bool Any() const { return putPage || addMailUser || allowUploads; }
+  std::array<bool, 4> InOrder() const { return {putContent, start, giveAddress, protect}; }
 };
 
 class FirstSteps : public Card {
  public:
   struct Actions {
     std::function<void()> putPage;
-    std::function<void()> addMailUser;
-    std::function<void()> allowUploads;
+    std::function<void()> startAll;
+    std::function<void()> giveAddress;
+    std::function<void()> makeUploadFolder;
   };
 
   FirstSteps(wxWindow* parent, const Actions& actions);
 
   /// True if something changed and the parent must be laid out again.
-  bool ShowSteps(const StepsLeft& left);
+  bool ShowSteps(const StepsDone& done);
 
-  /// Uses two lines if one would be wider than `width` pixels.
+  /// False hides the list.
+  bool ShowAtAll(bool shown);
+
+  /// Uses several lines if one would be wider than `width` pixels.
   void FitInto(int width);
 
-  /// False once the user has dismissed the steps.
+  /// False once all steps have been done, or the user has dismissed them.
   static bool AreWanted();
 
+  /// That the user has passed an address on, or that somebody has come.
+  static bool WasAddressGiven();
+  static void RememberAddressGiven();
+
  private:
+  struct Step {
+    wxStaticBitmap* tick;
+    wxStaticText* done;
+    wxButton* button;
+  };
+
+  Step MakeStep(const char* name, const char* text, const std::function<void()>& action);
+  bool ShowStep(Step& step, bool isDone, bool isNext);
   void Dismiss();
 
   wxBoxSizer* parts_;
-  wxButton* putPage_;
-  wxButton* addMailUser_;
-  wxButton* allowUploads_;
+  wxFlexGridSizer* grid_;
+  std::array<Step, 4> steps_;
 };
 
 }  // namespace ui

@@ -20,9 +20,16 @@ class ServiceCommands {
   virtual void Restart(core::ServiceKind service) = 0;
   virtual void AskForDomain(core::ServiceKind service) = 0;
   virtual void ShowOptions(core::ServiceKind service) = 0;
+  /// Opens the options at the port.
+  virtual void ChangePort(core::ServiceKind service) = 0;
+  /// Tests whether others reach the service, and shows what it found on the page.
+  virtual void TestReach(core::ServiceKind service) = 0;
+  /// Copies an address for the user to pass on.
+  virtual void GiveAddress(const std::string& address) = 0;
   virtual void OpenAddress(core::ServiceKind service) = 0;
   virtual void OpenRoot(core::ServiceKind service) = 0;
   virtual void MakeRoot(core::ServiceKind service) = 0;
+  virtual void ChangeRoot(core::ServiceKind service) = 0;
 
   /// Applies the remedy of the diagnosis.
   virtual void Follow(core::ServiceKind service, const core::Diagnosis& diagnosis) = 0;

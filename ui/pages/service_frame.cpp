@@ -1,7 +1,6 @@
 #include "ui/pages/service_frame.h"
 
 #include <wx/button.h>
-#include <wx/dcclient.h>
 #include <wx/hyperlink.h>
 #include <wx/notebook.h>
 #include <wx/sizer.h>
@@ -10,9 +9,7 @@
 
 #include <utility>
 
-#include "core/service_addresses.h"
 #include "core/service_texts.h"
-#include "text/strings.h"
 #include "ui/controls/accessible.h"
 #include "ui/controls/art.h"
 #include "ui/controls/basic_controls.h"
@@ -23,6 +20,7 @@
 #include "ui/pages/latest_log.h"
 #include "ui/pages/live_panel.h"
 #include "ui/pages/recent_panel.h"
+#include "ui/pages/remedies.h"
 #include "ui/pages/service_commands.h"
 
 namespace ui {
@@ -32,7 +30,8 @@ constexpr int kPictureSize = 48;
 constexpr int kStateSize = 20;
 constexpr double kTitleFactor = 1.5;
 constexpr int kAddressWidth = 440;  // the maximum for the address
-constexpr int kPathWidth = 240;     // the minimum for the root directory
+constexpr int kPathWidth = 240;     // the minimum for addresses
+constexpr int kRootWidth = 140;     // the minimum for the root directory
 
 constexpr const char* kLiveTab = "正在进行";
 
@@ -49,7 +48,7 @@ wxStaticText* MakeQuietText(wxWindow* parent, const wxString& text, long style =
 }  // namespace
 
 ServiceFrame::ServiceFrame(wxWindow* parent, core::ServiceKind service, ServiceCommands& commands)
-    : Page(parent), service_(service), commands_(commands) {
+    : Page(parent), service_(service), commands_(commands), reach_(*this, service, commands) {
   Named(this, LooksOf(service).frame);
   const int edge = FromDIP(kEdge);
   auto* column = new wxBoxSizer(wxVERTICAL);
@@ -90,9 +89,7 @@ wxSizer* ServiceFrame::MakeFacts() {
   column->Add(hint_, below);
   column->Add(MakeRoot(looks), wxSizerFlags().Expand().Border(wxTOP, FromDIP(kGap)));
   column->Add(MakeRootMissing(), below);
-  column->Add(MakePorts(), below);
-  column->Add(MakeReach(), below);
-  column->Add(MakePortNote(), below);
+  column->Add(reach_.MakeRows(), below);
   return column;
 }
 
@@ -122,7 +119,7 @@ wxSizer* ServiceFrame::MakeReason() {
 
 wxSizer* ServiceFrame::MakeRoot(const ServiceLooks& looks) {
   rootDir_ = Named(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition,
-                                    FromDIP(wxSize(kPathWidth, -1)), wxST_ELLIPSIZE_MIDDLE),
+                                    FromDIP(wxSize(kRootWidth, -1)), wxST_ELLIPSIZE_MIDDLE),
                    looks.rootDir);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(MakeQuietText(this, Shown("主目录：")), wxSizerFlags().CentreVertical());
@@ -130,6 +127,10 @@ wxSizer* ServiceFrame::MakeRoot(const ServiceLooks& looks) {
   row->Add(
       MakeActionButton(this, "cmdOpenRoot", "打开文件夹(&F)", Calling(&ServiceCommands::OpenRoot)),
       wxSizerFlags().CentreVertical());
+  if (!looks.canMove) return row;
+  row->Add(
+      MakeActionButton(this, "cmdChangeRoot", "更换(&Z)...", Calling(&ServiceCommands::ChangeRoot)),
+      wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
   return row;
 }
 
@@ -144,64 +145,6 @@ wxSizer* ServiceFrame::MakeRootMissing() {
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(rootMissing_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
   row->Add(makeRoot_, wxSizerFlags().CentreVertical());
-  return row;
-}
-
-wxSizer* ServiceFrame::MakeReach() {
-  hasQrCode_ = core::IsReachedByUrl(service_);
-  reachHeading_ = MakeQuietText(this, Shown("局域网地址："));
-  reach_ = Named(new wxStaticText(this, wxID_ANY, "", wxDefaultPosition,
-                                  FromDIP(wxSize(kPathWidth, -1)), wxST_ELLIPSIZE_END),
-                 "lblReach");
-  copyReach_ = MakeActionButton(this, "cmdCopyReach", "复制(&C)",
-                                [this] { commands_.CopyForUser(text::Joined(reachedAt_, "\n")); });
-  showQrCode_ = MakeActionButton(this, "cmdShowQrCode", "二维码(&Q)...",
-                                 [this] { commands_.ShowQrCode(reachedAt_); });
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(reachHeading_, wxSizerFlags().CentreVertical());
-  row->Add(reach_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
-  row->Add(copyReach_, wxSizerFlags().CentreVertical());
-  row->Add(showQrCode_, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
-  ShowReach();
-  return row;
-}
-
-void ServiceFrame::ShowReach() {
-  const bool shown = !reachedAt_.empty();
-  reachHeading_->Show(shown);
-  reach_->Show(shown);
-  copyReach_->Show(shown);
-  showQrCode_->Show(shown && hasQrCode_);
-}
-
-wxSizer* ServiceFrame::MakePorts() {
-  portsHeading_ = MakeQuietText(this, Shown("端口："));
-  ports_ = Named(new wxStaticText(this, wxID_ANY, ""), "lblPorts");
-  restartNote_ = Named(new wxStaticText(this, wxID_ANY, ""), "lblRestartNote");
-  restart_ =
-      MakeActionButton(this, "cmdRestart", "重新启动服务(&B)", Calling(&ServiceCommands::Restart));
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(portsHeading_, wxSizerFlags().CentreVertical());
-  row->Add(ports_, InRow(this));
-  row->Add(restartNote_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
-  row->Add(restart_, wxSizerFlags().CentreVertical());
-  SetPorts("");
-  SetRestartNote("");
-  return row;
-}
-
-wxSizer* ServiceFrame::MakePortNote() {
-  portNote_ =
-      Named(MakeQuietText(
-                this, Shown("现在的浏览器只在端口 80 上显示这种网页；\n当前设置的是别的端口。")),
-            "lblPortNote");
-  changePort_ = MakeActionButton(this, "cmdChangePort", "更改(&U)...",
-                                 Calling(&ServiceCommands::ShowOptions));
-  portNote_->Hide();
-  changePort_->Hide();
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  row->Add(portNote_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
-  row->Add(changePort_, wxSizerFlags().CentreVertical());
   return row;
 }
 
@@ -241,6 +184,9 @@ wxSizer* ServiceFrame::MakeButtons() {
   row->Add(
       MakeActionButton(this, looks.options, "选项(&O)...", Calling(&ServiceCommands::ShowOptions)),
       InRow(this));
+  row->Add(
+      MakeActionButton(this, "cmdTestReach", "测试一下(&Z)", Calling(&ServiceCommands::TestReach)),
+      InRow(this));
   return row;
 }
 
@@ -251,6 +197,7 @@ void ServiceFrame::ShowOutcome(const core::Outcome& outcome,
   result_->SetLabel(Shown(texts.result));
   hint_->SetLabel(Shown(texts.hint));
   SetDiagnosis(diagnosis);
+  reach_.SetTest({});
   if (outcome.enableAddress) address_->Enable(*outcome.enableAddress);
   SetAddress(outcome.address);
   ShowButtons(outcome.CanBeStopped());
@@ -275,29 +222,13 @@ void ServiceFrame::SetState(ServiceState state) {
   state_->SetBitmap(Art(PictureOf(state), kStateSize));
 }
 
-void ServiceFrame::SetPorts(const std::string& text) { ShowFact(*ports_, text, *portsHeading_); }
-
-void ServiceFrame::SetRestartNote(const std::string& text) {
-  ShowFact(*restartNote_, text, *restart_);
-}
-
-// Empty hides the fact and what belongs to it.
-void ServiceFrame::ShowFact(wxStaticText& fact, const std::string& text, wxWindow& companion) {
-  const bool shown = !text.empty();
-  if (Typed(fact.GetLabelText()) == text && fact.IsShown() == shown) return;
-  fact.SetLabel(Shown(text));
-  fact.Show(shown);
-  companion.Show(shown);
-  Layout();
-}
-
 void ServiceFrame::SetDiagnosis(const std::optional<core::Diagnosis>& diagnosis) {
   using Remedy = core::Diagnosis::Remedy;
   diagnosis_ = diagnosis;
   const Remedy remedy = diagnosis ? diagnosis->remedy : Remedy::kNone;
   reason_->SetLabel(Shown(diagnosis ? diagnosis->text : ""));
   reason_->Show(diagnosis.has_value());
-  remedy_->SetLabel(Shown(remedy == Remedy::kCopyCommand ? "复制命令(&Y)" : "更改端口(&Y)..."));
+  remedy_->SetLabel(Shown(CaptionWithKeyOf(remedy)));
   remedy_->Show(remedy != Remedy::kNone);
   Layout();
 }
@@ -306,22 +237,6 @@ void ServiceFrame::SetRootMissing(bool missing) {
   if (rootMissing_->IsShown() == missing && makeRoot_->IsShown() == missing) return;
   rootMissing_->Show(missing);
   makeRoot_->Show(missing);
-  Layout();
-}
-
-void ServiceFrame::SetReach(const std::vector<std::string>& addresses) {
-  if (addresses == reachedAt_) return;
-  reachedAt_ = addresses;
-  reach_->SetLabel(Shown(text::Joined(addresses, "   ")));
-  reach_->SetToolTip(Shown(text::Joined(addresses, "\n")));
-  ShowReach();
-  Layout();
-}
-
-void ServiceFrame::SetPortNote(bool shown) {
-  if (portNote_->IsShown() == shown) return;
-  portNote_->Show(shown);
-  changePort_->Show(shown);
   Layout();
 }
 
@@ -351,6 +266,11 @@ bool ServiceFrame::IsOnTab(const wxWindow* page) const { return tabs_->GetCurren
 void ServiceFrame::TurnTabs(bool forward) {
   tabs_->AdvanceSelection(forward);
   tabs_->SetFocus();  // the focused control may be on the other page
+}
+
+void ServiceFrame::ShowLiveTab() {
+  tabs_->SetSelection(tabs_->FindPage(live_));
+  tabs_->SetFocus();
 }
 
 bool ServiceFrame::ShowsRunning() const { return stop_->IsShown(); }

@@ -2,8 +2,8 @@
 
 // The page of a service: the outcome of the last start or stop, the address, the folder and
 // buttons. To the texts of service control it adds why a start failed and whether the folder is
-// missing. The rest of the page is specific to the service: the Web folder as a tree, the mail
-// users. The page decides nothing; its buttons call ServiceCommands.
+// missing, how others reach the service. The rest of the page is specific to the service: the Web
+// folder as a tree, the mail users. The page decides nothing; its buttons call ServiceCommands.
 
 #include <deque>
 #include <functional>
@@ -16,6 +16,7 @@
 #include "core/manager_view.h"
 #include "core/start_diagnosis.h"
 #include "ui/controls/page.h"
+#include "ui/pages/reach_rows.h"
 #include "ui/pages/service_looks.h"
 
 class wxBookCtrlBase;
@@ -44,26 +45,20 @@ class ServiceFrame : public Page {
   void SetRootDir(const std::string& path);
   void SetState(ServiceState state);
 
-  /// Shows the ports that are listened on. Empty hides them.
-  void SetPorts(const std::string& text);
-
-  /// Shows that a changed port needs a restart, with a button that restarts. Empty hides both.
-  void SetRestartNote(const std::string& text);
-
   /// Shows why the last start failed, with a button for the remedy. None hides it.
   void SetDiagnosis(const std::optional<core::Diagnosis>& diagnosis);
 
   /// Shows that the root directory does not exist, with a button that creates it.
   void SetRootMissing(bool missing);
 
-  /// Shows the addresses at which other computers reach the service. None hides them.
-  void SetReach(const std::vector<std::string>& addresses);
-
-  /// Shows that browsers display the pages on port 80 only, with a button that opens the options.
-  void SetPortNote(bool shown);
+  /// How others reach the service.
+  ReachRows& Reach() { return reach_; }
 
   /// Selects the next or the previous tab, wrapping around.
   void TurnTabs(bool forward);
+
+  /// Selects the tab of the open connections.
+  void ShowLiveTab();
 
   /// Shows the open connections of the service.
   void ShowConnections(const std::vector<net::ConnectionReport>& connections);
@@ -98,17 +93,12 @@ class ServiceFrame : public Page {
 
  private:
   void ShowButtons(bool running);
-  void ShowFact(wxStaticText& fact, const std::string& text, wxWindow& companion);
   wxSizer* MakeHeader();
   wxSizer* MakeFacts();
   wxSizer* MakeOutcome(const ServiceLooks& looks);
   wxSizer* MakeReason();
   wxSizer* MakeRoot(const ServiceLooks& looks);
   wxSizer* MakeRootMissing();
-  wxSizer* MakeReach();
-  void ShowReach();
-  wxSizer* MakePorts();
-  wxSizer* MakePortNote();
   wxWindow* MakeTabs();
   bool IsOnTab(const wxWindow* page) const;
   wxSizer* MakeButtons();
@@ -128,18 +118,7 @@ class ServiceFrame : public Page {
   wxStaticText* rootDir_;
   wxStaticText* rootMissing_;
   wxButton* makeRoot_;
-  wxStaticText* reachHeading_;
-  wxStaticText* reach_;
-  wxButton* copyReach_;
-  wxButton* showQrCode_;
-  bool hasQrCode_;
-  std::vector<std::string> reachedAt_;
-  wxStaticText* portsHeading_;
-  wxStaticText* ports_;
-  wxStaticText* restartNote_;
-  wxButton* restart_;
-  wxStaticText* portNote_;
-  wxButton* changePort_;
+  ReachRows reach_;
   wxButton* start_;
   wxButton* stop_;
   wxBookCtrlBase* tabs_;

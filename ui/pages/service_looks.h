@@ -13,6 +13,7 @@ struct ServiceLooks {
   const char* purpose;  // explains the title in a line
   const char* idle;     // the result label before the first start
   const char* log;      // the file shown below the connections
+  bool canMove;         // the main folder, with one button
 
   // The names of the controls.
   const char* frame;

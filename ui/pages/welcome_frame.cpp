@@ -9,236 +9,141 @@
 #include <algorithm>
 #include <utility>
 
-#include "text/strings.h"
-#include "ui/controls/accessible.h"
 #include "ui/controls/art.h"
 #include "ui/controls/basic_controls.h"
-#include "ui/controls/card.h"
 #include "ui/controls/colours.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/controls/traffic_curve.h"
-#include "ui/pages/service_looks.h"
 
 namespace ui {
 namespace {
 
-constexpr int kLogoSize = 64;
-constexpr int kPictureSize = 56;
-constexpr int kStateSize = 16;
-constexpr int kAddressWidth = 180;  // minimum
+constexpr int kLogoSize = 56;
 constexpr double kNameFactor = 1.8;
-constexpr double kTitleFactor = 1.2;
+constexpr int kPurposeWidth = 160;  // minimum
 constexpr const char* kNobody = "现在没有人连接";
-
-// Every card has the same controls, so the names of theirs contain the service: screen readers and
-// tests need to tell them apart.
-struct CardNames {
-  const char* state;
-  const char* address;
-  const char* secondAddress;
-  const char* reason;
-  const char* start;
-  const char* stop;
-  const char* page;
-  const char* root;
-};
-
-constexpr std::array<CardNames, 3> kNames = {{
-    {"lblCardWebState", "lblCardWebAddress", "lblCardWebAddress2", "lblCardWebReason",
-     "cmdCardStartWeb", "cmdCardStopWeb", "cmdCardWebPage", "cmdCardWebRoot"},
-    {"lblCardFtpState", "lblCardFtpAddress", "lblCardFtpAddress2", "lblCardFtpReason",
-     "cmdCardStartFtp", "cmdCardStopFtp", "cmdCardFtpPage", "cmdCardFtpRoot"},
-    {"lblCardMailState", "lblCardMailAddress", "lblCardMailAddress2", "lblCardMailReason",
-     "cmdCardStartMail", "cmdCardStopMail", "cmdCardMailPage", "cmdCardMailRoot"},
-}};
-
-// Of an address or a reason.
-int HeightOfTwoLines(wxWindow& parent) {
-  return 2 * parent.GetTextExtent(Shown("字")).y + parent.FromDIP(kGap);
-}
 
 }  // namespace
 
 WelcomeFrame::WelcomeFrame(wxWindow* parent, Actions actions)
-    : Page(parent), actions_(std::move(actions)), addressWidth_(FromDIP(kAddressWidth)) {
+    : Page(parent), actions_(std::move(actions)) {
   Named(this, "fraWelcome");
-  auto* cards = new wxGridSizer(1, static_cast<int>(core::kServices.size()), 0, FromDIP(kEdge));
-  for (const core::ServiceKind service : core::kServices) {
-    cards->Add(MakeCard(service), wxSizerFlags().Expand());
-  }
   const int edge = FromDIP(kEdge);
   auto* column = new wxBoxSizer(wxVERTICAL);
   column->Add(MakeHeader(), wxSizerFlags().Expand().Border(wxALL, edge));
   steps_ = new FirstSteps(this, actions_.firstSteps);
   column->Add(steps_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
+  wxSizer* cards = MakeCards();
+  steps_->FitInto(cards->CalcMin().x);  // so that the steps do not make the window wider
   column->Add(cards, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, edge));
-  column->Add(MakeFooter(), wxSizerFlags().Expand().Border(wxALL, edge));
-  column->Add(MakeNow(), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, edge));
+  column->Add(MakeNow(), wxSizerFlags().Expand().Border(wxALL, edge));
   SetSizer(column);
   Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     UseWidth();
     event.Skip();
   });
-  for (const core::ServiceKind service : core::kServices) SetRunning(service, false);
+  EnableTogether();
 }
 
 wxSizer* WelcomeFrame::MakeHeader() {
   picIcon = Named(new wxStaticBitmap(this, wxID_ANY, Art("tarnwerk", kLogoSize)), "picIcon");
-  auto* purpose = new wxStaticText(this, wxID_ANY, Shown("让您的电脑成为网站、文件与邮件服务器"));
+  auto* purpose =
+      new wxStaticText(this, wxID_ANY, Shown("让您的电脑成为网站、文件与邮件服务器"),
+                       wxDefaultPosition, FromDIP(wxSize(kPurposeWidth, -1)), wxST_ELLIPSIZE_END);
   purpose->SetForegroundColour(QuietText());
   auto* texts = new wxBoxSizer(wxVERTICAL);
   texts->Add(MakeHeading(this, "Tarnwerk", kNameFactor));
-  texts->Add(purpose, wxSizerFlags().Border(wxTOP, FromDIP(kTightGap)));
+  texts->Add(purpose, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap)));
+  startAll_ =
+      MakeActionButton(this, "cmdStartAll", "全部启动(&A)", [this] { actions_.startAll(); });
+  stopAll_ = MakeActionButton(this, "cmdStopAll", "全部停止(&L)", [this] { actions_.stopAll(); });
+  ShowAsMain(*startAll_);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(picIcon, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kEdge)));
   row->Add(texts, wxSizerFlags(1).CentreVertical());
+  for (wxButton* button : {startAll_, stopAll_}) {
+    row->Add(button, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kGap)));
+  }
   return row;
 }
 
-wxPanel* WelcomeFrame::MakeCard(core::ServiceKind service) {
-  const ServiceLooks& looks = LooksOf(service);
-  const CardNames& names = kNames[core::IndexOf(service)];
-  const auto call = [this, service](std::function<void(core::ServiceKind)> Actions::*action) {
-    return [this, service, action] { (actions_.*action)(service); };
-  };
-  ServiceCard& card = CardOf(service);
-  auto* panel = new Card(this);
-  card.panel = panel;
-  card.stateIcon = new wxStaticBitmap(panel, wxID_ANY, Art("off", kStateSize));
-  card.state = Named(new wxStaticText(panel, wxID_ANY, ""), names.state);
-  card.addresses = {MakeAddress(panel, names.address, call(&Actions::openAddress)),
-                    MakeAddress(panel, names.secondAddress, call(&Actions::openAddress))};
-  card.reason = Named(new wxStaticText(panel, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
-                                       wxALIGN_CENTRE_HORIZONTAL),
-                      names.reason);
-  card.reason->Hide();
-  card.start = MakeActionButton(panel, names.start, "启动", call(&Actions::start));
-  card.stop = MakeActionButton(panel, names.stop, "停止", call(&Actions::stop));
-  auto* state = new wxBoxSizer(wxHORIZONTAL);
-  state->Add(card.stateIcon, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kTightGap)));
-  state->Add(card.state, wxSizerFlags().CentreVertical());
-  // Always as high as two lines, so that the buttons of all cards are in line and do not move.
-  auto* address = new wxBoxSizer(wxHORIZONTAL);
-  auto* lines = new wxBoxSizer(wxVERTICAL);
-  for (wxHyperlinkCtrl* each : card.addresses) lines->Add(each, wxSizerFlags().CentreHorizontal());
-  address->Add(lines, wxSizerFlags().CentreVertical());
-  address->Add(card.reason, wxSizerFlags().CentreVertical());
-  address->Add(0, HeightOfTwoLines(*panel));
-
-  const wxSizerFlags centred = wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kGap));
-  auto* column = new wxBoxSizer(wxVERTICAL);
-  column->Add(new wxStaticBitmap(panel, wxID_ANY, Art(looks.picture, kPictureSize)),
-              wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kEdge)));
-  column->Add(MakeHeading(panel, looks.title, kTitleFactor), centred);
-  column->Add(state, centred);
-  column->Add(address, wxSizerFlags().CentreHorizontal().Border(wxALL & ~wxTOP, FromDIP(kGap)));
-  const wxSizerFlags wide = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, FromDIP(kEdge));
-  column->Add(card.start, wide);
-  column->Add(card.stop, wide);
-  column->AddSpacer(FromDIP(kGap));
-  wxButton* page = MakeActionButton(panel, names.page, "查看与设置", call(&Actions::showPage));
-  wxButton* root = MakeActionButton(panel, names.root, "打开文件夹", call(&Actions::openRoot));
-  column->Add(page, wide);
-  column->AddSpacer(FromDIP(kGap));
-  column->Add(root, wide);
-  column->AddSpacer(FromDIP(kEdge));
-  // Every card has these buttons, so their names include the service.
-  for (wxButton* button : {card.start, card.stop, page, root}) {
-    Describe(*button, Typed(button->GetLabel()) + " " + looks.title);
+wxSizer* WelcomeFrame::MakeCards() {
+  auto* cards = new wxGridSizer(1, static_cast<int>(cards_.size()), 0, FromDIP(kEdge));
+  for (const core::ServiceKind service : core::kServices) {
+    cards_[core::IndexOf(service)] = new ServiceCard(this, service, actions_.cards);
+    cards->Add(&CardOf(service), wxSizerFlags().Expand());
   }
-  column->SetMinSize(FromDIP(kAddressWidth + 2 * kGap), -1);
-  panel->SetSizer(column);
-  return panel;
+  return cards;
 }
 
 wxSizer* WelcomeFrame::MakeNow() {
-  clients_ = Named(new wxStaticText(this, wxID_ANY, Shown(kNobody)), "lblClients");
-  clients_->SetForegroundColour(QuietText());
+  clients_ = MakeAddress(this, "lblClients", actions_.showConnected);
   traffic_ = new TrafficCurve(this);
   auto* column = new wxBoxSizer(wxVERTICAL);
-  column->Add(clients_, wxSizerFlags().Expand());
+  column->Add(clients_);
   column->Add(traffic_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap)));
+  ShowClients("", {});
   return column;
 }
 
 void WelcomeFrame::ShowClients(const std::string& clients,
                                const std::deque<core::TrafficHistory::Sample>& traffic) {
-  const wxString text = Shown(clients.empty() ? kNobody : clients);
-  if (clients_->GetLabel() != text) clients_->SetLabel(text);
-  traffic_->ShowSamples(traffic);
-}
-
-wxSizer* WelcomeFrame::MakeFooter() {
-  startAll_ =
-      MakeActionButton(this, "cmdStartAll", "全部启动(&A)", [this] { actions_.startAll(); });
-  stopAll_ = MakeActionButton(this, "cmdStopAll", "全部停止(&L)", [this] { actions_.stopAll(); });
-  ShowAsMain(*startAll_);
-  for (wxButton* button : {startAll_, stopAll_}) {
-    wxSize large = FromDIP(wxSize(160, 36));
-    large.IncTo(button->GetBestSize());
-    button->SetMinSize(large);
+  const bool isAnybody = !clients.empty();
+  const std::string text = isAnybody ? clients : kNobody;
+  if (Typed(clients_->GetLabel()) != text) {
+    ShowAddress(*clients_, text, std::max(GetClientSize().x, FromDIP(kLogoSize * 4)));
+    clients_->SetToolTip(Shown(isAnybody ? "查看他们在做什么" : ""));
+    Layout();
   }
-  auto* row = new wxBoxSizer(wxHORIZONTAL);
-  row->AddStretchSpacer();
-  row->Add(startAll_);
-  row->AddSpacer(FromDIP(kGap));
-  row->Add(stopAll_);
-  row->AddStretchSpacer();
-  return row;
+  if (clients_->HasFocus() && !isAnybody)
+    (stopAll_->IsEnabled() ? stopAll_ : startAll_)->SetFocus();
+  clients_->Enable(isAnybody);
+  traffic_->ShowSamples(traffic);
 }
 
 void WelcomeFrame::ShowOutcome(const core::Outcome& outcome,
                                const std::optional<core::Diagnosis>& diagnosis) {
-  SetReason(outcome.frame, diagnosis ? diagnosis->brief : "");
+  using Event = core::Outcome::Event;
+  const ServiceState other =
+      outcome.event == Event::kStartFailed ? ServiceState::kFailed : ServiceState::kOff;
+  SetDiagnosis(outcome.frame, diagnosis);
   SetAddress(outcome.frame, outcome.address);
-  SetRunning(outcome.frame, outcome.CanBeStopped());
-  if (outcome.event == core::Outcome::Event::kStartFailed) {
-    ShowState(CardOf(outcome.frame), "failed", "启动失败", FailedText());
-  }
+  CardOf(outcome.frame).SetState(outcome.CanBeStopped() ? ServiceState::kOn : other);
+  EnableTogether();
 }
 
 void WelcomeFrame::SetAddress(core::ServiceKind service, const std::string& text) {
-  CardOf(service).addressText = text;
-  ShowAddressOf(CardOf(service));
+  CardOf(service).SetAddress(text);
 }
 
-void WelcomeFrame::ShowAddressOf(ServiceCard& card) {
-  // The mail server has two. The links of Windows have one line each.
-  const std::string& text = card.addressText;
-  const std::size_t gap = std::min(text.find("  "), text.size());
-  ShowAddress(*card.addresses[0], text.substr(0, gap), addressWidth_);
-  ShowAddress(*card.addresses[1], std::string(text::TrimBlanks(std::string_view(text).substr(gap))),
-              addressWidth_);
-  card.panel->Layout();
+void WelcomeFrame::SetRemark(core::ServiceKind service, const std::string& text) {
+  CardOf(service).SetRemark(text);
+}
+
+void WelcomeFrame::SetReach(core::ServiceKind service, const std::vector<std::string>& addresses) {
+  CardOf(service).SetReach(addresses);
+}
+
+void WelcomeFrame::SetDiagnosis(core::ServiceKind service,
+                                const std::optional<core::Diagnosis>& diagnosis) {
+  CardOf(service).SetDiagnosis(diagnosis);
+}
+
+void WelcomeFrame::WarnOfChanges(bool warned) {
+  if (CardOf(core::ServiceKind::kFtp).WarnOfChanges(warned)) Layout();
 }
 
 // Addresses are cut to the cards rather than widening them beyond the window.
 void WelcomeFrame::UseWidth() {
   steps_->FitInto(GetClientSize().x - FromDIP(2 * kEdge));
   const int cards = static_cast<int>(cards_.size());
-  const int width = (GetClientSize().x - FromDIP(kEdge) * (cards + 1)) / cards - FromDIP(2 * kGap);
-  const int next = std::max(width, FromDIP(kAddressWidth));
-  if (next == addressWidth_) return;
-  addressWidth_ = next;
-  for (ServiceCard& card : cards_) ShowAddressOf(card);
-}
-
-void WelcomeFrame::SetRunning(core::ServiceKind service, bool running) {
-  ServiceCard& card = CardOf(service);
-  card.running = running;
-  for (wxHyperlinkCtrl* address : card.addresses) address->Enable(running);
-  ShowInstead(running ? *card.start : *card.stop, running ? *card.stop : *card.start);
-  if (running) {
-    ShowState(card, "on", "正在运行", RunningText());
-  } else {
-    ShowState(card, "off", "已停止", QuietText());
-  }
-  EnableTogether();
+  const int width = (GetClientSize().x - FromDIP(kEdge) * (cards + 1)) / cards - FromDIP(2 * kEdge);
+  for (ServiceCard* card : cards_) card->UseWidth(width);
 }
 
 void WelcomeFrame::EnableTogether() {
-  const auto runs = [](const ServiceCard& each) { return each.running; };
+  const auto runs = [](const ServiceCard* each) { return each->IsRunning(); };
   const bool allRun = std::all_of(cards_.begin(), cards_.end(), runs);
   const bool anyRuns = std::any_of(cards_.begin(), cards_.end(), runs);
   const bool startHadFocus = startAll_->HasFocus();
@@ -250,29 +155,13 @@ void WelcomeFrame::EnableTogether() {
   if (stopHadFocus && !anyRuns) startAll_->SetFocus();
 }
 
-void WelcomeFrame::ShowSteps(const StepsLeft& left) {
-  if (!steps_->ShowSteps(left)) return;
+// The page's main button is the next step, if there is one.
+void WelcomeFrame::ShowSteps(const std::optional<StepsDone>& done) {
+  const bool changed = done ? steps_->ShowSteps(*done) : steps_->ShowAtAll(false);
+  ShowAsMain(*startAll_, !steps_->IsShown());
+  if (!changed) return;
   UseWidth();
   Layout();
-}
-
-void WelcomeFrame::SetReason(core::ServiceKind service, const std::string& text) {
-  ServiceCard& card = CardOf(service);
-  card.reason->SetLabel(Shown(text));
-  card.reason->Show(!text.empty());
-  card.panel->Layout();
-}
-
-void WelcomeFrame::ShowState(ServiceCard& card, const char* icon, const char* text,
-                             const wxColour& colour) {
-  card.stateIcon->SetBitmap(Art(icon, kStateSize));
-  card.state->SetForegroundColour(colour);
-  card.state->SetLabel(Shown(text));
-  card.panel->Layout();
-}
-
-WelcomeFrame::ServiceCard& WelcomeFrame::CardOf(core::ServiceKind service) {
-  return cards_[core::IndexOf(service)];
 }
 
 }  // namespace ui

@@ -1,26 +1,26 @@
 #pragma once
 
-// The first page: the three services side by side, each with its state, its address and a start or
-// stop button; a button for all of them; and above them the first steps of a new user. The page
-// decides nothing; its buttons call the actions.
+// The first page: buttons for all services, the first steps of a new user, the three services side
+// by side, each on a card (ui/pages/service_card.h), and who is connected. The page decides
+// nothing; its buttons call the actions.
 
 #include <array>
 #include <deque>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/manager_view.h"
 #include "core/start_diagnosis.h"
 #include "core/traffic_history.h"
 #include "ui/controls/page.h"
 #include "ui/pages/first_steps.h"
+#include "ui/pages/service_card.h"
 
-class wxBoxSizer;
 class wxButton;
 class wxHyperlinkCtrl;
 class wxStaticBitmap;
-class wxStaticText;
 
 namespace ui {
 
@@ -29,13 +29,10 @@ class TrafficCurve;
 class WelcomeFrame : public Page {
  public:
   struct Actions {
-    std::function<void(core::ServiceKind)> start;
-    std::function<void(core::ServiceKind)> stop;
-    std::function<void(core::ServiceKind)> showPage;
-    std::function<void(core::ServiceKind)> openAddress;
-    std::function<void(core::ServiceKind)> openRoot;
+    ServiceCard::Actions cards;
     std::function<void()> startAll;
     std::function<void()> stopAll;
+    std::function<void()> showConnected;
     FirstSteps::Actions firstSteps;
   };
 
@@ -43,53 +40,44 @@ class WelcomeFrame : public Page {
 
   /// Shows the outcome of a start or stop, and in brief why a start failed.
   void ShowOutcome(const core::Outcome& outcome, const std::optional<core::Diagnosis>& diagnosis);
-  void SetAddress(core::ServiceKind service, const std::string& text);
 
-  /// Shows why the last start failed, in at most two short lines, in place of the address.
-  void SetReason(core::ServiceKind service, const std::string& text);
+  /// The address as service control says it, and a remark on it.
+  void SetAddress(core::ServiceKind service, const std::string& text);
+  void SetRemark(core::ServiceKind service, const std::string& text);
+
+  /// The addresses for others, the likeliest first.
+  void SetReach(core::ServiceKind service, const std::vector<std::string>& addresses);
+
+  /// Shows why the last start failed, in at most two short lines, in place of the addresses.
+  void SetDiagnosis(core::ServiceKind service, const std::optional<core::Diagnosis>& diagnosis);
+
+  /// Shows that every visitor may change files by FTP.
+  void WarnOfChanges(bool warned);
 
   /// Shows who is connected, nobody if `clients` is empty, and the traffic of the last minutes.
   void ShowClients(const std::string& clients,
                    const std::deque<core::TrafficHistory::Sample>& traffic);
 
-  /// Shows the remaining first steps.
-  void ShowSteps(const StepsLeft& left);
+  /// Shows how far the first steps are. None hides them.
+  void ShowSteps(const std::optional<StepsDone>& done);
 
   wxStaticBitmap* picIcon;
 
  private:
-  struct ServiceCard {
-    wxStaticBitmap* stateIcon;
-    wxStaticText* state;
-    std::array<wxHyperlinkCtrl*, 2> addresses;  // one below the other
-    std::string addressText;
-    wxStaticText* reason;
-    wxButton* start;
-    wxButton* stop;
-    wxBoxSizer* sizer;
-    wxPanel* panel;
-    bool running = false;
-  };
-
   void UseWidth();
-  void ShowAddressOf(ServiceCard& card);
-  void SetRunning(core::ServiceKind service, bool running);
   void EnableTogether();
   wxSizer* MakeHeader();
-  wxPanel* MakeCard(core::ServiceKind service);
+  wxSizer* MakeCards();
   wxSizer* MakeNow();
-  wxSizer* MakeFooter();
-  void ShowState(ServiceCard& card, const char* icon, const char* text, const wxColour& colour);
-  ServiceCard& CardOf(core::ServiceKind service);
+  ServiceCard& CardOf(core::ServiceKind service) { return *cards_[core::IndexOf(service)]; }
 
   Actions actions_;
-  std::array<ServiceCard, 3> cards_;
+  std::array<ServiceCard*, core::kServices.size()> cards_;
   FirstSteps* steps_;
-  wxStaticText* clients_;
+  wxHyperlinkCtrl* clients_;
   TrafficCurve* traffic_;
   wxButton* startAll_;
   wxButton* stopAll_;
-  int addressWidth_;  // in pixels, the space in a card
 };
 
 }  // namespace ui

@@ -1,11 +1,7 @@
 #include "ui/window/commands.h"
 
 #include <wx/frame.h>
-#include <wx/stattext.h>
-#include <wx/textctrl.h>
 
-#include <algorithm>
-#include <filesystem>
 #include <string>
 #include <utility>
 
@@ -15,32 +11,31 @@
 #include "core/service_texts.h"
 #include "core/who_is_connected.h"
 #include "files/files.h"
-#include "mail/mail_accounts.h"
 #include "platform/native_path.h"
 #include "platform/shell.h"
 #include "platform/system_message.h"
+#include "settings/autostart.h"
 #include "settings/server_ini.h"
-#include "ui/controls/copying.h"
+#include "ui/controls/clipboard.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/about_box.h"
 #include "ui/dialogs/cut_off_question.h"
 #include "ui/dialogs/domain_questions.h"
 #include "ui/dialogs/help_box.h"
-#include "ui/dialogs/mail_user_dialog.h"
 #include "ui/dialogs/options_dialog.h"
 #include "ui/dialogs/qr_dialog.h"
 #include "ui/dialogs/questions.h"
+#include "ui/dialogs/start_with_system.h"
 #include "ui/dialogs/tip_of_the_day.h"
 #include "ui/dialogs/virtual_directory_dialog.h"
-#include "ui/pages/folder_tree.h"
 #include "ui/pages/latest_log.h"
-#include "ui/pages/mail_user_list.h"
 #include "ui/pages/problems_frame.h"
 #include "ui/pages/service_looks.h"
 #include "ui/window/content.h"
 #include "ui/window/status_bar.h"
 #include "ui/window/survey.h"
+#include "web/web_server.h"
 
 namespace ui {
 namespace {
@@ -57,10 +52,14 @@ constexpr const char* kErrorLog = "RunErr.Log";
 void Commands::ActOn(Content& content, Survey& survey) {
   content_ = &content;
   survey_ = &survey;
+  folders_.ActOn(content);
+  mail_.ActOn(content);
 }
 
 void Commands::Attach(const Manager& manager) {
   manager_ = &manager;
+  folders_.Attach(manager);
+  mail_.Attach(manager);
   for (const ServiceKind service : core::kServices) {
     ShowRootDir(service);
     ShowSettingsFault(service);
@@ -81,8 +80,8 @@ void Commands::SelectWelcome() { ShowPage(content_->fraWelcome); }
 void Commands::SelectService(ServiceKind service) {
   content_->FrameOf(service).SetHostNames(core::HostNames(core::HostsFile()));
   Load(service);
-  if (service == ServiceKind::kWeb) RefreshTree();
-  if (service == ServiceKind::kMail) LoadMailUsers();
+  folders_.ShowContent(service);
+  if (service == ServiceKind::kMail) mail_.LoadUsers();
   ShowPage(&content_->FrameOf(service));
 }
 
@@ -102,7 +101,9 @@ void Commands::Load(ServiceKind service) {
   if (server.Domain() != before) ShowDomain(service);
   ShowSettingsFault(service);
   ShowRootDir(service);
-  survey_->ShowReach(service);
+  survey_->Reach().EndTest(service);
+  survey_->Reach().Show(service);
+  survey_->Reach().ShowDomainRemark(service);
 }
 
 void Commands::ShowDomain(ServiceKind service) {
@@ -115,15 +116,13 @@ void Commands::ShowDomain(ServiceKind service) {
   content_->fraWelcome->SetAddress(service, address);
 }
 
-void Commands::ShowRootDir(ServiceKind service) {
-  const std::string root = manager_->control.Of(service).RootDir();
-  content_->FrameOf(service).SetRootDir(platform::PathTextForUser(root));
-  content_->FrameOf(service).SetRootMissing(!root.empty() && !files::FolderExists(root));
-}
-
 void Commands::Start(ServiceKind service) {
   manager_->control.Start(service);
-  if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
+  ShowContentIfSeen(service);
+}
+
+void Commands::ShowContentIfSeen(ServiceKind service) {
+  if (content_->FrameOf(service).IsShown()) folders_.ShowContent(service);
 }
 
 void Commands::Stop(ServiceKind service) {
@@ -171,22 +170,7 @@ void Commands::OpenAddress(ServiceKind service) {
   }
   // No program opens a mail server; its address goes into the settings of a mail client.
   const std::string address = core::AddressText(service, manager_->control.Of(service).Domain());
-  if (CopyText(address)) status_.Remark("邮件服务器地址已复制。");
-}
-
-void Commands::OpenRoot(ServiceKind service) {
-  const std::string root = manager_->control.Of(service).RootDir();
-  if (!files::FolderExists(root)) return status_.Remark("主目录不存在。");
-  platform::OpenWithShell(platform::PathTextForUser(root));
-}
-
-void Commands::MakeRoot(ServiceKind service) {
-  const std::string root = manager_->control.Of(service).RootDir();
-  std::error_code error;
-  std::filesystem::create_directories(platform::ExistingPath(root), error);
-  if (error) Warn(&window_, "文件夹未能建立：" + platform::SystemMessage(error));
-  ShowRootDir(service);
-  if (service == ServiceKind::kWeb) RefreshTree();
+  if (CopyToClipboard(address)) status_.Remark("邮件服务器地址已复制。");
 }
 
 // Also shown before the first start, and while a service is running with the settings in memory.
@@ -199,23 +183,47 @@ void Commands::ShowSettingsFault(ServiceKind service) {
   const auto diagnosis = fault ? std::optional(core::ExplainSettings(fault)) : std::nullopt;
   content_->FrameOf(service).SetDiagnosis(diagnosis);
   if (manager_->control.Of(service).IsRunning()) return;
-  content_->fraWelcome->SetReason(service, diagnosis ? diagnosis->brief : "");
+  content_->fraWelcome->SetDiagnosis(service, diagnosis);
 }
 
 void Commands::Follow(ServiceKind service, const core::Diagnosis& diagnosis) {
-  if (diagnosis.remedy == core::Diagnosis::Remedy::kChangeOptions) return ShowOptions(service);
-  CopyForUser(diagnosis.command);
+  using Remedy = core::Diagnosis::Remedy;
+  if (diagnosis.remedy == Remedy::kChangePort) return ShowOptionsAt(service, diagnosis.port);
+  if (diagnosis.remedy == Remedy::kCopyCommand) return CopyForUser(diagnosis.command);
+  if (!running_[core::IndexOf(service)]) Start(service);
 }
 
 void Commands::CopyForUser(const std::string& text) {
-  if (CopyText(text)) status_.Remark("已复制。");
+  if (CopyToClipboard(text)) status_.Remark("已复制。");
 }
 
-void Commands::OpenFolderOf(const std::string& path) {
-  const bool isFolder = files::FolderExists(path);
-  const std::string folder = isFolder ? path : path.substr(0, path.find_last_of('\\') + 1);
-  if (!files::FolderExists(folder)) return status_.Remark("文件夹不存在。");
-  platform::OpenWithShell(platform::PathTextForUser(folder));
+void Commands::GiveAddress(const std::string& address) {
+  if (!CopyToClipboard(address)) return;
+  status_.Remark("已复制 " + address);
+  FirstSteps::RememberAddressGiven();
+  survey_->ShowFirstSteps();
+}
+
+void Commands::GiveFirstAddress() {
+  const std::optional<std::string> address = survey_->Reach().AddressToGive();
+  if (address) return GiveAddress(*address);
+  const bool runs = std::find(running_.begin(), running_.end(), true) != running_.end();
+  status_.Remark(runs ? "这台电脑没有连接到网络，没有能给别人的地址。" : "请先启动服务。");
+}
+
+void Commands::TestReach(ServiceKind service) { survey_->Reach().Test(service); }
+
+void Commands::ShowConnected() {
+  const auto connections = [this](ServiceKind service) {
+    return manager_->control.Of(service).Connections().size();
+  };
+  const ServiceKind busiest = *std::max_element(
+      core::kServices.begin(), core::kServices.end(),
+      [&](ServiceKind a, ServiceKind b) { return connections(a) < connections(b); });
+  if (connections(busiest) == 0) return status_.Remark("现在没有人连接。");
+  SelectService(busiest);
+  content_->FrameOf(busiest).ShowLiveTab();
+  survey_->LookAnew();
 }
 
 void Commands::Disconnect(ServiceKind service, const net::ConnectionReport& connection) {
@@ -232,6 +240,8 @@ void Commands::ExportRecent(ServiceKind service) {
 }
 
 void Commands::ShowQrCode(const std::vector<std::string>& addresses) {
+  FirstSteps::RememberAddressGiven();
+  survey_->ShowFirstSteps();
   frmQrCode(&window_, addresses).ShowModal();
 }
 
@@ -244,21 +254,27 @@ void Commands::AskForDomain(ServiceKind service) {
   content_->fraWelcome->SetAddress(service, address);
 }
 
-void Commands::ShowOptions(ServiceKind service) {
+void Commands::ShowOptions(ServiceKind service) { ShowOptionsAt(service, std::nullopt); }
+
+void Commands::ChangePort(ServiceKind service) {
+  ShowOptionsAt(service, manager_->control.Of(service).PortsToUse().first);
+}
+
+void Commands::ShowOptionsAt(ServiceKind service, std::optional<int> wrongPort) {
   Load(service);
-  if (AskForOptions(&window_, *manager_, service)) TakeOver(service);
+  if (AskForOptions(&window_, *manager_, service, wrongPort)) TakeOver(service);
   ShowRootDir(service);
-  survey_->ShowFirstSteps();
 }
 
 // What is confirmed holds at once, whether the service is running or not. The reason of the last
 // failed start may be gone.
 void Commands::TakeOver(ServiceKind service) {
-  content_->fraWelcome->SetReason(service, "");
+  content_->fraWelcome->SetDiagnosis(service, std::nullopt);
   content_->FrameOf(service).SetDiagnosis(std::nullopt);
   Load(service);
-  if (service == ServiceKind::kWeb && content_->FrameOf(ServiceKind::kWeb).IsShown()) RefreshTree();
-  if (service == ServiceKind::kMail) LoadMailUsers();
+  ShowContentIfSeen(service);
+  if (service == ServiceKind::kMail) mail_.LoadUsers();
+  survey_->ShowFirstSteps();
 }
 
 void Commands::ShowGeneralOptions() {
@@ -267,68 +283,21 @@ void Commands::ShowGeneralOptions() {
   dialog.ShowModal();
 }
 
+bool Commands::StartsWithSystem() const { return settings::StartsWithSystem(manager_->program); }
+
+void Commands::ToggleStartWithSystem() {
+  SetToStartWithSystem(&window_, manager_->program, !StartsWithSystem());
+}
+
 void Commands::AddVirtualDirectory() {
   frmEditDir dialog(&window_, manager_->program);
   dialog.SetTitle(Shown("添加虚拟目录"));
   dialog.ShowModal();
 }
 
-void Commands::RefreshTree() { content_->tvWebDir->ShowFolder(manager_->web.RootDir()); }
-
-void Commands::LoadMailUsers() {
-  content_->lvMailUser->LoadMailUsers(manager_->mail.RootDir());
-  ShowMessagesOfSelected();
-}
-
-// Shown here because the question before the deletion does not mention messages.
-void Commands::ShowMessagesOfSelected() {
-  const long row = content_->lvMailUser->SelectedRow();
-  std::string text = " ";
-  if (row >= 0) {
-    const std::string name = content_->lvMailUser->UserAt(row).name;
-    const std::size_t messages = ModMail::MessagesOf(manager_->mail.RootDir(), name);
-    text = messages == 0 ? "用户“" + name + "”没有邮件。"
-                         : "用户“" + name + "”有 " + std::to_string(messages) +
-                               " 封邮件，删除用户时会一起删除。";
-  }
-  content_->lblMessages->SetLabel(Shown(text));
-}
-
 void Commands::PutPage() {
   if (!files::FolderExists(manager_->web.RootDir())) MakeRoot(ServiceKind::kWeb);
   OpenRoot(ServiceKind::kWeb);
-}
-
-void Commands::AddFirstMailUser() {
-  SelectService(ServiceKind::kMail);
-  AddMailUser();
-}
-
-void Commands::AddMailUser() {
-  frmEmailUsers(&window_, manager_->program, manager_->mail).ShowModal();
-  LoadMailUsers();
-}
-
-void Commands::EditMailUser() {
-  if (content_->lvMailUser->GetItemCount() == 0) return;
-  const ModMail::MailUser user =
-      content_->lvMailUser->UserAt(std::max(content_->lvMailUser->SelectedRow(), 0L));
-  frmEmailUsers dialog(&window_, manager_->program, manager_->mail);
-  dialog.SetTitle(Shown("编辑用户"));
-  dialog.txtUser->SetValue(Shown(user.name));
-  dialog.txtPass->SetValue(Shown(user.password));
-  dialog.ShowModal();
-  LoadMailUsers();
-}
-
-void Commands::DeleteMailUser() {
-  const long row = content_->lvMailUser->SelectedRow();
-  if (row < 0) return Warn(&window_, "请选择要删除的用户！");
-  if (!Confirm(&window_, "确实要删除该用户吗？")) return;
-  ModMail::RemoveMailUser(manager_->mail.RootDir(), content_->lvMailUser->UserAt(row).name,
-                          manager_->program.errors);
-  content_->lvMailUser->DeleteItem(row);
-  ShowMessagesOfSelected();
 }
 
 void Commands::ShowHelp() { ui::ShowHelp(&window_, manager_->program); }

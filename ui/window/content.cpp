@@ -14,10 +14,12 @@
 #include "ui/controls/selector.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/permission_groups.h"
-#include "ui/pages/folder_tree.h"
 #include "ui/pages/mail_user_list.h"
+#include "ui/pages/message_panel.h"
 #include "ui/pages/problems_frame.h"
 #include "ui/pages/service_looks.h"
+#include "ui/pages/shared_folder.h"
+#include "ui/pages/upload_note.h"
 #include "ui/window/commands.h"
 
 namespace ui {
@@ -82,40 +84,80 @@ wxSizer* Content::MakePages() {
 
 WelcomeFrame* Content::MakeWelcomeFrame() {
   return new WelcomeFrame(
-      this, {
-                .start = [this](ServiceKind service) { commands_.Start(service); },
-                .stop = [this](ServiceKind service) { commands_.Stop(service); },
-                .showPage = [this](ServiceKind service) { commands_.SelectService(service); },
-                .openAddress = [this](ServiceKind service) { commands_.OpenAddress(service); },
-                .openRoot = [this](ServiceKind service) { commands_.OpenRoot(service); },
-                .startAll = [this] { commands_.StartAll(); },
-                .stopAll = [this] { commands_.StopAll(); },
-                .firstSteps =
-                    {
-                        .putPage = [this] { commands_.PutPage(); },
-                        .addMailUser = [this] { commands_.AddFirstMailUser(); },
-                        .allowUploads = [this] { commands_.ShowOptions(ServiceKind::kFtp); },
-                    },
-            });
+      this,
+      {
+          .cards =
+              {
+                  .start = [this](ServiceKind service) { commands_.Start(service); },
+                  .stop = [this](ServiceKind service) { commands_.Stop(service); },
+                  .showPage = [this](ServiceKind service) { commands_.SelectService(service); },
+                  .openAddress = [this](ServiceKind service) { commands_.OpenAddress(service); },
+                  .openRoot = [this](ServiceKind service) { commands_.OpenRoot(service); },
+                  .follow =
+                      [this](ServiceKind service, const core::Diagnosis& diagnosis) {
+                        commands_.Follow(service, diagnosis);
+                      },
+                  .giveAddress =
+                      [this](const std::string& address) { commands_.GiveAddress(address); },
+                  .showQrCode =
+                      [this](const std::vector<std::string>& addresses) {
+                        commands_.ShowQrCode(addresses);
+                      },
+                  .makeUploadFolder = [this] { commands_.MakeUploadFolder(); },
+              },
+          .startAll = [this] { commands_.StartAll(); },
+          .stopAll = [this] { commands_.StopAll(); },
+          .showConnected = [this] { commands_.ShowConnected(); },
+          .firstSteps =
+              {
+                  .putPage = [this] { commands_.PutPage(); },
+                  .startAll = [this] { commands_.StartAll(); },
+                  .giveAddress = [this] { commands_.GiveFirstAddress(); },
+                  .makeUploadFolder = [this] { commands_.MakeUploadFolder(); },
+              },
+      });
+}
+
+void Content::AddFolderButtons(ServiceKind service, wxBoxSizer* heading) {
+  ServiceFrame& frame = FrameOf(service);
+  frame.AddBodyButton(heading, "cmdRefresh", "刷新(&R)",
+                      [this, service] { commands_.Folders().Refresh(service); });
+  frame.AddBodyButton(heading, "cmdAddFiles", "添加文件(&I)...",
+                      [this, service] { FolderOf(service).AddFiles(); });
 }
 
 void Content::FillWebFrame() {
   ServiceFrame& frame = FrameOf(ServiceKind::kWeb);
   wxBoxSizer* heading = frame.AddBodyHeading("网站内容");
-  frame.AddBodyButton(heading, "cmdRefresh", "刷新(&R)", [this] { commands_.RefreshTree(); });
+  AddFolderButtons(ServiceKind::kWeb, heading);
   frame
       .AddBodyButton(heading, "cmdAddVirtualDir", "虚拟目录(&N)...",
                      [this] { commands_.AddVirtualDirectory(); })
       ->SetToolTip(Shown(kVirtualDirectoryTip));
-  tvWebDir = new FolderTree(frame.BodyParent());
-  tvWebDir->SetMinSize(FromDIP(kLeastList));
-  Describe(*tvWebDir, "网站内容", AccessibleRole::kTree);
-  frame.Body()->Add(tvWebDir, wxSizerFlags(1).Expand());
+  webFolder = new SharedFolder(frame.BodyParent(), "tvWebDir", FolderTree::Opens::kFiles,
+                               commands_.Folders().Questions());
+  Describe(webFolder->Tree(), "网站内容", AccessibleRole::kTree);
+  frame.Body()->Add(webFolder, wxSizerFlags(1).Expand());
 }
 
 void Content::FillFtpFrame() {
   ServiceFrame& frame = FrameOf(ServiceKind::kFtp);
-  wxBoxSizer* heading = frame.AddBodyHeading("虚拟目录");
+  wxBoxSizer* heading = frame.AddBodyHeading("共享的文件");
+  AddFolderButtons(ServiceKind::kFtp, heading);
+  AddFtpVirtualDirectories(heading);
+  uploadNote = new UploadNote(frame.BodyParent(), [this] { commands_.MakeUploadFolder(); });
+  frame.Body()->Add(uploadNote, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(kGap)));
+  ftpFolder = new SharedFolder(frame.BodyParent(), "tvFtpDir", FolderTree::Opens::kFoldersOfFiles,
+                               commands_.Folders().Questions());
+  Describe(ftpFolder->Tree(), "共享的文件", AccessibleRole::kTree);
+  frame.Body()->Add(ftpFolder, wxSizerFlags(1).Expand());
+}
+
+void Content::AddFtpVirtualDirectories(wxBoxSizer* heading) {
+  ServiceFrame& frame = FrameOf(ServiceKind::kFtp);
+  auto* label = new wxStaticText(frame.BodyParent(), wxID_ANY, Shown("虚拟目录："));
+  label->SetForegroundColour(QuietText());
+  heading->Add(label, wxSizerFlags().CentreVertical().Border(wxLEFT, FromDIP(kEdge)));
   const std::pair<const char*, const char*> buttons[] = {
       {"cmdAddFtpVirtualDir", "添加(&A)..."},
       {"cmdEditFtpVirtualDir", "编辑(&E)..."},
@@ -126,34 +168,45 @@ void Content::FillFtpFrame() {
     button->Disable();
     button->SetToolTip(Shown("FTP 服务只有一个主目录，没有虚拟目录。"));
   }
-  auto* note = new wxStaticText(
-      frame.BodyParent(), wxID_ANY,
-      Shown("FTP 服务只有一个主目录：客户端看到的“/”就是它。\n"
-            "任何用户名和密码都可以登录并下载；\n上传、改名和删除只限于选项中的上传目录。"));
-  note->SetForegroundColour(QuietText());
-  frame.Body()->Add(note, wxSizerFlags().Expand());
 }
 
 void Content::FillMailFrame() {
   ServiceFrame& frame = FrameOf(ServiceKind::kMail);
-  wxBoxSizer* heading = frame.AddBodyHeading("邮件用户");
-  frame.AddBodyButton(heading, "cmdAddMailUser", "添加(&A)...",
-                      [this] { commands_.AddMailUser(); });
-  frame.AddBodyButton(heading, "cmdEditMailUser", "编辑(&E)...",
-                      [this] { commands_.EditMailUser(); });
-  frame.AddBodyButton(heading, "cmdDelMailUser", "删除(&L)",
-                      [this] { commands_.DeleteMailUser(); });
-  lvMailUser = new MailUserList(frame.BodyParent());
+  MailCommands& mail = commands_.Mail();
+  wxBoxSizer* heading = frame.AddBodyHeading("用户和邮件");
+  heading->Remove(0);  // the users' buttons are above the users
+  frame.AddBodyButton(heading, "cmdAddMailUser", "添加用户(&A)...", [&mail] { mail.AddUser(); });
+  frame.AddBodyButton(heading, "cmdEditMailUser", "编辑用户(&E)...", [&mail] { mail.EditUser(); });
+  frame.AddBodyButton(heading, "cmdDelMailUser", "删除用户(&L)", [&mail] { mail.DeleteUser(); });
+  heading->AddStretchSpacer();
+  frame.AddBodyButton(heading, "cmdMailSettings", "邮件程序的设置(&N)...",
+                      [&mail] { mail.ShowSettings(); });
+  heading->GetItem(std::size_t{0})->SetBorder(0);
+  messages = new MessagePanel(
+      frame.BodyParent(),
+      {.open = [&mail](const ModMail::MessageSummary& message) { mail.OpenMessage(message); },
+       .remove = [&mail](const ModMail::MessageSummary& message) { mail.RemoveMessage(message); }});
+  MakeMailUserList();
+  frame.Body()->Add(messages, wxSizerFlags(1).Expand());
+}
+
+// Before the messages in the order of Tab, too.
+void Content::MakeMailUserList() {
+  MailCommands& mail = commands_.Mail();
+  lvMailUser = new MailUserList(messages);
+  lvMailUser->MoveBeforeInTabOrder(messages->GetChildren().GetFirst()->GetData());
   lvMailUser->SetMinSize(FromDIP(kLeastList));
   Describe(*lvMailUser, "邮件用户", AccessibleRole::kTable);
-  lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent&) { commands_.EditMailUser(); });
+  lvMailUser->Bind(wxEVT_LIST_ITEM_ACTIVATED, [&mail](wxListEvent&) { mail.EditUser(); });
   for (const auto& event : {wxEVT_LIST_ITEM_SELECTED, wxEVT_LIST_ITEM_DESELECTED}) {
-    lvMailUser->Bind(event, [this](wxListEvent&) { commands_.ShowMessagesOfSelected(); });
+    lvMailUser->Bind(event, [&mail](wxListEvent&) { mail.ShowMessagesOfSelected(); });
   }
-  frame.Body()->Add(lvMailUser, wxSizerFlags(1).Expand());
-  lblMessages = Named(new wxStaticText(frame.BodyParent(), wxID_ANY, " "), "lblMessages");
+  lblMessages = Named(new wxStaticText(messages, wxID_ANY, " ", wxDefaultPosition, wxDefaultSize,
+                                       wxST_ELLIPSIZE_END),
+                      "lblMessages");
   lblMessages->SetForegroundColour(QuietText());
-  frame.Body()->Add(lblMessages, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap)));
+  messages->Lists()->Insert(0, lvMailUser, wxSizerFlags(1).Expand().Border(wxRIGHT, FromDIP(kGap)));
+  messages->Bottom()->Insert(1, lblMessages, wxSizerFlags(1).CentreVertical());
 }
 
 std::array<Page*, 5> Content::Pages() const {

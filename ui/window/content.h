@@ -15,10 +15,12 @@
 namespace ui {
 
 class Commands;
-class FolderTree;
 class MailUserList;
+class MessagePanel;
 class ProblemsFrame;
 class Selector;
+class SharedFolder;
+class UploadNote;
 
 // A panel: in a frame, some systems do not move the focus from the side bar to the page with Tab.
 class Content : public wxPanel {
@@ -39,6 +41,11 @@ class Content : public wxPanel {
     return *frames_[core::IndexOf(service)];
   }
 
+  /// The folder of the Web or the FTP service.
+  SharedFolder& FolderOf(core::ServiceKind service) const {
+    return service == core::ServiceKind::kWeb ? *webFolder : *ftpFolder;
+  }
+
   /// Shows how many lines of the error log the user has not seen. Empty hides that.
   void ShowUnseenProblems(const std::string& count);
 
@@ -47,17 +54,23 @@ class Content : public wxPanel {
 
   WelcomeFrame* fraWelcome;
   ProblemsFrame* fraProblems;
-  FolderTree* tvWebDir;
+  SharedFolder* webFolder;
+  SharedFolder* ftpFolder;
+  UploadNote* uploadNote;
   MailUserList* lvMailUser;
   wxStaticText* lblMessages;  // the messages of the selected mail user
+  MessagePanel* messages;
 
  private:
   wxWindow* MakeSideBar();
   wxSizer* MakePages();
   WelcomeFrame* MakeWelcomeFrame();
+  void AddFolderButtons(core::ServiceKind service, wxBoxSizer* heading);
   void FillWebFrame();
   void FillFtpFrame();
+  void AddFtpVirtualDirectories(wxBoxSizer* heading);
   void FillMailFrame();
+  void MakeMailUserList();
   std::array<Page*, 5> Pages() const;
 
   Commands& commands_;

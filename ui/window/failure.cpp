@@ -30,7 +30,7 @@ std::optional<core::Diagnosis> Diagnose(const core::Outcome& outcome,
     user = {.process = platform::WhoListensOn(static_cast<std::uint16_t>(failure->port)),
             .ownService = OwnServiceOn(failure->port, outcome.service, control)};
   }
-  return core::Explain(*failure, user,
+  return core::Explain(outcome.service, *failure, user,
                        platform::PathTextForUser(platform::PathText(platform::ExecutablePath())));
 }
 

@@ -36,6 +36,7 @@ enum MenuItem : int {
   mnuStartAll,
   mnuStopAll,
   mnuViewProblems,
+  mnuStartWithSystem,
 };
 
 /// Whether each service is running.

@@ -62,6 +62,10 @@ frmMain::frmMain()
     UpdateStatus(service, ServiceState::kOff, core::TextsOf(service).statusOff);
   }
   Bind(wxEVT_MENU, &frmMain::OnMenu, this);
+  Bind(wxEVT_MENU_OPEN, [this](wxMenuEvent& event) {
+    event.Skip();
+    MarkStartWithSystem();
+  });
   Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) {
     if (onClose_ && (!IsClosedByUser() || commands_.MayEnd())) onClose_();
   });
@@ -86,6 +90,12 @@ void frmMain::Attach(const Manager& manager, std::function<void()> onClose) {
   survey_.OnConnected([this](bool connected) { ShowTrayState(connected); });
   mode_.Attach(manager_->program, onClose_);
   commands_.Attach(*manager_);
+  MarkStartWithSystem();
+}
+
+// The fact, which the menu is not alone to change.
+void frmMain::MarkStartWithSystem() {
+  if (manager_) GetMenuBar()->Check(mnuStartWithSystem, commands_.StartsWithSystem());
 }
 
 // A tab control handles these keys only while it has the focus; here they work anywhere in the
@@ -117,7 +127,10 @@ void frmMain::ShowInFrame(const core::Outcome& outcome) {
   content->FrameOf(outcome.frame).ShowOutcome(outcome, diagnosis);
   fraWelcome->ShowOutcome(outcome, diagnosis);
   if (outcome.rootDir) commands_.ShowRootDir(outcome.frame);
-  survey_.ShowReach(outcome.frame);
+  survey_.Reach().EndTest(outcome.frame);
+  survey_.Reach().Show(outcome.frame);
+  survey_.Reach().ShowDomainRemark(outcome.frame);
+  survey_.ShowFirstSteps();
 }
 
 void frmMain::UpdateStatus(ServiceKind service, ServiceState state, const std::string& text) {
@@ -140,7 +153,7 @@ void frmMain::ShowTrayState(bool connected) {
 
 void frmMain::CloseEverything(std::function<void()> done) {
   if (!mode_.End()) return;
-  survey_.WatchWhileSeen(false);
+  survey_.End();
   dialogs_.DismissAll(std::move(done));
 }
 
@@ -201,6 +214,9 @@ void frmMain::OnMenu(wxCommandEvent& event) {
       // The options can remove the password, so from the tray it is required first.
       if (mode_.MayUse()) commands_.ShowGeneralOptions();
       return;
+    case mnuStartWithSystem:
+      commands_.ToggleStartWithSystem();
+      return MarkStartWithSystem();
     case mnuHelpTopic:
       return commands_.ShowHelp();
     case mnuTips:

@@ -56,6 +56,7 @@ class frmMain : public MainFrame, public core::ManagerView {
   void UpdateStatus(core::ServiceKind service, ServiceState state, const std::string& text);
   std::unique_ptr<wxMenu> MakeMenuForTray();
   void ShowTrayState(bool connected);
+  void MarkStartWithSystem();
   void View(core::ServiceKind service);
   void OnMenu(wxCommandEvent& event);
 

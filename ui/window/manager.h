@@ -2,14 +2,26 @@
 
 // What the window acts on: the program, its three servers and their control.
 
+#include <optional>
+
 #include "core/activity_record.h"
 #include "core/service_control.h"
-#include "ftp/ftp_server.h"
-#include "mail/mail_server.h"
 #include "settings/program.h"
-#include "web/web_server.h"
 
 class wxWindow;
+
+namespace ModFtp {
+class FtpServer;
+}
+namespace ModMail {
+class MailServer;
+}
+namespace ModWeb {
+class WebServer;
+}
+namespace net {
+class EventLoop;
+}
 
 namespace ui {
 
@@ -20,9 +32,12 @@ struct Manager {
   ModFtp::FtpServer& ftp;
   ModMail::MailServer& mail;
   core::ActivityRecord& record;  // outlives the servers; filled while there is a window
+  net::EventLoop& loop;
 };
 
-/// Shows the options of a service. True if the user confirmed them.
-bool AskForOptions(wxWindow* parent, const Manager& manager, core::ServiceKind service);
+/// Shows the options of a service, at the port that is `wrong` if there is one. True if the user
+/// confirmed them.
+bool AskForOptions(wxWindow* parent, const Manager& manager, core::ServiceKind service,
+                   std::optional<int> wrongPort = std::nullopt);
 
 }  // namespace ui

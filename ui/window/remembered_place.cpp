@@ -47,6 +47,9 @@ int Within(int position, int length, int start, int room) {
 
 }  // namespace
 
+// Always written, unlike the corner.
+bool RememberedPlace::IsKnown() { return Remembered(kPlace, "Maximized").has_value(); }
+
 void RememberedPlace::Take() {
   const bool isKnown = Remembered(kPlace, "Left") && Remembered(kPlace, "Top");
   const wxPoint corner(NumberOr("Left", 0), NumberOr("Top", 0));

@@ -15,6 +15,9 @@ class RememberedPlace {
   /// none or its screen is gone.
   void Take();
 
+  /// Whether there is one, which is not so at the first start.
+  static bool IsKnown();
+
   /// Saves them. Does nothing while the window is minimised.
   void Remember() const;
 

@@ -1,18 +1,21 @@
 #include "ui/window/survey.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <string>
 #include <vector>
 
-#include "core/port_remarks.h"
-#include "core/service_addresses.h"
+#include "core/local_network.h"
 #include "core/who_is_connected.h"
 #include "files/files.h"
+#include "ftp/ftp_server.h"
 #include "platform/local_addresses.h"
+#include "ui/pages/message_panel.h"
 #include "ui/pages/problems_frame.h"
 #include "ui/window/content.h"
 #include "ui/window/status_bar.h"
-#include "ui/window/steps_left.h"
+#include "ui/window/steps_done.h"
 
 namespace ui {
 namespace {
@@ -22,7 +25,6 @@ using core::ServiceKind;
 constexpr int kInterval = 400;  // milliseconds
 constexpr int kLooksPerRareOne = 10;
 constexpr int kClientsInterval = 2000;  // milliseconds
-constexpr int kBrowsersPort = 80;
 
 }  // namespace
 
@@ -34,6 +36,7 @@ Survey::Survey(StatusBar& status) : status_(status) {
 void Survey::Attach(const Manager& manager) {
   manager_ = &manager;
   unseen_.emplace(manager.program.File("RunErr.Log"));
+  reach_.emplace(manager, *content_);
   LookAtClients();
   clients_.Start(kClientsInterval);
 }
@@ -45,6 +48,11 @@ void Survey::WatchWhileSeen(bool seen) {
   LookAnew();
 }
 
+void Survey::End() {
+  WatchWhileSeen(false);
+  if (reach_) reach_->EndTests();
+}
+
 void Survey::LookAtClients() {
   std::array<net::Traffic, core::kServices.size()> totals;
   std::vector<net::ConnectionReport> all;
@@ -54,12 +62,36 @@ void Survey::LookAtClients() {
     const std::vector<net::ConnectionReport> connections = server.Connections();
     all.insert(all.end(), connections.begin(), connections.end());
   }
+  LookForVisitors(all);
   history_.Add(totals, core::TrafficRate::Clock::now());
   if (onConnected_) onConnected_(!all.empty());
   const std::string news = news_.Next(manager_->record);
   if (onNews_ && !news.empty()) onNews_(news);
   if (!watch_.IsRunning()) return;
   content_->fraWelcome->ShowClients(core::WhoIsConnected(all), history_.Samples());
+}
+
+// Whoever comes from another computer has been given the address, which is a first step. Many stay
+// for a moment only, so the record is searched as well.
+void Survey::LookForVisitors(const std::vector<net::ConnectionReport>& open) {
+  if (!FirstSteps::AreWanted() || FirstSteps::WasAddressGiven()) return;
+  const auto changed = [this](ServiceKind service) {
+    const std::uint64_t version = manager_->record.Version(service);
+    return std::exchange(seenVersions_[core::IndexOf(service)], version) != version;
+  };
+  std::vector<ServiceKind> news;
+  std::copy_if(core::kServices.begin(), core::kServices.end(), std::back_inserter(news), changed);
+  if (open.empty() && news.empty()) return;
+  const std::vector<std::string> own = core::LikelyFirst(platform::LocalAddresses());
+  const auto isVisitor = [&own](const auto& each) {
+    return !core::IsThisMachine(each.address, own);
+  };
+  bool found = std::any_of(open.begin(), open.end(), isVisitor);
+  for (const ServiceKind service : news) {
+    const auto& entries = manager_->record.EntriesOf(service);
+    found = found || std::any_of(entries.begin(), entries.end(), isVisitor);
+  }
+  if (found) FirstSteps::RememberAddressGiven();
 }
 
 void Survey::LookAnew() {
@@ -105,34 +137,19 @@ void Survey::LookRarely() {
   content_->ShowUnseenProblems(unseen_->Count());
   if (content_->fraWelcome->IsShown()) ShowFirstSteps();
   for (const ServiceKind service : core::kServices) {
-    if (!content_->FrameOf(service).IsShown()) continue;
+    const bool isShown = content_->FrameOf(service).IsShown();
+    if (isShown || content_->fraWelcome->IsShown()) reach_->Show(service);
+    if (!isShown) continue;
     const std::string root = manager_->control.Of(service).RootDir();
     content_->FrameOf(service).SetRootMissing(!root.empty() && !files::FolderExists(root));
-    ShowReach(service);
+    if (service == ServiceKind::kMail) content_->messages->LookAnew();
   }
 }
 
 void Survey::ShowFirstSteps() {
-  content_->fraWelcome->ShowSteps(FirstSteps::AreWanted() ? LookForSteps(*manager_) : StepsLeft());
-}
-
-void Survey::ShowReach(ServiceKind service) {
-  const core::Service& server = manager_->control.Of(service);
-  const bool runs = server.IsRunning();
-  const core::Ports ports = runs ? server.PortsInUse() : server.PortsToUse();
-  std::vector<std::string> addresses;
-  if (runs) {
-    for (const std::string& machine : platform::LocalAddresses()) {
-      addresses.push_back(core::ReachedAt(service, machine, ports));
-    }
-  }
-  ServiceFrame& frame = content_->FrameOf(service);
-  frame.SetPorts(runs ? core::PortsText(service, ports) : "");
-  frame.SetRestartNote(core::RestartNote(service, server));
-  frame.SetReach(addresses);
-  if (service != ServiceKind::kWeb) return;
-  // After a failed start there is more urgent news about the port.
-  frame.SetPortNote(ports.first != kBrowsersPort && !frame.HasFailed());
+  WelcomeFrame& page = *content_->fraWelcome;
+  page.WarnOfChanges(manager_->ftp.Options().uploadDir.empty());
+  page.ShowSteps(FirstSteps::AreWanted() ? std::optional(LookForSteps(*manager_)) : std::nullopt);
 }
 
 }  // namespace ui

@@ -7,14 +7,17 @@
 
 #include <wx/timer.h>
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "core/activity_news.h"
 #include "core/traffic_history.h"
 #include "core/traffic_text.h"
 #include "ui/window/manager.h"
+#include "ui/window/reachability.h"
 #include "ui/window/unseen_problems.h"
 
 namespace ui {
@@ -43,17 +46,21 @@ class Survey {
   /// Checks everything now, unless stopped.
   void LookAnew();
 
+  /// Shows how far the first steps are, and whether visitors may change files anywhere.
   void ShowFirstSteps();
 
-  /// Shows the ports in use, whether a restart would change them, how other computers reach the
-  /// service, and whether browsers would display its pages.
-  void ShowReach(core::ServiceKind service);
+  /// Ends what runs beside the checks, so that the window can go.
+  void End();
+
+  /// How others reach the services. Only after Attach.
+  Reachability& Reach() { return *reach_; }
 
  private:
   void Look();
   void LookRarely();
   void ShowTraffic();
   void LookAtClients();
+  void LookForVisitors(const std::vector<net::ConnectionReport>& open);
 
   Content* content_ = nullptr;
   StatusBar& status_;
@@ -64,6 +71,8 @@ class Survey {
   core::ActivityNews news_;
   std::function<void(const std::string&)> onNews_;
   std::optional<UnseenProblems> unseen_;
+  std::optional<Reachability> reach_;
+  std::array<std::uint64_t, core::kServices.size()> seenVersions_ = {};  // of the record
   int looks_ = 0;  // since the timer was started
   core::TrafficRate rate_;
   core::TrafficHistory history_;

@@ -61,7 +61,9 @@ void TrayMode::Appear() {
   if (window_.IsIconized()) window_.Iconize(false);
   window_.Raise();
   dialogs_.Raise();
-  if (!std::exchange(opened_, true)) frmTip::ShowUnlessTurnedOff(&window_, *program_);
+  const bool isFirst = !std::exchange(opened_, true);
+  // A new user sees the first steps, and nothing in front of them.
+  if (isFirst && RememberedPlace::IsKnown()) frmTip::ShowUnlessTurnedOff(&window_, *program_);
 }
 
 // Without a tray, the window stays reachable in the task bar.
