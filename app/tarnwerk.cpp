@@ -7,6 +7,7 @@
 #include "core/activity_record.h"
 #include "core/firewall.h"
 #include "core/hosts_file.h"
+#include "core/protection.h"
 #include "core/service_addresses.h"
 #include "core/service_environment.h"
 #include "net/termination_signals.h"
@@ -32,7 +33,8 @@ std::unique_ptr<Frontend> MakeFrontend(const settings::Program& program) {
 struct Tarnwerk::Running {
   explicit Running(const settings::Program& program)
       : frontend(MakeFrontend(program)),
-        environment{program, frontend->Loop(), core::HostsFile()},
+        protection(program),
+        environment{program, frontend->Loop(), core::HostsFile(), protection},
         web(environment),
         ftp(environment),
         mail(environment),
@@ -45,6 +47,7 @@ struct Tarnwerk::Running {
   // Declared in this order because the services must be destroyed before the loop.
   std::unique_ptr<Frontend> frontend;
   core::ActivityRecord record;
+  core::Protection protection;
   core::ServiceEnvironment environment;
   ModWeb::WebServer web;
   ModFtp::FtpServer ftp;

@@ -104,6 +104,8 @@ const char* EndText(net::ActivityEnd end) {
       return "被新连接挤出";
     case net::ActivityEnd::kDisconnected:
       return "已被断开";
+    case net::ActivityEnd::kIdle:
+      return "闲置太久";
     case net::ActivityEnd::kServiceStopped:
       return "服务已停止";
     case net::ActivityEnd::kNotFound:

@@ -45,6 +45,7 @@ const CommandInterpreter::Command* CommandInterpreter::Find(std::string_view wor
 Task<std::string> CommandInterpreter::HandleFtpCommand(int slot, std::string text) {
   const std::string word = CommandWord(text);
   host_.ShowCommand(slot, ShownCommand(word, text));
+  files_.SettleDirectory(slot);
   const Command* command = Find(word);
   if (command == nullptr) return Ready(ReplyLine(replies::kUnknown));
   Request request{slot, std::move(text)};
@@ -56,20 +57,20 @@ Task<std::string> CommandInterpreter::HandleFtpCommand(int slot, std::string tex
 // The rest of the command arrives later. It has no word, so it is not refused a second time.
 std::string CommandInterpreter::RefuseCommand(int slot, std::string_view beginning) {
   host_.ShowCommand(slot, "a command that is too long");
-  if (CommandWord(beginning).empty()) return OnEmptyWord({});
+  if (CommandWord(beginning).empty()) return OnEmptyWord({slot, {}});
   return ReplyLine(replies::kUnknown);
 }
 
 // A RETR in progress, in any session, will report that it was cut short, although it is not.
-std::string CommandInterpreter::OnEmptyWord(Request) {
-  sessions_.shared.abortRequested = true;
+std::string CommandInterpreter::OnEmptyWord(Request request) {
+  sessions_.StateOf(request.slot).abortRequested = true;
   return {};
 }
 
 // Session
 
-std::string CommandInterpreter::OnUser(Request) {
-  sessions_.shared.lastCommand = "USER";
+std::string CommandInterpreter::OnUser(Request request) {
+  sessions_.StateOf(request.slot).lastCommand = "USER";
   return ReplyLine(replies::kUser);
 }
 
@@ -77,14 +78,14 @@ std::string CommandInterpreter::OnSite(Request request) {
   return ReplyLine(AsksForHelp(request.text) ? replies::kSiteHelp : replies::kUnknown);
 }
 
-std::string CommandInterpreter::OnNoop(Request) {
-  sessions_.shared.lastCommand = "NOOP";
+std::string CommandInterpreter::OnNoop(Request request) {
+  sessions_.StateOf(request.slot).lastCommand = "NOOP";
   return ReplyLine(replies::kDone);
 }
 
 std::string CommandInterpreter::OnType(Request request) {
   const bool done = Succeeds(errors_, [&] {
-    sessions_.shared.transferType = CutTransferType(request.text);
+    sessions_.StateOf(request.slot).transferType = CutTransferType(request.text);
     return true;
   });
   return ReplyLine(done ? replies::kDone : replies::kTypeFailed);
@@ -105,7 +106,7 @@ std::string CommandInterpreter::OnQuit(Request request) {
 
 std::string CommandInterpreter::OnPwd(Request request) {
   FtpSession& session = sessions_[request.slot];
-  const std::string& root = sessions_.shared.ftpRoot;
+  const std::string& root = sessions_.StateOf(request.slot).ftpRoot;
   const bool done = Succeeds(errors_, [&] {
     if (session.physicalDir == root) session.ftpDir = "/";
     if (session.physicalDir.empty()) {
@@ -209,10 +210,11 @@ Task<std::string> CommandInterpreter::OnList(Request request) {
 }
 
 Task<std::string> CommandInterpreter::OnRetr(Request request) {
-  sessions_.shared.abortRequested = false;
+  sessions_.StateOf(request.slot).abortRequested = false;
   FtpSession& session = sessions_[request.slot];
   const std::string name = CutArgument(request.text, kAfterFourLetters).value_or("");
-  session.transferPath = LocalPath(sessions_.shared.ftpRoot, session.physicalDir, name);
+  session.transferPath =
+      LocalPath(sessions_.StateOf(request.slot).ftpRoot, session.physicalDir, name);
   Task<bool> opening = TrapErrors(errors_, host_.OpenRetrieve(request.slot));
   const bool opened = co_await opening;
   if (!opened) {
@@ -223,12 +225,13 @@ Task<std::string> CommandInterpreter::OnRetr(Request request) {
   const std::shared_ptr<Transfer> transfer = session.transfer;
   Task<> closing = host_.AwaitDataClose(request.slot);
   co_await closing;
-  const bool failed = sessions_.shared.abortRequested || (transfer && transfer->failed);
+  const bool failed =
+      sessions_.StateOf(request.slot).abortRequested || (transfer && transfer->failed);
   co_return ReplyLine(failed ? replies::kRetrFailed : replies::kRetr);
 }
 
 Task<std::string> CommandInterpreter::OnStor(Request request) {
-  sessions_.shared.uploadByteCount = 0;
+  sessions_.StateOf(request.slot).uploadByteCount = 0;
   Task<bool> opening = TrapErrors(errors_, host_.OpenStore(request.slot, request.text));
   const bool opened = co_await opening;
   if (!opened) {

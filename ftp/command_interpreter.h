@@ -68,13 +68,13 @@ class CommandInterpreter {
 
   static const Command* Find(std::string_view word);
 
-  std::string OnEmptyWord(Request);
-  std::string OnUser(Request);
+  std::string OnEmptyWord(Request request);
+  std::string OnUser(Request request);
   std::string OnSite(Request request);
   std::string OnPwd(Request request);
   std::string OnType(Request request);
   std::string OnCwd(Request request);
-  std::string OnNoop(Request);
+  std::string OnNoop(Request request);
   net::Task<std::string> OnPort(Request request);
   net::Task<std::string> OnList(Request request);
   std::string OnPasv(Request request);

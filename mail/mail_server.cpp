@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "core/hosts_file.h"
-#include "core/service_environment.h"
+#include "core/service_sockets.h"
 #include "mail/command_word.h"
 #include "mail/mail_log.h"
 #include "mail/pop3_replies.h"
@@ -44,10 +44,9 @@ void NoteCommand(net::Connection& client, std::string_view arrival) {
 MailServer::MailServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
       draining_(environment_.loop),
-      sockets_{environment_.loop, draining_,
-               [this](const std::string& error) { environment_.program.errors.LogError(error); }},
-      smtp_(*this, MailSvrSmtpSock_, &MailServer::OnSmtpDataArrival),
-      pop3_(*this, MailSvrPop3Sock_, &MailServer::OnPop3DataArrival),
+      sockets_(core::SessionSocketsOf(environment_, draining_)),
+      smtp_(*this, MailSvrSmtpSock_, smtpSessions_, &MailServer::OnSmtpDataArrival),
+      pop3_(*this, MailSvrPop3Sock_, pop3Sessions_, &MailServer::OnPop3DataArrival),
       MailSvrSmtpSock_(sockets_, smtp_, "SMTP", ConnectionSlots::BusySlot::kEvict,
                        ReplyLine(smtp::kGreeting)),
       MailSvrPop3Sock_(sockets_, pop3_, "POP3", ConnectionSlots::BusySlot::kEvict,
@@ -56,7 +55,12 @@ MailServer::MailServer(core::ServiceEnvironment environment)
           environment_.program.Holders(),
           [this](settings::Change& change) { settings::WriteHeld(change, options_.Describe()); }),
       store_(environment_.program, options_),
-      smtpInterpreter_(store_),
+      smtpSessions_([this](MailSessionState& state) {
+        store_.Serve(&state);
+        smtpInterpreter_.Abandon();
+        store_.Serve(nullptr);
+      }),
+      smtpInterpreter_(store_, environment_.protection),
       pop3Interpreter_(store_),
       receipt_(store_, options_),
       unpacking_(environment_) {
@@ -64,6 +68,7 @@ MailServer::MailServer(core::ServiceEnvironment environment)
 }
 
 bool MailServer::LoadOptions() {
+  environment_.protection.Load();
   options_.LoadMailOptions(environment_.program, MailSvrSmtpSock_.Listener().LocalAddress());
   return !options_.settingsFault;
 }
@@ -114,34 +119,53 @@ std::vector<net::ConnectionReport> MailServer::Connections() const {
 }
 
 void MailServer::Disconnect(const std::string& protocol, int slot) {
-  (protocol == "POP3" ? MailSvrPop3Sock_ : MailSvrSmtpSock_).Disconnect(slot);
+  const bool isPop3 = protocol == "POP3";
+  (isPop3 ? MailSvrPop3Sock_ : MailSvrSmtpSock_).Disconnect(slot);
+  (isPop3 ? pop3Sessions_ : smtpSessions_).EndOf(slot);
 }
 
 bool MailServer::CloseMailSockets() {
   MailSvrSmtpSock_.Close();
   MailSvrPop3Sock_.Close();
+  smtpSessions_.EndAll();
+  pop3Sessions_.EndAll();
   unpacking_.Stop();
   draining_.DropAll();
   return !MailSvrSmtpSock_.IsListening() && !MailSvrPop3Sock_.IsListening();
 }
 
-// A fault of the interpreter is logged like that of any handler, and the client gets no reply.
-Task<> MailServer::OnSmtpDataArrival(int, Client client) {
-  std::string arrival = client->GetData();
-  const bool isMessage = smtpInterpreter_.IsChunk(arrival);
-  const bool isInside = receipt_.IsReceiving(*client) && CommandWord(arrival) != "DATA";
-  if (!isMessage && !isInside) NoteCommand(*client, arrival);
-  const SmtpOutcome outcome = smtpInterpreter_.Interpret(std::move(arrival));
-  if (isMessage && outcome.chunk) receipt_.Note(*client, *outcome.chunk);
-  if (outcome.quit) LogQuit(client, kReceivedMail);
-  if (outcome.reply) client->SendData(ReplyLine(*outcome.reply));
-  if (outcome.quit) unpacking_.Add(outcome.messages);
+// Usually all sessions share one state.
+void MailServer::Serve(MailSessions& sessions, int slot, const Client& client) {
+  const bool isApart = environment_.protection.SeparatesSessions();
+  store_.Serve(isApart ? &sessions.Of(slot, client) : nullptr);
+}
+
+Task<> MailServer::OnSmtpDataArrival(int slot, Client client) {
+  std::string rest = client->GetData();
+  do {
+    rest = AnswerSmtp(slot, client, std::move(rest));
+  } while (!rest.empty());
   Task<> taken = AwaitReader(client);
   co_await taken;
 }
 
-Task<> MailServer::OnPop3DataArrival(int, Client client) {
-  Pop3Outcome outcome = AnswerOf(*client);
+// Returns what is still to be answered. A fault of the interpreter is logged like that of any
+// handler, and the client gets no reply.
+std::string MailServer::AnswerSmtp(int slot, const Client& client, std::string arrival) {
+  Serve(smtpSessions_, slot, client);
+  const bool isMessage = smtpInterpreter_.IsChunk(arrival);
+  const bool isInside = receipt_.IsReceiving(*client) && CommandWord(arrival) != "DATA";
+  if (!isMessage && !isInside) NoteCommand(*client, arrival);
+  SmtpOutcome outcome = smtpInterpreter_.Interpret(std::move(arrival));
+  if (isMessage && outcome.chunk) receipt_.Note(*client, *outcome.chunk);
+  if (outcome.quit) LogQuit(client, kReceivedMail);
+  if (outcome.reply) client->SendData(ReplyLine(*outcome.reply));
+  if (!outcome.messages.empty()) unpacking_.Add(outcome.messages);
+  return std::move(outcome.rest);
+}
+
+Task<> MailServer::OnPop3DataArrival(int slot, Client client) {
+  Pop3Outcome outcome = AnswerOf(slot, client);
   if (outcome.quit) LogQuit(client, kSentMail);
   Task<> sending = SendOutcome(client, std::move(outcome), environment_.program.errors);
   co_await sending;
@@ -152,12 +176,13 @@ Task<> MailServer::OnPop3DataArrival(int, Client client) {
 
 // Not part of the coroutine above, which would keep the arrival while it sends the answer, possibly
 // for minutes.
-Pop3Outcome MailServer::AnswerOf(net::Connection& client) {
-  const std::string arrival = client.GetData();
-  NoteCommand(client, arrival);
+Pop3Outcome MailServer::AnswerOf(int slot, const Client& client) {
+  const std::string arrival = client->GetData();
+  Serve(pop3Sessions_, slot, client);
+  NoteCommand(*client, arrival);
   try {
     Pop3Outcome outcome = pop3Interpreter_.Interpret(arrival);
-    if (outcome.retrieves && client.IsObserved()) ShowRetrieval(client, outcome);
+    if (outcome.retrieves && client->IsObserved()) ShowRetrieval(*client, outcome);
     return outcome;
   } catch (const std::exception& fault) {
     // Clients wait for a reply to every command.
@@ -193,8 +218,20 @@ Task<> MailServer::Engine::OnDataArrival(int slot, Client client) {
   return (server_.*onArrival_)(slot, std::move(client));
 }
 
-void MailServer::Engine::OnClose(int slot) { slots_[slot].Current()->CloseWhenHandlersEnd(); }
+// Nothing more arrives of what the session had begun.
+void MailServer::Engine::OnClose(int slot) {
+  sessions_.EndOf(slot);
+  slots_[slot].Current()->CloseWhenHandlersEnd();
+}
 
-void MailServer::Engine::OnError(int slot) { slots_[slot].Close(); }
+void MailServer::Engine::OnError(int slot) {
+  sessions_.EndOf(slot);
+  slots_[slot].Close();
+}
+
+void MailServer::Engine::OnIdle(int slot) {
+  sessions_.EndOf(slot);
+  slots_[slot].Close(net::ActivityEnd::kIdle);
+}
 
 }  // namespace ModMail

@@ -12,6 +12,7 @@
 #include "core/service.h"
 #include "core/service_environment.h"
 #include "mail/mail_options.h"
+#include "mail/mail_sessions.h"
 #include "mail/mailbox_store.h"
 #include "mail/pop3_interpreter.h"
 #include "mail/receipt_report.h"
@@ -72,23 +73,28 @@ class MailServer : public core::Service {
   class Engine final : public net::SlotEngine {
    public:
     using Handler = net::Task<> (MailServer::*)(int slot, Client client);
-    Engine(MailServer& server, net::ConnectionSlots& slots, Handler onArrival)
-        : server_(server), slots_(slots), onArrival_(onArrival) {}
+    Engine(MailServer& server, net::ConnectionSlots& slots, MailSessions& sessions,
+           Handler onArrival)
+        : server_(server), slots_(slots), sessions_(sessions), onArrival_(onArrival) {}
 
     net::Task<> OnDataArrival(int slot, Client client) override;
     void OnClose(int slot) override;
     void OnError(int slot) override;
+    void OnIdle(int slot) override;
 
    private:
     MailServer& server_;
     net::ConnectionSlots& slots_;
+    MailSessions& sessions_;
     Handler onArrival_;
   };
 
   bool ListenOnBothPorts();
   net::Task<> OnSmtpDataArrival(int slot, Client client);
   net::Task<> OnPop3DataArrival(int slot, Client client);
-  Pop3Outcome AnswerOf(net::Connection& client);
+  std::string AnswerSmtp(int slot, const Client& client, std::string arrival);
+  Pop3Outcome AnswerOf(int slot, const Client& client);
+  void Serve(MailSessions& sessions, int slot, const Client& client);
   void ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome);
   net::Task<> AwaitReader(Client client);
   void LogQuit(const Client& client, std::string_view event) const;
@@ -104,6 +110,8 @@ class MailServer : public core::Service {
   MailOptions options_;
   settings::SettingsHolders::Holder heldOptions_;
   MailboxStore store_;
+  MailSessions smtpSessions_;
+  MailSessions pop3Sessions_;
   SmtpInterpreter smtpInterpreter_;
   Pop3Interpreter pop3Interpreter_;
   ReceiptReport receipt_;

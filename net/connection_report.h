@@ -53,6 +53,7 @@ enum class ActivityEnd {
   kEvicted,       // another client got the slot
   kDisconnected,  // by the user of this program
   kServiceStopped,
+  kIdle,  // nothing came from the client for too long
   kNotFound,
   kRefused,  // the settings do not permit it
   kFailed,

@@ -55,8 +55,9 @@ void Play(Interpreter& interpreter, const std::string& arrival) {
 // Plays arrivals, separated by zero bytes, to both protocols. No name leads out of the mailboxes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const Home home;
+  const core::Protection protection(home.program);
   ModMail::MailboxStore store(home.program, home.options);
-  ModMail::SmtpInterpreter smtp(store);
+  ModMail::SmtpInterpreter smtp(store, protection);
   ModMail::Pop3Interpreter pop3(store);
   std::istringstream arrivals(std::string(fuzz::Text(data, size)));
   for (std::string arrival; std::getline(arrivals, arrival, '\0');) {

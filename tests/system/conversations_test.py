@@ -132,7 +132,9 @@ class Stage:
 
     def play_setting(self, text):
         pattern = f"(?m)^{text.split('=')[0]}=[^\r]*"
-        self.home.write("Server.ini", re.sub(pattern, text, self.home.read("Server.ini")))
+        settings, found = re.subn(pattern, text, self.home.read("Server.ini"))
+        protection = "" if "[Protection]" in settings else "[Protection]\r\n"
+        self.home.write("Server.ini", settings if found else f"{settings}{protection}{text}\r\n")
 
     def play_define(self, text):
         name, self.definitions[name] = text.split(": ", 1)

@@ -1,0 +1,126 @@
+#include "core/protection.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/text_case.h"
+#include "settings/section.h"
+#include "text/conversions.h"
+#include "text/strings.h"
+
+namespace core {
+namespace {
+
+using Reach = ProtectionOptions::Reach;
+
+constexpr std::chrono::seconds kNetworksHold{2};
+constexpr int kDefaultLimit = 25;
+
+struct NamedReach {
+  std::string_view name;
+  Reach reach;
+};
+constexpr auto kReaches = std::to_array<NamedReach>(
+    {{"", Reach::kAll}, {"all", Reach::kAll}, {"lan", Reach::kLan}, {"local", Reach::kLocal}});
+
+// Reads values that are either known or replaced by the stricter one.
+class Reader {
+ public:
+  Reader(const settings::Program& program, const settings::Section& section)
+      : program_(program), section_(section) {}
+
+  Reach ReadReach() const {
+    const std::string text = Text("Reach");
+    const auto known = std::find_if(kReaches.begin(), kReaches.end(), [&](const NamedReach& each) {
+      return platform::UpperCase(each.name) == platform::UpperCase(text);
+    });
+    if (known != kReaches.end()) return known->reach;
+    Report("Reach", text);
+    return Reach::kLocal;
+  }
+
+  bool ReadTick(std::string_view key, bool stricter) const {
+    const std::string text = Text(key);
+    if (text.empty() || text == "0") return false;
+    if (text == "1") return true;
+    Report(key, text);
+    return stricter;
+  }
+
+  int ReadLimit(std::string_view key) const {
+    const std::string text = Text(key);
+    if (text.empty()) return kDefaultLimit;
+    const auto number = text::ToInt16(text);
+    if (number && *number > 0) return *number;
+    Report(key, text);
+    return kDefaultLimit;
+  }
+
+ private:
+  std::string Text(std::string_view key) const {
+    return std::string(text::TrimBlanks(section_.Text(key)));
+  }
+
+  void Report(std::string_view key, const std::string& text) const {
+    program_.errors.LogError("Server.ini [" + std::string(kProtectionSection) + "] " +
+                             std::string(key) + ": \"" + text +
+                             "\" is not known, so the stricter value holds");
+  }
+
+  const settings::Program& program_;
+  const settings::Section& section_;
+};
+
+}  // namespace
+
+ProtectionOptions LoadProtection(const settings::Program& program,
+                                 const ProtectionOptions& former) {
+  const settings::Section section(program, kProtectionSection);
+  if (section.Fault()) return former;
+  const Reader reader(program, section);
+  return {.reach = reader.ReadReach(),
+          .confine = reader.ReadTick("Confine", true),
+          .followLinks = reader.ReadTick("FollowLinks", false),
+          .signIn = reader.ReadTick("SignIn", true),
+          .honest = reader.ReadTick("Honest", true),
+          .messageLimit = reader.ReadLimit("MessageLimit")};
+}
+
+void Protection::Load() {
+  options_ = LoadProtection(program_, options_);
+  confinement_ = {
+      .isOn = options_.confine,
+      .links = options_.followLinks ? platform::Links::kMayLeadOut : platform::Links::kStayInside};
+}
+
+bool Protection::MayConnect(const net::ConnectionRequest& client) {
+  if (options_.reach == Reach::kAll || IsNear(client.Peer())) return true;
+  ++refused_;
+  return false;
+}
+
+// The interfaces may change at any time, but asking the system costs more than a short memory.
+bool Protection::IsNear(std::uint32_t address) {
+  const auto now = std::chrono::steady_clock::now();
+  if (networks_.empty() || now - networksRead_ > kNetworksHold) {
+    networks_ = platform::LocalNetworks();
+    networksRead_ = now;
+  }
+  const bool isLan = options_.reach == Reach::kLan;
+  return std::any_of(networks_.begin(), networks_.end(), [&](const platform::LocalNetwork& each) {
+    // Every address of the loopback network is this machine's. A link between two machines may have
+    // no mask.
+    const bool isLoopback = each.address >> 24 == 127;
+    const bool isWhole = each.mask != 0 && (isLan || isLoopback);
+    const std::uint32_t mask = isWhole ? each.mask : ~std::uint32_t{0};
+    return (address & mask) == (each.address & mask);
+  });
+}
+
+bool Protection::MayChange(const std::filesystem::path& place) const {
+  if (programFolder_.empty()) return true;
+  const std::filesystem::path programs = platform::RealPathOf(programFolder_);
+  return !platform::IsAtOrBelow(place, programs) && !platform::IsAtOrBelow(programs, place);
+}
+
+}  // namespace core

@@ -1,0 +1,99 @@
+#pragma once
+
+// How far strangers are trusted. Nothing is protected unless the user wants it: without the section
+// "Protection" of Server.ini every answer is yes. The servers ask here at a few places: who may
+// connect, which files a client's name may reach, what is possible before a login, what is
+// acknowledged.
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "files/client_files.h"
+#include "net/event_socket.h"
+#include "platform/local_networks.h"
+#include "settings/program.h"
+
+namespace core {
+
+struct ProtectionOptions {
+  enum class Reach { kAll, kLan, kLocal };
+
+  Reach reach = Reach::kAll;
+  bool confine = false;      // clients' names stay below the roots
+  bool followLinks = false;  // reading, they may leave them by a link
+  bool signIn = false;       // FTP and POP3 want a mail user's name and password
+  bool honest = false;       // what is acknowledged is kept, and sessions do not touch one another
+  int messageLimit = 25;     // MiB; counts if `honest`
+
+  bool operator==(const ProtectionOptions&) const = default;
+};
+
+/// The section's name.
+inline constexpr std::string_view kProtectionSection = "Protection";
+
+/// What Server.ini says. A value that it may not have counts as the stricter one, and is logged. If
+/// the file cannot be used, the result is `former`.
+ProtectionOptions LoadProtection(const settings::Program& program,
+                                 const ProtectionOptions& former = {});
+
+class Protection {
+ public:
+  explicit Protection(const settings::Program& program) : program_(program) {}
+
+  /// Takes over what Server.ini says; it holds at once.
+  void Load();
+  const ProtectionOptions& Options() const { return options_; }
+
+  // Who may connect
+
+  /// Counts those who may not.
+  bool MayConnect(const net::ConnectionRequest& client);
+  std::uint64_t RefusedClients() const { return refused_; }
+
+  // Files
+
+  const files::Confinement& OfFiles() const { return confinement_; }
+
+  /// Whether a data connection with `data` belongs to a client at `client`; both are addresses.
+  bool MayCarryData(std::string_view client, std::string_view data) const {
+    return !options_.confine || client == data;
+  }
+
+  // Sessions
+
+  /// Whether what one client does must not touch the session of another.
+  bool SeparatesSessions() const { return options_.honest; }
+
+  /// For how long a session of FTP, SMTP or POP3 may do nothing; 0 for ever.
+  std::chrono::milliseconds IdleLimit() const {
+    return options_.honest ? std::chrono::minutes(10) : std::chrono::minutes(0);
+  }
+
+  // Mail
+
+  /// Whether a message that is not kept must not be acknowledged.
+  bool KeepsWhatItAcknowledges() const { return options_.honest; }
+
+  /// The folder of the Web server's programs, a path text.
+  void SetProgramFolder(std::string folder) { programFolder_ = std::move(folder); }
+
+  /// Whether a client may change what is at a real path: nothing of a client's gets where programs
+  /// are run from.
+  bool MayChange(const std::filesystem::path& place) const;
+
+ private:
+  bool IsNear(std::uint32_t address);
+
+  const settings::Program& program_;
+  ProtectionOptions options_;
+  files::Confinement confinement_;
+  std::string programFolder_;
+  std::uint64_t refused_ = 0;
+  std::vector<platform::LocalNetwork> networks_;
+  std::chrono::steady_clock::time_point networksRead_;
+};
+
+}  // namespace core
