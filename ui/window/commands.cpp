@@ -299,8 +299,6 @@ void Commands::PutPage() {
   OpenRoot(ServiceKind::kWeb);
 }
 
-}
-
 void Commands::ShowHelp() { ui::ShowHelp(&window_, manager_->program); }
 
 void Commands::ShowAbout() { frmAbout(&window_).ShowModal(); }
