@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "core/local_network.h"
 #include "mail/mail_accounts.h"
 #include "mail/shown_message.h"
 #include "platform/local_addresses.h"
@@ -88,7 +89,7 @@ void MailCommands::ShowSettings() {
   if (!user) return Warn(&window_, "还没有邮件用户，请先添加一个。");
   const core::Service& mail = manager_->mail;
   const core::Ports ports = mail.IsRunning() ? mail.PortsInUse() : mail.PortsToUse();
-  std::vector<std::string> servers = platform::LocalAddresses();
+  std::vector<std::string> servers = core::LikelyFirst(platform::LocalAddresses());
   if (servers.empty()) servers.emplace_back("127.0.0.1");
   frmMailSettings(&window_, {user->name, user->password, mail.Domain(), std::move(servers),
                              ports.first, ports.second})
