@@ -14,6 +14,7 @@
 #include "files/client_files.h"
 #include "net/event_socket.h"
 #include "platform/local_networks.h"
+#include "settings/holders.h"
 #include "settings/program.h"
 
 namespace core {
@@ -39,9 +40,14 @@ inline constexpr std::string_view kProtectionSection = "Protection";
 ProtectionOptions LoadProtection(const settings::Program& program,
                                  const ProtectionOptions& former = {});
 
+/// Adds to `change` what Server.ini does not say yet; false if it says it all. A key that is absent
+/// says its default, so nothing is set by looking.
+bool WriteProtection(settings::Change& change, const settings::Program& program,
+                     const ProtectionOptions& options);
+
 class Protection {
  public:
-  explicit Protection(const settings::Program& program) : program_(program) {}
+  explicit Protection(const settings::Program& program);
 
   /// Takes over what Server.ini says; it holds at once.
   void Load();
@@ -94,6 +100,7 @@ class Protection {
   std::uint64_t refused_ = 0;
   std::vector<platform::LocalNetwork> networks_;
   std::chrono::steady_clock::time_point networksRead_;
+  settings::SettingsHolders::Holder holder_;
 };
 
 }  // namespace core
