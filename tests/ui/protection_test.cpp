@@ -33,6 +33,8 @@ TEST_F(Protection, IsWrittenAsShownAndHoldsAtOnceAndNothingIsSetByLooking) {
   EXPECT_THAT(Settings(), EndsWith("[Protection]\nReach=local\nConfine=1\nFollowLinks=1\nSignIn=1\n"
                                    "Honest=1\nMessageLimit=7\n"));
   EXPECT_EQ(Options(), (core::ProtectionOptions{Reach::kLocal, true, true, true, true, 7}));
+  Push("fraWeb/cmdTestReach");
+  EXPECT_THAT(Label("fraWeb/lblTest"), HasSubstr("“仅本机”")) << "a test from here would pass";
   EXPECT_TRUE(Enter("mnuProtection", "optAll=on|chkSignIn=off|chkHonest=off|chkConfine=off"));
   ExpectShown("mnuProtection", "chkFollowLinks=grey|txtMessageLimit=grey|optAll=on|chkSignIn=off");
   EXPECT_THAT(Settings(), EndsWith("[Protection]\nReach=all\nConfine=0\nFollowLinks=1\nSignIn=0\n"
