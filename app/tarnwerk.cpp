@@ -76,9 +76,10 @@ Tarnwerk::Running& Tarnwerk::Made() {
   running_->ftp.LoadOptions();
   running_->mail.LoadOptions();
   const auto close = [this] { Close(); };
-  running_->frontend->Attach({program_, running_->control, running_->web, running_->ftp,
-                              running_->mail, running_->record, running_->frontend->Loop()},
-                             close);
+  running_->frontend->Attach(
+      {program_, running_->control, running_->web, running_->ftp, running_->mail, running_->record,
+       running_->frontend->Loop(), running_->protection},
+      close);
   running_->signals.OnFirst(close);
   instance_->OnCloseRequest(running_->frontend->Loop().Executor(), close);
   return *running_;

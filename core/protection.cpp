@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/text_case.h"
+#include "settings/change.h"
 #include "settings/section.h"
 #include "text/conversions.h"
 #include "text/printable_text.h"
@@ -24,7 +25,17 @@ struct NamedReach {
   Reach reach;
 };
 constexpr auto kReaches = std::to_array<NamedReach>(
-    {{"", Reach::kAll}, {"all", Reach::kAll}, {"lan", Reach::kLan}, {"local", Reach::kLocal}});
+    {{"all", Reach::kAll}, {"lan", Reach::kLan}, {"local", Reach::kLocal}, {"", Reach::kAll}});
+
+bool AreSame(std::string_view first, std::string_view second) {
+  return platform::UpperCase(first) == platform::UpperCase(second);
+}
+
+std::string ReachText(Reach reach) {
+  return std::string(std::find_if(kReaches.begin(), kReaches.end(), [&](const NamedReach& each) {
+                       return each.reach == reach;
+                     })->name);
+}
 
 // Reads values that are either known or replaced by the stricter one.
 class Reader {
@@ -35,7 +46,7 @@ class Reader {
   Reach ReadReach() const {
     const std::string text = Text("Reach");
     const auto known = std::find_if(kReaches.begin(), kReaches.end(), [&](const NamedReach& each) {
-      return platform::UpperCase(each.name) == platform::UpperCase(text);
+      return AreSame(each.name, text);
     });
     if (known != kReaches.end()) return known->reach;
     Report("Reach", text);
@@ -88,6 +99,38 @@ ProtectionOptions LoadProtection(const settings::Program& program,
           .honest = reader.ReadTick("Honest", true),
           .messageLimit = reader.ReadLimit("MessageLimit")};
 }
+
+bool WriteProtection(settings::Change& change, const settings::Program& program,
+                     const ProtectionOptions& options) {
+  struct Value {
+    std::string_view key;
+    std::string byDefault;
+    std::string wanted;
+  };
+  const auto tick = [](bool value) { return std::string(value ? "1" : "0"); };
+  const Value values[] = {
+      {"Reach", "all", ReachText(options.reach)},
+      {"Confine", "0", tick(options.confine)},
+      {"FollowLinks", "0", tick(options.followLinks)},
+      {"SignIn", "0", tick(options.signIn)},
+      {"Honest", "0", tick(options.honest)},
+      {"MessageLimit", std::to_string(kDefaultLimit), std::to_string(options.messageLimit)}};
+  const settings::Section section(program, kProtectionSection);
+  bool isAnythingNew = false;
+  for (const Value& value : values) {
+    const std::string written = section.Text(value.key);
+    const std::string_view said = text::TrimBlanks(written);
+    if (AreSame(said.empty() ? value.byDefault : said, value.wanted)) continue;
+    change.In(kProtectionSection).Write(value.key, value.wanted);
+    isAnythingNew = true;
+  }
+  return isAnythingNew;
+}
+
+Protection::Protection(const settings::Program& program)
+    : program_(program), holder_(program.Holders(), [this](settings::Change& change) {
+        WriteProtection(change, program_, options_);
+      }) {}
 
 void Protection::Load() {
   options_ = LoadProtection(program_, options_);

@@ -17,6 +17,7 @@
 #include "net/connection.h"
 #include "net/event_socket.h"
 #include "platform/local_networks.h"
+#include "settings/holders.h"
 #include "settings/program.h"
 
 namespace core {
@@ -42,9 +43,14 @@ inline constexpr std::string_view kProtectionSection = "Protection";
 ProtectionOptions LoadProtection(const settings::Program& program,
                                  const ProtectionOptions& former = {});
 
+/// Adds to `change` what Server.ini does not say yet; false if it says it all. A key that is absent
+/// says its default, so nothing is set by looking.
+bool WriteProtection(settings::Change& change, const settings::Program& program,
+                     const ProtectionOptions& options);
+
 class Protection {
  public:
-  explicit Protection(const settings::Program& program) : program_(program) {}
+  explicit Protection(const settings::Program& program);
 
   /// Takes over what Server.ini says; it holds at once.
   void Load();
@@ -119,6 +125,7 @@ class Protection {
   SignIn signIn_;
   std::vector<platform::LocalNetwork> networks_;
   std::chrono::steady_clock::time_point networksRead_;
+  settings::SettingsHolders::Holder holder_;
 };
 
 }  // namespace core

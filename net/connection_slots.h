@@ -82,6 +82,8 @@ class ConnectionSlots final : private SocketEvents {
   EventSocket& operator[](int slot) { return *slots_.at(static_cast<std::size_t>(slot)); }
 
  private:
+  static int After(int slot) { return slot >= kLastSlot ? 1 : slot + 1; }
+
   // What a session had done by the last look at it.
   struct Idleness {
     const Connection* of = nullptr;
@@ -92,8 +94,6 @@ class ConnectionSlots final : private SocketEvents {
   void WatchIdleSessions();
   void LookForIdleSessions();
   bool IsIdleAgain(std::size_t slot);
-
-  static int After(int slot) { return slot >= kLastSlot ? 1 : slot + 1; }
   void OnConnectionRequest(int index, ConnectionRequest& request) override;
   Task<> OnDataArrival(int index, std::shared_ptr<Connection> connection) override;
   void OnClose(int index) override;

@@ -24,6 +24,7 @@
 #include "ui/dialogs/domain_questions.h"
 #include "ui/dialogs/help_box.h"
 #include "ui/dialogs/options_dialog.h"
+#include "ui/dialogs/protection_dialog.h"
 #include "ui/dialogs/qr_dialog.h"
 #include "ui/dialogs/questions.h"
 #include "ui/dialogs/start_with_system.h"
@@ -281,6 +282,13 @@ void Commands::ShowGeneralOptions() {
   frmOptions dialog(&window_, manager_->program);
   dialog.SetIcons(window_.GetIcons());
   dialog.ShowModal();
+}
+
+// Even a cancelled dialog has loaded the settings anew.
+void Commands::ShowProtection() {
+  frmProtection(&window_, manager_->program, manager_->protection).ShowModal();
+  ShowRootDir(ServiceKind::kFtp);
+  survey_->ShowFirstSteps();
 }
 
 bool Commands::StartsWithSystem() const { return settings::StartsWithSystem(manager_->program); }

@@ -52,7 +52,7 @@ void FolderCommands::ShowRootDir(ServiceKind service) {
 
 void FolderCommands::ShowUploads() {
   const ModFtp::FtpOptions& options = manager_->ftp.Options();
-  content_->uploadNote->ShowUploads(UploadsOf(options));
+  content_->uploadNote->ShowUploads(UploadsOf(options), manager_->protection.Options());
   content_->ftpFolder->Tree().MarkUploads(options.uploadDir);
 }
 

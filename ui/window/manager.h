@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "core/activity_record.h"
+#include "core/protection.h"
 #include "core/service_control.h"
 #include "settings/program.h"
 
@@ -33,6 +34,7 @@ struct Manager {
   ModMail::MailServer& mail;
   core::ActivityRecord& record;  // outlives the servers; filled while there is a window
   net::EventLoop& loop;
+  core::Protection& protection;
 };
 
 /// Shows the options of a service, at the port that is `wrong` if there is one. True if the user

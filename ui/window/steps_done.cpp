@@ -31,7 +31,7 @@ StepsDone LookForSteps(const Manager& manager) {
       .putContent = HasFiles(manager.web.RootDir()) || HasFiles(manager.ftp.RootDir()),
       .start = manager.web.IsRunning() || manager.ftp.IsRunning() || manager.mail.IsRunning(),
       .giveAddress = FirstSteps::WasAddressGiven(),
-      .protect = !manager.ftp.Options().uploadDir.empty(),
+      .protect = manager.protection.Options().confine || !manager.ftp.Options().uploadDir.empty(),
   };
 }
 
