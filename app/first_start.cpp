@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "core/protection.h"
+#include "core/protection_options.h"
 #include "platform/native_path.h"
 #include "platform/program_location.h"
 #include "settings/ini_change.h"

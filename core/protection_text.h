@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "core/protection.h"
+#include "core/protection_options.h"
 
 namespace core {
 

@@ -3,7 +3,7 @@
 #include <wx/button.h>
 #include <wx/textctrl.h>
 
-#include "core/protection.h"
+#include "core/protection_options.h"
 #include "mail/mail_accounts.h"
 #include "platform/native_path.h"
 #include "platform/system_message.h"

@@ -8,6 +8,7 @@
 
 #include <string>
 
+#include "core/protection.h"
 #include "settings/change.h"
 #include "text/conversions.h"
 #include "ui/controls/accessible.h"

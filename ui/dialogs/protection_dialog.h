@@ -8,13 +8,17 @@
 
 #include <optional>
 
-#include "core/protection.h"
+#include "core/protection_options.h"
 #include "settings/program.h"
 
 class wxButton;
 class wxCheckBox;
 class wxRadioButton;
 class wxTextCtrl;
+
+namespace core {
+class Protection;
+}
 
 namespace ui {
 

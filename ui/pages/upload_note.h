@@ -8,7 +8,7 @@
 
 #include <functional>
 
-#include "core/protection.h"
+#include "core/protection_options.h"
 
 class wxButton;
 class wxStaticText;

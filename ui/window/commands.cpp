@@ -7,6 +7,7 @@
 
 #include "core/activity_text.h"
 #include "core/hosts_file.h"
+#include "core/protection.h"
 #include "core/service_addresses.h"
 #include "core/service_texts.h"
 #include "core/who_is_connected.h"
@@ -286,7 +287,9 @@ void Commands::ShowGeneralOptions() {
 
 // Even a cancelled dialog has loaded the settings anew.
 void Commands::ShowProtection() {
+  const bool wantedSignIn = manager_->protection.WantsSignIn();
   frmProtection(&window_, manager_->program, manager_->protection).ShowModal();
+  mail_.AdaptPasswords(wantedSignIn, manager_->protection.WantsSignIn());
   ShowRootDir(ServiceKind::kFtp);
   survey_->ShowFirstSteps();
 }

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "core/protection.h"
 #include "files/files.h"
 #include "ftp/ftp_server.h"
 #include "platform/native_path.h"

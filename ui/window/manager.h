@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "core/activity_record.h"
-#include "core/protection.h"
 #include "core/service_control.h"
 #include "settings/program.h"
 
@@ -19,6 +18,9 @@ class MailServer;
 }
 namespace ModWeb {
 class WebServer;
+}
+namespace core {
+class Protection;
 }
 namespace net {
 class EventLoop;

@@ -3,6 +3,7 @@
 #include "core/hosts_file.h"
 #include "core/local_network.h"
 #include "core/port_remarks.h"
+#include "core/protection.h"
 #include "core/reach_test.h"
 #include "core/reach_verdict.h"
 #include "core/service_addresses.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "core/protection.h"
 #include "files/files.h"
 #include "ftp/ftp_server.h"
 #include "mail/mail_server.h"

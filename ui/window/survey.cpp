@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/local_network.h"
+#include "core/protection.h"
 #include "core/protection_text.h"
 #include "core/who_is_connected.h"
 #include "files/files.h"
