@@ -10,8 +10,8 @@ namespace platform {
 /// system's handle. Does not make Enter press it.
 void ShowAsMainButton(void* button, bool isMain = true);
 
-/// Lets the user select a label's text with the mouse, and copy it. The Tab key still skips the
-/// label. False if the system cannot do that. `label`: the system's handle.
+/// Lets the user select a label's text with the mouse, and copy it. The label still never gets the
+/// focus. False if the system cannot do that. `label`: the system's handle.
 bool MakeSelectable(void* label);
 
 /// The colours of all addresses that can be clicked, and of those that cannot at the moment, as

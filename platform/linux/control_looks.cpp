@@ -12,6 +12,8 @@ void ShowAsMainButton(void* button, bool isMain) {
 
 bool MakeSelectable(void* label) {
   gtk_label_set_selectable(static_cast<GtkLabel*>(label), TRUE);
+  // Copied from by the label's own menu.
+  gtk_widget_set_can_focus(static_cast<GtkWidget*>(label), FALSE);
   return true;
 }
 

@@ -32,7 +32,7 @@ TEST(ShownSubject, IsThatOfTheHeaderAsMailProgramsWriteIt) {
       {"subject:\t=?GBK?b?xOO6?= =?gbk?B?ww==?= !\r\n\r\nSubject: x", "你好 !"},
       {"Subject: a\n  b =?utf-8?q?=E4=BD=A0_=?= c", "a  b 你 = c"},
       {"Subject: =?koi8-r?B?xOM=?= =?utf-8?B?", "дЦ =?utf-8?B?"},
-      {"Subject: =?ISO-2022-JP*ja?B?GyRCRnxLXBsoQg==?= =?none?Q?=C4=E3?=", "日本你"},
+      {"Subject: =?Shift_JIS*ja?B?k/qWew==?= =?none?Q?=C4=E3?=", "日本你"},
       {"From: a\r\n\r\nSubject: text", ""},
   };
   for (const auto& [message, shown] : cases) EXPECT_EQ(ModMail::ShownSubject(message), shown);

@@ -1,7 +1,8 @@
 #pragma once
 
 // Whatever a page or dialog says can be copied: texts are selected with the mouse where the system
-// can do that, and texts, links and rows of lists have a menu with "copy" and react to Ctrl+C.
+// can do that, and texts, links and rows of lists have a menu with "copy"; what can have the focus
+// reacts to Ctrl+C.
 
 #include <functional>
 #include <string>

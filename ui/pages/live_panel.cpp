@@ -19,7 +19,7 @@ LivePanel::LivePanel(wxWindow* parent, Actions actions)
   lstConnections = Named(new ConnectionList(this), "lstConnections");
   Describe(*lstConnections, "正在进行的连接", AccessibleRole::kTable);
   cmdCopyAddress = MakeSelectionButton("cmdCopyAddress", "复制地址(&K)", actions_.copyAddress);
-  cmdOpenFolder = MakeSelectionButton("cmdOpenFolder", "打开所在文件夹(&J)", actions_.openFolder);
+  cmdOpenFolder = MakeSelectionButton("cmdOpenFolder", "打开所在文件夹(&N)", actions_.openFolder);
   cmdDisconnect = MakeSelectionButton("cmdDisconnect", "断开(&X)", actions_.disconnect);
   lstConnections->Bind(wxEVT_DATAVIEW_SELECTION_CHANGED,
                        [this](wxDataViewEvent&) { EnableFitting(); });

@@ -185,7 +185,7 @@ wxSizer* ServiceFrame::MakeButtons() {
       MakeActionButton(this, looks.options, "选项(&O)...", Calling(&ServiceCommands::ShowOptions)),
       InRow(this));
   row->Add(
-      MakeActionButton(this, "cmdTestReach", "测试一下(&Z)", Calling(&ServiceCommands::TestReach)),
+      MakeActionButton(this, "cmdTestReach", "测试一下(&J)", Calling(&ServiceCommands::TestReach)),
       InRow(this));
   return row;
 }
