@@ -149,8 +149,11 @@ class Stage:
 
     def play_then(self, text):
         for kind, path, content in self.files(text):
+            if kind == "folder":
+                assert path.is_dir(), path
+            elif kind:
+                wait_until(lambda path=path: not path.exists(), f"the end of {path}")
             if kind:
-                assert path.is_dir() if kind == "folder" else not path.exists(), path
                 continue
             self.seen.add(path.name)
             awaited = self.awaited(content)
