@@ -23,30 +23,27 @@ class Ground {
     fs::remove_all(path_);
     fs::create_directories(path_ / "out/sub");
     fs::create_directories(path_ / "root");
+    fs::current_path(path_);  // which the system has a link to
     Write("out/secret", kOutside);
     Write("out/sub/secret", kOutside);
   }
 
   void Empty() const {
-    fs::remove_all(path_ / "root");
-    fs::create_directory(path_ / "root");
+    for (const auto& entry : fs::directory_iterator(path_ / "root")) fs::remove_all(entry);
   }
 
-  // An entry in a folder of the root, or one that a link leads to.
+  // An entry in a folder of the root, if there is that folder.
   void Make(std::uint8_t what, std::uint8_t where) const {
     std::error_code ignored;
     const fs::path folder = path_ / "root" / kFolders.at(where % kFolders.size());
     const fs::path name = folder / kNames.at(what / 4 % kNames.size());
-    switch (what % 4) {
-      case 0:
-        fs::create_directories(name, ignored);
-        break;
-      case 1:
-        if (fs::is_directory(folder, ignored) && IsInside(folder)) std::ofstream(name) << kInside;
-        break;
-      default:
-        if (IsInside(folder))
-          fs::create_symlink(kTargets.at(what / 4 % kTargets.size()), name, ignored);
+    if (!IsInside(folder) || fs::exists(fs::symlink_status(name))) return;
+    if (what % 4 == 0) {
+      fs::create_directory(name, ignored);
+    } else if (what % 4 == 1) {
+      std::ofstream(name) << kInside;
+    } else {
+      fs::create_symlink(kTargets.at(what / 4 % kTargets.size()), name, ignored);
     }
   }
 
@@ -63,7 +60,7 @@ class Ground {
   static constexpr std::array<const char*, 5> kFolders = {"", "a", "a/b", "A", "link"};
   static constexpr std::array<const char*, 6> kNames = {"a", "b", "A", "link", "secret", "sub"};
   static constexpr std::array<const char*, 7> kTargets = {
-      "../out", "../../out", "/", "a", "..", "../out/secret", "/tmp/tarnwerk-fuzz-confined/out"};
+      "../out", "../../out", "/", "a", "..", "../out/secret", "/proc/self/cwd/out"};
 
   bool IsInside(const fs::path& folder) const {
     std::error_code error;
@@ -78,7 +75,7 @@ class Ground {
     return {std::istreambuf_iterator<char>(file), {}};
   }
 
-  const fs::path path_ = "/tmp/tarnwerk-fuzz-confined";
+  const fs::path path_ = fs::temp_directory_path() / "tarnwerk-fuzz-confined";
 };
 
 // Everything that a client can do with a name.
