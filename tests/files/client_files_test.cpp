@@ -81,7 +81,9 @@ TEST_F(ConfinedTest, NoNameLeadsOut) {
 
 TEST_F(ConfinedTest, LinksLeadOutOnlyIfAllowedAndNeverForChanges) {
   namespace fs = std::filesystem;
-  fs::create_symlink(folder_.Path("out"), folder_.Path("root/absolute"));
+  std::error_code error;
+  fs::create_symlink(folder_.Path("out"), folder_.Path("root/absolute"), error);
+  if (error) GTEST_SKIP() << "no links here: " << error.message();
   fs::create_symlink("../../out", folder_.Path("root/Sub/relative"));
   fs::create_symlink("../out/secret.txt", folder_.Path("root/file"));
   fs::create_symlink("../out/new.txt", folder_.Path("root/dangling"));
@@ -96,7 +98,6 @@ TEST_F(ConfinedTest, LinksLeadOutOnlyIfAllowedAndNeverForChanges) {
     }
     EXPECT_EQ(Content("\\file"), followLinks ? secret : "");
     EXPECT_EQ(Content("\\inside\\deep.txt"), "root/Sub/deep.txt");
-    std::error_code error;
     EXPECT_FALSE(files_.OpenToUpdate(In("\\file"), error).IsOpen());
     EXPECT_FALSE(files_.OpenToUpdate(In("\\dangling"), error).IsOpen());
   }
