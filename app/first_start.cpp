@@ -4,7 +4,10 @@
 #include <filesystem>
 #include <vector>
 
+#include "core/protection_options.h"
+#include "platform/native_path.h"
 #include "platform/program_location.h"
+#include "settings/ini_change.h"
 
 namespace app {
 namespace {
@@ -19,6 +22,20 @@ void CopyForThisUserAlone(const fs::path& source, const fs::path& target, std::e
   if (!error) fs::permissions(target, fs::perms::owner_all, error);
 }
 
+// The sample's own settings leave that off: ./run uses them as they are.
+void TurnProtectionOn(const fs::path& directory, std::error_code& error) {
+  settings::IniChange change(platform::PathText(directory / kSettings));
+  if (change.IsNew()) return;
+  change.Set(core::kProtectionSection, "Reach", "lan");
+  change.Set(core::kProtectionSection, "Confine", "1");
+  error = change.Save();
+}
+
+void CopySample(const fs::path& sample, const fs::path& target, std::error_code& error) {
+  CopyForThisUserAlone(sample, target, error);
+  if (!error) TurnProtectionOn(target, error);
+}
+
 void FillInstalled(const fs::path& directory) {
   std::error_code error;
   if (fs::exists(fs::symlink_status(directory, error))) return;
@@ -26,7 +43,7 @@ void FillInstalled(const fs::path& directory) {
   unfinished += ".new";
   fs::remove_all(unfinished, error);
   fs::create_directories(directory.parent_path(), error);
-  CopyForThisUserAlone(platform::SampleDirectory(), unfinished, error);
+  CopySample(platform::SampleDirectory(), unfinished, error);
   if (!error) fs::rename(unfinished, directory, error);
   if (error) fs::remove_all(unfinished, error);
 }
@@ -52,7 +69,7 @@ void FillPortable(const fs::path& directory) {
   if (isUsed) return;
   const fs::path unfinished = directory / "portable.new";
   fs::remove_all(unfinished, error);
-  CopyForThisUserAlone(platform::PortableSampleDirectory(), unfinished, error);
+  CopySample(platform::PortableSampleDirectory(), unfinished, error);
   for (const fs::path& name : names) {
     if (!error) fs::rename(unfinished / name, directory / name, error);
   }

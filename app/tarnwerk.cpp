@@ -7,8 +7,10 @@
 #include "core/activity_record.h"
 #include "core/firewall.h"
 #include "core/hosts_file.h"
+#include "core/protection.h"
 #include "core/service_addresses.h"
 #include "core/service_environment.h"
+#include "mail/password_queue.h"
 #include "net/termination_signals.h"
 #include "platform/native_path.h"
 #include "platform/program_location.h"
@@ -32,20 +34,26 @@ std::unique_ptr<Frontend> MakeFrontend(const settings::Program& program) {
 struct Tarnwerk::Running {
   explicit Running(const settings::Program& program)
       : frontend(MakeFrontend(program)),
-        environment{program, frontend->Loop(), core::HostsFile()},
+        protection(program),
+        environment{program, frontend->Loop(), core::HostsFile(), protection},
+        passwords(environment, [this] { return mail.RootDir(); }),
         web(environment),
         ftp(environment),
         mail(environment),
         control(program, {web, ftp, mail}, frontend->View()),
         signals(frontend->Loop()) {
+    protection.SetAccounts(passwords);
     frontend->Loop().OnError(
         [&program](const std::string& error) { program.errors.LogError(error); });
   }
 
-  // Declared in this order because the services must be destroyed before the loop.
+  // Declared in this order because the services must be destroyed before the loop, and before what
+  // their clients sign in with.
   std::unique_ptr<Frontend> frontend;
   core::ActivityRecord record;
+  core::Protection protection;
   core::ServiceEnvironment environment;
+  ModMail::PasswordQueue passwords;
   ModWeb::WebServer web;
   ModFtp::FtpServer ftp;
   ModMail::MailServer mail;
@@ -68,9 +76,10 @@ Tarnwerk::Running& Tarnwerk::Made() {
   running_->ftp.LoadOptions();
   running_->mail.LoadOptions();
   const auto close = [this] { Close(); };
-  running_->frontend->Attach({program_, running_->control, running_->web, running_->ftp,
-                              running_->mail, running_->record, running_->frontend->Loop()},
-                             close);
+  running_->frontend->Attach(
+      {program_, running_->control, running_->web, running_->ftp, running_->mail, running_->record,
+       running_->frontend->Loop(), running_->protection},
+      close);
   running_->signals.OnFirst(close);
   instance_->OnCloseRequest(running_->frontend->Loop().Executor(), close);
   return *running_;

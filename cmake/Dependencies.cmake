@@ -67,6 +67,19 @@ else()
   target_link_libraries(qrencode INTERFACE ${QRENCODE_LIBRARY})
 endif()
 
+# Hashes of passwords: the same.
+add_library(argon2 INTERFACE)
+if(WIN32)
+  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/cmake/windows_argon2.sh
+                  OUTPUT_VARIABLE windowsArgon2 OUTPUT_STRIP_TRAILING_WHITESPACE
+                  COMMAND_ERROR_IS_FATAL ANY)
+  target_include_directories(argon2 SYSTEM INTERFACE ${windowsArgon2}/include)
+  target_link_libraries(argon2 INTERFACE ${windowsArgon2}/lib/libargon2.a)
+else()
+  find_library(ARGON2_LIBRARY argon2 REQUIRED)
+  target_link_libraries(argon2 INTERFACE ${ARGON2_LIBRARY})
+endif()
+
 # GoogleTest as GTest::gtest, GTest::gmock, GTest::gtest_main and GTest::gmock_main. Debian's
 # libraries are for g++ on Linux; for other compilers Debian's sources are built.
 if(TARNWERK_TESTS)

@@ -17,8 +17,9 @@ readonly kHost=x86_64-w64-mingw32
 readonly kMirror=${TARNWERK_DEBIAN_MIRROR:-http://deb.debian.org/debian}
 readonly kKeyring=/usr/share/keyrings/debian-archive-keyring.gpg
 
-# The main archive only: the sources of the security archive are not always available.
-readonly kSuite=bookworm
+# The main archive only: the sources of the security archive are not always available. A script may
+# define another suite before it sources this file.
+readonly kSuite=${kSuite:-bookworm}
 
 Say() { printf '%s: %s\n' "$name" "$*" >&2; }
 

@@ -39,6 +39,8 @@ const char* VerbOf(Kind kind) {
       return "来信 → ";
     case Kind::kCollectMail:
       return "收信 ";
+    case Kind::kSignIn:
+      return "登录 ";
   }
   return "";
 }
@@ -104,6 +106,8 @@ const char* EndText(net::ActivityEnd end) {
       return "被新连接挤出";
     case net::ActivityEnd::kDisconnected:
       return "已被断开";
+    case net::ActivityEnd::kIdle:
+      return "闲置太久";
     case net::ActivityEnd::kServiceStopped:
       return "服务已停止";
     case net::ActivityEnd::kNotFound:

@@ -21,6 +21,7 @@ struct Command {
   std::string_view reply = {};  // the fixed reply if both functions are null
   Function function = nullptr;  // answers at once
   Exchange exchange = nullptr;  // may suspend, for a data connection or the disk
+  bool needsLogin = false;      // where clients have to sign in
 };
 
 /// The row for `word`, matched exactly, or null.

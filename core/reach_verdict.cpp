@@ -93,6 +93,10 @@ ReachVerdict Works(const ReachTarget& target) {
 
 ReachVerdict NotRunning() { return {"服务没有运行，谁也连不上。请先启动它。"}; }
 
+ReachVerdict OnlyThisMachine() {
+  return {"在“工具”菜单的“安全”里选了“仅本机”，所以别人都连不上。\n要让他们连接，请在那里更改。"};
+}
+
 ReachVerdict NotInANetwork() {
   return {"这台电脑没有连接到网络，只有它自己能打开。\n请先连上有线网络或 Wi-Fi，再测试。"};
 }

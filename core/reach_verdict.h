@@ -23,6 +23,7 @@ struct ReachVerdict {
 
 /// Why there was no test.
 ReachVerdict NotRunning();
+ReachVerdict OnlyThisMachine();  // as the user wants it; a test from here would pass
 ReachVerdict NotInANetwork();
 ReachVerdict TooManyClients();  // one of whom the test would cut off
 

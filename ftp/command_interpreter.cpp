@@ -20,56 +20,92 @@ std::string ShownCommand(const std::string& word, const std::string& text) {
 
 Task<std::string> Ready(std::string reply) { co_return std::move(reply); }
 
+std::string_view ReplyTo(core::Accounts::Answer answer) {
+  using Answer = core::Accounts::Answer;
+  if (answer == Answer::kRight) return replies::kSignedIn;
+  return answer == Answer::kBusy ? replies::kBusy : replies::kWrongPassword;
+}
+
 }  // namespace
 
-const CommandInterpreter::Command* CommandInterpreter::Find(std::string_view word) {
+// A login is needed for what touches the files, a data connection or the transfers of others. PWD
+// is among them: before a login, a session has no directory.
+const CommandInterpreter::Command* CommandInterpreter::Find(std::string_view word) const {
   using Self = CommandInterpreter;
   static constexpr auto kCommands = std::to_array<Command>({
-      {.word = "USER", .function = &Self::OnUser},  {.word = "PASS", .reply = replies::kPass},
-      {.word = "OPTS", .reply = replies::kUnknown}, {.word = "SYST", .reply = replies::kSystem},
-      {.word = "SITE", .function = &Self::OnSite},  {.word = "PWD", .function = &Self::OnPwd},
-      {.word = "TYPE", .function = &Self::OnType},  {.word = "CWD", .function = &Self::OnCwd},
-      {.word = "NOOP", .function = &Self::OnNoop},  {.word = "PORT", .exchange = &Self::OnPort},
-      {.word = "LIST", .exchange = &Self::OnList},  {.word = "PASV", .function = &Self::OnPasv},
-      {.word = "REST", .function = &Self::OnRest},  {.word = "FEAT", .reply = replies::kUnknown},
-      {.word = "RETR", .exchange = &Self::OnRetr},  {.word = "QUIT", .function = &Self::OnQuit},
-      {.word = "SIZE", .reply = replies::kSize},    {.word = "MKD", .function = &Self::OnMkd},
-      {.word = "RNFR", .function = &Self::OnRnfr},  {.word = "RNTO", .function = &Self::OnRnto},
-      {.word = "STOR", .exchange = &Self::OnStor},  {.word = "DELE", .exchange = &Self::OnDele},
-      {.word = "RMD", .function = &Self::OnRmd},    {.word = "", .function = &Self::OnEmptyWord},
+      {.word = "USER", .function = &Self::OnUser},
+      {.word = "PASS", .reply = replies::kPass},
+      {.word = "OPTS", .reply = replies::kUnknown},
+      {.word = "SYST", .reply = replies::kSystem},
+      {.word = "SITE", .function = &Self::OnSite},
+      {.word = "PWD", .function = &Self::OnPwd, .needsLogin = true},
+      {.word = "TYPE", .function = &Self::OnType},
+      {.word = "CWD", .function = &Self::OnCwd, .needsLogin = true},
+      {.word = "NOOP", .function = &Self::OnNoop},
+      {.word = "PORT", .exchange = &Self::OnPort, .needsLogin = true},
+      {.word = "LIST", .exchange = &Self::OnList, .needsLogin = true},
+      {.word = "PASV", .function = &Self::OnPasv, .needsLogin = true},
+      {.word = "REST", .function = &Self::OnRest},
+      {.word = "FEAT", .reply = replies::kUnknown},
+      {.word = "RETR", .exchange = &Self::OnRetr, .needsLogin = true},
+      {.word = "QUIT", .function = &Self::OnQuit},
+      {.word = "SIZE", .reply = replies::kSize, .needsLogin = true},
+      {.word = "MKD", .function = &Self::OnMkd, .needsLogin = true},
+      {.word = "RNFR", .function = &Self::OnRnfr, .needsLogin = true},
+      {.word = "RNTO", .function = &Self::OnRnto, .needsLogin = true},
+      {.word = "STOR", .exchange = &Self::OnStor, .needsLogin = true},
+      {.word = "DELE", .exchange = &Self::OnDele, .needsLogin = true},
+      {.word = "RMD", .function = &Self::OnRmd, .needsLogin = true},
+      {.word = "", .function = &Self::OnEmptyWord, .needsLogin = true},
   });
-  return core::FindCommand(kCommands, word);
+  // In place of the same words above, where clients have to sign in.
+  static constexpr auto kSignInCommands = std::to_array<Command>({
+      {.word = "USER", .function = &Self::OnUserName},
+      {.word = "PASS", .exchange = &Self::OnPassword},
+      {.word = "QUIT", .function = &Self::OnSignOut},
+  });
+  const Command* command =
+      protection_.WantsSignIn() ? core::FindCommand(kSignInCommands, word) : nullptr;
+  return command == nullptr ? core::FindCommand(kCommands, word) : command;
 }
 
 // No coroutine itself: a command that waits costs one frame less.
 Task<std::string> CommandInterpreter::HandleFtpCommand(int slot, std::string text) {
   const std::string word = CommandWord(text);
   host_.ShowCommand(slot, ShownCommand(word, text));
+  files_.SettleDirectory(slot);
   const Command* command = Find(word);
   if (command == nullptr) return Ready(ReplyLine(replies::kUnknown));
-  Request request{slot, std::move(text)};
-  if (command->exchange != nullptr) return (this->*command->exchange)(std::move(request));
-  if (command->function == nullptr) return Ready(ReplyLine(command->reply));
-  return Ready((this->*command->function)(std::move(request)));
+  return Answer(*command, {slot, std::move(text)});
+}
+
+// What has no word gets no reply in any case.
+Task<std::string> CommandInterpreter::Answer(const Command& command, Request request) {
+  if (!protection_.MayGive(command.needsLogin, sessions_[request.slot].login)) {
+    return Ready(command.word.empty() ? std::string() : ReplyLine(replies::kNotSignedIn));
+  }
+  if (command.exchange != nullptr) return (this->*command.exchange)(std::move(request));
+  if (command.function == nullptr) return Ready(ReplyLine(command.reply));
+  return Ready((this->*command.function)(std::move(request)));
 }
 
 // The rest of the command arrives later. It has no word, so it is not refused a second time.
-std::string CommandInterpreter::RefuseCommand(int slot, std::string_view beginning) {
+Task<std::string> CommandInterpreter::RefuseCommand(int slot, std::string_view beginning) {
   host_.ShowCommand(slot, "a command that is too long");
-  if (CommandWord(beginning).empty()) return OnEmptyWord({});
-  return ReplyLine(replies::kUnknown);
+  if (CommandWord(beginning).empty()) return Answer(*Find({}), {slot, {}});
+  return Ready(ReplyLine(replies::kUnknown));
 }
 
 // A RETR in progress, in any session, will report that it was cut short, although it is not.
-std::string CommandInterpreter::OnEmptyWord(Request) {
-  sessions_.shared.abortRequested = true;
+std::string CommandInterpreter::OnEmptyWord(Request request) {
+  sessions_.StateOf(request.slot).abortRequested = true;
   return {};
 }
 
 // Session
 
-std::string CommandInterpreter::OnUser(Request) {
-  sessions_.shared.lastCommand = "USER";
+std::string CommandInterpreter::OnUser(Request request) {
+  sessions_.StateOf(request.slot).lastCommand = "USER";
   return ReplyLine(replies::kUser);
 }
 
@@ -77,14 +113,14 @@ std::string CommandInterpreter::OnSite(Request request) {
   return ReplyLine(AsksForHelp(request.text) ? replies::kSiteHelp : replies::kUnknown);
 }
 
-std::string CommandInterpreter::OnNoop(Request) {
-  sessions_.shared.lastCommand = "NOOP";
+std::string CommandInterpreter::OnNoop(Request request) {
+  sessions_.StateOf(request.slot).lastCommand = "NOOP";
   return ReplyLine(replies::kDone);
 }
 
 std::string CommandInterpreter::OnType(Request request) {
   const bool done = Succeeds(errors_, [&] {
-    sessions_.shared.transferType = CutTransferType(request.text);
+    sessions_.StateOf(request.slot).transferType = CutTransferType(request.text);
     return true;
   });
   return ReplyLine(done ? replies::kDone : replies::kTypeFailed);
@@ -101,11 +137,35 @@ std::string CommandInterpreter::OnQuit(Request request) {
   return ReplyLine(replies::kQuit);
 }
 
+// Sessions where clients have to sign in
+
+std::string CommandInterpreter::OnUserName(Request request) {
+  const std::string name = CutArgument(request.text, kAfterFourLetters).value_or("");
+  sessions_[request.slot].login.Begin(name);
+  return ReplyLine(replies::kNamed);
+}
+
+Task<std::string> CommandInterpreter::OnPassword(Request request) {
+  std::string password = CutArgument(request.text, kAfterFourLetters).value_or("");
+  Task<core::Accounts::Answer> trying =
+      TrapErrors(errors_, host_.TrySignIn(request.slot, std::move(password)));
+  const core::Accounts::Answer answer = co_await trying;
+  co_return ReplyLine(ReplyTo(answer));
+}
+
+// Whoever is not signed in does not touch the transfers of others.
+std::string CommandInterpreter::OnSignOut(Request request) {
+  core::Login& login = sessions_[request.slot].login;
+  if (!login.IsSignedIn()) return ReplyLine(replies::kQuit);
+  login.End();
+  return OnQuit(std::move(request));
+}
+
 // Directories
 
 std::string CommandInterpreter::OnPwd(Request request) {
   FtpSession& session = sessions_[request.slot];
-  const std::string& root = sessions_.shared.ftpRoot;
+  const std::string& root = sessions_.StateOf(request.slot).ftpRoot;
   const bool done = Succeeds(errors_, [&] {
     if (session.physicalDir == root) session.ftpDir = "/";
     if (session.physicalDir.empty()) {
@@ -209,10 +269,11 @@ Task<std::string> CommandInterpreter::OnList(Request request) {
 }
 
 Task<std::string> CommandInterpreter::OnRetr(Request request) {
-  sessions_.shared.abortRequested = false;
+  sessions_.StateOf(request.slot).abortRequested = false;
   FtpSession& session = sessions_[request.slot];
   const std::string name = CutArgument(request.text, kAfterFourLetters).value_or("");
-  session.transferPath = LocalPath(sessions_.shared.ftpRoot, session.physicalDir, name);
+  session.transferPath =
+      LocalPath(sessions_.StateOf(request.slot).ftpRoot, session.physicalDir, name);
   Task<bool> opening = TrapErrors(errors_, host_.OpenRetrieve(request.slot));
   const bool opened = co_await opening;
   if (!opened) {
@@ -223,12 +284,13 @@ Task<std::string> CommandInterpreter::OnRetr(Request request) {
   const std::shared_ptr<Transfer> transfer = session.transfer;
   Task<> closing = host_.AwaitDataClose(request.slot);
   co_await closing;
-  const bool failed = sessions_.shared.abortRequested || (transfer && transfer->failed);
+  const bool failed =
+      sessions_.StateOf(request.slot).abortRequested || (transfer && transfer->failed);
   co_return ReplyLine(failed ? replies::kRetrFailed : replies::kRetr);
 }
 
 Task<std::string> CommandInterpreter::OnStor(Request request) {
-  sessions_.shared.uploadByteCount = 0;
+  sessions_.StateOf(request.slot).uploadByteCount = 0;
   Task<bool> opening = TrapErrors(errors_, host_.OpenStore(request.slot, request.text));
   const bool opened = co_await opening;
   if (!opened) {

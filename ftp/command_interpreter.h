@@ -1,7 +1,7 @@
 #pragma once
 
-// The FTP commands: the text of one command in, its reply out. No command needs a login, and many
-// answer with a bare code; that is the protocol as it is meant.
+// The FTP commands: the text of one command in, its reply out. No command needs a login unless the
+// user wants it, and many answer with a bare code; that is the protocol as it is meant.
 //
 // The interpreter works without a socket. It changes the sessions and, through FileOperations, the
 // disk; everything else it needs comes from its Host. LIST, RETR and STOR wait for their data
@@ -29,6 +29,9 @@ class CommandInterpreter {
     /// What became of a change to a file or folder.
     virtual void ShowChange(int slot, net::Activity change, net::ActivityEnd end) = 0;
 
+    /// Signs the session in, if the password is that of the user whom it has named.
+    virtual net::Task<core::Accounts::Answer> TrySignIn(int slot, std::string password) = 0;
+
     virtual net::Task<bool> OpenActiveDataConnection(int slot, std::string text) = 0;
     /// The whole reply, line end included.
     virtual std::string EnterPassiveMode(int slot) = 0;
@@ -49,15 +52,15 @@ class CommandInterpreter {
   };
 
   /// All arguments must outlive the interpreter.
-  CommandInterpreter(Host& host, FtpSessions& sessions, FileOperations& files,
-                     const files::ErrorLog& errors)
-      : host_(host), sessions_(sessions), files_(files), errors_(errors) {}
+  CommandInterpreter(Host& host, const core::Protection& protection, FtpSessions& sessions,
+                     FileOperations& files, const files::ErrorLog& errors)
+      : host_(host), protection_(protection), sessions_(sessions), files_(files), errors_(errors) {}
 
   /// Runs one command. The task's result is the reply with its line end, empty for none.
   net::Task<std::string> HandleFtpCommand(int slot, std::string text);
 
   /// The reply to a command that is too long to be kept, of which this is the beginning.
-  std::string RefuseCommand(int slot, std::string_view beginning);
+  net::Task<std::string> RefuseCommand(int slot, std::string_view beginning);
 
  private:
   struct Request {
@@ -66,15 +69,19 @@ class CommandInterpreter {
   };
   using Command = core::Command<CommandInterpreter, Request, std::string>;
 
-  static const Command* Find(std::string_view word);
+  const Command* Find(std::string_view word) const;
+  net::Task<std::string> Answer(const Command& command, Request request);
 
-  std::string OnEmptyWord(Request);
-  std::string OnUser(Request);
+  std::string OnEmptyWord(Request request);
+  std::string OnUser(Request request);
+  std::string OnUserName(Request request);
+  net::Task<std::string> OnPassword(Request request);
+  std::string OnSignOut(Request request);
   std::string OnSite(Request request);
   std::string OnPwd(Request request);
   std::string OnType(Request request);
   std::string OnCwd(Request request);
-  std::string OnNoop(Request);
+  std::string OnNoop(Request request);
   net::Task<std::string> OnPort(Request request);
   net::Task<std::string> OnList(Request request);
   std::string OnPasv(Request request);
@@ -90,6 +97,7 @@ class CommandInterpreter {
   void Show(int slot, net::Activity::Kind kind, const Change& change);
 
   Host& host_;
+  const core::Protection& protection_;
   FtpSessions& sessions_;
   FileOperations& files_;
   const files::ErrorLog& errors_;

@@ -44,8 +44,14 @@ class WaitingPlace {
 }  // namespace
 
 DataConnections::DataConnections(net::SocketContext& context, FtpSessions& sessions,
+                                 const core::Protection& protection, ClientOf clientOf,
                                  ArrivalHandler onArrival)
-    : sessions_(sessions), onArrival_(std::move(onArrival)), random_(ClockSeed()) {
+    : context_(context),
+      sessions_(sessions),
+      protection_(protection),
+      clientOf_(std::move(clientOf)),
+      onArrival_(std::move(onArrival)),
+      random_(ClockSeed()) {
   net::SocketEvents& events = *this;
   for (std::size_t index = 0; index < FtpSvrDataSock_.size(); ++index) {
     FtpSvrDataSock_[index] =
@@ -59,25 +65,26 @@ Task<bool> DataConnections::OpenActiveDataConnection(int slot, std::string text)
   if (!argument) co_return false;
   const auto high = text::ToInt16(argument->high);
   if (!high) co_return false;
-  sessions_.shared.portHigh = *high;
+  sessions_.StateOf(slot).portHigh = *high;
   const auto low = text::ToInt16(argument->low);
   if (!low) co_return false;
-  sessions_.shared.portLow = *low;
+  sessions_.StateOf(slot).portLow = *low;
   const std::optional<ActivePorts> ports = ComputeActivePorts(*high, *low, slot);
   if (!ports) co_return false;
 
   const auto& [a, b, c, d] = argument->address;
   const std::string address = a + "." + b + "." + c + "." + d;
+  if (!protection_.MayCarryData(clientOf_(slot), address)) co_return false;
   Socket(slot).Connect(ports->local, address, ports->remote);
   co_await net::YieldToEvents();
   sessions_[slot].closeAfterSend = false;
-  sessions_.shared.pendingDataSlot = static_cast<std::int16_t>(slot);
+  sessions_.StateOf(slot).pendingDataSlot = static_cast<std::int16_t>(slot);
   co_return true;
 }
 
 std::string DataConnections::EnterPassiveMode(int slot, std::string_view localAddress) {
-  sessions_.shared.pendingDataSlot = static_cast<std::int16_t>(slot);
-  const int lowByte = ListenOnPassivePort();
+  sessions_.StateOf(slot).pendingDataSlot = static_cast<std::int16_t>(slot);
+  const int lowByte = ListenOnPassivePort(protection_.SeparatesSessions() ? slot : 0);
   CloseDataSocket(slot, ActivityEnd::kClientLeft);
   const std::string address = PassiveAddress(localAddress, lowByte);
   return ReplyLine(std::string(replies::kPasv) + address);
@@ -85,7 +92,7 @@ std::string DataConnections::EnterPassiveMode(int slot, std::string_view localAd
 
 // Returns the low byte of the port, which is drawn at random. If it is in use, another is drawn,
 // until none is left; the reply then names the last one.
-int DataConnections::ListenOnPassivePort() {
+int DataConnections::ListenOnPassivePort(int listener) {
   std::array<int, 256> lowBytes;
   std::iota(lowBytes.begin(), lowBytes.end(), 0);
   for (std::size_t drawn = 0; drawn < lowBytes.size(); ++drawn) {
@@ -93,14 +100,24 @@ int DataConnections::ListenOnPassivePort() {
     std::swap(lowBytes[drawn], lowBytes[rest(random_)]);
     const int port = kPassivePortBase + lowBytes[drawn];
     std::error_code error;
-    Socket(0).Listen(static_cast<std::uint16_t>(port), error);
+    PassiveListener(listener).Listen(static_cast<std::uint16_t>(port), error);
     if (!error) return lowBytes[drawn];
   }
   return lowBytes.back();
 }
 
-void DataConnections::OnFtpDataConnectionRequest(int, net::ConnectionRequest& request) {
-  const int slot = sessions_.shared.pendingDataSlot;
+// One for all sessions, or one for each where they are kept apart.
+net::EventSocket& DataConnections::PassiveListener(int slot) {
+  if (slot == 0) return Socket(0);
+  auto& listener = ownListeners_.at(static_cast<std::size_t>(slot));
+  net::SocketEvents& events = *this;
+  if (!listener) listener = std::make_unique<net::EventSocket>(context_, events, slot, "FTP");
+  return *listener;
+}
+
+void DataConnections::OnFtpDataConnectionRequest(int index, net::ConnectionRequest& request) {
+  const int slot = index == 0 ? sessions_.shared.pendingDataSlot : index;
+  if (!protection_.MayCarryData(clientOf_(slot), request.RemoteAddress())) return;
   CloseDataSocket(slot, ActivityEnd::kEvicted);
   Socket(slot).Accept(request);
   HoldData(slot);
@@ -128,12 +145,19 @@ void DataConnections::CloseDataSocket(int slot, ActivityEnd end) {
 
 void DataConnections::CloseAllDataSockets(int slot) {
   for (int each = 1; each <= FtpSessions::kLastSlot; ++each) {
-    if (!Socket(each).IsClosed()) CloseDataSocket(each, EndByQuit(each == slot));
+    const bool isTouched = each == slot || !protection_.SeparatesSessions();
+    if (isTouched && !Socket(each).IsClosed()) CloseDataSocket(each, EndByQuit(each == slot));
   }
+}
+
+void DataConnections::EndSession(int slot, ActivityEnd end) {
+  CloseDataSocket(slot, end);
+  if (const auto& listener = ownListeners_.at(static_cast<std::size_t>(slot))) listener->Close();
 }
 
 void DataConnections::Close() {
   Socket(0).Close();
+  for (auto& listener : ownListeners_) listener.reset();
   for (int slot = 1; slot <= FtpSessions::kLastSlot; ++slot) {
     CloseDataSocket(slot, ActivityEnd::kServiceStopped);
   }

@@ -2,7 +2,7 @@
 
 // The data sockets: one per control slot and, as element 0, the one passive listener, which every
 // PASV of any session moves to another port. A connection to it goes to the slot that sent PORT or
-// PASV last.
+// PASV last. Where sessions are kept apart, each has a passive listener of its own.
 //
 // This class opens, closes and waits for the connections; what is sent and received on them is the
 // transfers' part. Closing a data socket ends its transfer.
@@ -14,6 +14,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/protection.h"
 #include "ftp/ftp_session.h"
 #include "net/event_socket.h"
 #include "net/task.h"
@@ -23,10 +24,13 @@ namespace ModFtp {
 class DataConnections final : private net::SocketEvents {
  public:
   using Client = std::shared_ptr<net::Connection>;
+  /// The address of a session's client.
+  using ClientOf = std::function<std::string(int slot)>;
   using ArrivalHandler = std::function<net::Task<>(int slot, Client data)>;
 
-  /// `context` and `sessions` must outlive this object.
-  DataConnections(net::SocketContext& context, FtpSessions& sessions, ArrivalHandler onArrival);
+  /// The references must outlive this object.
+  DataConnections(net::SocketContext& context, FtpSessions& sessions,
+                  const core::Protection& protection, ClientOf clientOf, ArrivalHandler onArrival);
 
   /// Starts to connect to the address in PORT's text. True means started, not connected.
   net::Task<bool> OpenActiveDataConnection(int slot, std::string text);
@@ -48,7 +52,9 @@ class DataConnections final : private net::SocketEvents {
   void CloseDataSocket(int slot, net::ActivityEnd end);
   /// The open ones of all slots, because the client of `slot` wants it; the listener stays.
   void CloseAllDataSockets(int slot);
-  /// Everything, the listener included.
+  /// The slot's data socket, and the listener that it may have for itself.
+  void EndSession(int slot, net::ActivityEnd end);
+  /// Everything, the listeners included.
   void Close();
 
   void SendData(int slot, std::string_view bytes) { Socket(slot).SendData(bytes); }
@@ -70,15 +76,22 @@ class DataConnections final : private net::SocketEvents {
   void OnFtpDataConnectionRequest(int index, net::ConnectionRequest& request);
   void OnFtpDataClose(int slot);
 
-  int ListenOnPassivePort();
+  int ListenOnPassivePort(int listener);
+  net::EventSocket& PassiveListener(int slot);
   void HoldData(int slot);
   net::EventSocket& Socket(int index) const {
     return *FtpSvrDataSock_.at(static_cast<std::size_t>(index));
   }
 
+  using Sockets = std::array<std::unique_ptr<net::EventSocket>, FtpSessions::kLastSlot + 1>;
+
+  net::SocketContext& context_;
   FtpSessions& sessions_;
+  const core::Protection& protection_;
+  ClientOf clientOf_;
   ArrivalHandler onArrival_;
-  std::array<std::unique_ptr<net::EventSocket>, FtpSessions::kLastSlot + 1> FtpSvrDataSock_;
+  Sockets FtpSvrDataSock_;
+  Sockets ownListeners_;  // of sessions that are kept apart
   std::minstd_rand random_;
 };
 

@@ -6,18 +6,21 @@
 #include <optional>
 #include <string>
 
+#include "files/client_files.h"
 #include "ftp/listing_lines.h"
 #include "ftp/memory_budget.h"
 #include "net/task.h"
 
 namespace ModFtp {
 
+/// `files` must outlive the tasks.
+
 /// None if `path` is not a file, cannot be inspected, or has a size beyond a signed 32-bit integer.
-std::optional<FileInfo> GetFileInfo(const std::string& path);
+std::optional<FileInfo> GetFileInfo(const files::ClientFiles& files, const std::string& path);
 
 /// The same for a folder, whose size is that of everything in it; a link to one has size 0.
 /// `memory` limits what is held of the folders being read.
-net::Task<std::optional<FileInfo>> GetFolderInfo(std::string path, bool isLink,
-                                                 std::shared_ptr<MemoryShare> memory);
+net::Task<std::optional<FileInfo>> GetFolderInfo(const files::ClientFiles& files, std::string path,
+                                                 bool isLink, std::shared_ptr<MemoryShare> memory);
 
 }  // namespace ModFtp

@@ -1,16 +1,16 @@
 #pragma once
 
 // The commands that change the current directory, and those that change files and folders. Each
-// takes its name out of the whole text of the command. Changes are confined to the upload
-// directory, by a rule that compares texts (IsInsideUploadDir).
+// takes its name out of the whole text of the command. What may be changed is up to the UploadRule.
 
 #include <memory>
 #include <optional>
 #include <string>
 
-#include "ftp/ftp_options.h"
+#include "files/client_files.h"
 #include "ftp/ftp_session.h"
 #include "ftp/memory_budget.h"
+#include "ftp/upload_rule.h"
 #include "net/connection_report.h"
 #include "net/task.h"
 
@@ -28,8 +28,13 @@ struct Change {
 class FileOperations {
  public:
   /// All arguments must outlive this object. `memory` limits what is held of folders being read.
-  FileOperations(FtpSessions& sessions, const FtpOptions& options, MemoryBudget& memory)
-      : sessions_(sessions), options_(options), memory_(memory) {}
+  FileOperations(FtpSessions& sessions, const files::ClientFiles& files, const UploadRule& rule,
+                 MemoryBudget& memory)
+      : sessions_(sessions), files_(files), rule_(rule), memory_(memory) {}
+
+  /// To be called before each command of a session: one whose client is confined begins at the root
+  /// and stays below it.
+  void SettleDirectory(int slot);
 
   /// Does not ask whether the directory exists; fails only where its path would become too long.
   bool ChangeFtpDirectory(int slot, const std::string& text);
@@ -48,11 +53,11 @@ class FileOperations {
   Change RenameTo(int slot, const std::string& text);
 
  private:
-  bool MayChange(const std::string& path) const;
   std::optional<std::string> PathOf(int slot, const std::string& text, std::size_t position) const;
 
   FtpSessions& sessions_;
-  const FtpOptions& options_;
+  const files::ClientFiles& files_;
+  const UploadRule& rule_;
   MemoryBudget& memory_;
 };
 

@@ -4,7 +4,6 @@
 #include <limits>
 #include <utility>
 
-#include "files/files.h"
 #include "net/handler_scope.h"
 #include "platform/text_case.h"
 #include "text/path_text.h"
@@ -23,8 +22,10 @@ constexpr std::size_t kBytesPerEntry = 200;
 
 // A sum in progress: the bytes added so far, and the folders still to be read.
 struct Sum {
-  explicit Sum(std::shared_ptr<MemoryShare> share) : memory(std::move(share)) {}
+  Sum(const files::ClientFiles& clientFiles, std::shared_ptr<MemoryShare> share)
+      : files(clientFiles), memory(std::move(share)) {}
 
+  const files::ClientFiles& files;
   std::shared_ptr<MemoryShare> memory;
   std::int64_t bytes = 0;
   std::vector<std::string> folders;
@@ -38,7 +39,7 @@ struct Sum {
       return memory->Take(sizeof(std::string) + path.size());
     }
     std::error_code error;
-    bytes += static_cast<std::int64_t>(files::InspectPath(path, error).size);
+    bytes += static_cast<std::int64_t>(files.Inspect(path, error).size);
     return !error;
   }
 };
@@ -92,10 +93,10 @@ std::optional<DirectoryEntry> SortedEntries::Next() {
   return entry;
 }
 
-Task<std::optional<SortedEntries>> ReadSorted(std::string folder,
+Task<std::optional<SortedEntries>> ReadSorted(const files::ClientFiles& files, std::string folder,
                                               std::shared_ptr<MemoryShare> memory) {
   std::error_code error;
-  platform::DirectoryReader reader = files::ReadFolder(folder, error);
+  platform::DirectoryReader reader = files.ReadFolder(folder, error);
   SortedEntries entries;
   std::vector<DirectoryEntry> batch;
   Turn turn;
@@ -110,16 +111,16 @@ Task<std::optional<SortedEntries>> ReadSorted(std::string folder,
   co_return std::move(entries);
 }
 
-Task<std::optional<std::int32_t>> AddUpFolder(std::string folder,
+Task<std::optional<std::int32_t>> AddUpFolder(const files::ClientFiles& files, std::string folder,
                                               std::shared_ptr<MemoryShare> memory) {
-  Sum sum(std::move(memory));
+  Sum sum(files, std::move(memory));
   sum.folders.push_back(std::move(folder));
   Turn turn;
   while (!sum.folders.empty()) {
     const std::string parent = ModCommon::AddSlash(sum.folders.back());
     sum.folders.pop_back();
     std::error_code error;
-    platform::DirectoryReader reader = files::ReadFolder(parent, error);
+    platform::DirectoryReader reader = files.ReadFolder(parent, error);
     std::vector<DirectoryEntry> batch;
     while (!error && ReadBatch(reader, batch, error)) {
       for (const DirectoryEntry& entry : batch) {

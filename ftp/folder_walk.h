@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "files/client_files.h"
 #include "ftp/memory_budget.h"
 #include "net/task.h"
 #include "platform/directory.h"
@@ -59,13 +60,15 @@ class SortedEntries {
 };
 
 /// All entries of `folder`, a path text. Takes what they need from `memory`. None if that does not
-/// suffice or the folder cannot be read.
-net::Task<std::optional<SortedEntries>> ReadSorted(std::string folder,
+/// suffice or the folder cannot be read. `files` must outlive the task.
+net::Task<std::optional<SortedEntries>> ReadSorted(const files::ClientFiles& files,
+                                                   std::string folder,
                                                    std::shared_ptr<MemoryShare> memory);
 
 /// The bytes of all files in `folder` and below. None if the sum exceeds a signed 32-bit integer or
 /// something cannot be inspected. Does not follow links, nor `folder` if it is one.
-net::Task<std::optional<std::int32_t>> AddUpFolder(std::string folder,
+net::Task<std::optional<std::int32_t>> AddUpFolder(const files::ClientFiles& files,
+                                                   std::string folder,
                                                    std::shared_ptr<MemoryShare> memory);
 
 }  // namespace ModFtp

@@ -1,6 +1,7 @@
 #include "ftp/ftp_server.h"
 
 #include "core/hosts_file.h"
+#include "core/service_sockets.h"
 #include "ftp/command_text.h"
 #include "ftp/replies.h"
 #include "platform/system_message.h"
@@ -13,30 +14,35 @@ using net::Task;
 FtpServer::FtpServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
       draining_(environment_.loop),
-      sockets_{environment_.loop, draining_,
-               [this](const std::string& error) { environment_.program.errors.LogError(error); }},
+      sockets_(core::SessionSocketsOf(environment_, draining_)),
       FtpSvrSock_(sockets_, *this, "FTP", net::ConnectionSlots::BusySlot::kRefuse,
                   ReplyLine(replies::kGreeting)),
       heldOptions_(
           environment_.program.Holders(),
           [this](settings::Change& change) { settings::WriteHeld(change, options_.Describe()); }),
-      dataConnections_(sockets_, sessions_,
-                       [this](int slot, Client data) {
-                         return transfers_.OnFtpDataArrival(slot, std::move(data));
-                       }),
+      dataConnections_(
+          sockets_, sessions_, environment_.protection,
+          [this](int slot) { return FtpSvrSock_[slot].RemoteAddress(); },
+          [this](int slot, Client data) {
+            return transfers_.OnFtpDataArrival(slot, std::move(data));
+          }),
+      clientFiles_(sessions_.shared.ftpRoot, environment_.protection.OfFiles()),
+      uploadRule_(options_, clientFiles_, environment_.protection),
       transfers_(
-          dataConnections_, sessions_, options_, listingMemory_, environment_.program.errors,
+          dataConnections_, sessions_, clientFiles_, uploadRule_, listingMemory_,
+          environment_.program.errors,
           [this](int slot, std::string_view text) { FtpSvrSock_[slot].SendData(ReplyLine(text)); }),
-      files_(sessions_, options_, listingMemory_),
-      interpreter_(*this, sessions_, files_, environment_.program.errors) {
+      files_(sessions_, clientFiles_, uploadRule_, listingMemory_),
+      interpreter_(*this, environment_.protection, sessions_, files_, environment_.program.errors) {
   options_.SetDefaults(environment_.program);
-  sessions_.shared.ftpRoot = options_.ftpRoot;
+  sessions_.SetRoot(options_.ftpRoot);
 }
 
 bool FtpServer::LoadOptions() {
+  environment_.protection.Load();
   const bool loaded =
       options_.LoadFtpOptions(environment_.program, FtpSvrSock_.Listener().LocalAddress());
-  sessions_.shared.ftpRoot = options_.ftpRoot;
+  sessions_.SetRoot(options_.ftpRoot);
   return loaded;
 }
 
@@ -102,7 +108,8 @@ Task<> FtpServer::AnswerCommand(int slot, Client client, std::string text) {
 }
 
 Task<> FtpServer::RefuseCommand(int slot, Client client, std::string beginning) {
-  const std::string reply = interpreter_.RefuseCommand(slot, beginning);
+  Task<std::string> refusing = interpreter_.RefuseCommand(slot, beginning);
+  const std::string reply = co_await refusing;
   if (reply.empty()) co_return;
   client->SendData(reply);
   Task<> sent = client->Sent();
@@ -117,7 +124,8 @@ void FtpServer::Disconnect(const std::string&, int slot) {
 }
 
 void FtpServer::EndSession(int slot, net::ActivityEnd end) {
-  dataConnections_.CloseDataSocket(slot, end);
+  dataConnections_.EndSession(slot, end);
+  sessions_.ForgetState(slot);
   FtpSession& session = sessions_[slot];
   session.physicalDir.clear();
   session.ftpDir.clear();
@@ -127,7 +135,8 @@ void FtpServer::EndSession(int slot, net::ActivityEnd end) {
 
 // The directories stay for the next client of the slot.
 void FtpServer::OnFtpControlError(int slot) {
-  dataConnections_.CloseDataSocket(slot, net::ActivityEnd::kClientLeft);
+  dataConnections_.EndSession(slot, net::ActivityEnd::kClientLeft);
+  sessions_.ForgetState(slot);
   FtpSvrSock_[slot].Close();
 }
 
@@ -137,6 +146,11 @@ void FtpServer::ShowCommand(int slot, std::string_view what) {
 
 void FtpServer::ShowChange(int slot, net::Activity change, net::ActivityEnd end) {
   FtpSvrSock_[slot].Current()->Tell(std::move(change), end);
+}
+
+Task<core::Accounts::Answer> FtpServer::TrySignIn(int slot, std::string password) {
+  return environment_.protection.TrySignIn(FtpSvrSock_[slot].Current(), sessions_[slot].login,
+                                           std::move(password));
 }
 
 Task<bool> FtpServer::OpenActiveDataConnection(int slot, std::string text) {

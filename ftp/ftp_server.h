@@ -15,6 +15,7 @@
 
 #include "core/service.h"
 #include "core/service_environment.h"
+#include "files/client_files.h"
 #include "ftp/command_interpreter.h"
 #include "ftp/data_connections.h"
 #include "ftp/file_operations.h"
@@ -22,6 +23,7 @@
 #include "ftp/ftp_session.h"
 #include "ftp/memory_budget.h"
 #include "ftp/transfers.h"
+#include "ftp/upload_rule.h"
 #include "net/connection_slots.h"
 #include "net/draining_connections.h"
 #include "settings/program.h"
@@ -66,6 +68,7 @@ class FtpServer : public core::Service, private net::SlotEngine, private Command
   net::Task<> OnDataArrival(int slot, Client client) override;
   void OnClose(int slot) override { OnFtpControlClose(slot); }
   void OnError(int slot) override { OnFtpControlError(slot); }
+  void OnIdle(int slot) override { EndSession(slot, net::ActivityEnd::kIdle); }
   net::Task<> OnFtpControlData(int slot, Client client);
   void OnFtpControlClose(int slot);
   void OnFtpControlError(int slot);
@@ -78,6 +81,7 @@ class FtpServer : public core::Service, private net::SlotEngine, private Command
   void ShowCommand(int slot, std::string_view what) override;
   bool IsObserved() const override { return sockets_.observer != nullptr; }
   void ShowChange(int slot, net::Activity change, net::ActivityEnd end) override;
+  net::Task<core::Accounts::Answer> TrySignIn(int slot, std::string password) override;
   net::Task<bool> OpenActiveDataConnection(int slot, std::string text) override;
   std::string EnterPassiveMode(int slot) override;
   void CloseDataSocket(int slot) override;
@@ -96,8 +100,10 @@ class FtpServer : public core::Service, private net::SlotEngine, private Command
   FtpOptions options_;
   settings::SettingsHolders::Holder heldOptions_;
   MemoryBudget listingMemory_{kMostListingBytes};  // outlives the sessions, which hold shares of it
-  FtpSessions sessions_;
+  FtpSessions sessions_{environment_.protection};
   DataConnections dataConnections_;
+  files::ClientFiles clientFiles_;
+  UploadRule uploadRule_;
   Transfers transfers_;
   FileOperations files_;
   CommandInterpreter interpreter_;

@@ -10,10 +10,11 @@ namespace ModFtp {
 
 using net::Task;
 
-Task<std::optional<std::string>> BuildListing(std::string folder, std::string lastCommand,
+Task<std::optional<std::string>> BuildListing(const files::ClientFiles& files, std::string folder,
+                                              std::string lastCommand,
                                               std::shared_ptr<net::Connection> data,
                                               std::shared_ptr<MemoryShare> memory) {
-  Task<std::optional<SortedEntries>> reading = ReadSorted(folder, memory);
+  Task<std::optional<SortedEntries>> reading = ReadSorted(files, folder, memory);
   std::optional<SortedEntries> entries = co_await reading;
   if (!entries) co_return std::nullopt;
   // Reserved at once: to grow by copying would cost as much as making many of the lines.
@@ -25,12 +26,13 @@ Task<std::optional<std::string>> BuildListing(std::string folder, std::string la
   while (const std::optional<platform::DirectoryEntry> entry = entries->Next()) {
     if (entry->isHidden || !IsListed(entry->name, lastCommand)) continue;
     const std::string path = folder + entry->name;
+    if (entry->isLink && files.LeadsOut(path)) continue;
     std::optional<FileInfo> info;
     if (entry->isFolder) {
-      Task<std::optional<FileInfo>> inspecting = GetFolderInfo(path, entry->isLink, memory);
+      Task<std::optional<FileInfo>> inspecting = GetFolderInfo(files, path, entry->isLink, memory);
       info = co_await inspecting;
     } else {
-      info = GetFileInfo(path);
+      info = GetFileInfo(files, path);
     }
     if (!info) co_return std::nullopt;
     listing += text::ToSystem(ListingLine(entry->name, entry->isFolder, *info));

@@ -15,6 +15,11 @@ inline constexpr std::string_view kGreeting = "220 连接FTP服务器成功 ";
 inline constexpr std::string_view kUser =
     "331 Anonymous access allowed, send identity (e-mail name) as password. ";
 inline constexpr std::string_view kPass = "230 Anonymous user logged in. ";
+inline constexpr std::string_view kNamed = "331 请输入密码.";  // these where clients sign in
+inline constexpr std::string_view kSignedIn = "230 登录成功.";
+inline constexpr std::string_view kWrongPassword = "530 用户名或密码不正确.";
+inline constexpr std::string_view kBusy = "530 登录的人太多，请稍后再试.";
+inline constexpr std::string_view kNotSignedIn = "530 请先登录.";
 inline constexpr std::string_view kQuit = "221 再见";
 inline constexpr std::string_view kDone = "200 ";
 inline constexpr std::string_view kUnknown = "500 ";

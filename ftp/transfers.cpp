@@ -4,7 +4,6 @@
 #include <array>
 #include <limits>
 
-#include "files/files.h"
 #include "ftp/command_text.h"
 #include "ftp/exceptions_as_failures.h"
 #include "ftp/file_info.h"
@@ -20,21 +19,12 @@ namespace {
 using net::ActivityEnd;
 using net::Task;
 using Kind = net::Activity::Kind;
-using platform::File;
 
 constexpr std::int32_t kChunkBytes = 4096;
 
 // Chunks that the system takes at once are sent in a row, for a fraction of a millisecond: a turn
 // of the loop costs as much as one of them.
 constexpr int kChunksPerTurn = 64;
-
-// Why something could not be read. Looked for only if anybody wants to know.
-ActivityEnd EndOfUnread(const net::Connection& data) {
-  if (!data.IsObserved()) return ActivityEnd::kFailed;
-  const std::string& path = data.CurrentActivity().path;
-  const bool exists = ModCommon::FileExists(path) || files::FolderExists(path);
-  return exists ? ActivityEnd::kFailed : ActivityEnd::kNotFound;
-}
 
 }  // namespace
 
@@ -47,8 +37,8 @@ Task<bool> Transfers::SendFtpListing(int slot) {
   ShowTransfer(*data, Kind::kBrowse, session.physicalDir);
   const auto memory = std::make_shared<MemoryShare>(memory_);
   Task<std::optional<std::string>> building =
-      TrapErrors(errors_, BuildListing(ModCommon::AddSlash(session.physicalDir),
-                                       sessions_.shared.lastCommand, data, memory));
+      TrapErrors(errors_, BuildListing(files_, ModCommon::AddSlash(session.physicalDir),
+                                       sessions_.StateOf(slot).lastCommand, data, memory));
   const std::optional<std::string> listing = co_await building;
   // Other events ran meanwhile: the slot may have another connection by now.
   if (data->IsClosed()) co_return false;
@@ -72,7 +62,7 @@ Task<bool> Transfers::OpenRetrieve(int slot) {
   session.fullChunks = session.chunksSent = 0;
   const Client data = connections_.Current(slot);
   ShowTransfer(*data, Kind::kDownload, session.transferPath);
-  const std::optional<FileInfo> info = GetFileInfo(session.transferPath);
+  const std::optional<FileInfo> info = GetFileInfo(files_, session.transferPath);
   if (!info) {
     data->Finish(EndOfUnread(*data));
     co_return false;
@@ -92,12 +82,20 @@ void Transfers::ShowTransfer(net::Connection& data, Kind kind, const std::string
       {.kind = kind, .what = std::move(seen), .path = data.IsObserved() ? path : std::string()});
 }
 
+// Why something could not be read. Looked for only if anybody wants to know.
+ActivityEnd Transfers::EndOfUnread(const net::Connection& data) const {
+  if (!data.IsObserved()) return ActivityEnd::kFailed;
+  const std::string& path = data.CurrentActivity().path;
+  const bool exists = files_.FileExists(path) || files_.FolderExists(path);
+  return exists ? ActivityEnd::kFailed : ActivityEnd::kNotFound;
+}
+
 // False if the file cannot be opened or has shrunk.
 bool Transfers::SendNextChunk(int slot) {
   FtpSession& session = sessions_[slot];
   if (!session.retrHandle.IsOpen()) {
     std::error_code error;
-    session.retrHandle = files::OpenFile(session.transferPath, File::Mode::kRead, error);
+    session.retrHandle = files_.OpenToRead(session.transferPath, error);
     if (error) return false;
   }
   if (session.chunksSent < session.fullChunks) {
@@ -156,7 +154,7 @@ Task<bool> Transfers::OpenStore(int slot, std::string text) {
   session.uploadPath = PathFromDirectory(session.physicalDir, *name);
   const Client data = connections_.Current(slot);
   ShowTransfer(*data, Kind::kUpload, session.uploadPath);
-  if (!IsInsideUploadDir(session.uploadPath, options_.uploadDir)) {
+  if (!rule_.MayChange(session.uploadPath)) {
     data->Finish(ActivityEnd::kRefused);
     co_return false;
   }
@@ -169,9 +167,9 @@ Task<> Transfers::OnFtpDataArrival(int slot, Client data) {
   const std::string bytes = data->GetData();
   // The count saturates; the upload goes on.
   const std::int64_t count =
-      sessions_.shared.uploadByteCount + static_cast<std::int64_t>(bytes.size());
+      sessions_.StateOf(slot).uploadByteCount + static_cast<std::int64_t>(bytes.size());
   constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
-  sessions_.shared.uploadByteCount = static_cast<std::int32_t>(std::min(count, kMost));
+  sessions_.StateOf(slot).uploadByteCount = static_cast<std::int32_t>(std::min(count, kMost));
   WriteUploadData(slot, bytes);
   co_return;
 }
@@ -183,7 +181,7 @@ void Transfers::WriteUploadData(int slot, const std::string& bytes) {
   const bool written = Succeeds(errors_, [&] {
     std::error_code error;
     if (!session.storHandle.IsOpen()) {
-      session.storHandle = files::OpenFile(session.uploadPath, File::Mode::kUpdate, error);
+      session.storHandle = files_.OpenToUpdate(session.uploadPath, error);
     }
     if (!error) session.storHandle.Write(bytes, error);
     return !error;

@@ -11,11 +11,12 @@
 #include <string>
 #include <string_view>
 
+#include "files/client_files.h"
 #include "files/logs.h"
 #include "ftp/data_connections.h"
-#include "ftp/ftp_options.h"
 #include "ftp/ftp_session.h"
 #include "ftp/memory_budget.h"
+#include "ftp/upload_rule.h"
 #include "net/task.h"
 
 namespace ModFtp {
@@ -28,11 +29,13 @@ class Transfers {
   using SendReply = std::function<void(int slot, std::string_view text)>;
 
   /// All references must outlive this object. `memory` limits all listings together.
-  Transfers(DataConnections& connections, FtpSessions& sessions, const FtpOptions& options,
-            MemoryBudget& memory, const files::ErrorLog& errors, SendReply reply)
+  Transfers(DataConnections& connections, FtpSessions& sessions, const files::ClientFiles& files,
+            const UploadRule& rule, MemoryBudget& memory, const files::ErrorLog& errors,
+            SendReply reply)
       : connections_(connections),
         sessions_(sessions),
-        options_(options),
+        files_(files),
+        rule_(rule),
         memory_(memory),
         errors_(errors),
         reply_(std::move(reply)) {}
@@ -55,10 +58,12 @@ class Transfers {
   void OnFtpDataSendComplete(int slot);
   void WriteUploadData(int slot, const std::string& bytes);
   void FailTransfer(int slot);
+  net::ActivityEnd EndOfUnread(const net::Connection& data) const;
 
   DataConnections& connections_;
   FtpSessions& sessions_;
-  const FtpOptions& options_;
+  const files::ClientFiles& files_;
+  const UploadRule& rule_;
   MemoryBudget& memory_;
   const files::ErrorLog& errors_;
   SendReply reply_;

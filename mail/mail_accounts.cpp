@@ -20,12 +20,33 @@ using ModCommon::AddSlash;
 constexpr std::string_view kSection = "用户信息";
 constexpr std::string_view kNameKey = "User";
 constexpr std::string_view kPasswordKey = "Password";
+constexpr std::string_view kHashKey = "PasswordHash";
 
 std::string BoxOf(std::string_view mailRoot, std::string_view name) {
   return AddSlash(MailUserFolder(mailRoot) + std::string(name));
 }
 
 std::string UserInfo(std::string_view box) { return std::string(box) + "UserInfo.ini"; }
+
+StoredPassword PasswordIn(std::string_view box) {
+  std::error_code error;
+  const auto text = settings::ReadIniText(UserInfo(box), error);
+  if (!text) return {};
+  return {.plain = settings::ValueIn(*text, kSection, kPasswordKey),
+          .hash = settings::ValueIn(*text, kSection, kHashKey)};
+}
+
+// A file that has never had a hash gets no line for one.
+std::error_code SetPassword(settings::IniChange& change, const std::string& password,
+                            PasswordForm form) {
+  std::error_code error;
+  const bool isHashed = form == PasswordForm::kHashed;
+  const std::string hash = isHashed ? HashOfPassword(password, error) : std::string();
+  if (error) return error;
+  change.Set(kSection, kPasswordKey, isHashed ? std::string() : password);
+  if (isHashed || change.Find(kSection, kHashKey)) change.Set(kSection, kHashKey, hash);
+  return {};
+}
 
 std::error_code MakeFolder(std::string_view path) {
   return files::FolderExists(path) ? std::error_code() : files::CreateFolder(path);
@@ -75,8 +96,9 @@ std::vector<std::string> MailUserNames(std::string_view mailRoot) {
 std::vector<MailUser> ListMailUsers(std::string_view mailRoot) {
   std::vector<MailUser> users;
   for (std::string& name : MailUserNames(mailRoot)) {
-    std::string password = ReadMailPassword(BoxOf(mailRoot, name));
-    users.push_back({std::move(name), std::move(password)});
+    const StoredPassword stored = PasswordIn(BoxOf(mailRoot, name));
+    const bool isHashed = stored.plain.empty() && !stored.hash.empty();
+    users.push_back({std::move(name), stored.plain, isHashed});
   }
   return users;
 }
@@ -107,22 +129,39 @@ std::string ReadMailPassword(std::string_view box) {
   return ModINIOP::ReadIni(UserInfo(box), kSection, kPasswordKey);
 }
 
-std::error_code ChangeMailPassword(std::string_view mailRoot, const MailUser& user) {
+StoredPassword ReadStoredPassword(std::string_view mailRoot, std::string_view name) {
+  return MailUserExists(mailRoot, name) ? PasswordIn(BoxOf(mailRoot, name)) : StoredPassword();
+}
+
+std::error_code ChangeMailPassword(std::string_view mailRoot, const MailUser& user,
+                                   PasswordForm form) {
   if (!MailUserExists(mailRoot, user.name)) {
     return std::make_error_code(std::errc::no_such_file_or_directory);
   }
-  return settings::WriteValue(UserInfo(BoxOf(mailRoot, user.name)), kSection, kPasswordKey,
-                              user.password);
+  settings::IniChange change(UserInfo(BoxOf(mailRoot, user.name)));
+  if (const std::error_code error = SetPassword(change, user.password, form)) return error;
+  return change.Save();
 }
 
-std::error_code SaveMailUser(std::string_view mailRoot, const MailUser& user) {
+// A mailbox whose name cannot be a user's has nobody who could sign in.
+std::optional<MailUserFault> HashMailPasswords(std::string_view mailRoot) {
+  std::optional<MailUserFault> fault;
+  for (const MailUser& user : ListMailUsers(mailRoot)) {
+    if (user.password.empty() || !IsAccountName(user.name)) continue;
+    const std::error_code error = ChangeMailPassword(mailRoot, user, PasswordForm::kHashed);
+    if (error && !fault) fault = {user.name, error};
+  }
+  return fault;
+}
+
+std::error_code SaveMailUser(std::string_view mailRoot, const MailUser& user, PasswordForm form) {
   if (user.name.empty() || !IsAccountName(user.name)) {
     return std::make_error_code(std::errc::invalid_argument);
   }
   if (const std::error_code error = MakeBox(mailRoot, user.name)) return error;
   settings::IniChange change(UserInfo(BoxOf(mailRoot, user.name)));
   change.Set(kSection, kNameKey, user.name);
-  change.Set(kSection, kPasswordKey, user.password);
+  if (const std::error_code error = SetPassword(change, user.password, form)) return error;
   return change.Save();
 }
 

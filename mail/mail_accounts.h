@@ -4,19 +4,25 @@
 // mailboxes. Plain functions that work on the disk and keep nothing; `mailRoot` is a path text.
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <vector>
 
 #include "files/logs.h"
+#include "mail/password_hash.h"
 
 namespace ModMail {
 
 struct MailUser {
   std::string name;
-  std::string password;
+  std::string password;   // empty if it is kept as a hash
+  bool isHashed = false;  // of what is kept; writing it does not matter
 };
+
+/// How a password is written into UserInfo.ini: readable, or so that it can only be checked.
+enum class PasswordForm { kPlain, kHashed };
 
 /// The folder that holds the mailboxes, with a separator at its end.
 std::string MailUserFolder(std::string_view mailRoot);
@@ -40,15 +46,33 @@ std::size_t MessagesOf(std::string_view mailRoot, std::string_view name);
 
 bool MailUserExists(std::string_view mailRoot, std::string_view name);
 
-/// The password in the UserInfo.ini of a mailbox; `box` ends in a separator.
+/// The plain password in the UserInfo.ini of a mailbox, empty if it is kept as a hash; `box` ends
+/// in a separator.
 std::string ReadMailPassword(std::string_view box);
 
-/// Changes the password of an existing mailbox and nothing else.
-std::error_code ChangeMailPassword(std::string_view mailRoot, const MailUser& user);
+/// The password of a mailbox in either form. A user that does not exist has none.
+StoredPassword ReadStoredPassword(std::string_view mailRoot, std::string_view name);
+
+/// Changes the password of an existing mailbox and nothing else. Hashing takes tens of
+/// milliseconds.
+std::error_code ChangeMailPassword(std::string_view mailRoot, const MailUser& user,
+                                   PasswordForm form = PasswordForm::kPlain);
+
+struct MailUserFault {
+  std::string user;
+  std::error_code error;
+};
+
+/// Replaces every plain password of a mail root by its hash, one mailbox after another. None if all
+/// could be written; otherwise the first that could not, while the others have been. Takes tens of
+/// milliseconds per mailbox: where that is too long at once, use ListMailUsers and, piece by piece,
+/// ChangeMailPassword.
+std::optional<MailUserFault> HashMailPasswords(std::string_view mailRoot);
 
 /// Creates the mailbox if it is missing, and the folders above it, and writes name and password
 /// into its UserInfo.ini. A name that cannot be used is an error and changes nothing.
-std::error_code SaveMailUser(std::string_view mailRoot, const MailUser& user);
+std::error_code SaveMailUser(std::string_view mailRoot, const MailUser& user,
+                             PasswordForm form = PasswordForm::kPlain);
 
 /// Removes a mailbox with everything in it. What cannot be deleted stays and is logged. Does
 /// nothing if there is no such mailbox.

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "core/hosts_file.h"
-#include "core/service_environment.h"
+#include "core/service_sockets.h"
 #include "mail/command_word.h"
 #include "mail/mail_log.h"
 #include "mail/pop3_replies.h"
@@ -44,10 +44,9 @@ void NoteCommand(net::Connection& client, std::string_view arrival) {
 MailServer::MailServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
       draining_(environment_.loop),
-      sockets_{environment_.loop, draining_,
-               [this](const std::string& error) { environment_.program.errors.LogError(error); }},
-      smtp_(*this, MailSvrSmtpSock_, &MailServer::OnSmtpDataArrival),
-      pop3_(*this, MailSvrPop3Sock_, &MailServer::OnPop3DataArrival),
+      sockets_(core::SessionSocketsOf(environment_, draining_)),
+      smtp_(*this, MailSvrSmtpSock_, &smtpSessions_, &MailServer::OnSmtpDataArrival),
+      pop3_(*this, MailSvrPop3Sock_, nullptr, &MailServer::OnPop3DataArrival),
       MailSvrSmtpSock_(sockets_, smtp_, "SMTP", ConnectionSlots::BusySlot::kEvict,
                        ReplyLine(smtp::kGreeting)),
       MailSvrPop3Sock_(sockets_, pop3_, "POP3", ConnectionSlots::BusySlot::kEvict,
@@ -56,14 +55,20 @@ MailServer::MailServer(core::ServiceEnvironment environment)
           environment_.program.Holders(),
           [this](settings::Change& change) { settings::WriteHeld(change, options_.Describe()); }),
       store_(environment_.program, options_),
-      smtpInterpreter_(store_),
-      pop3Interpreter_(store_),
+      smtpSessions_([this](MailSessionState& state) {
+        store_.Serve(&state);
+        smtpInterpreter_.Abandon();
+        store_.Serve(nullptr);
+      }),
+      smtpInterpreter_(store_, environment_.protection),
+      pop3Interpreter_(store_, environment_.protection),
       receipt_(store_, options_),
       unpacking_(environment_) {
   options_.SetDefaults(environment_.program);
 }
 
 bool MailServer::LoadOptions() {
+  environment_.protection.Load();
   options_.LoadMailOptions(environment_.program, MailSvrSmtpSock_.Listener().LocalAddress());
   return !options_.settingsFault;
 }
@@ -114,34 +119,53 @@ std::vector<net::ConnectionReport> MailServer::Connections() const {
 }
 
 void MailServer::Disconnect(const std::string& protocol, int slot) {
-  (protocol == "POP3" ? MailSvrPop3Sock_ : MailSvrSmtpSock_).Disconnect(slot);
+  const bool isPop3 = protocol == "POP3";
+  (isPop3 ? MailSvrPop3Sock_ : MailSvrSmtpSock_).Disconnect(slot);
+  if (!isPop3) smtpSessions_.EndOf(slot);
 }
 
 bool MailServer::CloseMailSockets() {
   MailSvrSmtpSock_.Close();
   MailSvrPop3Sock_.Close();
+  smtpSessions_.EndAll();
   unpacking_.Stop();
   draining_.DropAll();
   return !MailSvrSmtpSock_.IsListening() && !MailSvrPop3Sock_.IsListening();
 }
 
-// A fault of the interpreter is logged like that of any handler, and the client gets no reply.
-Task<> MailServer::OnSmtpDataArrival(int, Client client) {
-  std::string arrival = client->GetData();
-  const bool isMessage = smtpInterpreter_.IsChunk(arrival);
-  const bool isInside = receipt_.IsReceiving(*client) && CommandWord(arrival) != "DATA";
-  if (!isMessage && !isInside) NoteCommand(*client, arrival);
-  const SmtpOutcome outcome = smtpInterpreter_.Interpret(std::move(arrival));
-  if (isMessage && outcome.chunk) receipt_.Note(*client, *outcome.chunk);
-  if (outcome.quit) LogQuit(client, kReceivedMail);
-  if (outcome.reply) client->SendData(ReplyLine(*outcome.reply));
-  if (outcome.quit) unpacking_.Add(outcome.messages);
+Task<> MailServer::OnSmtpDataArrival(int slot, Client client) {
+  std::string rest = client->GetData();
+  do {
+    rest = AnswerSmtp(slot, client, std::move(rest));
+  } while (!rest.empty());
   Task<> taken = AwaitReader(client);
   co_await taken;
 }
 
-Task<> MailServer::OnPop3DataArrival(int, Client client) {
-  Pop3Outcome outcome = AnswerOf(*client);
+// Returns what is still to be answered. Usually all sessions share one state. A fault of the
+// interpreter is logged like that of any handler, and the client gets no reply.
+std::string MailServer::AnswerSmtp(int slot, const Client& client, std::string arrival) {
+  const bool isApart = environment_.protection.SeparatesSessions();
+  store_.Serve(isApart ? &smtpSessions_.Of(slot, client) : nullptr);
+  const bool isMessage = smtpInterpreter_.IsChunk(arrival);
+  const bool isInside = receipt_.IsReceiving(*client) && CommandWord(arrival) != "DATA";
+  if (!isMessage && !isInside) NoteCommand(*client, arrival);
+  SmtpOutcome outcome = smtpInterpreter_.Interpret(std::move(arrival));
+  if (isMessage && outcome.chunk) receipt_.Note(*client, *outcome.chunk);
+  if (outcome.quit) LogQuit(client, kReceivedMail);
+  if (outcome.reply) client->SendData(ReplyLine(*outcome.reply));
+  if (!outcome.messages.empty()) unpacking_.Add(outcome.messages);
+  return std::move(outcome.rest);
+}
+
+Task<> MailServer::OnPop3DataArrival(int slot, Client client) {
+  Pop3Session& session = pop3Sessions_.Of(slot, client);
+  store_.Serve(nullptr);
+  Pop3Outcome outcome = AnswerOf(*client, session);
+  if (outcome.password) {
+    Task<Pop3Outcome> trying = TrySignIn(client, session, std::move(*outcome.password));
+    outcome = co_await trying;
+  }
   if (outcome.quit) LogQuit(client, kSentMail);
   Task<> sending = SendOutcome(client, std::move(outcome), environment_.program.errors);
   co_await sending;
@@ -152,11 +176,11 @@ Task<> MailServer::OnPop3DataArrival(int, Client client) {
 
 // Not part of the coroutine above, which would keep the arrival while it sends the answer, possibly
 // for minutes.
-Pop3Outcome MailServer::AnswerOf(net::Connection& client) {
+Pop3Outcome MailServer::AnswerOf(net::Connection& client, Pop3Session& session) {
   const std::string arrival = client.GetData();
   NoteCommand(client, arrival);
   try {
-    Pop3Outcome outcome = pop3Interpreter_.Interpret(arrival);
+    Pop3Outcome outcome = pop3Interpreter_.Interpret(arrival, session);
     if (outcome.retrieves && client.IsObserved()) ShowRetrieval(client, outcome);
     return outcome;
   } catch (const std::exception& fault) {
@@ -166,9 +190,24 @@ Pop3Outcome MailServer::AnswerOf(net::Connection& client) {
   }
 }
 
+// The session lives as long as its connection's handlers.
+Task<Pop3Outcome> MailServer::TrySignIn(Client client, Pop3Session& session, std::string password) {
+  auto answer = core::Accounts::Answer::kBusy;
+  try {
+    Task<core::Accounts::Answer> trying =
+        environment_.protection.TrySignIn(client, session.login, std::move(password));
+    answer = co_await trying;
+  } catch (const net::HandlerEnded&) {
+    throw;
+  } catch (const std::exception& fault) {
+    environment_.program.errors.LogError(fault.what());
+  }
+  co_return pop3Interpreter_.EndSignIn(session, answer);
+}
+
 void MailServer::ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome) {
   client.Begin({.kind = net::Activity::Kind::kCollectMail,
-                .what = store_.State().currentUser,
+                .what = outcome.user,
                 .path = outcome.message ? outcome.message->path : std::string()});
   if (outcome.message) return;
   const bool isMissing = !outcome.rest.empty();
@@ -193,8 +232,20 @@ Task<> MailServer::Engine::OnDataArrival(int slot, Client client) {
   return (server_.*onArrival_)(slot, std::move(client));
 }
 
-void MailServer::Engine::OnClose(int slot) { slots_[slot].Current()->CloseWhenHandlersEnd(); }
+// Nothing more arrives of what the session had begun.
+void MailServer::Engine::OnClose(int slot) {
+  if (sessions_ != nullptr) sessions_->EndOf(slot);
+  slots_[slot].Current()->CloseWhenHandlersEnd();
+}
 
-void MailServer::Engine::OnError(int slot) { slots_[slot].Close(); }
+void MailServer::Engine::OnError(int slot) {
+  if (sessions_ != nullptr) sessions_->EndOf(slot);
+  slots_[slot].Close();
+}
+
+void MailServer::Engine::OnIdle(int slot) {
+  if (sessions_ != nullptr) sessions_->EndOf(slot);
+  slots_[slot].Close(net::ActivityEnd::kIdle);
+}
 
 }  // namespace ModMail

@@ -4,7 +4,8 @@
 // each received message into files. It relays nothing and sends no mail of its own.
 //
 // It keeps the listeners and connections; SmtpInterpreter and Pop3Interpreter carry out the
-// commands. All connections of both protocols share one store and its session state.
+// commands. All connections of both protocols share one store and its session state, but for POP3
+// where clients have to sign in.
 
 #include <memory>
 #include <string>
@@ -12,8 +13,10 @@
 #include "core/service.h"
 #include "core/service_environment.h"
 #include "mail/mail_options.h"
+#include "mail/mail_sessions.h"
 #include "mail/mailbox_store.h"
 #include "mail/pop3_interpreter.h"
+#include "mail/pop3_session.h"
 #include "mail/receipt_report.h"
 #include "mail/smtp_interpreter.h"
 #include "mail/unpack_queue.h"
@@ -72,24 +75,30 @@ class MailServer : public core::Service {
   class Engine final : public net::SlotEngine {
    public:
     using Handler = net::Task<> (MailServer::*)(int slot, Client client);
-    Engine(MailServer& server, net::ConnectionSlots& slots, Handler onArrival)
-        : server_(server), slots_(slots), onArrival_(onArrival) {}
+    /// `sessions` learn of ends, if there are any.
+    Engine(MailServer& server, net::ConnectionSlots& slots, MailSessions* sessions,
+           Handler onArrival)
+        : server_(server), slots_(slots), sessions_(sessions), onArrival_(onArrival) {}
 
     net::Task<> OnDataArrival(int slot, Client client) override;
     void OnClose(int slot) override;
     void OnError(int slot) override;
+    void OnIdle(int slot) override;
 
    private:
     MailServer& server_;
     net::ConnectionSlots& slots_;
+    MailSessions* sessions_;
     Handler onArrival_;
   };
 
   bool ListenOnBothPorts();
   net::Task<> OnSmtpDataArrival(int slot, Client client);
   net::Task<> OnPop3DataArrival(int slot, Client client);
-  Pop3Outcome AnswerOf(net::Connection& client);
-  void ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome);
+  std::string AnswerSmtp(int slot, const Client& client, std::string arrival);
+  Pop3Outcome AnswerOf(net::Connection& client, Pop3Session& session);
+  net::Task<Pop3Outcome> TrySignIn(Client client, Pop3Session& session, std::string password);
+  static void ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome);
   net::Task<> AwaitReader(Client client);
   void LogQuit(const Client& client, std::string_view event) const;
 
@@ -104,7 +113,9 @@ class MailServer : public core::Service {
   MailOptions options_;
   settings::SettingsHolders::Holder heldOptions_;
   MailboxStore store_;
+  MailSessions smtpSessions_;
   SmtpInterpreter smtpInterpreter_;
+  Pop3Sessions pop3Sessions_;
   Pop3Interpreter pop3Interpreter_;
   ReceiptReport receipt_;
   UnpackQueue unpacking_;

@@ -117,8 +117,8 @@ std::string MailboxStore::UserFolder() const { return MailUserFolder(options_.ma
 
 // None if the user's name cannot be an account's.
 std::optional<std::string> MailboxStore::Box() const {
-  if (!IsAccountName(state_.currentUser)) return std::nullopt;
-  return ModCommon::AddSlash(UserFolder() + state_.currentUser);
+  if (!IsAccountName(state_->currentUser)) return std::nullopt;
+  return ModCommon::AddSlash(UserFolder() + state_->currentUser);
 }
 
 bool MailboxStore::CurrentUserExists() const {
@@ -128,7 +128,7 @@ bool MailboxStore::CurrentUserExists() const {
 
 // A name that is too long for an account is cut, but stays too long.
 void MailboxStore::NameUser(std::string_view name) {
-  state_.currentUser = name.substr(0, kLongestAccountName + 1);
+  state_->currentUser = name.substr(0, kLongestAccountName + 1);
 }
 
 bool MailboxStore::MailboxExistsFromAddress(std::string_view commandLine) {
@@ -190,10 +190,10 @@ std::int16_t MailboxStore::CountMessages(std::int32_t& totalSize) const {
 void MailboxStore::ListMessageSizes() {
   std::size_t entry = 0;
   for (const std::string& name : FilesMatching(kMessagePattern)) {
-    if (++entry >= state_.messageSizes.size()) {
+    if (++entry >= state_->messageSizes.size()) {
       throw MailFault("more messages than can be listed");
     }
-    state_.messageSizes[entry] = SizeOf(name);
+    state_->messageSizes[entry] = SizeOf(name);
   }
 }
 
@@ -231,7 +231,7 @@ void MailboxStore::DeleteMessage(int number) const {
 // Receiving
 
 bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk, bool isLast) {
-  for (const std::string& recipient : state_.MailRecipients) {
+  for (const std::string& recipient : state_->MailRecipients) {
     if (recipient.empty()) break;
     if (number >= MailSessionState::kLargestNumber) continue;
     const std::string directory = ModCommon::AddSlash(UserFolder() + recipient);
@@ -255,20 +255,40 @@ bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk, bool is
   return true;
 }
 
-void MailboxStore::FlushMailboxes() {
+bool MailboxStore::FlushMailboxes() {
+  bool isFlushed = true;
   for (const std::string& path : unflushed_) {
     const std::error_code error = files::FlushFile(path);
     // A message that was deleted meanwhile needs no flush.
-    if (error && !IsMissing(error))
-      program_.errors.LogError(path + ": " + platform::SystemMessage(error));
+    if (!error || IsMissing(error)) continue;
+    program_.errors.LogError(path + ": " + platform::SystemMessage(error));
+    isFlushed = false;
   }
   unflushed_.clear();
   unflushedBytes_ = 0;
+  return isFlushed;
+}
+
+std::string MailboxStore::PathIn(const std::string& recipient, int number) const {
+  return ModCommon::AddSlash(UserFolder() + recipient) + MessageFileName(number);
+}
+
+bool MailboxStore::HasMessage(const std::string& recipient, int number) const {
+  return ModCommon::FileExists(PathIn(recipient, number));
+}
+
+void MailboxStore::RemoveFromMailboxes(int number) {
+  for (const std::string& recipient : state_->MailRecipients) {
+    if (recipient.empty()) break;
+    const std::string path = PathIn(recipient, number);
+    unflushed_.erase(path);
+    files::RemoveFile(path);
+  }
 }
 
 std::vector<ReceivedMessage> MailboxStore::TakeRecipients(int number) {
   std::vector<ReceivedMessage> messages;
-  for (std::string& recipient : state_.MailRecipients) {
+  for (std::string& recipient : state_->MailRecipients) {
     if (recipient.empty()) break;
     messages.push_back({number, std::exchange(recipient, {}), options_.mailRoot});
   }

@@ -46,7 +46,11 @@ class MailboxStore {
   MailboxStore(const settings::Program& program, const MailOptions& options)
       : program_(program), options_(options) {}
 
-  MailSessionState& State() { return state_; }
+  /// That of the session served now.
+  MailSessionState& State() { return *state_; }
+
+  /// From now on, `own` is the session's state; null for the one that all share.
+  void Serve(MailSessionState* own) { state_ = own == nullptr ? &shared_ : own; }
 
   /// Makes the text between the first "<" and the next "@" the current user, unless it is empty; in
   /// a line without "<", the text before the first "@". Whether the current user has a mailbox.
@@ -85,7 +89,14 @@ class MailboxStore {
 
   /// Flushes the files that earlier chunks were appended to, under another number or for recipients
   /// that have since been removed. Afterwards everything appended survives a power cut.
-  void FlushMailboxes();
+  /// False if a file could not be flushed.
+  bool FlushMailboxes();
+
+  /// Whether a recipient's mailbox has a message of this number.
+  bool HasMessage(const std::string& recipient, int number) const;
+
+  /// Removes the message of this number from the mailbox of every recipient.
+  void RemoveFromMailboxes(int number);
 
   /// Appends a line to Mail.log.
   void WriteMailLog(std::string_view line) const;
@@ -99,11 +110,13 @@ class MailboxStore {
   void NameUser(std::string_view name);
   bool CurrentUserExists() const;
   std::vector<std::string> FilesMatching(std::string_view pattern) const;
+  std::string PathIn(const std::string& recipient, int number) const;
   std::int32_t SizeOf(const std::string& name) const;
 
   const settings::Program& program_;
   const MailOptions& options_;
-  MailSessionState state_;
+  MailSessionState shared_;
+  MailSessionState* state_ = &shared_;
   std::set<std::string> unflushed_;  // files appended to since their last flush
   std::size_t unflushedBytes_ = 0;   // appended since the last flush of all files
 };

@@ -29,60 +29,100 @@ int MessageNumber(std::string_view command) {
 
 // "TOP" matches only an arrival of three characters, and the command that resets is REST. Hence a
 // TOP with arguments and a RSET are unknown.
-const Pop3Interpreter::Command* Pop3Interpreter::Find(std::string_view word) {
+const Pop3Interpreter::Command* Pop3Interpreter::Find(std::string_view word) const {
   using Self = Pop3Interpreter;
   static constexpr auto kCommands = std::to_array<Command>({
       {.word = "AUTH", .reply = pop3::kOk},
       {.word = "USER", .function = &Self::OnUser},
       {.word = "PASS", .function = &Self::OnPass},
-      {.word = "STAT", .function = &Self::OnStat},
-      {.word = "LIST", .function = &Self::OnList},
-      {.word = "RETR", .function = &Self::OnRetr},
-      {.word = "DELE", .function = &Self::OnDele},
+      {.word = "STAT", .function = &Self::OnStat, .needsLogin = true},
+      {.word = "LIST", .function = &Self::OnList, .needsLogin = true},
+      {.word = "RETR", .function = &Self::OnRetr, .needsLogin = true},
+      {.word = "DELE", .function = &Self::OnDele, .needsLogin = true},
       {.word = "NOOP", .reply = pop3::kOk},
       {.word = "APOP", .reply = pop3::kOk},
-      {.word = "UIDL", .function = &Self::OnUidl},
-      {.word = "TOP", .reply = pop3::kOk},
+      {.word = "UIDL", .function = &Self::OnUidl, .needsLogin = true},
+      {.word = "TOP", .reply = pop3::kOk, .needsLogin = true},
       {.word = "REST", .function = &Self::OnRest},
       {.word = "QUIT", .function = &Self::OnQuit},
       {.word = "CAPA", .reply = pop3::kCapabilities},
   });
-  return core::FindCommand(kCommands, word);
+  // In place of the same words above, where clients have to sign in. AUTH and APOP are refused: a
+  // client must not think that it has signed in.
+  static constexpr auto kSignInCommands = std::to_array<Command>({
+      {.word = "USER", .function = &Self::OnUserName},
+      {.word = "PASS", .function = &Self::OnPassword},
+      {.word = "AUTH", .reply = pop3::kError},
+      {.word = "APOP", .reply = pop3::kError},
+      {.word = "CAPA", .reply = pop3::kSignInCapabilities},
+  });
+  const Command* command =
+      protection_.WantsSignIn() ? core::FindCommand(kSignInCommands, word) : nullptr;
+  return command == nullptr ? core::FindCommand(kCommands, word) : command;
 }
 
-Pop3Outcome Pop3Interpreter::Interpret(std::string_view arrival) {
+Pop3Outcome Pop3Interpreter::Interpret(std::string_view arrival, Pop3Session& session) {
   const std::string text = CommandText(arrival);
   const Command* command = Find(CommandWord(text));
   if (command == nullptr) return {ReplyLine(pop3::kNothing)};
+  if (!protection_.MayGive(command->needsLogin, session.login)) {
+    return {ReplyLine(pop3::kNotSignedIn)};
+  }
   if (command->function == nullptr) return {ReplyLine(command->reply)};
-  return (this->*command->function)(text);
+  const OwnState own(store_.State(), protection_.KeepsMailboxesApart() ? &session.state : nullptr);
+  return (this->*command->function)({text, session});
 }
 
 // Session
 
-Pop3Outcome Pop3Interpreter::OnUser(std::string_view command) {
-  return {ReplyLine(store_.MailboxExistsFromArgument(command) ? pop3::kOk : pop3::kNoAccount)};
+Pop3Outcome Pop3Interpreter::OnUser(Request request) {
+  return {ReplyLine(store_.MailboxExistsFromArgument(request.text) ? pop3::kOk : pop3::kNoAccount)};
 }
 
-Pop3Outcome Pop3Interpreter::OnPass(std::string_view command) {
-  return {ReplyLine(store_.CheckPassword(command) ? pop3::kOk : pop3::kError)};
+Pop3Outcome Pop3Interpreter::OnPass(Request request) {
+  return {ReplyLine(store_.CheckPassword(request.text) ? pop3::kOk : pop3::kError)};
 }
 
-Pop3Outcome Pop3Interpreter::OnRest(std::string_view) {
+Pop3Outcome Pop3Interpreter::OnRest(Request request) {
   store_.State().currentUser.clear();
   store_.State().messageCount = 0;
+  request.session.login.End();
   return {ReplyLine(pop3::kOk)};
 }
 
-Pop3Outcome Pop3Interpreter::OnQuit(std::string_view command) {
-  Pop3Outcome outcome = OnRest(command);
+Pop3Outcome Pop3Interpreter::OnQuit(Request request) {
+  Pop3Outcome outcome = OnRest(request);
   outcome.quit = true;
   return outcome;
 }
 
+// Where clients have to sign in
+
+// Does not tell whether there is such a user. From now on the session has no mailbox.
+Pop3Outcome Pop3Interpreter::OnUserName(Request request) {
+  store_.State() = {};
+  request.session.login.Begin(CommandArgument(request.text));
+  return {ReplyLine(pop3::kOk)};
+}
+
+Pop3Outcome Pop3Interpreter::OnPassword(Request request) {
+  Pop3Outcome outcome;
+  outcome.password = CommandArgument(request.text).substr(0, core::kLongestPassword + 1);
+  return outcome;
+}
+
+Pop3Outcome Pop3Interpreter::EndSignIn(Pop3Session& session, core::Accounts::Answer answer) {
+  using Answer = core::Accounts::Answer;
+  if (answer == Answer::kBusy) return {ReplyLine(pop3::kBusy)};
+  if (answer == Answer::kWrong) return {ReplyLine(pop3::kWrongPassword)};
+  session.state = {};
+  session.state.currentUser = session.login.Name();
+  return {ReplyLine(pop3::kOk)};
+}
+
 // Messages
 
-Pop3Outcome Pop3Interpreter::OnStat(std::string_view) {
+Pop3Outcome Pop3Interpreter::OnStat(Request) {
   MailSessionState& state = store_.State();
   std::int32_t totalSize = 0;
   state.messageCount = store_.CountMessages(totalSize);
@@ -91,7 +131,7 @@ Pop3Outcome Pop3Interpreter::OnStat(std::string_view) {
 }
 
 // As many lines as the last count, whichever command made it, with the sizes of now.
-Pop3Outcome Pop3Interpreter::OnList(std::string_view) {
+Pop3Outcome Pop3Interpreter::OnList(Request) {
   MailSessionState& state = store_.State();
   store_.ListMessageSizes();
   if (state.messageCount > MailSessionState::kLargestNumber) {
@@ -105,7 +145,7 @@ Pop3Outcome Pop3Interpreter::OnList(std::string_view) {
   return {lines + ReplyLine(pop3::kEnd)};
 }
 
-Pop3Outcome Pop3Interpreter::OnUidl(std::string_view) {
+Pop3Outcome Pop3Interpreter::OnUidl(Request) {
   std::string lines = ReplyLine(pop3::kOkBlank);
   for (const std::string& id : store_.ListMessageIds()) lines += ReplyLine(id + " ");
   return {text::ToSystem(lines + ReplyLine(pop3::kEnd))};
@@ -113,13 +153,15 @@ Pop3Outcome Pop3Interpreter::OnUidl(std::string_view) {
 
 // The size is that of the last listing, and is announced before the message is looked for. The end
 // is sent twice although the message contains one: clients rely on it.
-Pop3Outcome Pop3Interpreter::OnRetr(std::string_view command) {
-  const int number = MessageNumber(command);
+Pop3Outcome Pop3Interpreter::OnRetr(Request request) {
+  const int number = MessageNumber(request.text);
   // Beyond the table of sizes.
-  if (number > MailSessionState::kLargestNumber) throw NoMessageNumber(CommandArgument(command));
+  if (number > MailSessionState::kLargestNumber)
+    throw NoMessageNumber(CommandArgument(request.text));
   const std::int32_t size = store_.State().messageSizes[static_cast<std::size_t>(number)];
   Pop3Outcome outcome = {ReplyLine(std::string(pop3::kOkBlank) + std::to_string(size))};
   outcome.retrieves = true;
+  outcome.user = store_.State().currentUser;
   if (!store_.ReadMessage(number, outcome.message)) {
     outcome.text += ReplyLine(pop3::kUnreadable);
     return outcome;
@@ -128,9 +170,9 @@ Pop3Outcome Pop3Interpreter::OnRetr(std::string_view command) {
   return outcome;
 }
 
-Pop3Outcome Pop3Interpreter::OnDele(std::string_view command) {
-  const int number = MessageNumber(command);
-  if (!CommandArgument(command).empty()) store_.DeleteMessage(number);
+Pop3Outcome Pop3Interpreter::OnDele(Request request) {
+  const int number = MessageNumber(request.text);
+  if (!CommandArgument(request.text).empty()) store_.DeleteMessage(number);
   return {ReplyLine(pop3::kOk)};
 }
 

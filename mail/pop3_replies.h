@@ -17,4 +17,10 @@ inline constexpr std::string_view kEnd = ".";
 inline constexpr std::string_view kUnreadable = "550";  // a code of SMTP
 inline constexpr std::string_view kNothing = "";        // a bare line end
 
+// Where clients have to sign in. Some programs ask whether they can.
+inline constexpr std::string_view kNotSignedIn = "-ERR Sign in first";
+inline constexpr std::string_view kWrongPassword = "-ERR Wrong name or password";
+inline constexpr std::string_view kBusy = "-ERR Too many sign in, try again later";
+inline constexpr std::string_view kSignInCapabilities = "+OK Capability list follows\r\nUSER\r\n.";
+
 }  // namespace ModMail::pop3

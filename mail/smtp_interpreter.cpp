@@ -42,6 +42,7 @@ const SmtpInterpreter::Command* SmtpInterpreter::Find(std::string_view word) {
 SmtpOutcome SmtpInterpreter::Interpret(std::string arrival) {
   MailSessionState& state = store_.State();
   state.lastChunk = std::move(arrival);
+  if (honest_.IsInMessage()) return TakePart();
   const std::string text = CommandText(state.lastChunk);
   const Command* command = Find(CommandWord(text));
   if (command == nullptr) return TakeChunk();
@@ -51,6 +52,7 @@ SmtpOutcome SmtpInterpreter::Interpret(std::string arrival) {
 
 bool SmtpInterpreter::IsChunk(std::string_view arrival) const {
   const MailSessionState& state = store_.State();
+  if (honest_.IsWanted()) return honest_.IsInMessage();
   return Find(CommandWord(arrival)) == nullptr && !state.MailRecipients.front().empty() &&
          state.transferStage != TransferStage::kComplete;
 }
@@ -62,6 +64,9 @@ SmtpOutcome SmtpInterpreter::OnMail(std::string_view command) {
 
 SmtpOutcome SmtpInterpreter::OnRcpt(std::string_view command) {
   if (!store_.MailboxExistsFromAddress(command)) return {smtp::kNoAccount};
+  if (honest_.IsWanted()) {
+    if (const auto refusal = honest_.WhyNoRecipient()) return {*refusal};
+  }
   StoreRecipient();
   return {smtp::kOk};
 }
@@ -78,11 +83,22 @@ void SmtpInterpreter::StoreRecipient() {
 }
 
 SmtpOutcome SmtpInterpreter::OnData(std::string_view) {
+  if (honest_.IsWanted()) return {honest_.Begin()};
   store_.State().transferStage = TransferStage::kWaiting;
   return {smtp::kEnterMail};
 }
 
+SmtpOutcome SmtpInterpreter::TakePart() {
+  HonestReceipt::Progress progress = honest_.Take(store_.State().lastChunk);
+  return {
+      .reply = progress.reply,
+      .messages = std::move(progress.messages),
+      .chunk = SmtpOutcome::Chunk{progress.isFirst, progress.reply.has_value(), progress.isStored},
+      .rest = std::move(progress.rest)};
+}
+
 SmtpOutcome SmtpInterpreter::TakeChunk() {
+  if (honest_.IsWanted()) return {smtp::kNothing};
   MailSessionState& state = store_.State();
   if (state.transferStage == TransferStage::kComplete) return {smtp::kNothing};
   const bool isFirst = state.transferStage == TransferStage::kWaiting;

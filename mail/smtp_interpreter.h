@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "core/command_table.h"
+#include "mail/honest_receipt.h"
 #include "mail/mailbox_store.h"
 
 namespace ModMail {
@@ -33,16 +34,22 @@ struct SmtpOutcome {
   std::vector<ReceivedMessage> messages = {};
   /// The arrival was a chunk of a message.
   std::optional<Chunk> chunk = std::nullopt;
+  /// What arrived with it and is still to be interpreted.
+  std::string rest = {};
 };
 
 class SmtpInterpreter {
  public:
-  /// `store` must outlive the interpreter.
-  explicit SmtpInterpreter(MailboxStore& store) : store_(store) {}
+  /// Both must outlive the interpreter.
+  SmtpInterpreter(MailboxStore& store, const core::Protection& protection)
+      : store_(store), honest_(store, protection) {}
 
   /// Runs one command or takes one chunk. When the reply acknowledges a message, the message is on
   /// the disk. Throws MailFault if the command cannot be carried out; it then has no reply.
   SmtpOutcome Interpret(std::string arrival);
+
+  /// The session ends, of which the store has the state.
+  void Abandon() { honest_.Abandon(); }
 
   /// Whether it would take the arrival as a chunk of a message that has a recipient.
   bool IsChunk(std::string_view arrival) const;
@@ -57,9 +64,11 @@ class SmtpInterpreter {
   SmtpOutcome OnData(std::string_view);
   SmtpOutcome OnQuit(std::string_view);
   SmtpOutcome TakeChunk();
+  SmtpOutcome TakePart();
   void StoreRecipient();
 
   MailboxStore& store_;
+  HonestReceipt honest_;
 };
 
 }  // namespace ModMail

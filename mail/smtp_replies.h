@@ -17,4 +17,11 @@ inline constexpr std::string_view kHelp = "214";
 inline constexpr std::string_view kGoodbye = "221";
 inline constexpr std::string_view kNothing = "";  // a bare line end
 
+// Only where what is acknowledged is kept.
+inline constexpr std::string_view kMailboxFull = "452 Mailbox full";
+inline constexpr std::string_view kNotStored = "452 Message not stored";
+inline constexpr std::string_view kTooLarge = "552 Message too large";
+inline constexpr std::string_view kTooManyRecipients = "550 Too many recipients";
+inline constexpr std::string_view kNoRecipients = "554 No recipients";
+
 }  // namespace ModMail::smtp

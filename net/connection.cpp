@@ -100,11 +100,13 @@ void Connection::Report(const Activity& activity, ActivityEnd end) {
 void Connection::CountReceived(std::size_t bytes) {
   activity_.traffic.received += bytes;
   context_.traffic.received += bytes;
+  bytes_ += bytes;
 }
 
 void Connection::CountSent(std::size_t bytes) {
   activity_.traffic.sent += bytes;
   context_.traffic.sent += bytes;
+  bytes_ += bytes;
 }
 
 // Reading

@@ -86,6 +86,9 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   bool IsUnfinished() const { return isEndUntold_; }
   /// Tells the observer of an activity that is over, beside the current one.
   void Tell(Activity activity, ActivityEnd end);
+  /// The bytes of both directions since the connection began.
+  std::uint64_t BytesSoFar() const { return bytes_; }
+  bool HasHandlers() const { return handlers_->HandlerCount() > 0; }
   /// Whether anybody is told; paths and subjects are made for observers only.
   bool IsObserved() const { return context_.observer != nullptr; }
   const Activity& CurrentActivity() const { return activity_; }
@@ -160,6 +163,7 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   std::shared_ptr<HandlerScope> handlers_;
   std::string arrived_;
   Activity activity_;
+  std::uint64_t bytes_ = 0;
   bool isEndUntold_ = false;  // of the activity
   const std::chrono::system_clock::time_point since_ = std::chrono::system_clock::now();
   Timer peerLook_;  // runs while so many handlers are suspended that nothing is read

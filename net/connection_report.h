@@ -30,12 +30,13 @@ struct Activity {
     kRemoveFolder,
     kReceiveMail,
     kCollectMail,
+    kSignIn,
   };
 
   Kind kind = Kind::kCommand;
   /// A command as it was sent, else what a user knows it by: the path of the file or folder as the
-  /// client sees it, a file's without the leading "/", or the users that a message is for. One
-  /// printable line; empty before the first activity.
+  /// client sees it, a file's without the leading "/", the users that a message is for, or the name
+  /// of a sign-in. One printable line; empty before the first activity.
   std::string what = {};
   /// The file or folder on this machine, a path text. Empty if there is none, and while nobody
   /// observes.
@@ -53,8 +54,9 @@ enum class ActivityEnd {
   kEvicted,       // another client got the slot
   kDisconnected,  // by the user of this program
   kServiceStopped,
+  kIdle,  // nothing came from the client for too long
   kNotFound,
-  kRefused,  // the settings do not permit it
+  kRefused,  // the settings do not permit it, or the password is wrong
   kFailed,
 };
 

@@ -11,6 +11,9 @@ namespace {
 // fewer the service would run and serve nobody.
 constexpr int kDescriptorsToServe = 10;
 
+// Looks within the time that a session may be idle.
+constexpr int kIdleLooks = 20;
+
 }  // namespace
 
 ConnectionSlots::ConnectionSlots(SocketContext& context, SlotEngine& engine,
@@ -20,7 +23,8 @@ ConnectionSlots::ConnectionSlots(SocketContext& context, SlotEngine& engine,
       protocol_(protocol),
       busySlot_(busySlot),
       greeting_(std::move(greeting)),
-      listener_(context, *this, 0, protocol) {}
+      listener_(context, *this, 0, protocol),
+      idleWatch_(context.loop) {}
 
 void ConnectionSlots::Listen(std::int16_t port, std::error_code& error) {
   if (port < 0) {
@@ -44,6 +48,7 @@ void ConnectionSlots::CreateSlots() {
 
 void ConnectionSlots::Close() {
   listener_.Close();
+  idleWatch_.Stop();
   for (auto& slot : slots_) {
     if (slot) slot->Close(ActivityEnd::kServiceStopped);
     slot.reset();
@@ -81,6 +86,7 @@ void ConnectionSlots::Disconnect(int slot) {
 
 void ConnectionSlots::OnConnectionRequest(int index, ConnectionRequest& request) {
   if (index != 0) return;
+  if (context_.mayConnect && !context_.mayConnect(request)) return;
   NextSlot = static_cast<std::int16_t>(After(NextSlot));
   // The turn is used up even if the request is not accepted.
   EventSocket& slot = (*this)[NextSlot];
@@ -91,6 +97,32 @@ void ConnectionSlots::OnConnectionRequest(int index, ConnectionRequest& request)
   slot.Accept(request);
   if (!greeting_.empty()) slot.SendData(greeting_);
   slot.Current()->StartReading();
+  if (!idleWatch_.IsRunning()) WatchIdleSessions();
+}
+
+void ConnectionSlots::WatchIdleSessions() {
+  const auto limit = context_.idleLimit ? context_.idleLimit() : std::chrono::milliseconds(0);
+  if (limit.count() > 0) idleWatch_.Start(limit / kIdleLooks, [this] { LookForIdleSessions(); });
+}
+
+void ConnectionSlots::LookForIdleSessions() {
+  bool isAnyOpen = false;
+  for (std::size_t slot = 1; slot < slots_.size(); ++slot) {
+    if (!slots_[slot] || slots_[slot]->IsClosed()) continue;
+    isAnyOpen = true;
+    if (IsIdleAgain(slot)) engine_.OnIdle(static_cast<int>(slot));
+  }
+  if (isAnyOpen) WatchIdleSessions();
+}
+
+// A command that runs is not idle, however long it waits.
+bool ConnectionSlots::IsIdleAgain(std::size_t slot) {
+  const Connection& connection = *slots_[slot]->Current();
+  Idleness& idle = idleness_[slot];
+  const bool isIdle =
+      idle.of == &connection && idle.bytes == connection.BytesSoFar() && !connection.HasHandlers();
+  idle = {&connection, connection.BytesSoFar(), isIdle ? idle.looks + 1 : 0};
+  return idle.looks >= kIdleLooks;
 }
 
 Task<> ConnectionSlots::OnDataArrival(int index, std::shared_ptr<Connection> connection) {

@@ -29,6 +29,9 @@ class SlotEngine {
   /// The connection broke. The engine closes the slot.
   virtual void OnError(int slot) = 0;
 
+  /// The session has been idle for too long (SocketContext::idleLimit). The engine closes the slot.
+  virtual void OnIdle(int slot) { static_cast<void>(slot); }
+
  protected:
   ~SlotEngine() = default;
 };
@@ -80,6 +83,17 @@ class ConnectionSlots final : private SocketEvents {
 
  private:
   static int After(int slot) { return slot >= kLastSlot ? 1 : slot + 1; }
+
+  // What a session had done by the last look at it.
+  struct Idleness {
+    const Connection* of = nullptr;
+    std::uint64_t bytes = 0;
+    int looks = 0;  // in a row at which it had done nothing
+  };
+
+  void WatchIdleSessions();
+  void LookForIdleSessions();
+  bool IsIdleAgain(std::size_t slot);
   void OnConnectionRequest(int index, ConnectionRequest& request) override;
   Task<> OnDataArrival(int index, std::shared_ptr<Connection> connection) override;
   void OnClose(int index) override;
@@ -92,6 +106,8 @@ class ConnectionSlots final : private SocketEvents {
   std::string greeting_;
   EventSocket listener_;
   std::array<std::unique_ptr<EventSocket>, kLastSlot + 1> slots_;  // element 0 stays empty
+  std::array<Idleness, kLastSlot + 1> idleness_ = {};
+  Timer idleWatch_;           // runs while there may be a session that is limited
   std::int16_t NextSlot = 0;  // the slot of the most recent request
 };
 

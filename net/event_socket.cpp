@@ -30,6 +30,10 @@ std::string MachineAddress(EventLoop& loop) {
 
 }  // namespace
 
+std::uint32_t ConnectionRequest::Peer() const { return socket_.Peer().to_v4().to_uint(); }
+
+std::string ConnectionRequest::RemoteAddress() const { return socket_.Peer().to_string(); }
+
 // Accepts for as long as the element listens. Pending operations keep it alive after the element
 // has been closed.
 class EventSocket::Listener : public std::enable_shared_from_this<EventSocket::Listener> {

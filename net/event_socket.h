@@ -19,6 +19,10 @@ class ConnectionRequest {
   explicit ConnectionRequest(platform::StreamSocket socket) : socket_(std::move(socket)) {}
   platform::StreamSocket Take() { return std::move(socket_); }
 
+  /// The client's IPv4 address, as a number in host byte order and as text.
+  std::uint32_t Peer() const;
+  std::string RemoteAddress() const;
+
  private:
   platform::StreamSocket socket_;
 };

@@ -19,6 +19,7 @@ class File {
     kAppend,         // created if missing; every write goes to the end
     kUpdate,         // created if missing, not truncated; writing starts at the first byte
     kReplace,        // created or truncated
+    kCreate,         // must not exist, not even as a link
     kCreatePrivate,  // must not exist; on Linux only the user can open it
   };
 

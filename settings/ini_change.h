@@ -3,6 +3,7 @@
 // Several values of one INI file, written together. The file is read once and replaced once, so
 // that even after a crash either all of the new values are there or none.
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -24,6 +25,10 @@ class IniChange {
 
   /// The content that Save will write.
   const std::string& Bytes() const { return text_.Bytes(); }
+
+  std::optional<std::string> Find(std::string_view section, std::string_view key) const {
+    return text_.Find(section, key);
+  }
 
   void Set(std::string_view section, std::string_view key, std::string_view value) {
     text_.Set(section, key, value);

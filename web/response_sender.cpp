@@ -4,7 +4,6 @@
 #include <chrono>
 #include <optional>
 
-#include "files/files.h"
 #include "net/handler_scope.h"
 #include "platform/system_message.h"
 #include "text/code_page.h"
@@ -65,11 +64,11 @@ Task<Failure> SendPieces(File file, Client client) {
 
 // The file that the existence test finds. That test ignores a separator at the end of the path,
 // opening the file does not.
-File OpenFound(const std::string& path, Failure& failure) {
-  File file = files::OpenIfExists(path);
+File OpenFound(const files::ClientFiles& files, const std::string& path, Failure& failure) {
+  File file = files.OpenIfExists(path);
   if (!file.IsOpen() || !path.ends_with('\\')) return file;
   std::error_code error;
-  file = files::OpenFile(path, File::Mode::kRead, error);
+  file = files.OpenToRead(path, error);
   if (error) failure = platform::SystemMessage(error);
   return file;
 }
@@ -102,7 +101,7 @@ Task<> ResponseSender::SendPage(File page, Client client, ActivityEnd ifNone) co
 
 Task<> ResponseSender::SendFile(std::string path, Client client, bool pageIfMissing) const {
   Failure failure;
-  File file = OpenFound(path, failure);
+  File file = OpenFound(files_, path, failure);
   if (failure) {
     EndResponse(client, failure, ActivityEnd::kFailed, errors_);
     co_return;

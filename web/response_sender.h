@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 
+#include "files/client_files.h"
 #include "files/logs.h"
 #include "net/connection.h"
 #include "net/task.h"
@@ -22,7 +23,8 @@ class ResponseSender {
   using Client = std::shared_ptr<net::Connection>;
 
   /// `errors` must outlive the sender, and the sender its tasks.
-  explicit ResponseSender(const files::ErrorLog& errors) : errors_(errors) {}
+  ResponseSender(const files::ClientFiles& files, const files::ErrorLog& errors)
+      : files_(files), errors_(errors) {}
 
   /// Sends the file, or nothing if it is missing. `path` is a path text.
   net::Task<> SendWebFile(std::string path, Client client) const;
@@ -39,6 +41,7 @@ class ResponseSender {
   net::Task<> SendOpened(platform::File file, Client client, bool pageIfMissing,
                          net::ActivityEnd ifMissing) const;
 
+  const files::ClientFiles& files_;
   const files::ErrorLog& errors_;
 };
 

@@ -3,8 +3,7 @@
 #include <algorithm>
 
 #include "core/hosts_file.h"
-#include "core/service_environment.h"
-#include "files/files.h"
+#include "core/service_sockets.h"
 #include "platform/system_message.h"
 #include "text/code_page.h"
 #include "text/path_text.h"
@@ -26,11 +25,12 @@ Task<> Ignore() { co_return; }
 WebServer::WebServer(core::ServiceEnvironment environment)
     : environment_(std::move(environment)),
       draining_(environment_.loop),
-      sockets_{environment_.loop, draining_,
-               [this](const std::string& error) { environment_.program.errors.LogError(error); }},
+      sockets_(core::SocketsOf(environment_, draining_)),
       WebSvrSock_(sockets_, *this, "HTTP", net::ConnectionSlots::BusySlot::kEvict, ""),
+      site_(options_.WebRootDir, environment_.protection.OfFiles()),
+      programs_(programFolder_, environment_.protection.OfFiles()),
       interpreter_(*this, options_, session_),
-      sender_(environment_.program.errors),
+      sender_(site_, environment_.program.errors),
       cgi_(environment_),
       searchCopies_(environment_),
       heldOptions_(environment_.program.Holders(), [this](settings::Change& change) {
@@ -40,7 +40,10 @@ WebServer::WebServer(core::ServiceEnvironment environment)
 }
 
 bool WebServer::LoadOptions() {
+  environment_.protection.Load();
   options_.LoadWebOptions(environment_.program, WebSvrSock_.Listener().LocalAddress());
+  programFolder_ = PathInRoot("cgi-bin\\");
+  environment_.protection.SetProgramFolder(programFolder_);
   return !options_.settingsFault;
 }
 
@@ -135,11 +138,11 @@ Task<> WebServer::ServeHtmlFile(std::string resource, Client client) {
 void WebServer::CopyIntoSearch(const std::string& path, const std::string& resource) {
   if (!HasFile("Search\\Search.ifo")) return;
   const std::string name = "Search\\" + resource;
-  searchCopies_.Add(path, PathInRoot(name), name);
+  searchCopies_.Add(site_.Settled(path), site_.Settled(PathInRoot(name)), name);
 }
 
 bool WebServer::HasFile(const std::string& name) const {
-  return ModCommon::FileExists(PathInRoot(name));
+  return site_.FileExists(PathInRoot(name));
 }
 
 std::string WebServer::PathInRoot(std::string_view name) const {
@@ -149,11 +152,10 @@ std::string WebServer::PathInRoot(std::string_view name) const {
 // CGI programs
 
 Task<> WebServer::ServeProgram(std::string resource, std::string body, Client client) {
-  const std::string cgiDir = PathInRoot("cgi-bin\\");
   File page;
-  const bool found = ModCommon::FileExists(cgiDir + resource);
+  const bool found = programs_.FileExists(programFolder_ + resource);
   if (found) {
-    Task<File> running = RunCgiProgram(cgiDir, std::move(resource), std::move(body));
+    Task<File> running = RunCgiProgram(std::move(resource), std::move(body));
     page = co_await running;
   }
   Task<> sending = sender_.SendPage(
@@ -162,12 +164,12 @@ Task<> WebServer::ServeProgram(std::string resource, std::string body, Client cl
 }
 
 // The page is named after the program and lies in the Web root itself, not in cgi-bin.
-Task<File> WebServer::RunCgiProgram(std::string cgiDir, std::string resource, std::string body) {
+Task<File> WebServer::RunCgiProgram(std::string resource, std::string body) {
   const std::string outName = resource.substr(0, resource.size() - kExtensionLength) + ".htm";
-  CgiJob job = {.program = cgiDir + resource,
-                .inPath = cgiDir + "TempFileIn",
-                .outPath = PathInRoot(outName),
-                .pagePath = cgiDir + "TempFileOut",
+  CgiJob job = {.program = programs_.Settled(programFolder_ + resource),
+                .inPath = programFolder_ + "TempFileIn",
+                .outPath = site_.Settled(PathInRoot(outName)),
+                .pagePath = programFolder_ + "TempFileOut",
                 .body = std::move(body)};
   Task<File> running = cgi_.Run(std::move(job));
   File page = co_await running;

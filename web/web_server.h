@@ -12,6 +12,7 @@
 
 #include "core/service.h"
 #include "core/service_environment.h"
+#include "files/client_files.h"
 #include "net/connection_slots.h"
 #include "net/draining_connections.h"
 #include "settings/program.h"
@@ -66,8 +67,7 @@ class WebServer : public core::Service, private net::SlotEngine, private Request
   void ShowRequest(net::Connection& client, Decision& decision) const;
   net::Task<> ServeHtmlFile(std::string resource, Client client);
   net::Task<> ServeProgram(std::string resource, std::string body, Client client);
-  net::Task<platform::File> RunCgiProgram(std::string cgiDir, std::string resource,
-                                          std::string body);
+  net::Task<platform::File> RunCgiProgram(std::string resource, std::string body);
   net::Task<> RefuseGet(Client client);
   net::Task<> RefusePost(Client client);
   void CopyIntoSearch(const std::string& path, const std::string& resource);
@@ -82,6 +82,9 @@ class WebServer : public core::Service, private net::SlotEngine, private Request
   net::ConnectionSlots WebSvrSock_;
   std::optional<core::StartFailure> failure_;
   WebOptions options_;
+  std::string programFolder_;    // a path text
+  files::ClientFiles site_;      // below the Web root
+  files::ClientFiles programs_;  // below the folder of programs
   WebSession session_;
   RequestInterpreter interpreter_;
   ResponseSender sender_;

@@ -30,6 +30,7 @@ int FlagsOf(File::Mode mode) {
       return O_RDWR | O_CREAT;
     case File::Mode::kReplace:
       return O_WRONLY | O_CREAT | O_TRUNC;
+    case File::Mode::kCreate:
     case File::Mode::kCreatePrivate:
       return O_WRONLY | O_CREAT | O_EXCL;
   }

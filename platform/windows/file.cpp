@@ -22,6 +22,7 @@ DWORD AccessOf(File::Mode mode) {
     case File::Mode::kUpdate:
       return GENERIC_READ | GENERIC_WRITE;
     case File::Mode::kReplace:
+    case File::Mode::kCreate:
     case File::Mode::kCreatePrivate:
       return GENERIC_WRITE;
   }
@@ -37,6 +38,7 @@ DWORD CreationOf(File::Mode mode) {
       return OPEN_ALWAYS;
     case File::Mode::kReplace:
       return CREATE_ALWAYS;
+    case File::Mode::kCreate:
     case File::Mode::kCreatePrivate:
       return CREATE_NEW;
   }

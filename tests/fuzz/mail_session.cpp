@@ -41,10 +41,10 @@ struct Home {
 };
 
 // Faults are thrown.
-template <class Interpreter>
-void Play(Interpreter& interpreter, const std::string& arrival) {
+template <class Interpreter, class... Session>
+void Play(Interpreter& interpreter, const std::string& arrival, Session&... session) {
   try {
-    interpreter.Interpret(arrival);
+    interpreter.Interpret(arrival, session...);
   } catch (const std::exception&) {
     return;
   }
@@ -55,13 +55,15 @@ void Play(Interpreter& interpreter, const std::string& arrival) {
 // Plays arrivals, separated by zero bytes, to both protocols. No name leads out of the mailboxes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const Home home;
+  const core::Protection protection(home.program);
   ModMail::MailboxStore store(home.program, home.options);
-  ModMail::SmtpInterpreter smtp(store);
-  ModMail::Pop3Interpreter pop3(store);
+  ModMail::SmtpInterpreter smtp(store, protection);
+  ModMail::Pop3Interpreter pop3(store, protection);
+  ModMail::Pop3Session session;
   std::istringstream arrivals(std::string(fuzz::Text(data, size)));
   for (std::string arrival; std::getline(arrivals, arrival, '\0');) {
     Play(smtp, arrival);
-    Play(pop3, arrival);
+    Play(pop3, arrival, session);
   }
   home.RequireOrderAndEmpty();
   return 0;

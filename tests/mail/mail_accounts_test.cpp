@@ -42,6 +42,38 @@ TEST_F(MailAccounts, NeitherLeaveTheirFolderNorFollowLinks) {
   EXPECT_EQ(ErrorLog(), "");
 }
 
+TEST_F(MailAccounts, KeepPasswordsAsHashesThatOnlyTheRightPasswordMatches) {
+  for (const char* name : {"alice", "bob"}) SaveMailUser(root, {name, "口令 1"});
+  Home().Write("mailroot/User/bare/Message_1.eml", "a mailbox without a password");
+  EXPECT_FALSE(HashMailPasswords(root));
+  const StoredPassword bob = ReadStoredPassword(root, "bob");
+  EXPECT_EQ(bob.plain, "");
+  EXPECT_NE(bob.hash, ReadStoredPassword(root, "alice").hash);
+  EXPECT_TRUE(ListMailUsers(root).front().isHashed);
+  SaveMailUser(root, {"alice", "口令 2"}, PasswordForm::kHashed);
+  ChangeMailPassword(root, {"bob", "plain"});
+  std::string foreign = bob.hash;
+  foreign.replace(foreign.find("t=2"), 3, "t=1");
+  const auto isRight = [](const StoredPassword& stored, const char* password) {
+    const auto begin = std::chrono::steady_clock::now();
+    const bool is = IsStoredPassword(stored, password);
+    // A check without a hash would take no time.
+    EXPECT_GT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(2));
+    return is;
+  };
+  EXPECT_TRUE(isRight(bob, "口令 1"));
+  EXPECT_FALSE(isRight(bob, "口令 2"));
+  EXPECT_FALSE(isRight(bob, ""));
+  EXPECT_TRUE(isRight(ReadStoredPassword(root, "alice"), "口令 2"));
+  EXPECT_TRUE(isRight(ReadStoredPassword(root, "bob"), "plain"));
+  EXPECT_FALSE(isRight(ReadStoredPassword(root, "bob"), "plainplain"));
+  EXPECT_FALSE(isRight(ReadStoredPassword(root, "bob"), "口令 1"));
+  for (const char* name : {"bare", "nobody", "", "..", "../User/bob"}) {
+    EXPECT_FALSE(isRight(ReadStoredPassword(root, name), "")) << name;
+  }
+  EXPECT_FALSE(isRight({.hash = foreign}, "口令 1"));
+}
+
 TEST(CleanNames, LoseWhatAFileNameCannotContainAndPasswordsTheirControlCharacters) {
   const std::tuple<std::string, const char*, const char*> cases[] = {
       {"  bob  ", "bob", "bob"},

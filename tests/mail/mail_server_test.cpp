@@ -1,8 +1,11 @@
 // What no client may achieve: harm to another one or to the process.
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
+#include "mail/mail_accounts.h"
+#include "mail/password_queue.h"
 #include "tests/mail/mail_fixture.h"
 #include "text/printable_text.h"
 
@@ -85,6 +88,34 @@ TEST_F(MailServer, TellsWhichMessagesCameAndWhichWereCollected) {
               testing::ElementsAre("来信 → alice、bob（主题：你好 x） 完成", "来信 → bob 对方中断",
                                    "收信 alice 没有找到", "收信 alice 完成"));
   OnLoop([&] { TheServer().Observe(nullptr); });
+}
+
+TEST_F(MailServer, TellsWhoSignedInAndCollectsTheMailOfThatUser) {
+  test::ActivityLog log;
+  std::optional<ModMail::PasswordQueue> passwords;
+  ModMail::SaveMailUser(Home().Text("mailroot"), {"bob", "right"});
+  Home().Write(Box("bob") + "Message_1.eml", "text");
+  Home().Write("Server.ini", Home().Read("Server.ini") + "[Protection]\nSignIn=1\n");
+  OnLoop([&] {
+    core::Protection& protection = Environment().protection;
+    protection.Load();
+    protection.SetAccounts(
+        passwords.emplace(Environment(), [&] { return Home().Text("mailroot"); }));
+    TheServer().Observe(&log);
+  });
+  MailClient client(pop3Port_);
+  const std::string name = "\u202E" + std::string(200, 'x');
+  for (const std::string& command : {std::string("PASS right"), "USER " + name,
+                                     std::string("PASS right"), std::string("USER bob")}) {
+    client.Ask(command);
+  }
+  EXPECT_EQ(client.Ask("PASS right"), "+OK");
+  client.Ask("RETR 1");
+  EXPECT_TRUE(Eventually([&] { return log.lines.size() == 3; }));
+  EXPECT_THAT(log.lines, testing::ElementsAre("登录 " + text::Printable(name, 80) + " 没有许可",
+                                              "登录 bob 完成", "收信 bob 完成"));
+  StopServer();
+  OnLoop([&] { passwords.reset(); });
 }
 
 #ifndef _WIN32

@@ -105,6 +105,7 @@ class Connections : public test::ProgramFixture, protected net::SlotEngine {
   }
   void OnClose(int slot) override { (*slots_)[slot].Current()->CloseWhenHandlersEnd(); }
   void OnError(int slot) override { (*slots_)[slot].Close(); }
+  void OnIdle(int slot) override { (*slots_)[slot].Close(net::ActivityEnd::kIdle); }
 
   Handler handler_ = &Connections::Count;
   std::size_t size_ = 0;
@@ -244,6 +245,23 @@ TEST_F(Connections, LeaveHeldBackBytesWithTheSenderAndLoseNone) {
   hold(true);
   client->Close();
   EXPECT_TRUE(SlotIs(1, SocketState::kClosed));
+}
+
+TEST_F(Connections, ThatAreIdleForTooLongAreClosedButNotWhileTheyWork) {
+  OnLoop([this] {
+    context_->idleLimit = [] { return std::chrono::milliseconds(200); };
+    handler_ = &Connections::Wait;
+  });
+  const auto working = NewClient("?");
+  ASSERT_TRUE(Arrive(1));
+  HandleWith(&Connections::Count);
+  const auto talking = NewClient("!");
+  const auto idle = NewClient("");
+  EXPECT_TRUE(Eventually([&] {
+    talking->Send("!");
+    return (*slots_)[3].IsClosed();
+  }));
+  EXPECT_TRUE(SlotIs(1, SocketState::kConnected) && SlotIs(2, SocketState::kConnected));
 }
 
 }  // namespace

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
 #include <stdexcept>
 
 #include "net/background_worker.h"
+#include "net/calculator.h"
 #include "net/plain_loop.h"
 
 namespace {
@@ -64,6 +66,30 @@ TEST_F(Loop, AWorkerRunsOneHandlerAtATimeAndCanBeStartedAgain) {
   loop_.Run();
   EXPECT_EQ(errors_, "last ");
   EXPECT_FALSE(worker.IsWorking());
+}
+
+Task<> Calculate(net::Calculator& calculator, std::shared_future<void> isReady, const char* error) {
+  const auto calculation = [isReady, error] {
+    isReady.wait();
+    throw std::runtime_error(error);
+  };
+  Task<> running = calculator.Run(calculation);
+  co_await running;
+}
+
+TEST_F(Loop, ACalculationLetsTheLoopGoOnAndIsWaitedForEvenIfItsHandlerHasEnded) {
+  std::promise<void> ready;
+  const std::shared_future<void> isReady = ready.get_future().share();
+  net::Calculator calculator;
+  const auto left = std::make_shared<net::HandlerScope>(loop_.Events(), report_);
+  left->Start(Calculate(calculator, isReady, "left"));
+  left->End();
+  std::make_shared<net::HandlerScope>(loop_.Events(), report_)
+      ->Start(Calculate(calculator, isReady, "last"));
+  net::Timer timer(loop_.Events());
+  timer.Start(std::chrono::milliseconds(5), [&] { ready.set_value(); });
+  loop_.Run();
+  EXPECT_EQ(errors_, "last ");
 }
 
 }  // namespace

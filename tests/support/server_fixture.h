@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/activity_text.h"
+#include "core/protection.h"
 #include "core/service_environment.h"
 #include "settings/program.h"
 #include "tests/support/client.h"
@@ -26,7 +27,7 @@ class ProgramFixture : public testing::Test {
   const TemporaryFolder& Home() const { return home_; }
   const settings::Program& Program() const { return program_; }
   core::ServiceEnvironment Environment() {
-    return {program_, TheLoopHost().Loop(), home_.Text("hosts")};
+    return {program_, TheLoopHost().Loop(), home_.Text("hosts"), protection_};
   }
 
   /// What the program has written to RunErr.Log so far.
@@ -47,6 +48,7 @@ class ProgramFixture : public testing::Test {
  private:
   TemporaryFolder home_;
   settings::Program program_{home_.Text(), "Tarnwerk"};
+  core::Protection protection_{program_};
 };
 
 /// What a server tells of its clients, a line each: "下载 a.txt 完成".

@@ -131,6 +131,9 @@ class AccessibilityTest(unittest.TestCase):
                 self.check_names(SERVICES[page])
         with self.open_dialog("系统选项", "ctrl+p"):
             self.check_names("系统选项")
+        press("alt+t")
+        with self.open_dialog("安全", "s"):
+            self.check_names("安全")
 
     def test_a_qr_code_can_be_read_from_the_screen_in_a_dark_theme(self):
         for _ in self.open_pages(["Web 服务"]):

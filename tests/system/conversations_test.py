@@ -132,7 +132,9 @@ class Stage:
 
     def play_setting(self, text):
         pattern = f"(?m)^{text.split('=')[0]}=[^\r]*"
-        self.home.write("Server.ini", re.sub(pattern, text, self.home.read("Server.ini")))
+        settings, found = re.subn(pattern, text, self.home.read("Server.ini"))
+        protection = "" if "[Protection]" in settings else "[Protection]\r\n"
+        self.home.write("Server.ini", settings if found else f"{settings}{protection}{text}\r\n")
 
     def play_define(self, text):
         name, self.definitions[name] = text.split(": ", 1)
@@ -147,8 +149,11 @@ class Stage:
 
     def play_then(self, text):
         for kind, path, content in self.files(text):
+            if kind == "folder":
+                assert path.is_dir(), path
+            elif kind:
+                wait_until(lambda path=path: not path.exists(), f"the end of {path}")
             if kind:
-                assert path.is_dir() if kind == "folder" else not path.exists(), path
                 continue
             self.seen.add(path.name)
             awaited = self.awaited(content)

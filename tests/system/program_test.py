@@ -13,7 +13,7 @@ import signal
 import socket
 import subprocess
 import sys
-from ftplib import FTP, error_perm
+from ftplib import FTP, error_perm, error_temp
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from conversation import FtpConversation  # noqa: E402
@@ -224,7 +224,7 @@ class FirstStartTest(ProgramTest):
         self.assertEqual(self.home.run("STOP"), (0, "", ""))
         self.assertFalse(self.own.exists())
 
-    def test_a_portable_program_brings_settings_that_let_nobody_change_but_the_upload_folder(self):
+    def test_a_portable_program_lets_nobody_change_but_the_upload_folder_or_leave_the_main_one(self):
         folder = self.home.path / "installed"
         sample = (folder / "sample").rename(folder / "portable")
         (sample / "Server.ini").write_text(self.sample_settings())
@@ -244,6 +244,13 @@ class FirstStartTest(ProgramTest):
             client.cwd("/")
             with self.assertRaises(error_perm):
                 client.mkd("mine")
+            read = []
+            for name in ("../Server.ini", "/upload/../../Server.ini"):
+                with self.subTest(name), self.assertRaises(error_temp):
+                    client.retrbinary(f"RETR {name}", read.append)
+            self.assertEqual(read, [])
+        settings = (moved / "Server.ini").read_text()
+        self.assertIn("\n[Protection]\nReach=lan\nConfine=1\n", settings.replace("\r", ""))
         self.assertEqual((moved / "ftproot" / "upload" / "gift.txt").read_bytes(), b"gift")
 
     def sample_settings(self):

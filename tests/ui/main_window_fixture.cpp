@@ -4,6 +4,7 @@
 #include <wx/checkbox.h>
 #include <wx/dirdlg.h>
 #include <wx/filedlg.h>
+#include <wx/hyperlink.h>
 #include <wx/menu.h>
 #include <wx/msgdlg.h>
 #include <wx/radiobut.h>
@@ -152,8 +153,9 @@ MainWindow::MainWindow() {
   mail.LoadOptions();
   control = std::make_unique<core::ServiceControl>(
       Program(), core::ServiceControl::Services{web, ftp, mail}, *window);
-  window->Attach({Program(), *control, web, ftp, mail, record, Environment().loop},
-                 [this] { ++closed; });
+  window->Attach(
+      {Program(), *control, web, ftp, mail, record, Environment().loop, Environment().protection},
+      [this] { ++closed; });
 }
 
 MainWindow::~MainWindow() {
@@ -174,8 +176,11 @@ std::string MainWindow::Label(const std::string& name) {
 }
 
 void MainWindow::Press(wxWindow& form, const std::string& button) {
-  EXPECT_TRUE(Find(form, button).IsEnabled()) << button;
-  Send(Find(form, button), wxEVT_BUTTON);
+  wxWindow& pressed = Find(form, button);
+  EXPECT_TRUE(pressed.IsEnabled()) << button;
+  if (dynamic_cast<wxHyperlinkCtrl*>(&pressed) == nullptr) return Send(pressed, wxEVT_BUTTON);
+  wxHyperlinkEvent event(&pressed, pressed.GetId(), "");
+  pressed.ProcessWindowEvent(event);
 }
 
 void MainWindow::Click(const std::string& name) {
@@ -222,8 +227,9 @@ bool MainWindow::InForm(const std::string& opener, const std::function<void(wxDi
     closedByScript = !form.IsModal();
     if (!closedByScript) form.EndModal(wxID_CANCEL);
   });
-  if (opener == "mnuOptions") ChooseItem(ui::mnuOptions);
-  if (opener != "mnuOptions") Push(opener);
+  const bool isItem = opener == "mnuOptions" || opener == "mnuProtection";
+  if (isItem) ChooseItem(opener == "mnuOptions" ? ui::mnuOptions : ui::mnuProtection);
+  if (!isItem) Push(opener);
   EXPECT_TRUE(opened) << opener;
   return closedByScript;
 }

@@ -89,8 +89,8 @@ class MainWindow : public ProgramFixture {
   static void PressEnterIn(wxWindow& form, const std::string& field);
   static std::string FocusedName();
 
-  /// Presses the button `opener`, or chooses "mnuOptions", and runs `script` in the form that this
-  /// opens. True if the script closed it.
+  /// Presses the button or link `opener`, or chooses "mnuOptions" or "mnuProtection", and runs
+  /// `script` in the form that this opens. True if the script closed it.
   bool InForm(const std::string& opener, const std::function<void(wxDialog&)>& script);
   /// Fills the form in and presses its button of that identifier. True if that closed it.
   bool Enter(const std::string& opener, const std::string& fields, int button = wxID_OK);

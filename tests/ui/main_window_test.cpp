@@ -308,7 +308,9 @@ TEST_F(MainWindow, ShowsATipAtAStartUntilTheUserHasHadEnough) {
   EXPECT_EQ(wxWindow::FindWindowByName("frmTip"), nullptr) << "the first steps come first";
   userState.Write("Tarnwerk/window.ini", "[Window]\nMaximized=0\n");
   auto* next = new ui::frmMain;
-  next->Attach({Program(), *control, web, ftp, mail, record, Environment().loop}, [] {});
+  next->Attach(
+      {Program(), *control, web, ftp, mail, record, Environment().loop, Environment().protection},
+      [] {});
   std::swap(window, next);
   next->Destroy();
   window->Open();

@@ -78,20 +78,19 @@ TEST_F(MainWindow, TestsTheReachOfEveryServiceWithoutATraceOrARealClientLost) {
 TEST_F(MainWindow, FirstStepsLeadThroughWhatIsLeftUntilAllIsDone) {
   const auto left = [&] {
     std::string names;
-    for (const char* each :
-         {"cmdPutPage", "cmdFirstStart", "cmdGiveAddress", "cmdMakeUploadFolder"})
+    for (const char* each : {"cmdPutPage", "cmdFirstStart", "cmdGiveAddress", "cmdProtect"})
       if (IsVisible("fraFirstSteps") && IsVisible(each)) names += std::string(" ") + each;
     return names;
   };
-  EXPECT_EQ(left(), " cmdPutPage cmdFirstStart cmdGiveAddress cmdMakeUploadFolder");
+  EXPECT_EQ(left(), " cmdPutPage cmdFirstStart cmdGiveAddress cmdProtect");
   EXPECT_TRUE(IsVisible("lblCardFtpWarning") && IsVisible("cmdCardMakeUploadFolder"));
   Home().Write("ftp/photo.jpg", "x");
   window->Open();
-  EXPECT_EQ(left(), " cmdFirstStart cmdGiveAddress cmdMakeUploadFolder");
+  EXPECT_EQ(left(), " cmdFirstStart cmdGiveAddress cmdProtect");
   Push("cmdFirstStart");
-  EXPECT_EQ(left(), " cmdGiveAddress cmdMakeUploadFolder");
+  EXPECT_EQ(left(), " cmdGiveAddress cmdProtect");
   record.OnActivityEnded({"FTP", 1, "192.0.2.7", {}, {}});
-  EXPECT_TRUE(Until([&] { return left() == " cmdMakeUploadFolder"; })) << "somebody came";
+  EXPECT_TRUE(Until([&] { return left() == " cmdProtect"; })) << "somebody came";
   Push("cmdCardMakeUploadFolder");
   EXPECT_TRUE(Home().Has("ftp/upload"));
   EXPECT_EQ(left(), "");

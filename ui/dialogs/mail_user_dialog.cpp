@@ -3,6 +3,7 @@
 #include <wx/button.h>
 #include <wx/textctrl.h>
 
+#include "core/protection_options.h"
 #include "mail/mail_accounts.h"
 #include "platform/native_path.h"
 #include "platform/system_message.h"
@@ -63,13 +64,16 @@ void frmEmailUsers::OnConfirm() {
   if (user.name.empty()) return Refuse("请输入用户名！", txtUser);
   if (user.password.empty()) return Refuse("请输入密码！", txtPass);
   const std::string& root = server_.Options().mailRoot;
+  const ModMail::PasswordForm form = core::LoadProtection(program_).signIn
+                                         ? ModMail::PasswordForm::kHashed
+                                         : ModMail::PasswordForm::kPlain;
   if (ModMail::MailUserExists(root, user.name)) {
     if (!Confirm(this, "该用户账号已存在，是否要更改密码？", kTitle)) return;
-    const std::error_code error = ModMail::ChangeMailPassword(root, user);
+    const std::error_code error = ModMail::ChangeMailPassword(root, user, form);
     if (error) return TellUnsaved(user.name, error);
     ShowMessage(this, "您已成功更改密码！", kTitle, wxOK | wxICON_INFORMATION);
   }
-  const std::error_code error = ModMail::SaveMailUser(root, user);
+  const std::error_code error = ModMail::SaveMailUser(root, user, form);
   if (error) return TellUnsaved(user.name, error);
   EndModal(wxID_OK);
 }

@@ -2,7 +2,7 @@
 
 // Adds a mail user or changes a password. For editing, whoever opens it sets its title and fills
 // txtUser and txtPass; after wxID_OK the list of users has to be shown anew. Passwords are shown in
-// plain text, as in that list.
+// plain text, as in that list. Where users have to sign in, they are saved as hashes.
 
 #include <wx/dialog.h>
 

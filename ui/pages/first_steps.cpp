@@ -46,7 +46,7 @@ FirstSteps::FirstSteps(wxWindow* parent, const Actions& actions) : Card(parent) 
   steps_ = {MakeStep("cmdPutPage", "放入网页或文件(&J)", actions.putPage),
             MakeStep("cmdFirstStart", "启动服务(&G)", actions.startAll),
             MakeStep("cmdGiveAddress", "把地址给别人(&C)", actions.giveAddress),
-            MakeStep("cmdMakeUploadFolder", "建立上传目录(&U)", actions.makeUploadFolder)};
+            MakeStep("cmdProtect", "设好保护(&U)...", actions.protect)};
   row->Add(grid_, wxSizerFlags().CentreVertical().Border(wxTOP | wxBOTTOM, FromDIP(kGap)));
   parts_ = new wxBoxSizer(wxHORIZONTAL);
   parts_->Add(row);

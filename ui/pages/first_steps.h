@@ -24,7 +24,7 @@ struct StepsDone {
   bool putContent = false;   // the Web or the FTP folder has files
   bool start = false;        // a service runs
   bool giveAddress = false;  // an address was passed on, or somebody was there
-  bool protect = false;      // visitors can change files in the upload folder only
+  bool protect = false;      // visitors can change files in the upload folder at most
 
   std::array<bool, 4> InOrder() const { return {putContent, start, giveAddress, protect}; }
 };
@@ -35,7 +35,7 @@ class FirstSteps : public Card {
     std::function<void()> putPage;
     std::function<void()> startAll;
     std::function<void()> giveAddress;
-    std::function<void()> makeUploadFolder;
+    std::function<void()> protect;
   };
 
   FirstSteps(wxWindow* parent, const Actions& actions);

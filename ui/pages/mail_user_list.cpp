@@ -35,7 +35,8 @@ void MailUserList::LoadMailUsers(const std::string& mailRoot) {
   }
   for (const ModMail::MailUser& user : ModMail::ListMailUsers(mailRoot)) {
     const long row = InsertItem(GetItemCount(), Shown(user.name), kUserPicture);
-    SetItem(row, 1, Shown(user.password));
+    SetItem(row, 1, Shown(user.isHashed ? "（已加密）" : user.password));
+    SetItemData(row, user.isHashed ? 1 : 0);
   }
   Thaw();
 }
@@ -45,7 +46,9 @@ long MailUserList::SelectedRow() const {
 }
 
 ModMail::MailUser MailUserList::UserAt(long row) const {
-  return {Typed(GetItemText(row, 0)), Typed(GetItemText(row, 1))};
+  const bool isHashed = GetItemData(row) != 0;
+  return {Typed(GetItemText(row, 0)), isHashed ? std::string() : Typed(GetItemText(row, 1)),
+          isHashed};
 }
 
 void MailUserList::ShareWidth() {

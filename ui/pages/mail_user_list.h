@@ -1,7 +1,7 @@
 #pragma once
 
 // lvMailUser: the mail users with their passwords, visible on purpose: the person at this window
-// handed them out.
+// handed them out. Of a password that is kept as a hash only that can be shown.
 
 #include <wx/listctrl.h>
 

@@ -233,8 +233,8 @@ void ServiceCard::AddWarning(wxBoxSizer& column) {
   makeUploadFolder_ = MakeActionButton(this, "cmdCardMakeUploadFolder", "建立上传目录",
                                        [this] { actions_.makeUploadFolder(); });
   makeUploadFolder_->SetToolTip(Shown(kWholeWarning));
-  Describe(*makeUploadFolder_, std::string("建立上传目录 ") + looks_.title,
-           AccessibleRole::kItsOwn, kWholeWarning);
+  Describe(*makeUploadFolder_, std::string("建立上传目录 ") + looks_.title, AccessibleRole::kItsOwn,
+           kWholeWarning);
   column.Add(warning_, wxSizerFlags().CentreHorizontal().Border(wxTOP, FromDIP(kGap)));
   column.AddSpacer(FromDIP(kTightGap));
   column.Add(makeUploadFolder_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, FromDIP(kEdge)));

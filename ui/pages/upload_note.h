@@ -1,12 +1,14 @@
 #pragma once
 
 // What the FTP page says about everybody's rights: with an upload folder in plain words, without
-// one as a warning, beside it the button that makes one. Logging in needs no right, and paths with
-// ".." lead out of both folders; this is how the service works, so the user must know.
+// one as a warning, beside it the button that makes one. Unless the user has set up protection,
+// logging in needs no right and paths with ".." lead out of both folders, so the user must know.
 
 #include <wx/panel.h>
 
 #include <functional>
+
+#include "core/protection_options.h"
 
 class wxButton;
 class wxStaticText;
@@ -19,10 +21,11 @@ class UploadNote : public wxPanel {
 
   /// The upload folder as it is set.
   enum class Uploads { kNone, kInRoot, kElsewhere };
-  void ShowUploads(Uploads uploads);
+  void ShowUploads(Uploads uploads, const core::ProtectionOptions& protection);
 
  private:
   wxStaticText* lblUploads_;
+  wxStaticText* lblFtpNote_;
   wxButton* cmdMakeUpload_;
 };
 

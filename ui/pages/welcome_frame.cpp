@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/controls/accessible.h"
 #include "ui/controls/art.h"
 #include "ui/controls/basic_controls.h"
 #include "ui/controls/colours.h"
@@ -80,11 +81,28 @@ wxSizer* WelcomeFrame::MakeCards() {
 wxSizer* WelcomeFrame::MakeNow() {
   clients_ = MakeAddress(this, "lblClients", actions_.showConnected);
   traffic_ = new TrafficCurve(this);
+  protectionRow_ = MakeProtection();
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(clients_, wxSizerFlags().CentreVertical());
+  row->AddStretchSpacer();
+  row->Add(protectionRow_, wxSizerFlags().CentreVertical());
   auto* column = new wxBoxSizer(wxVERTICAL);
-  column->Add(clients_);
+  column->Add(row, wxSizerFlags().Expand());
   column->Add(traffic_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(kTightGap)));
   ShowClients("", {});
   return column;
+}
+
+wxSizer* WelcomeFrame::MakeProtection() {
+  protection_ = Named(new wxStaticText(this, wxID_ANY, ""), "lblProtection");
+  protection_->SetForegroundColour(QuietText());
+  wxHyperlinkCtrl* change = MakeAddress(this, "lblChangeProtection", actions_.changeProtection);
+  ShowAddress(*change, "更改...", FromDIP(kPurposeWidth));
+  Describe(*change, "更改保护...");
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(protection_, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(kGap)));
+  row->Add(change, wxSizerFlags().CentreVertical());
+  return row;
 }
 
 void WelcomeFrame::ShowClients(const std::string& clients,
@@ -92,7 +110,8 @@ void WelcomeFrame::ShowClients(const std::string& clients,
   const bool isAnybody = !clients.empty();
   const std::string text = isAnybody ? clients : kNobody;
   if (Typed(clients_->GetLabel()) != text) {
-    ShowAddress(*clients_, text, std::max(GetClientSize().x, FromDIP(kLogoSize * 4)));
+    const int room = GetClientSize().x - protectionRow_->CalcMin().x - FromDIP(3 * kEdge);
+    ShowAddress(*clients_, text, std::max(room, FromDIP(kLogoSize * 4)));
     clients_->SetToolTip(Shown(isAnybody ? "查看他们在做什么" : ""));
     Layout();
   }
@@ -100,6 +119,13 @@ void WelcomeFrame::ShowClients(const std::string& clients,
     (stopAll_->IsEnabled() ? stopAll_ : startAll_)->SetFocus();
   clients_->Enable(isAnybody);
   traffic_->ShowSamples(traffic);
+}
+
+void WelcomeFrame::ShowProtection(const std::string& text, const std::string& parts) {
+  protection_->SetToolTip(Shown(parts));
+  if (Typed(protection_->GetLabelText()) == text) return;
+  protection_->SetLabelText(Shown(text));
+  Layout();
 }
 
 void WelcomeFrame::ShowOutcome(const core::Outcome& outcome,

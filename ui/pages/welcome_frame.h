@@ -1,8 +1,8 @@
 #pragma once
 
 // The first page: buttons for all services, the first steps of a new user, the three services side
-// by side, each on a card (ui/pages/service_card.h), and who is connected. The page decides
-// nothing; its buttons call the actions.
+// by side, each on a card (ui/pages/service_card.h), who is connected, and how far strangers are
+// trusted. The page decides nothing; its buttons call the actions.
 
 #include <array>
 #include <deque>
@@ -21,6 +21,7 @@
 class wxButton;
 class wxHyperlinkCtrl;
 class wxStaticBitmap;
+class wxStaticText;
 
 namespace ui {
 
@@ -33,6 +34,7 @@ class WelcomeFrame : public Page {
     std::function<void()> startAll;
     std::function<void()> stopAll;
     std::function<void()> showConnected;
+    std::function<void()> changeProtection;
     FirstSteps::Actions firstSteps;
   };
 
@@ -58,6 +60,9 @@ class WelcomeFrame : public Page {
   void ShowClients(const std::string& clients,
                    const std::deque<core::TrafficHistory::Sample>& traffic);
 
+  /// Shows how far strangers are trusted, in a line, and which parts of the protection are on.
+  void ShowProtection(const std::string& text, const std::string& parts);
+
   /// Shows how far the first steps are. None hides them.
   void ShowSteps(const std::optional<StepsDone>& done);
 
@@ -69,12 +74,15 @@ class WelcomeFrame : public Page {
   wxSizer* MakeHeader();
   wxSizer* MakeCards();
   wxSizer* MakeNow();
+  wxSizer* MakeProtection();
   ServiceCard& CardOf(core::ServiceKind service) { return *cards_[core::IndexOf(service)]; }
 
   Actions actions_;
   std::array<ServiceCard*, core::kServices.size()> cards_;
   FirstSteps* steps_;
   wxHyperlinkCtrl* clients_;
+  wxStaticText* protection_;
+  wxSizer* protectionRow_;
   TrafficCurve* traffic_;
   wxButton* startAll_;
   wxButton* stopAll_;

@@ -7,6 +7,7 @@
 
 #include "core/activity_text.h"
 #include "core/hosts_file.h"
+#include "core/protection.h"
 #include "core/service_addresses.h"
 #include "core/service_texts.h"
 #include "core/who_is_connected.h"
@@ -24,6 +25,7 @@
 #include "ui/dialogs/domain_questions.h"
 #include "ui/dialogs/help_box.h"
 #include "ui/dialogs/options_dialog.h"
+#include "ui/dialogs/protection_dialog.h"
 #include "ui/dialogs/qr_dialog.h"
 #include "ui/dialogs/questions.h"
 #include "ui/dialogs/start_with_system.h"
@@ -281,6 +283,15 @@ void Commands::ShowGeneralOptions() {
   frmOptions dialog(&window_, manager_->program);
   dialog.SetIcons(window_.GetIcons());
   dialog.ShowModal();
+}
+
+// Even a cancelled dialog has loaded the settings anew.
+void Commands::ShowProtection() {
+  const bool wantedSignIn = manager_->protection.WantsSignIn();
+  frmProtection(&window_, manager_->program, manager_->protection).ShowModal();
+  mail_.AdaptPasswords(wantedSignIn, manager_->protection.WantsSignIn());
+  ShowRootDir(ServiceKind::kFtp);
+  survey_->ShowFirstSteps();
 }
 
 bool Commands::StartsWithSystem() const { return settings::StartsWithSystem(manager_->program); }

@@ -90,6 +90,9 @@ class Commands : public ServiceCommands {
   MailCommands& Mail() { return mail_; }
 
   void ShowGeneralOptions();
+
+  /// Asks how far strangers are trusted; it holds at once.
+  void ShowProtection();
   bool StartsWithSystem() const;
   void ToggleStartWithSystem();
   void ShowHelp();

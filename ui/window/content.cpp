@@ -108,12 +108,13 @@ WelcomeFrame* Content::MakeWelcomeFrame() {
           .startAll = [this] { commands_.StartAll(); },
           .stopAll = [this] { commands_.StopAll(); },
           .showConnected = [this] { commands_.ShowConnected(); },
+          .changeProtection = [this] { commands_.ShowProtection(); },
           .firstSteps =
               {
                   .putPage = [this] { commands_.PutPage(); },
                   .startAll = [this] { commands_.StartAll(); },
                   .giveAddress = [this] { commands_.GiveFirstAddress(); },
-                  .makeUploadFolder = [this] { commands_.MakeUploadFolder(); },
+                  .protect = [this] { commands_.ShowProtection(); },
               },
       });
 }

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "core/protection.h"
 #include "files/files.h"
 #include "ftp/ftp_server.h"
 #include "platform/native_path.h"
@@ -52,7 +53,7 @@ void FolderCommands::ShowRootDir(ServiceKind service) {
 
 void FolderCommands::ShowUploads() {
   const ModFtp::FtpOptions& options = manager_->ftp.Options();
-  content_->uploadNote->ShowUploads(UploadsOf(options));
+  content_->uploadNote->ShowUploads(UploadsOf(options), manager_->protection.Options());
   content_->ftpFolder->Tree().MarkUploads(options.uploadDir);
 }
 

@@ -75,6 +75,24 @@ void MailCommands::EditUser() {
   LoadUsers();
 }
 
+void MailCommands::AdaptPasswords(bool wantedSignIn, bool wantsSignIn) {
+  if (wantedSignIn == wantsSignIn) return;
+  const std::string root = manager_->mail.RootDir();
+  if (wantsSignIn) {
+    const auto fault = ModMail::HashMailPasswords(root);
+    if (fault) {
+      Warn(&window_,
+           "用户“" + fault->user + "”的密码没有加密保存：" + platform::SystemMessage(fault->error));
+    }
+  } else {
+    const auto users = ModMail::ListMailUsers(root);
+    const bool isAnyHashed =
+        std::any_of(users.begin(), users.end(), [](const auto& user) { return user.isHashed; });
+    if (isAnyHashed) Warn(&window_, "密码已加密保存，不能还原。请给这些邮件用户重新设置密码。");
+  }
+  LoadUsers();
+}
+
 void MailCommands::DeleteUser() {
   const long row = content_->lvMailUser->SelectedRow();
   if (row < 0) return Warn(&window_, "请选择要删除的用户！");

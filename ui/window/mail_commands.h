@@ -36,6 +36,10 @@ class MailCommands {
   /// What to type into a mail program for the selected user, or for the first.
   void ShowSettings();
 
+  /// To be called when the user has decided whether clients sign in: if they begin to, passwords
+  /// are kept as hashes from now on; once they do not, hashed ones must be set anew.
+  void AdaptPasswords(bool wantedSignIn, bool wantsSignIn);
+
   void OpenMessage(const ModMail::MessageSummary& message);
   void RemoveMessage(const ModMail::MessageSummary& message);
 

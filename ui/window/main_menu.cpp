@@ -74,6 +74,7 @@ wxMenu* MakeViewMenu(wxItemKind kind) {
 wxMenu* MakeToolsMenu() {
   auto* menu = new wxMenu;
   Add(*menu, mnuOptions, "选项(&O)...\tCtrl+P");
+  Add(*menu, mnuProtection, "安全(&S)...");
   menu->AppendCheckItem(mnuStartWithSystem, Shown("随系统启动(&B)"));
   return menu;
 }

@@ -37,6 +37,7 @@ enum MenuItem : int {
   mnuStopAll,
   mnuViewProblems,
   mnuStartWithSystem,
+  mnuProtection,
 };
 
 /// Whether each service is running.

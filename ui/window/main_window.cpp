@@ -217,6 +217,8 @@ void frmMain::OnMenu(wxCommandEvent& event) {
     case mnuStartWithSystem:
       commands_.ToggleStartWithSystem();
       return MarkStartWithSystem();
+    case mnuProtection:
+      return commands_.ShowProtection();
     case mnuHelpTopic:
       return commands_.ShowHelp();
     case mnuTips:

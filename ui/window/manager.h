@@ -19,6 +19,9 @@ class MailServer;
 namespace ModWeb {
 class WebServer;
 }
+namespace core {
+class Protection;
+}
 namespace net {
 class EventLoop;
 }
@@ -33,6 +36,7 @@ struct Manager {
   ModMail::MailServer& mail;
   core::ActivityRecord& record;  // outlives the servers; filled while there is a window
   net::EventLoop& loop;
+  core::Protection& protection;
 };
 
 /// Shows the options of a service, at the port that is `wrong` if there is one. True if the user

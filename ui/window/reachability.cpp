@@ -3,6 +3,7 @@
 #include "core/hosts_file.h"
 #include "core/local_network.h"
 #include "core/port_remarks.h"
+#include "core/protection.h"
 #include "core/reach_test.h"
 #include "core/reach_verdict.h"
 #include "core/service_addresses.h"
@@ -74,6 +75,8 @@ void Reachability::Test(ServiceKind service) {
   const std::vector<std::string> machines = Machines();
   ReachRows& rows = content_.FrameOf(service).Reach();
   if (!server.IsRunning()) return rows.SetTest(core::NotRunning());
+  if (manager_.protection.Options().reach == core::ProtectionOptions::Reach::kLocal)
+    return rows.SetTest(core::OnlyThisMachine());
   if (machines.empty()) return rows.SetTest(core::NotInANetwork());
   if (!server.HasRoomForATest()) return rows.SetTest(core::TooManyClients());
   const core::ReachTarget target = {

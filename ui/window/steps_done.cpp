@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "core/protection.h"
 #include "files/files.h"
 #include "ftp/ftp_server.h"
 #include "mail/mail_server.h"
@@ -31,7 +32,7 @@ StepsDone LookForSteps(const Manager& manager) {
       .putContent = HasFiles(manager.web.RootDir()) || HasFiles(manager.ftp.RootDir()),
       .start = manager.web.IsRunning() || manager.ftp.IsRunning() || manager.mail.IsRunning(),
       .giveAddress = FirstSteps::WasAddressGiven(),
-      .protect = !manager.ftp.Options().uploadDir.empty(),
+      .protect = manager.protection.Options().confine || !manager.ftp.Options().uploadDir.empty(),
   };
 }
 

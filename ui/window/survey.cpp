@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "core/local_network.h"
+#include "core/protection.h"
+#include "core/protection_text.h"
 #include "core/who_is_connected.h"
 #include "files/files.h"
 #include "ftp/ftp_server.h"
@@ -148,7 +150,10 @@ void Survey::LookRarely() {
 
 void Survey::ShowFirstSteps() {
   WelcomeFrame& page = *content_->fraWelcome;
-  page.WarnOfChanges(manager_->ftp.Options().uploadDir.empty());
+  const core::ProtectionOptions& protection = manager_->protection.Options();
+  page.WarnOfChanges(!protection.confine && manager_->ftp.Options().uploadDir.empty());
+  page.ShowProtection(core::ProtectionText(protection, manager_->protection.RefusedClients()),
+                      core::ProtectionParts(protection));
   page.ShowSteps(FirstSteps::AreWanted() ? std::optional(LookForSteps(*manager_)) : std::nullopt);
 }
 

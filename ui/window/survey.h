@@ -46,7 +46,8 @@ class Survey {
   /// Checks everything now, unless stopped.
   void LookAnew();
 
-  /// Shows how far the first steps are, and whether visitors may change files anywhere.
+  /// Shows how far the first steps are, how far strangers are trusted, and whether visitors may
+  /// change files anywhere.
   void ShowFirstSteps();
 
   /// Ends what runs beside the checks, so that the window can go.
