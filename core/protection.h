@@ -79,6 +79,10 @@ class Protection {
   /// Whether each POP3 session has a mailbox of its own.
   bool KeepsMailboxesApart() const { return options_.signIn || options_.honest; }
 
+  /// Whether a message that is collected ends once, as mail programs expect, and a missing one is an
+  /// error.
+  bool EndsMessagesOnce() const { return options_.honest; }
+
   /// Whether a message that is not kept must not be acknowledged.
   bool KeepsWhatItAcknowledges() const { return options_.honest; }
 

@@ -25,6 +25,28 @@ int MessageNumber(std::string_view command) {
   return *number;
 }
 
+// Whether the file holds the end of its message, as those received by SMTP do.
+bool HoldsEnd(StoredMessage& message) {
+  constexpr std::string_view kEnd = "\r\n.\r\n";
+  if (message.size < kEnd.size()) return false;
+  std::array<char, kEnd.size()> last;
+  std::error_code error;
+  message.file.Seek(message.size - last.size(), error);
+  const std::size_t size = error ? 0 : message.file.Read(last.data(), last.size(), error);
+  if (!error) message.file.Seek(0, error);
+  return !error && std::string_view(last.data(), size) == kEnd;
+}
+
+Pop3Outcome EndingOnce(Pop3Outcome outcome) {
+  if (!outcome.message)
+    return {
+        .text = ReplyLine(pop3::kNoMessage), .retrieves = true, .user = std::move(outcome.user)};
+  outcome.text = ReplyLine(std::string(pop3::kOkBlank) + std::to_string(outcome.message->size));
+  outcome.endsOnce = true;
+  if (!HoldsEnd(*outcome.message)) outcome.rest = "\r\n" + ReplyLine(pop3::kEnd);
+  return outcome;
+}
+
 }  // namespace
 
 // "TOP" matches only an arrival of three characters, and the command that resets is REST. Hence a
@@ -162,7 +184,9 @@ Pop3Outcome Pop3Interpreter::OnRetr(Request request) {
   Pop3Outcome outcome = {ReplyLine(std::string(pop3::kOkBlank) + std::to_string(size))};
   outcome.retrieves = true;
   outcome.user = store_.State().currentUser;
-  if (!store_.ReadMessage(number, outcome.message)) {
+  const bool isReadable = store_.ReadMessage(number, outcome.message);
+  if (protection_.EndsMessagesOnce()) return EndingOnce(std::move(outcome));
+  if (!isReadable) {
     outcome.text += ReplyLine(pop3::kUnreadable);
     return outcome;
   }

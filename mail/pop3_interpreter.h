@@ -25,6 +25,8 @@ struct Pop3Outcome {
   std::string text;
   std::optional<StoredMessage> message = std::nullopt;
   std::string rest = {};
+  /// No zero byte follows the message.
+  bool endsOnce = false;
   /// The command was a QUIT, to be logged before the reply is sent.
   bool quit = false;
   /// The command was a RETR, and whose mailbox it read.

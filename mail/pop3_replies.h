@@ -17,6 +17,9 @@ inline constexpr std::string_view kEnd = ".";
 inline constexpr std::string_view kUnreadable = "550";  // a code of SMTP
 inline constexpr std::string_view kNothing = "";        // a bare line end
 
+// Where messages end once.
+inline constexpr std::string_view kNoMessage = "-ERR No such message";
+
 // Where clients have to sign in. Some programs ask whether they can.
 inline constexpr std::string_view kNotSignedIn = "-ERR Sign in first";
 inline constexpr std::string_view kWrongPassword = "-ERR Wrong name or password";

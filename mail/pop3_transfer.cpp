@@ -69,7 +69,7 @@ Task<> SendOutcome(Client client, Pop3Outcome outcome, const files::ErrorLog& er
       Task<> sending = SendRest(client, std::move(*outcome.message), errors);
       co_await sending;
     }
-    text += '\0';
+    if (!outcome.endsOnce) text += '\0';
   }
   client->SendData(text + outcome.rest);
 }
