@@ -34,39 +34,30 @@ bool Protection::MayConnect(const net::ConnectionRequest& client) {
   return false;
 }
 
-// The interfaces may change at any time, but asking the system costs more than a short memory.
 bool Protection::IsNear(std::uint32_t address) {
+  ReadNetworks();
+  return IsWithinReach(address, options_.reach, networks_);
+}
+
+// The interfaces may change at any time, but asking the system costs more than a short memory.
+void Protection::ReadNetworks() {
   const auto now = std::chrono::steady_clock::now();
-  if (networks_.empty() || now - networksRead_ > kNetworksHold) {
-    networks_ = platform::LocalNetworks();
-    networksRead_ = now;
-  }
-  const bool isLan = options_.reach == Reach::kLan;
-  return std::any_of(networks_.begin(), networks_.end(), [&](const platform::LocalNetwork& each) {
+  if (!networks_.empty() && now - networksRead_ <= kNetworksHold) return;
+  networks_ = platform::LocalNetworks();
+  networksRead_ = now;
+}
+
+bool IsWithinReach(std::uint32_t address, Reach reach,
+                   const std::vector<platform::LocalNetwork>& networks) {
+  if (reach == Reach::kAll) return true;
+  return std::any_of(networks.begin(), networks.end(), [&](const platform::LocalNetwork& each) {
     // Every address of the loopback network is this machine's. A link between two machines may have
     // no mask.
     const bool isLoopback = each.address >> 24 == 127;
-    const bool isWhole = each.mask != 0 && (isLan || isLoopback);
+    const bool isWhole = each.mask != 0 && (reach == Reach::kLan || isLoopback);
     const std::uint32_t mask = isWhole ? each.mask : ~std::uint32_t{0};
     return (address & mask) == (each.address & mask);
   });
-}
-
-net::Task<Accounts::Answer> Protection::TrySignIn(std::shared_ptr<net::Connection> client,
-                                                  Login& login, std::string password) {
-  const std::string name = login.Name();
-  net::Task<Accounts::Answer> trying =
-      signIn_.Try(client->RemoteAddress(), name, std::move(password));
-  const Accounts::Answer answer = co_await trying;
-  login.Finish(name, answer == Accounts::Answer::kRight);
-  const bool isSignedIn = login.IsSignedIn();
-  if (!name.empty()) {
-    client->Tell(
-        {.kind = net::Activity::Kind::kSignIn, .what = text::Printable(name, kLongestShownName)},
-        isSignedIn ? net::ActivityEnd::kComplete : net::ActivityEnd::kRefused);
-  }
-  const bool isOvertaken = answer == Accounts::Answer::kRight && !isSignedIn;
-  co_return isOvertaken ? Accounts::Answer::kWrong : answer;
 }
 
 bool Protection::MayChange(const std::filesystem::path& place) const {

@@ -23,6 +23,11 @@
 
 namespace core {
 
+/// Whether an IPv4 address is as near as `reach` wants it: this machine's own, or in one of its
+/// networks.
+bool IsWithinReach(std::uint32_t address, ProtectionOptions::Reach reach,
+                   const std::vector<platform::LocalNetwork>& networks);
+
 class Protection {
  public:
   explicit Protection(const settings::Program& program);
@@ -79,8 +84,8 @@ class Protection {
   /// Whether each POP3 session has a mailbox of its own.
   bool KeepsMailboxesApart() const { return options_.signIn || options_.honest; }
 
-  /// Whether a message that is collected ends once, as mail programs expect, and a missing one is an
-  /// error.
+  /// Whether a message that is collected ends once, as mail programs expect, and a missing one is
+  /// an error.
   bool EndsMessagesOnce() const { return options_.honest; }
 
   /// Whether a message that is not kept must not be acknowledged.
@@ -95,6 +100,7 @@ class Protection {
 
  private:
   bool IsNear(std::uint32_t address);
+  void ReadNetworks();
 
   const settings::Program& program_;
   ProtectionOptions options_;
