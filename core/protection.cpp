@@ -60,6 +60,23 @@ bool IsWithinReach(std::uint32_t address, Reach reach,
   });
 }
 
+net::Task<Accounts::Answer> Protection::TrySignIn(std::shared_ptr<net::Connection> client,
+                                                  Login& login, std::string password) {
+  const std::string name = login.Name();
+  net::Task<Accounts::Answer> trying =
+      signIn_.Try(client->RemoteAddress(), name, std::move(password));
+  const Accounts::Answer answer = co_await trying;
+  login.Finish(name, answer == Accounts::Answer::kRight);
+  const bool isSignedIn = login.IsSignedIn();
+  if (!name.empty()) {
+    client->Tell(
+        {.kind = net::Activity::Kind::kSignIn, .what = text::Printable(name, kLongestShownName)},
+        isSignedIn ? net::ActivityEnd::kComplete : net::ActivityEnd::kRefused);
+  }
+  const bool isOvertaken = answer == Accounts::Answer::kRight && !isSignedIn;
+  co_return isOvertaken ? Accounts::Answer::kWrong : answer;
+}
+
 bool Protection::MayChange(const std::filesystem::path& place) const {
   if (programFolder_.empty()) return true;
   const std::filesystem::path programs = platform::RealPathOf(programFolder_);
