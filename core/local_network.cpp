@@ -63,6 +63,7 @@ std::vector<std::string> LikelyFirst(std::vector<LocalAddress> addresses) {
   std::stable_sort(addresses.begin(), addresses.end(),
                    [](const auto& a, const auto& b) { return RankOf(a) < RankOf(b); });
   std::vector<std::string> texts;
+  texts.reserve(addresses.size());
   for (const LocalAddress& each : addresses) texts.push_back(each.address);
   return texts;
 }

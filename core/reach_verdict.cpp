@@ -45,7 +45,7 @@ std::string FirewalldCommand(const ReachTarget& target) {
 }
 
 std::string WindowsCommand(const ReachTarget& target) {
-  return "netsh advfirewall firewall add rule name=\"Tarnwerk\" dir=in action=allow program=\"" +
+  return R"(netsh advfirewall firewall add rule name="Tarnwerk" dir=in action=allow program=")" +
          target.executable + "\"";
 }
 
