@@ -80,8 +80,9 @@ wxSizer* WelcomeFrame::MakeCards() {
 
 wxSizer* WelcomeFrame::MakeNow() {
   clients_ = MakeAddress(this, "lblClients", actions_.showConnected);
-  traffic_ = new TrafficCurve(this);
+  // Made in the order of reading, in which Tab moves.
   protectionRow_ = MakeProtection();
+  traffic_ = new TrafficCurve(this);
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(clients_, wxSizerFlags().CentreVertical());
   row->AddStretchSpacer();
