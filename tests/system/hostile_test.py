@@ -130,8 +130,11 @@ ROWS = [
 
 
 class HostileTest(ProgramTest):
+    protection = ""
+
     def setUp(self):
         super().setUp()
+        self.home.write("Server.ini", self.home.read("Server.ini") + self.protection)
         for name, content in FILES.items():
             self.home.write(name, content)
         for name, source in PROGRAMS.items():
@@ -206,6 +209,11 @@ class HostileTest(ProgramTest):
         self.assertFalse(accepts(self.home.ports["web"]))
         # The page of the program that runs does not stay behind for everybody.
         self.check_files()
+
+
+class ProtectedHostileTest(HostileTest):
+    """The same clients, where strangers are not trusted."""
+    protection = "[Protection]\r\nReach=lan\r\nConfine=1\r\nHonest=1\r\n"
 
 
 if __name__ == "__main__":
