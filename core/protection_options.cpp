@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/text_case.h"
-#include "settings/change.h"
+#include "settings/optional_values.h"
 #include "settings/section.h"
 #include "text/conversions.h"
 #include "text/strings.h"
@@ -99,29 +99,15 @@ ProtectionOptions LoadProtection(const settings::Program& program,
 
 bool WriteProtection(settings::Change& change, const settings::Program& program,
                      const ProtectionOptions& options) {
-  struct Value {
-    std::string_view key;
-    std::string byDefault;
-    std::string wanted;
-  };
   const auto tick = [](bool value) { return std::string(value ? "1" : "0"); };
-  const Value values[] = {
+  const settings::OptionalValue values[] = {
       {"Reach", "all", ReachText(options.reach)},
       {"Confine", "0", tick(options.confine)},
       {"FollowLinks", "0", tick(options.followLinks)},
       {"SignIn", "0", tick(options.signIn)},
       {"Honest", "0", tick(options.honest)},
       {"MessageLimit", std::to_string(kDefaultLimit), std::to_string(options.messageLimit)}};
-  const settings::Section section(program, kProtectionSection);
-  bool isAnythingNew = false;
-  for (const Value& value : values) {
-    const std::string written = section.Text(value.key);
-    const std::string_view said = text::TrimBlanks(written);
-    if (AreSame(said.empty() ? value.byDefault : said, value.wanted)) continue;
-    change.In(kProtectionSection).Write(value.key, value.wanted);
-    isAnythingNew = true;
-  }
-  return isAnythingNew;
+  return settings::WriteWhatIsNew(change, program, kProtectionSection, values);
 }
 
 }  // namespace core

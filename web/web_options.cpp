@@ -32,6 +32,7 @@ bool WebOptions::LoadWebOptions(const settings::Program& program, const std::str
     } else {
       SetDefaults(program);
     }
+    answers = LoadAnswerOptions(program, section);
   }
   LoadDefaultPages(program, DefaultPages);
   // Whatever the file says: every loading turns the search for default documents on.

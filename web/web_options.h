@@ -10,6 +10,7 @@
 
 #include "settings/program.h"
 #include "settings/settings_table.h"
+#include "web/answer_options.h"
 #include "web/default_pages.h"
 
 namespace ModWeb {
@@ -51,6 +52,7 @@ struct WebOptions {
   std::array<std::string, 2> AppOptions;  // optNoApp, optAppDone
   DefaultPageNames DefaultPages;
   std::string FirstDefaultPage;
+  AnswerOptions answers;
 
   /// Why the existing Server.ini could not be used when it was last loaded. Its settings then kept
   /// their values.
