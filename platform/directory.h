@@ -23,6 +23,7 @@ struct EntryFacts {
   bool isFolder = false;
   std::uint64_t size = 0;                         // bytes; 0 for a folder
   std::chrono::system_clock::time_point created;  // birth time if known, else modification time
+  std::chrono::system_clock::time_point modified;
 };
 
 /// Identifies a file together with its content: the stamp changes when the file is written or

@@ -109,7 +109,7 @@ EntryFacts InspectEntry(const std::filesystem::path& path, std::error_code& erro
   const bool born = (facts.stx_mask & STATX_BTIME) != 0;
   const bool isFolder = S_ISDIR(facts.stx_mode);
   return {isFolder, isFolder ? 0 : facts.stx_size,
-          TimeOf(born ? facts.stx_btime : facts.stx_mtime)};
+          TimeOf(born ? facts.stx_btime : facts.stx_mtime), TimeOf(facts.stx_mtime)};
 }
 
 FileStamp StampOf(const std::filesystem::path& path, std::error_code& error) {

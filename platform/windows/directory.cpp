@@ -101,7 +101,8 @@ EntryFacts InspectEntry(const std::filesystem::path& path, std::error_code& erro
   const bool isFolder = (facts.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
   const std::uint64_t size =
       static_cast<std::uint64_t>(facts.nFileSizeHigh) << 32 | facts.nFileSizeLow;
-  return {isFolder, isFolder ? 0 : size, TimeOf(facts.ftCreationTime)};
+  return {isFolder, isFolder ? 0 : size, TimeOf(facts.ftCreationTime),
+          TimeOf(facts.ftLastWriteTime)};
 }
 
 FileStamp StampOf(const std::filesystem::path& path, std::error_code& error) {
