@@ -26,6 +26,9 @@ for shown in ("ui/dialogs", "ui/pages"):
 FLOORS["ui/window"] = FLOORS["ui/pages"] + " ui/dialogs ui/pages"
 FLOORS["app"] = FLOORS["web"] + " web ftp mail ui/window"
 
+# Folders that belong to the one above.
+PARTS = ("", "/http", "/linux", "/windows")
+
 # Headers of others: pattern, and the folders that may include them.
 FOREIGN = {
     r"asio[/.]": "platform net",
@@ -48,7 +51,7 @@ class FloorsTest(unittest.TestCase):
         for floor, path, text in sources():
             for header in re.findall(r'(?m)^#include "([^"]+)/[^/"]+"', text):
                 with self.subTest(file=str(path), includes=header):
-                    folders = [header.removesuffix(end) for end in ("", "/linux", "/windows")]
+                    folders = [header.removesuffix(end) for end in PARTS]
                     self.assertTrue({floor, *FLOORS[floor].split()} & set(folders))
 
     def test_headers_of_others_are_where_they_belong(self):

@@ -6,6 +6,7 @@
 #include "net/handler_scope.h"
 #include "tests/support/server_fixture.h"
 #include "text/code_page.h"
+#include "web/http/first_entries.h"
 #include "web/http/folder_page.h"
 #include "web/http/url_encoding.h"
 
@@ -148,11 +149,24 @@ TEST_F(FolderList, ShowsWhatIsNotHiddenInTheOrderAskedFor) {
 }
 
 TEST_F(FolderList, OfALargeFolderShowsTheFirstNamesAndSaysSo) {
-  for (int i = 0; i < 10100; ++i) Home().Write("www/" + std::to_string(100000 + i), "");
+  Home().Write("www/100000", "");
+  for (int i = 1; i < 5010; ++i) std::ofstream(Home().Path("www/" + std::to_string(100000 + i)));
   const std::string page = Build({root_ + "\\", "/", "", false, {}}).value();
   EXPECT_THAT(page, HasSubstr("只列出 5000 项"));
-  EXPECT_THAT(page, HasSubstr("104999"));
-  EXPECT_THAT(page, Not(HasSubstr("105000")));
+  EXPECT_THAT(page, HasSubstr(">104999<"));
+  EXPECT_THAT(page, Not(HasSubstr(">105000<")));
+}
+
+TEST(FirstEntries, AreTheFirstWhereverTheyCome) {
+  FirstEntries first(3);
+  for (const char* name : {"G", "F", "C", "E", "A", "H", "B", "D"}) first.Add({name, name});
+  first.Add({"Z", "Z", true});
+  std::vector<ListedEntry> kept = first.Take();
+  std::sort(kept.begin(), kept.end(), ComesFirst);
+  std::string names;
+  for (const ListedEntry& entry : kept) names += entry.name;
+  EXPECT_EQ(names, "ZAB");
+  EXPECT_TRUE(first.IsCut());
 }
 
 }  // namespace

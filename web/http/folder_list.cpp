@@ -7,6 +7,7 @@
 
 #include "net/handler_scope.h"
 #include "platform/text_case.h"
+#include "web/http/first_entries.h"
 #include "web/http/folder_page.h"
 #include "web/http/list_order.h"
 
@@ -33,43 +34,17 @@ class Turn {
   Clock::time_point begin_ = Clock::now();
 };
 
-// The first entries of a folder by ComesFirst, of however many.
-class FirstEntries {
- public:
-  explicit FirstEntries(std::vector<std::string> leftOut) : leftOut_(std::move(leftOut)) {}
+bool IsShown(const DirectoryEntry& entry, const std::vector<std::string>& leftOut) {
+  if (entry.isHidden || entry.name.starts_with('.')) return false;
+  return std::none_of(leftOut.begin(), leftOut.end(), [&](const std::string& name) {
+    return platform::EqualIgnoringCase(name, entry.name);
+  });
+}
 
-  void Add(DirectoryEntry entry) {
-    if (!IsShown(entry)) return;
-    std::string key = platform::UpperCase(entry.name);
-    entries_.push_back({std::move(key), std::move(entry.name), entry.isFolder, entry.isLink});
-    if (entries_.size() >= 2 * kMostShown) Cut();
-  }
-
-  bool IsCut() const { return isCut_; }
-
-  std::vector<ListedEntry> Take() {
-    if (entries_.size() > kMostShown) Cut();
-    return std::move(entries_);
-  }
-
- private:
-  bool IsShown(const DirectoryEntry& entry) const {
-    if (entry.isHidden || entry.name.starts_with('.')) return false;
-    return std::none_of(leftOut_.begin(), leftOut_.end(), [&](const std::string& name) {
-      return platform::EqualIgnoringCase(name, entry.name);
-    });
-  }
-
-  void Cut() {
-    std::nth_element(entries_.begin(), entries_.begin() + kMostShown, entries_.end(), ComesFirst);
-    entries_.resize(kMostShown);
-    isCut_ = true;
-  }
-
-  std::vector<std::string> leftOut_;
-  std::vector<ListedEntry> entries_;
-  bool isCut_ = false;
-};
+ListedEntry Listed(DirectoryEntry entry) {
+  std::string key = platform::UpperCase(entry.name);
+  return {std::move(key), std::move(entry.name), entry.isFolder, entry.isLink};
+}
 
 // What is to be shown of a folder.
 struct Content {
@@ -82,7 +57,7 @@ Task<std::optional<Content>> ReadNames(const files::ClientFiles& files, std::str
                                        std::vector<std::string> leftOut) {
   std::error_code error;
   platform::DirectoryReader reader = files.ReadFolder(folder, error);
-  FirstEntries first(std::move(leftOut));
+  FirstEntries first(kMostShown);
   std::vector<DirectoryEntry> batch;
   std::size_t read = 0;
   Turn turn;
@@ -91,7 +66,9 @@ Task<std::optional<Content>> ReadNames(const files::ClientFiles& files, std::str
     reader.Read(kBatch, batch, error);
     if (batch.empty()) break;
     read += batch.size();
-    for (DirectoryEntry& entry : batch) first.Add(std::move(entry));
+    for (DirectoryEntry& entry : batch) {
+      if (IsShown(entry, leftOut)) first.Add(Listed(std::move(entry)));
+    }
     if (!turn.IsOver()) continue;
     co_await net::YieldToEvents();
     turn.Renew();

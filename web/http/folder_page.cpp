@@ -16,6 +16,30 @@ namespace {
 constexpr std::string_view kRootName = "主页";
 constexpr std::string_view kEntriesMark = "{{entries}}";
 
+// The parts of the page that are there several times, or not always.
+constexpr const char* kStyleLink = R"(<link rel="stylesheet" href="/style.css">
+)";
+constexpr std::string_view kTrail = R"(<nav class="fl-trail" aria-label="位置">{{steps}}</nav>
+)";
+constexpr std::string_view kStep = R"(<a href="{{link}}"><bdi>{{name}}</bdi></a><span>›</span>)";
+constexpr std::string_view kNote = R"(<p class="fl-note">内容太多，这里只列出 {{count}} 项。</p>
+)";
+constexpr std::string_view kSortLink = R"(<a href="{{query}}"{{mark}}>{{caption}}{{arrow}}</a>
+)";
+constexpr std::string_view kWayUp =
+    R"(<li class="fl-up"><a href="../">{{picture}}<span class="fl-name">上一级文件夹</span></a></li>
+)";
+constexpr std::string_view kEntry =
+    R"(<li><a href="{{link}}">{{picture}}<span class="fl-name"><bdi>{{name}}</bdi></span>)"
+    R"(<span class="fl-facts"><span class="fl-size">{{size}}</span>)"
+    R"(<span class="fl-date">{{date}}</span></span></a></li>
+)";
+constexpr std::string_view kIcon =
+    R"(<span class="fl-icon fl-{{kind}}"><svg aria-hidden="true"><use href="#fl-{{kind}}"/></svg>)"
+    R"(</span>)";
+constexpr std::string_view kPreview =
+    R"(<img src="{{link}}" alt="" width="44" height="44" loading="lazy" decoding="async">)";
+
 // What the beginning of a media type tells of a file. The first match counts.
 struct Kind {
   std::string_view type;
@@ -67,24 +91,16 @@ bool HasPreview(const ListedEntry& file, std::string_view type) {
   constexpr std::array<std::string_view, 6> kTypes = {"image/avif", "image/gif",     "image/jpeg",
                                                       "image/png",  "image/svg+xml", "image/webp"};
   const std::string_view bare = type.substr(0, type.find(';'));
-  return file.size <= kLargest && std::find(kTypes.begin(), kTypes.end(), bare) != kTypes.end();
+  if (file.size == 0 || file.size > kLargest) return false;
+  return std::find(kTypes.begin(), kTypes.end(), bare) != kTypes.end();
 }
 
-std::string Icon(std::string_view kind) {
-  const std::string id = "fl-" + std::string(kind);
-  return "<span class=\"fl-icon " + id + "\"><svg aria-hidden=\"true\"><use href=\"#" + id +
-         "\"/></svg></span>";
-}
-
-std::string Preview(const std::string& link) {
-  return "<img src=\"" + link +
-         "\" alt=\"\" width=\"44\" height=\"44\" loading=\"lazy\" decoding=\"async\">";
-}
+std::string Icon(std::string_view kind) { return FillPage(kIcon, {{"kind", std::string(kind)}}); }
 
 std::string PictureOf(const ListedEntry& entry, const std::string& link) {
   if (entry.isFolder) return Icon("folder");
   const std::string type = MediaTypeOf(entry.name, {}, true);
-  return HasPreview(entry, type) ? Preview(link) : Icon(KindOf(type));
+  return HasPreview(entry, type) ? FillPage(kPreview, {{"link", link}}) : Icon(KindOf(type));
 }
 
 // To the minute.
@@ -101,14 +117,14 @@ std::string Trail(std::string_view urlPath) {
   while (true) {
     urlPath.remove_prefix(std::min(urlPath.find_first_not_of('/'), urlPath.size()));
     if (urlPath.empty()) break;
-    trail += "<a href=\"" + link + "\"><bdi>" + name + "</bdi></a><span>›</span>";
+    trail += FillPage(kStep, {{"link", link}, {"name", name}});
     const std::string_view folder = urlPath.substr(0, urlPath.find('/'));
-    link += EncodeUrlPath(folder) + "/";
+    link.append(EncodeUrlPath(folder)).append("/");
     name = ShownName(folder);
     urlPath.remove_prefix(folder.size());
   }
   if (trail.empty()) return {};
-  return "<nav class=\"fl-trail\" aria-label=\"位置\">" + trail + "</nav>\n";
+  return FillPage(kTrail, {{"steps", trail}});
 }
 
 bool IsRoot(std::string_view urlPath) {
@@ -127,11 +143,11 @@ std::string SortLink(std::string_view caption, ListOrder::By by, const ListOrder
   const bool isCurrent = current.by == by;
   // The largest and the newest are what one looks for.
   const bool isDescending = isCurrent ? !current.isDescending : by != ListOrder::By::kName;
-  std::string link = "<a href=\"" + EscapeHtml(OrderQuery({by, isDescending})) + "\"";
-  if (isCurrent) link += " aria-current=\"true\"";
-  link += ">" + std::string(caption);
-  if (isCurrent) link += current.isDescending ? " ↓" : " ↑";
-  return link + "</a>\n";
+  const std::string_view arrow = current.isDescending ? " ↓" : " ↑";
+  return FillPage(kSortLink, {{"query", EscapeHtml(OrderQuery({by, isDescending}))},
+                              {"mark", isCurrent ? R"( aria-current="true")" : ""},
+                              {"caption", std::string(caption)},
+                              {"arrow", isCurrent ? std::string(arrow) : ""}});
 }
 
 std::string SortLinks(const ListOrder& current) {
@@ -150,12 +166,7 @@ std::string CountText(const FolderPageFrame& frame) {
 
 std::string Note(const FolderPageFrame& frame) {
   if (frame.cutAt == 0) return {};
-  return "<p class=\"fl-note\">内容太多，这里只列出 " + std::to_string(frame.cutAt) + " 项。</p>\n";
-}
-
-std::string WayUp() {
-  return "<li class=\"fl-up\"><a href=\"../\">" + Icon("back") +
-         "<span class=\"fl-name\">上一级文件夹</span></a></li>\n";
+  return FillPage(kNote, {{"count", std::to_string(frame.cutAt)}});
 }
 
 }  // namespace
@@ -164,26 +175,24 @@ FolderPage::FolderPage(const FolderPageFrame& frame) {
   const std::string_view page = FolderPageTemplate();
   const std::size_t entries = page.find(kEntriesMark);
   end_ = page.substr(entries + kEntriesMark.size());
-  page_ =
-      FillPage(page.substr(0, entries),
-               {{"own", frame.hasStyle ? "" : "fl-own"},
-                {"title", TitleOf(frame.urlPath)},
-                {"style", frame.hasStyle ? "<link rel=\"stylesheet\" href=\"/style.css\">\n" : ""},
-                {"trail", Trail(frame.urlPath)},
-                {"count", CountText(frame)},
-                {"note", Note(frame)},
-                {"sort", SortLinks(frame.order)}});
-  if (!IsRoot(frame.urlPath)) page_ += WayUp();
+  page_ = FillPage(page.substr(0, entries), {{"own", frame.hasStyle ? "" : "fl-own"},
+                                             {"title", TitleOf(frame.urlPath)},
+                                             {"style", frame.hasStyle ? kStyleLink : ""},
+                                             {"trail", Trail(frame.urlPath)},
+                                             {"count", CountText(frame)},
+                                             {"note", Note(frame)},
+                                             {"sort", SortLinks(frame.order)}});
+  if (!IsRoot(frame.urlPath)) page_ += FillPage(kWayUp, {{"picture", Icon("back")}});
 }
 
 // "./" keeps a name with a colon from being taken for a scheme.
 void FolderPage::Add(const ListedEntry& entry) {
   const std::string link = "./" + EncodeUrlPath(entry.name) + (entry.isFolder ? "/" : "");
-  page_ += "<li><a href=\"" + link + "\">" + PictureOf(entry, link);
-  page_ += "<span class=\"fl-name\"><bdi>" + ShownName(entry.name) + "</bdi></span>";
-  page_ += "<span class=\"fl-facts\"><span class=\"fl-size\">";
-  if (!entry.isFolder) page_ += core::ByteText(entry.size);
-  page_ += "</span><span class=\"fl-date\">" + DateOf(entry) + "</span></span></a></li>\n";
+  page_ += FillPage(kEntry, {{"link", link},
+                             {"picture", PictureOf(entry, link)},
+                             {"name", ShownName(entry.name)},
+                             {"size", entry.isFolder ? "" : core::ByteText(entry.size)},
+                             {"date", DateOf(entry)}});
 }
 
 std::string FolderPage::Finish() {
