@@ -37,7 +37,7 @@ TEST(MediaType, NamesTheSetOfATextThatDoesNotNameItItself) {
       {"a.htm", "<p>", true, html},
       {"a.htm", gbk, true, html + "; charset=gbk"},
       {"a.htm", meta + utf8, true, html},
-      {"a.htm", "<!-- " + meta + " --><b>" + gbk, true, html + "; charset=gbk"},
+      {"a.htm", "<!-- <b>" + meta + " -->" + gbk, true, html + "; charset=gbk"},
       {"a.htm", std::string(1024, ' ') + meta + gbk, true, html + "; charset=gbk"},
       {"a.html", "\xEF\xBB\xBF" + utf8, true, html},
       {"a.html", "\xFF\xFEh\0", true, html},
