@@ -41,8 +41,7 @@ TEST(FolderPage, NoNameBreaksOutOfItsPlace) {
                                     "<!--",
                                     "&quot;&#34;",
                                     "{{entries}}{{title}}",
-                                    "\xE2\x80\xAE"
-                                    "fdp.exe",
+                                    "\xE2\x80\xAExcod.exe",
                                     "\xC0\xA2\xE2\x80",
                                     std::string(255, '<')};
   for (int byte = 1; byte < 256; ++byte) {

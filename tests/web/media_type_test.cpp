@@ -40,7 +40,7 @@ TEST(MediaType, NamesTheSetOfATextThatDoesNotNameItItself) {
       {"a.htm", "<!-- <b>" + meta + " -->" + gbk, true, html + "; charset=gbk"},
       {"a.htm", std::string(1024, ' ') + meta + gbk, true, html + "; charset=gbk"},
       {"a.html", "\xEF\xBB\xBF" + utf8, true, html},
-      {"a.html", "\xFF\xFEh\0", true, html},
+      {"a.html", "\xFF\xFEh", true, html},
       {"a.js", "alert(1)", true, "text/javascript; charset=utf-8"},
       {"a.js", "alert(1)", false, "text/javascript"},
       {"a.js", "// " + utf8, false, "text/javascript; charset=utf-8"},
