@@ -1,5 +1,6 @@
 #include "net/buffered_socket.h"
 
+#include <algorithm>
 #include <array>
 #include <asio/buffer.hpp>
 #include <asio/socket_base.hpp>
@@ -8,9 +9,17 @@
 
 namespace net {
 
+using platform::Departure;
+using platform::FileResult;
 using platform::SocketResult;
 
 namespace {
+
+// For what the system takes of a file in one call, a fraction of a millisecond.
+constexpr std::uint64_t kPieceBytes = 256 * 1024;
+
+// So much of a file is copied sooner than the system is set up to send it.
+constexpr std::uint64_t kCopiedBytes = 16 * 1024;
 
 // One for all sockets: nothing runs between a read and the copy out of it.
 std::array<char, 65536>& ReadBuffer() {
@@ -83,7 +92,7 @@ void BufferedSocket::ReportReadable() {
 
 // Sending
 
-bool BufferedSocket::Send(std::string_view bytes, platform::Departure departure) {
+bool BufferedSocket::Send(std::string_view bytes, Departure departure) {
   if (HasUnsentBytes()) {
     waiting_.append(bytes);
     return true;
@@ -124,6 +133,47 @@ Task<> BufferedSocket::Sent() {
     WaitList::Awaiter taken = sentWaiters_.Wait();
     co_await taken;
   }
+}
+
+// Files
+
+FileResult BufferedSocket::SendPiece(const platform::File& file, std::uint64_t offset,
+                                     std::uint64_t size, Departure departure, std::size_t& count) {
+  if (copiesFiles_ || size <= kCopiedBytes) return CopyPiece(file, offset, size, departure, count);
+  const auto wanted = static_cast<std::size_t>(std::min(size, kPieceBytes));
+  const FileResult result = socket_.SendFile(file, offset, wanted, count);
+  if (result == FileResult::kTaken && count < wanted) return FileResult::kWouldWait;
+  if (result != FileResult::kNotPossible) return result;
+  copiesFiles_ = true;
+  return CopyPiece(file, offset, size, departure, count);
+}
+
+FileResult BufferedSocket::CopyPiece(const platform::File& file, std::uint64_t offset,
+                                     std::uint64_t size, Departure departure, std::size_t& count) {
+  std::array<char, 65536>& buffer = ReadBuffer();
+  const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(size, buffer.size()));
+  std::error_code error;
+  count = file.ReadAt(offset, buffer.data(), wanted, error);
+  if (error) count = 0;
+  if (count == 0) return FileResult::kFileEnded;
+  const Departure ofThese = count == size ? departure : Departure::kAtOnce;
+  return Send({buffer.data(), count}, ofThese) ? FileResult::kTaken : FileResult::kBroken;
+}
+
+Task<> BufferedSocket::Writable() {
+  if (!std::exchange(awaitingWritable_, true)) {
+    socket_.Known().async_wait(
+        asio::socket_base::wait_write,
+        [self = shared_from_this()](const asio::error_code& error) { self->OnWritable(error); });
+  }
+  WaitList::Awaiter taken = sentWaiters_.Wait();
+  co_await taken;
+}
+
+void BufferedSocket::OnWritable(const asio::error_code& error) {
+  awaitingWritable_ = false;
+  if (!socket_.IsOpen() || error == asio::error::operation_aborted) return;
+  sentWaiters_.WakeAll();
 }
 
 }  // namespace net

@@ -9,12 +9,14 @@
 // The I/O library gets to know the socket only when something has to be waited for.
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "net/handler_scope.h"
 #include "net/socket_context.h"
+#include "platform/file.h"
 #include "platform/stream_socket.h"
 
 namespace net {
@@ -59,19 +61,33 @@ class BufferedSocket : public std::enable_shared_from_this<BufferedSocket> {
   /// the socket is broken, which is not reported.
   bool Send(std::string_view bytes, platform::Departure departure);
 
+  /// Sends some of `size` bytes of `file` from `offset`; the outbox must be empty. `count`: how
+  /// many were sent or are in the outbox now, which keeps one piece of 64 KiB at most, and on Linux
+  /// 16 KiB. kWouldWait: the system takes no more for now. `departure` is that of the last byte.
+  platform::FileResult SendPiece(const platform::File& file, std::uint64_t offset,
+                                 std::uint64_t size, platform::Departure departure,
+                                 std::size_t& count);
+
+  /// Waits until the system may take more bytes; perhaps for less.
+  Task<> Writable();
+
   /// The bytes in the outbox.
   std::size_t UnsentBytes() const { return inFlight_.size() + waiting_.size(); }
   bool HasUnsentBytes() const { return UnsentBytes() != 0; }
 
   /// Waits until the outbox is empty.
   Task<> Sent();
-  /// Lets whoever waits in Sent look again.
+  /// Lets whoever waits in Sent or Writable look again.
   void WakeSenders() { sentWaiters_.WakeAll(); }
 
  private:
   template <class Step>
   void Report(const Step& step);
   void OnWaited(const asio::error_code& error);
+  platform::FileResult CopyPiece(const platform::File& file, std::uint64_t offset,
+                                 std::uint64_t size, platform::Departure departure,
+                                 std::size_t& count);
+  void OnWritable(const asio::error_code& error);
   void SendInFlight();
   void OnTaken(const asio::error_code& error);
 
@@ -82,6 +98,8 @@ class BufferedSocket : public std::enable_shared_from_this<BufferedSocket> {
   std::string waiting_;   // what goes next
   WaitList sentWaiters_;
   bool awaitingReadable_ = false;
+  bool awaitingWritable_ = false;
+  bool copiesFiles_ = false;  // since the system does not send them itself
 };
 
 }  // namespace net

@@ -10,6 +10,7 @@
 
 namespace net {
 
+using platform::FileResult;
 using platform::SocketResult;
 
 namespace {
@@ -197,9 +198,42 @@ void Connection::OnPeerShut() {
 void Connection::SendData(std::string_view bytes, platform::Departure departure) {
   if (!IsOpen()) return;
   CountSent(bytes.size());
-  if (socket_->Send(bytes, departure)) return;
-  // An event of its own: the sending handler goes on undisturbed to its next await.
+  if (!socket_->Send(bytes, departure)) BreakSoon();
+}
+
+// An event of its own: the sending handler goes on undisturbed to its next await.
+void Connection::BreakSoon() {
   context_.loop.Post([self = shared_from_this()] { self->Break(); });
+}
+
+// The others get their turn between two pieces, however fast this peer reads.
+Task<bool> Connection::SendFile(const platform::File& file, std::uint64_t offset,
+                                std::uint64_t size, platform::Departure departure) {
+  const std::shared_ptr<Connection> self = shared_from_this();
+  while (size > 0 && IsOpen()) {
+    if (HasUnsentBytes()) {
+      Task<> earlier = Sent();
+      co_await earlier;
+      continue;
+    }
+    std::size_t count = 0;
+    const FileResult result = socket_->SendPiece(file, offset, size, departure, count);
+    CountSent(count);
+    offset += count;
+    size -= count;
+    if (result == FileResult::kFileEnded) co_return false;
+    if (result == FileResult::kBroken) BreakSoon();
+    if (result == FileResult::kWouldWait) {
+      Task<> room = socket_->Writable();
+      co_await room;
+    } else if (size > 0) {
+      co_await YieldToEvents();
+    }
+  }
+  if (!HasUnsentBytes()) co_return true;
+  Task<> sent = Sent();
+  co_await sent;
+  co_return true;
 }
 
 void Connection::GatherSends() {

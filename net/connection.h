@@ -17,6 +17,7 @@
 #include "net/connection_report.h"
 #include "net/handler_scope.h"
 #include "net/socket_context.h"
+#include "platform/file.h"
 #include "platform/stream_socket.h"
 
 namespace net {
@@ -110,6 +111,13 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   void SendData(std::string_view bytes,
                 platform::Departure departure = platform::Departure::kAtOnce);
 
+  /// Sends `size` bytes of `file` from `offset` after what was sent before, and returns when the
+  /// system has taken them all. What a slow peer does not take stays in the file. False if the file
+  /// ended before that or could not be read; the bytes before its end have been sent. `file` must
+  /// live until then. Does nothing on a connection that has ended.
+  Task<bool> SendFile(const platform::File& file, std::uint64_t offset, std::uint64_t size,
+                      platform::Departure departure = platform::Departure::kAtOnce);
+
   /// Lets the system gather many small sends into few large segments: for bulk that goes one way
   /// and ends with a close. Without it every send leaves at once.
   void GatherSends();
@@ -147,6 +155,7 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   void EndHandlers(SocketState state);
   void CountReceived(std::size_t bytes);
   void CountSent(std::size_t bytes);
+  void BreakSoon();
 
   void OnReadable() override;
   void OnFailure() override { Break(); }

@@ -53,6 +53,11 @@ class File {
   /// Reads up to `size` bytes; fewer only at the end of the file.
   std::size_t Read(char* buffer, std::size_t size, std::error_code& error);
 
+  /// The same from `position` on, which leaves the file's position alone on Linux and moves it
+  /// behind what was read on Windows. Nothing beyond the end is not an error.
+  std::size_t ReadAt(std::uint64_t position, char* buffer, std::size_t size,
+                     std::error_code& error) const;
+
   /// Writes all of `bytes` or fails.
   void Write(std::string_view bytes, std::error_code& error);
 
@@ -67,9 +72,12 @@ class File {
   /// includes its name.
   static void FlushFolder(const std::filesystem::path& folder, std::error_code& error);
 
- private:
-  // A file descriptor or a HANDLE; -1 means none on both systems.
+  /// A file descriptor or a HANDLE, for platform/ only.
   using Handle = std::intptr_t;
+  Handle Native() const { return handle_; }
+
+ private:
+  // -1 means none on both systems.
   static constexpr Handle kNone = -1;
 
   explicit File(Handle handle) : handle_(handle) {}

@@ -7,8 +7,10 @@
 #include <asio/any_io_executor.hpp>
 #include <asio/ip/tcp.hpp>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
+#include "platform/file.h"
 #include "platform/socket_options.h"
 
 namespace platform {
@@ -19,6 +21,10 @@ enum class SocketResult { kDone, kWouldWait, kPeerShut, kBroken };
 /// When sent bytes leave. kWithEnd: together with a ShutSending that follows shortly, in one
 /// segment instead of two if the system can.
 enum class Departure { kAtOnce, kWithEnd };
+
+/// The result of handing part of a file to the system. kFileEnded: the part is beyond the end, or
+/// could not be read. kNotPossible: read the file and send what was read.
+enum class FileResult { kTaken, kWouldWait, kFileEnded, kNotPossible, kBroken };
 
 class StreamSocket {
  public:
@@ -57,6 +63,14 @@ class StreamSocket {
 
   /// `count`: the number of bytes that the system accepted. The rest has to wait.
   SocketResult Send(std::string_view bytes, Departure departure, std::size_t& count);
+
+  /// Has the system send `size` bytes of `file` from `offset` without copying them through the
+  /// program. `count`: the number of bytes that it accepted, which may be fewer at the end of the
+  /// file. Waits for the disk, but never for the peer.
+  ///
+  /// Never possible on Windows: its desktop editions carry out two such calls at a time, for all
+  /// programs together, so two peers that do not read would stop every other transfer.
+  FileResult SendFile(const File& file, std::uint64_t offset, std::size_t size, std::size_t& count);
 
   void ShutSending();
   void Close();

@@ -33,7 +33,7 @@ void Acceptor::AsyncAccept(Handler handler) {
       sockaddr_in peer = {};
       socklen_t size = sizeof(peer);
       const int socket = accept4(acceptor_.native_handle(), reinterpret_cast<sockaddr*>(&peer),
-                                 &size, SOCK_CLOEXEC);
+                                 &size, SOCK_CLOEXEC | SOCK_NONBLOCK);
       if (socket < 0) {
         error.assign(errno, asio::error::get_system_category());
       } else {

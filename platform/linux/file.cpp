@@ -130,6 +130,21 @@ std::size_t File::Read(char* buffer, std::size_t size, std::error_code& error) {
   return done;
 }
 
+std::size_t File::ReadAt(std::uint64_t position, char* buffer, std::size_t size,
+                         std::error_code& error) const {
+  error.clear();
+  std::size_t done = 0;
+  while (done < size) {
+    const ssize_t count = pread(static_cast<int>(handle_), buffer + done, size - done,
+                                static_cast<off_t>(position + done));
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) error = LastError();
+    if (count <= 0) break;
+    done += static_cast<std::size_t>(count);
+  }
+  return done;
+}
+
 void File::Write(std::string_view bytes, std::error_code& error) {
   error.clear();
   while (!bytes.empty()) {

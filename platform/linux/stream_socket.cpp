@@ -1,10 +1,12 @@
 #include "platform/stream_socket.h"
 
 #include <sys/ioctl.h>
+#include <sys/sendfile.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <utility>
 
 namespace platform {
@@ -15,6 +17,21 @@ int Descriptor(NativeSocket socket) { return static_cast<int>(socket); }
 SocketResult Failure() {
   const bool would = errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
   return would ? SocketResult::kWouldWait : SocketResult::kBroken;
+}
+
+FileResult FileFailure() {
+  switch (errno) {
+    case EAGAIN:
+    case EINTR:
+      return FileResult::kWouldWait;
+    case EIO:
+      return FileResult::kFileEnded;
+    case EINVAL:
+    case ENOSYS:
+      return FileResult::kNotPossible;  // not from this file system
+    default:
+      return FileResult::kBroken;
+  }
 }
 
 SocketResult ReceiveWith(NativeSocket socket, char* buffer, std::size_t size, int flags,
@@ -73,6 +90,20 @@ SocketResult StreamSocket::Send(std::string_view bytes, Departure departure, std
       send(Descriptor(native_), bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL | more);
   count = sent > 0 ? static_cast<std::size_t>(sent) : 0;
   return sent < 0 ? Failure() : SocketResult::kDone;
+}
+
+// Accepted sockets and those that the library has connected do not block, which this relies on.
+FileResult StreamSocket::SendFile(const File& file, std::uint64_t offset, std::size_t size,
+                                  std::size_t& count) {
+  // Unlike send, this has no flag against the signal about a peer that has gone.
+  static const auto before = std::signal(SIGPIPE, SIG_IGN);
+  static_cast<void>(before);
+  auto position = static_cast<off_t>(offset);
+  const ssize_t sent =
+      sendfile(Descriptor(native_), static_cast<int>(file.Native()), &position, size);
+  count = sent > 0 ? static_cast<std::size_t>(sent) : 0;
+  if (sent < 0) return FileFailure();
+  return sent == 0 ? FileResult::kFileEnded : FileResult::kTaken;
 }
 
 void StreamSocket::ShutSending() { shutdown(Descriptor(native_), SHUT_WR); }

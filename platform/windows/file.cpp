@@ -11,7 +11,7 @@ constexpr std::size_t kLargestTransfer = 1U << 20;
 
 std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
 
-HANDLE Native(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+HANDLE Pointer(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
 
 DWORD AccessOf(File::Mode mode) {
   switch (mode) {
@@ -69,14 +69,14 @@ File File::Open(const std::filesystem::path& path, Mode mode, std::error_code& e
 
 void File::Close() {
   if (!IsOpen()) return;
-  CloseHandle(Native(handle_));
+  CloseHandle(Pointer(handle_));
   handle_ = kNone;
 }
 
 std::uint64_t File::Size(std::error_code& error) const {
   LARGE_INTEGER size = {};
   error.clear();
-  if (GetFileSizeEx(Native(handle_), &size) == 0) error = LastError();
+  if (GetFileSizeEx(Pointer(handle_), &size) == 0) error = LastError();
   return static_cast<std::uint64_t>(size.QuadPart);
 }
 
@@ -84,14 +84,14 @@ void File::Skip(std::uint64_t bytes, std::error_code& error) {
   LARGE_INTEGER distance = {};
   distance.QuadPart = static_cast<LONGLONG>(bytes);
   error.clear();
-  if (SetFilePointerEx(Native(handle_), distance, nullptr, FILE_CURRENT) == 0) error = LastError();
+  if (SetFilePointerEx(Pointer(handle_), distance, nullptr, FILE_CURRENT) == 0) error = LastError();
 }
 
 void File::Seek(std::uint64_t position, std::error_code& error) {
   LARGE_INTEGER distance = {};
   distance.QuadPart = static_cast<LONGLONG>(position);
   error.clear();
-  if (SetFilePointerEx(Native(handle_), distance, nullptr, FILE_BEGIN) == 0) error = LastError();
+  if (SetFilePointerEx(Pointer(handle_), distance, nullptr, FILE_BEGIN) == 0) error = LastError();
 }
 
 std::size_t File::Read(char* buffer, std::size_t size, std::error_code& error) {
@@ -100,8 +100,27 @@ std::size_t File::Read(char* buffer, std::size_t size, std::error_code& error) {
   while (done < size) {
     const auto wanted = static_cast<DWORD>(std::min(size - done, kLargestTransfer));
     DWORD count = 0;
-    const bool read = ReadFile(Native(handle_), buffer + done, wanted, &count, nullptr) != 0;
+    const bool read = ReadFile(Pointer(handle_), buffer + done, wanted, &count, nullptr) != 0;
     if (!read) error = LastError();
+    if (!read || count == 0) break;
+    done += count;
+  }
+  return done;
+}
+
+std::size_t File::ReadAt(std::uint64_t position, char* buffer, std::size_t size,
+                         std::error_code& error) const {
+  error.clear();
+  std::size_t done = 0;
+  while (done < size) {
+    const std::uint64_t from = position + done;
+    OVERLAPPED place = {};
+    place.Offset = static_cast<DWORD>(from);
+    place.OffsetHigh = static_cast<DWORD>(from >> 32U);
+    const auto wanted = static_cast<DWORD>(std::min(size - done, kLargestTransfer));
+    DWORD count = 0;
+    const bool read = ReadFile(Pointer(handle_), buffer + done, wanted, &count, &place) != 0;
+    if (!read && GetLastError() != ERROR_HANDLE_EOF) error = LastError();
     if (!read || count == 0) break;
     done += count;
   }
@@ -113,7 +132,7 @@ void File::Write(std::string_view bytes, std::error_code& error) {
   while (!bytes.empty()) {
     const auto wanted = static_cast<DWORD>(std::min(bytes.size(), kLargestTransfer));
     DWORD count = 0;
-    if (WriteFile(Native(handle_), bytes.data(), wanted, &count, nullptr) == 0) {
+    if (WriteFile(Pointer(handle_), bytes.data(), wanted, &count, nullptr) == 0) {
       error = LastError();
       return;
     }
@@ -123,7 +142,7 @@ void File::Write(std::string_view bytes, std::error_code& error) {
 
 void File::Flush(std::error_code& error) {
   error.clear();
-  if (FlushFileBuffers(Native(handle_)) == 0) error = LastError();
+  if (FlushFileBuffers(Pointer(handle_)) == 0) error = LastError();
 }
 
 std::uint64_t File::ReadableSize(const std::filesystem::path& path, std::error_code& error) {

@@ -64,6 +64,11 @@ SocketResult StreamSocket::Send(std::string_view bytes, Departure, std::size_t& 
   return ResultOf(error);
 }
 
+FileResult StreamSocket::SendFile(const File&, std::uint64_t, std::size_t, std::size_t& count) {
+  count = 0;
+  return FileResult::kNotPossible;
+}
+
 void StreamSocket::ShutSending() {
   asio::error_code ignored;
   library_.shutdown(Library::shutdown_send, ignored);

@@ -3,6 +3,7 @@
 #include "net/connection.h"
 
 #include <optional>
+#include <random>
 
 #include "net/connection_slots.h"
 #include "net/draining_connections.h"
@@ -51,6 +52,20 @@ class Connections : public test::ProgramFixture, protected net::SlotEngine {
       throw;
     }
   }
+  Task<> SendRange(int, Arrival connection) {
+    std::error_code error;
+    const auto file =
+        platform::File::Open(Home().Path("big.bin"), platform::File::Mode::kRead, error);
+    try {
+      Task<bool> sending = connection->SendFile(file, offset_, size_);
+      const bool isWhole = co_await sending;
+      ++(isWhole ? sentWhole_ : sentInPart_);
+    } catch (const net::HandlerEnded&) {
+      ++ended_;
+      throw;
+    }
+    connection->Close();
+  }
   Task<> Throw(int, Arrival) { throw std::bad_alloc(); }
 
  protected:
@@ -93,6 +108,25 @@ class Connections : public test::ProgramFixture, protected net::SlotEngine {
   bool Arrive(std::size_t bytes) {
     return Eventually([&] { return arrivedBytes_ == bytes; });
   }
+  // A file without repetitions that no peer's system takes before the peer reads.
+  std::string WriteBigFile() {
+    std::string content(30'000'000, '\0');
+    std::minstd_rand random;
+    for (char& byte : content) byte = static_cast<char>(random());
+    Home().Write("big.bin", content);
+    size_ = content.size();
+    HandleWith(&Connections::SendRange);
+    return content;
+  }
+  // A client that does not read while it is sent the file.
+  std::unique_ptr<test::Client> StartDownload(int slot) {
+    auto client = NewClient("?");
+    EXPECT_TRUE(Eventually([&] {
+      const auto& connection = (*slots_)[slot].Current();
+      return connection && connection->BytesSoFar() > 100'000;
+    }));
+    return client;
+  }
   // Lets the loop serve what was sent before: a new client's round trip.
   void PassEvents() {
     HandleWith(&Connections::TellSlotLater);
@@ -109,9 +143,12 @@ class Connections : public test::ProgramFixture, protected net::SlotEngine {
 
   Handler handler_ = &Connections::Count;
   std::size_t size_ = 0;
+  std::size_t offset_ = 0;
   int arrivals_ = 0;
   std::size_t arrivedBytes_ = 0;
   int ended_ = 0;
+  int sentWhole_ = 0;
+  int sentInPart_ = 0;
   net::WaitList never_;
   std::optional<net::DrainingConnections> draining_;
   std::optional<net::SocketContext> context_;
@@ -178,6 +215,58 @@ TEST_F(Connections, ThatAreClosedAndNotReadHoldLittleTogether) {
   ASSERT_TRUE(Eventually([this] { return draining_->Count() == 1; }));
   EXPECT_EQ(NewClient("x")->ReceiveAll().size(), size_);
   EXPECT_LT(first->ReceiveAll().size(), size_);
+}
+
+TEST_F(Connections, SendASlowReaderAFileWholeAndAnswerOthersMeanwhile) {
+  const std::string content = WriteBigFile();
+  const auto client = StartDownload(1);
+  PassEvents();
+  OnLoop([&] {
+    EXPECT_LT((*slots_)[1].Current()->CurrentActivity().traffic.sent, size_);
+    EXPECT_EQ(sentWhole_, 0);
+  });
+  EXPECT_TRUE(client->ReceiveAll() == content);
+  EXPECT_EQ(sentWhole_, 1);
+}
+
+TEST_F(Connections, SendAnyRangeOfAFile) {
+  const std::string content = WriteBigFile();
+  for (const auto& [offset, size] : std::vector<std::pair<std::size_t, std::size_t>>{
+           {0, 0}, {0, 1}, {7, 16385}, {12345, 600'000}, {content.size() - 70'000, 70'000}}) {
+    offset_ = offset;
+    size_ = size;
+    EXPECT_TRUE(NewClient("?")->ReceiveAll() == content.substr(offset, size)) << offset;
+  }
+  EXPECT_EQ(sentInPart_, 0);
+}
+
+TEST_F(Connections, ReportAFileThatEndsEarly) {
+  const std::string content = WriteBigFile();
+  for (const std::size_t missing : {1U, 100'000U}) {
+    offset_ = content.size() - 15'000;
+    size_ = 15'000 + missing;
+    EXPECT_TRUE(NewClient("?")->ReceiveAll() == content.substr(offset_)) << missing;
+  }
+  EXPECT_EQ(sentInPart_, 2);
+
+  offset_ = 0;
+  size_ = content.size();
+  const auto client = StartDownload(3);
+  std::error_code error;
+  std::filesystem::resize_file(Home().Path("big.bin"), 20'000'000, error);
+  if (error) GTEST_SKIP() << "an open file cannot be changed here: " << error.message();
+  EXPECT_TRUE(client->ReceiveAll() == content.substr(0, 20'000'000));
+  EXPECT_EQ(sentInPart_, 3);
+}
+
+TEST_F(Connections, EndTheSendingOfAFileWithThem) {
+  WriteBigFile();
+  StartDownload(1)->Reset();
+  EXPECT_TRUE(Eventually([&] { return ended_ == 1; }));
+  const auto evicted = StartDownload(2);
+  OnLoop([&] { (*slots_)[2].Close(net::ActivityEnd::kEvicted); });
+  EXPECT_LT(evicted->ReceiveAll().size(), size_);
+  EXPECT_EQ(ended_, 2);
 }
 
 TEST_F(Connections, EndTheirHandlersWhichNeverReachTheNextClient) {
