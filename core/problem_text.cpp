@@ -99,6 +99,9 @@ constexpr Kind kKinds[] = {
      "设置文件 Server.ini 中 $1 的值“$2”无法使用。改正之前，FTP 服务不会启动。"},
     {"Server.ini [*] *: cannot convert \"*\"", kSettings,
      "设置文件 Server.ini 的 [$1] 中，$2 的值“$3”无法使用，沿用原来的值。请在选项中重新填写。"},
+    {"Server.ini [WebServer Options] *: \"*\" is not from * to *", kSettings,
+     "设置文件 Server.ini 中，$1 的值“$2”应为 $3 到 $4 的数字，它没有作用。请在 Web "
+     "服务的选项中重新填写。"},
     {"Settings not saved: @", kSettings, "选项没有保存，原来的设置没有改动：$1。"},
     {"startflg.dat: cannot be written: @", kSettings,
      "没有记下哪些服务在运行，下次不一定自动启动它们：$1。"},

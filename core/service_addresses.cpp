@@ -28,9 +28,12 @@ bool IsReachedByUrl(ServiceKind service) { return !kSchemes[IndexOf(service)].na
 
 std::string LocalUrl(ServiceKind kind, const Service& service) {
   if (!IsReachedByUrl(kind)) return {};
-  const Ports ports = service.IsRunning() ? service.PortsInUse() : service.PortsToUse();
   return std::string(kSchemes[IndexOf(kind)].name) + "://" + service.Domain() + ":" +
-         std::to_string(ports.first);
+         std::to_string(CurrentPorts(service).first);
+}
+
+Ports CurrentPorts(const Service& service) {
+  return service.IsRunning() ? service.PortsInUse() : service.PortsToUse();
 }
 
 std::string PortsText(ServiceKind service, Ports ports) {

@@ -19,6 +19,9 @@ bool IsReachedByUrl(ServiceKind service);
 /// the one in use or, while it is stopped, the one to use. Empty for the mail server.
 std::string LocalUrl(ServiceKind kind, const Service& service);
 
+/// The ports of a service: those in use or, while it is stopped, those to use.
+Ports CurrentPorts(const Service& service);
+
 /// Like "80", or "SMTP 25，POP3 110".
 std::string PortsText(ServiceKind service, Ports ports);
 

@@ -11,8 +11,12 @@ using Remedy = Diagnosis::Remedy;
 
 std::string PortText(const StartFailure& failure) { return "端口 " + std::to_string(failure.port); }
 
-bool IsForBrowsers(ServiceKind service, const StartFailure& failure) {
-  return service == ServiceKind::kWeb && failure.port == kBrowsersPort;
+bool NeedsBrowsersPort(ServiceKind service, const Circumstances& circumstances) {
+  return service == ServiceKind::kWeb && !circumstances.answersWithHttp;
+}
+
+std::string WayToOtherPorts() {
+  return std::string("想用别的端口，\n请在选项中勾选“") + kForBrowsers + "”。";
 }
 
 struct Advice {
@@ -21,30 +25,31 @@ struct Advice {
 };
 
 // `free`: what frees the port.
-Advice AdviceOnTakenPort(ServiceKind service, const StartFailure& failure,
+Advice AdviceOnTakenPort(bool needsBrowsersPort, const StartFailure& failure,
                          const std::string& free) {
-  if (IsForBrowsers(service, failure)) {
+  if (!needsBrowsersPort) {
+    return {"请先" + free + "，\n或在选项中改用别的端口，然后再次启动。", Remedy::kChangePort};
+  }
+  if (failure.port == kBrowsersPort) {
     return {
-        "请先" + free + "，然后再试一次。\n不要改用别的端口：浏览器只在端口 80 上显示这种网页。",
+        "请先" + free + "，然后再试一次。\n浏览器只在端口 80 上显示这种网页；" + WayToOtherPorts(),
         Remedy::kRetry};
   }
-  if (service == ServiceKind::kWeb) {
-    return {"请在选项中改用端口 80，浏览器只在它上面显示这种网页；\n然后再次启动。",
-            Remedy::kChangePort};
-  }
-  return {"请先" + free + "，\n或在选项中改用别的端口，然后再次启动。", Remedy::kChangePort};
+  return {
+      "请在选项中改用端口 80，浏览器只在它上面显示这种网页，\n然后再次启动；" + WayToOtherPorts(),
+      Remedy::kChangePort};
 }
 
-Diagnosis ExplainTaken(ServiceKind service, const StartFailure& failure, const PortUser& user) {
+Diagnosis ExplainTaken(bool needsBrowsersPort, const StartFailure& failure, const PortUser& user) {
   const std::string port = PortText(failure);
   if (!user.ownService.empty()) {
-    const Advice advice = AdviceOnTakenPort(service, failure, "停止 " + user.ownService);
+    const Advice advice = AdviceOnTakenPort(needsBrowsersPort, failure, "停止 " + user.ownService);
     return {
         port + " 已由\n" + user.ownService + "使用",
         port + " 已由本程序的 " + user.ownService + "使用，两者不能共用一个端口。\n" + advice.text,
         advice.remedy, "", failure.port};
   }
-  const Advice advice = AdviceOnTakenPort(service, failure, "退出那个程序");
+  const Advice advice = AdviceOnTakenPort(needsBrowsersPort, failure, "退出那个程序");
   const std::optional<platform::PortOwner>& owner = user.process;
   if (!owner) {
     return {port + " 已被\n另一个程序占用", port + " 已被另一个程序占用。\n" + advice.text,
@@ -62,11 +67,10 @@ std::string Quoted(const std::string& path) {
   return "'" + text::ReplaceAll(path, "'", "'\\''") + "'";
 }
 
-Diagnosis ExplainNoRight(ServiceKind service, const StartFailure& failure,
+Diagnosis ExplainNoRight(bool needsBrowsersPort, const StartFailure& failure,
                          const std::string& executable) {
   const std::string port = PortText(failure);
-  const std::string otherwise =
-      service == ServiceKind::kWeb ? "。" : "；\n或在选项中改用 1024 以上的端口。";
+  const std::string otherwise = needsBrowsersPort ? "。" : "；\n或在选项中改用 1024 以上的端口。";
   return {port + " 需要\n系统的许可",
           "系统只让有许可的程序使用 1024 以下的端口，\n" + port +
               " 也在其中。请在终端中运行复制的命令\n来给予许可，然后重新运行本程序" + otherwise,
@@ -88,16 +92,17 @@ Diagnosis ExplainUnreadable(const StartFailure& failure) {
 }  // namespace
 
 Diagnosis Explain(ServiceKind service, const StartFailure& failure, const PortUser& user,
-                  const std::string& executable) {
+                  const Circumstances& circumstances) {
   if (failure.settings) return ExplainUnreadable(failure);
   if (failure.port <= 0 && failure.reason == std::errc::invalid_argument) {
     return ExplainInvalid(failure);
   }
+  const bool needsBrowsersPort = NeedsBrowsersPort(service, circumstances);
   switch (platform::TroubleOf(failure.reason)) {
     case platform::ListenTrouble::kPortTaken:
-      return ExplainTaken(service, failure, user);
+      return ExplainTaken(needsBrowsersPort, failure, user);
     case platform::ListenTrouble::kNoRight:
-      return ExplainNoRight(service, failure, executable);
+      return ExplainNoRight(needsBrowsersPort, failure, circumstances.executable);
     case platform::ListenTrouble::kOther:
       break;
   }

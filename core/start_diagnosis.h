@@ -33,13 +33,21 @@ struct PortUser {
   std::string ownService;  // the name of the service if it is one of this program; else empty
 };
 
-/// The port on which browsers show the pages of the Web server, and the only one. So the advice
-/// never leads the Web server to another.
+/// The port on which browsers show the pages of the Web server, and the only one unless it answers
+/// with HTTP. So without that the advice does not lead the Web server to another.
 inline constexpr int kBrowsersPort = 80;
 
-/// `executable`: the path of this program for the user's shell.
+/// The tick in the Web server's options that makes it answer with HTTP.
+inline constexpr const char* kForBrowsers = "适合今天的浏览器";
+
+/// What the advice depends on besides the failure.
+struct Circumstances {
+  std::string executable = {};   // the path of this program for the user's shell
+  bool answersWithHttp = false;  // the Web server does, so any port will do
+};
+
 Diagnosis Explain(ServiceKind service, const StartFailure& failure, const PortUser& user,
-                  const std::string& executable);
+                  const Circumstances& circumstances);
 
 /// Why an existing Server.ini cannot be used (settings/server_ini.h), in one line; and the same
 /// with the consequences.

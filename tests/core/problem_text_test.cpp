@@ -12,6 +12,8 @@ TEST(ProblemText, NamesThePartOfTheProgramAndWhatIsSpecial) {
       {"Server.ini [x]: cannot be read: the file is torn", "设置", "无法读取：内容有缺损。"},
       {"Server.ini [FtpServer Options] Port: cannot convert \"$1\"", "FTP 服务", " Port 的值“$1”"},
       {"Server.ini [A] Key: cannot convert \"\"", "设置", "的 [A] 中，Key 的值“”无法使用"},
+      {"Server.ini [WebServer Options] Speed: \"x\" is not from 0 to 32767", "设置",
+       "Speed 的值“x”应为 0 到 32767 的数字"},
       {"Window toolkit: a.cpp:1: F: assertion failed: x > 0: ", "窗口", "没有通过：x > 0: "},
       {R"(C:\w\cgi-bin\a.exe: Access is denied.)", "Web 服务", "程序 a.exe 没有运行：没有权限。"},
       {R"(\m\User\li\M_1.eml: x)", "E-Mail 服务", R"(邮件 \m\User\li\M_1.eml 无法读写：x。)"},

@@ -22,22 +22,25 @@ TEST(StartDiagnosis, NamesTheProgramThatHasThePort) {
   first.Open(0, error);
   ASSERT_FALSE(error);
   second.Open(first.Port(), error);
-  EXPECT_THAT(core::Explain(ServiceKind::kFtp, {error, 80}, {}, "").text, HasSubstr("另一个程序"));
+  EXPECT_THAT(core::Explain(ServiceKind::kFtp, {error, 80}, {}, {}).text, HasSubstr("另一个程序"));
   const auto owner = platform::WhoListensOn(first.Port());
 #ifdef _WIN32
   if (!owner) GTEST_SKIP() << "Wine does not always know whose a socket is";
 #endif
   ASSERT_TRUE(owner);
-  const Diagnosis diagnosis = core::Explain(ServiceKind::kFtp, {error, 80}, {owner, ""}, "");
+  const Diagnosis diagnosis = core::Explain(ServiceKind::kFtp, {error, 80}, {owner, ""}, {});
   EXPECT_THAT(diagnosis.text, testing::ContainsRegex("端口 80 已被“.*core_test.*”占用"));
   EXPECT_THAT(diagnosis.text, HasSubstr(std::to_string(owner->process)));
   EXPECT_EQ(diagnosis.remedy, Diagnosis::Remedy::kChangePort);
-  // Browsers show pages on port 80 only, so the Web server is never led away from it.
-  const Diagnosis web = core::Explain(ServiceKind::kWeb, {error, 80}, {owner, ""}, "");
+  // Browsers show pages on port 80 only, so the Web server is not led away from it, but to HTTP.
+  const Diagnosis web = core::Explain(ServiceKind::kWeb, {error, 80}, {owner, ""}, {});
   EXPECT_EQ(web.remedy, Diagnosis::Remedy::kRetry);
   EXPECT_THAT(web.text, HasSubstr("请先退出那个程序，然后再试一次"));
-  EXPECT_THAT(core::Explain(ServiceKind::kWeb, {error, 8080}, {owner, ""}, "").text,
+  EXPECT_THAT(web.text, HasSubstr(core::kForBrowsers));
+  EXPECT_THAT(core::Explain(ServiceKind::kWeb, {error, 8080}, {owner, ""}, {}).text,
               HasSubstr("改用端口 80"));
+  const Diagnosis http = core::Explain(ServiceKind::kWeb, {error, 80}, {owner, ""}, {"", true});
+  EXPECT_EQ(http.text + http.brief, diagnosis.text + diagnosis.brief) << "as of any other service";
   first.Close();
   EXPECT_FALSE(platform::WhoListensOn(first.Port()));
 }
@@ -45,7 +48,7 @@ TEST(StartDiagnosis, NamesTheProgramThatHasThePort) {
 TEST(StartDiagnosis, TellsTheOtherReasonsApart) {
   const auto explain = [](std::errc reason, std::int16_t port) {
     return core::Explain(ServiceKind::kWeb, {std::make_error_code(reason), port}, {},
-                         "/opt/my 'own'/t");
+                         {.executable = "/opt/my 'own'/t"});
   };
   for (const std::int16_t port : {0, -5}) {
     const Diagnosis invalid = explain(std::errc::invalid_argument, port);

@@ -47,6 +47,14 @@ TEST_F(Clicks, PublishAPageByTwo) {
   EXPECT_LE(clicks_, 2);
 }
 
+TEST_F(Clicks, HavePhonesShowThePagesByTwo) {
+  boxes.Plan(wxID_YES);
+  Count("cmdStepForBrowsers");
+  ++clicks_;  // the answer to its question
+  EXPECT_TRUE(web.Options().answers.http);
+  EXPECT_LE(clicks_, 2);
+}
+
 TEST_F(Clicks, ShareAnotherFolderByFour) {
   Home().Write("mine/photo.jpg", "x");
   Count("cmdCardFtpPage");

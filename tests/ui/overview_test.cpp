@@ -11,6 +11,7 @@
 #include "core/service_addresses.h"
 #include "platform/local_addresses.h"
 #include "tests/ui/main_window_fixture.h"
+#include "text/strings.h"
 
 namespace test {
 namespace {
@@ -78,16 +79,25 @@ TEST_F(MainWindow, TestsTheReachOfEveryServiceWithoutATraceOrARealClientLost) {
 TEST_F(MainWindow, FirstStepsLeadThroughWhatIsLeftUntilAllIsDone) {
   const auto left = [&] {
     std::string names;
-    for (const char* each : {"cmdPutPage", "cmdFirstStart", "cmdGiveAddress", "cmdProtect"})
+    for (const char* each :
+         {"cmdPutPage", "cmdFirstStart", "cmdStepForBrowsers", "cmdGiveAddress", "cmdProtect"})
       if (IsVisible("fraFirstSteps") && IsVisible(each)) names += std::string(" ") + each;
     return names;
   };
-  EXPECT_EQ(left(), " cmdPutPage cmdFirstStart cmdGiveAddress cmdProtect");
+  EXPECT_EQ(left(), " cmdPutPage cmdFirstStart cmdStepForBrowsers cmdGiveAddress cmdProtect");
   EXPECT_TRUE(IsVisible("lblCardFtpWarning") && IsVisible("cmdCardMakeUploadFolder"));
   Home().Write("ftp/photo.jpg", "x");
   window->Open();
-  EXPECT_EQ(left(), " cmdFirstStart cmdGiveAddress cmdProtect");
+  EXPECT_EQ(left(), " cmdFirstStart cmdStepForBrowsers cmdGiveAddress cmdProtect");
   Push("cmdFirstStart");
+  EXPECT_EQ(left(), " cmdStepForBrowsers cmdGiveAddress cmdProtect");
+  EXPECT_NE(Find("cmdStepForBrowsers").GetClientData(), nullptr) << "the next one stands out";
+  boxes.Plan(wxID_NO);
+  boxes.Plan(wxID_YES);
+  Push("cmdStepForBrowsers");
+  EXPECT_TRUE(IsVisible("cmdStepForBrowsers") && !web.Options().answers.http);
+  Push("cmdStepForBrowsers");
+  EXPECT_TRUE(web.Options().answers.http);
   EXPECT_EQ(left(), " cmdGiveAddress cmdProtect");
   record.OnActivityEnded({"FTP", 1, "192.0.2.7", {}, {}});
   EXPECT_TRUE(Until([&] { return left() == " cmdProtect"; })) << "somebody came";
@@ -97,6 +107,21 @@ TEST_F(MainWindow, FirstStepsLeadThroughWhatIsLeftUntilAllIsDone) {
   EXPECT_FALSE(IsVisible("lblCardFtpWarning") || IsVisible("cmdCardMakeUploadFolder"));
   Push("cmdStopAll");
   EXPECT_FALSE(IsVisible("fraFirstSteps")) << "done for good";
+}
+
+TEST_F(MainWindow, FirstStepsOfferWhatBrowsersOnPort80DoNotNeedAndDoNotWaitForIt) {
+  const std::string settings =
+      text::ReplaceAll(Home().Read("Server.ini"), "TCPPort=0", "TCPPort=80");
+  Home().Write("Server.ini", settings + "[Protection]\nConfine=1\n");
+  Home().Write("ftp/photo.jpg", "x");
+  web.LoadOptions();
+  Environment().protection.Load();
+  window->Open();
+  EXPECT_TRUE(IsVisible("cmdStepForBrowsers"));
+  EXPECT_EQ(Find("cmdStepForBrowsers").GetClientData(), nullptr);
+  Push("cmdStartFtpService");
+  record.OnActivityEnded({"FTP", 1, "192.0.2.7", {}, {}});
+  EXPECT_TRUE(Until([&] { return !IsVisible("fraFirstSteps"); }));
 }
 
 TEST_F(MainWindow, FirstStepsStayAwayOnceTheyAreDismissed) {

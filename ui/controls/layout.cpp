@@ -108,19 +108,46 @@ wxTextCtrl* FieldRows::AddField(const char* name, const char* label, long style,
 }
 
 void FieldRows::AddNote(const char* name, const char* usual, FieldComplaint complaint) {
+  AddNote(
+      name, [usual](const std::string&) { return usual; }, std::move(complaint));
+}
+
+void FieldRows::AddNote(const char* name, FieldRemark usual, FieldComplaint complaint) {
   ++row_;
-  auto* note = Named(new wxStaticText(parent_, wxID_ANY, Shown(usual)), name);
+  auto* note = Named(new wxStaticText(parent_, wxID_ANY, Shown(usual(""))), name);
   note->SetForegroundColour(QuietText());
   grid_->Add(note, {row_, 1}, {1, 2}, wxALIGN_CENTRE_VERTICAL);
-  last_->Bind(wxEVT_TEXT, [note, usual, complaint = std::move(complaint)](wxCommandEvent& event) {
+  last_->Bind(wxEVT_TEXT, [note, usual = std::move(usual),
+                           complaint = std::move(complaint)](wxCommandEvent& event) {
     event.Skip();
-    const std::optional<std::string> wrong = complaint(Typed(event.GetString()));
-    const wxString text = Shown(wrong.value_or(usual));
+    const std::string typed = Typed(event.GetString());
+    const std::optional<std::string> wrong = complaint(typed);
+    const wxString text = Shown(wrong ? *wrong : usual(typed));
     if (note->GetLabelText() == text) return;
     note->SetForegroundColour(wrong ? FailedText() : QuietText());
     note->SetLabelText(text);
     GrowToFit(*note);
   });
+}
+
+void FieldRows::AddAcross(wxSizer* part) { grid_->Add(part, {++row_, 0}, {1, 3}, wxEXPAND); }
+
+wxStaticText* Explain(wxWindow& control, const char* text) {
+  auto* sentence = new wxStaticText(control.GetParent(), wxID_ANY, Shown(text));
+  sentence->SetForegroundColour(QuietText());
+  Describe(control, Typed(wxControl::RemoveMnemonics(control.GetLabel())), AccessibleRole::kItsOwn,
+           text);
+  return sentence;
+}
+
+ExplainedBox MakeExplainedBox(wxWindow* parent, const char* name, const char* text,
+                              const char* explanation, int indent) {
+  wxCheckBox* box = MakeCheckBox(parent, name, text);
+  auto* lines = new wxBoxSizer(wxVERTICAL);
+  lines->Add(box, wxSizerFlags().Border(wxLEFT, parent->FromDIP(indent)));
+  lines->Add(Explain(*box, explanation),
+             wxSizerFlags().Border(wxLEFT, parent->FromDIP(indent + kIndent)));
+  return {box, lines};
 }
 
 wxSizer* MakeRow(wxWindow* window, std::initializer_list<wxWindow*> controls) {

@@ -17,6 +17,7 @@
 class wxButton;
 class wxCheckBox;
 class wxDialog;
+class wxStaticText;
 class wxTextCtrl;
 
 namespace ui {
@@ -24,6 +25,7 @@ namespace ui {
 inline constexpr int kEdge = 12;     // from a window's border to its content, and between groups
 inline constexpr int kGap = 8;       // between two controls
 inline constexpr int kTightGap = 4;  // between lines that belong together
+inline constexpr int kIndent = 24;   // of what belongs to a check box
 
 /// Sets the name of a control and returns the control.
 template <class Control>
@@ -75,6 +77,9 @@ class Group {
   Column content_;
 };
 
+/// What is said of a text being typed.
+using FieldRemark = std::function<std::string(const std::string& typed)>;
+
 /// What is wrong with a text being typed; none if nothing is.
 using FieldComplaint = std::function<std::optional<std::string>(const std::string& typed)>;
 
@@ -93,6 +98,10 @@ class FieldRows {
   /// Adds a line below the last field: `usual`, or the complaint about what is being typed. Nothing
   /// is refused.
   void AddNote(const char* name, const char* usual, FieldComplaint complaint);
+  void AddNote(const char* name, FieldRemark usual, FieldComplaint complaint);
+
+  /// Adds a row of the full width.
+  void AddAcross(wxSizer* part);
 
   wxSizer* Sizer() const { return grid_; }
 
@@ -104,6 +113,17 @@ class FieldRows {
   wxTextCtrl* last_ = nullptr;
   int row_ = -1;
 };
+
+/// A sentence on what a choice changes, for sighted users and for others.
+wxStaticText* Explain(wxWindow& control, const char* text);
+
+/// A check box at `indent`, and below it a sentence on what it changes.
+struct ExplainedBox {
+  wxCheckBox* box;
+  wxSizer* sizer;
+};
+ExplainedBox MakeExplainedBox(wxWindow* parent, const char* name, const char* text,
+                              const char* explanation, int indent = 0);
 
 /// Controls side by side.
 wxSizer* MakeRow(wxWindow* window, std::initializer_list<wxWindow*> controls);

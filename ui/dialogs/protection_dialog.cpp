@@ -11,9 +11,7 @@
 #include "core/protection.h"
 #include "settings/change.h"
 #include "text/conversions.h"
-#include "ui/controls/accessible.h"
 #include "ui/controls/basic_controls.h"
-#include "ui/controls/colours.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
@@ -24,7 +22,6 @@ namespace {
 
 using Reach = core::ProtectionOptions::Reach;
 
-constexpr int kIndent = 24;  // of what belongs to a check box
 constexpr int kLimitWidth = 64;
 
 constexpr const char* kReachText = "对三项服务都有效。其他人一连接就被断开，什么也收不到。";
@@ -45,25 +42,11 @@ wxRadioButton* MakeOption(wxWindow* parent, const char* name, const char* text, 
       name);
 }
 
-// What a choice changes, for sighted users and for others.
-wxStaticText* Explain(wxWindow& control, const char* text) {
-  auto* sentence = new wxStaticText(control.GetParent(), wxID_ANY, Shown(text));
-  sentence->SetForegroundColour(QuietText());
-  Describe(control, Typed(wxControl::RemoveMnemonics(control.GetLabel())), AccessibleRole::kItsOwn,
-           text);
-  return sentence;
-}
-
-// A box at `indent` and the sentence below it.
 wxCheckBox* AddTick(wxWindow* parent, Column& column, const char* name, const char* text,
                     const char* explanation, int indent = 0) {
-  wxCheckBox* box = MakeCheckBox(parent, name, text);
-  auto* lines = new wxBoxSizer(wxVERTICAL);
-  lines->Add(box, wxSizerFlags().Border(wxLEFT, parent->FromDIP(indent)));
-  lines->Add(Explain(*box, explanation),
-             wxSizerFlags().Border(wxLEFT, parent->FromDIP(indent + kIndent)));
-  column.Add(lines);
-  return box;
+  const ExplainedBox tick = MakeExplainedBox(parent, name, text, explanation, indent);
+  column.Add(tick.sizer);
+  return tick.box;
 }
 
 }  // namespace

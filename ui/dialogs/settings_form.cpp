@@ -34,18 +34,18 @@ std::string TextIn(wxWindow* control, settings::Form form) {
   return form == settings::Form::kBoolean ? text::BooleanText(isSet) : text::CheckText(isSet);
 }
 
-void ShowPageOf(const wxWindow* control) {
-  for (wxWindow* page = control->GetParent(); page != nullptr; page = page->GetParent()) {
-    auto* book = wxDynamicCast(page->GetParent(), wxBookCtrlBase);
-    if (book != nullptr) book->SetSelection(static_cast<std::size_t>(book->FindPage(page)));
-  }
-}
-
 long IconOf(Refusal::Icon icon) {
   return icon == Refusal::Icon::kWarning ? wxICON_EXCLAMATION : wxICON_INFORMATION;
 }
 
 }  // namespace
+
+void ShowPageOf(const wxWindow& control) {
+  for (wxWindow* page = control.GetParent(); page != nullptr; page = page->GetParent()) {
+    auto* book = wxDynamicCast(page->GetParent(), wxBookCtrlBase);
+    if (book != nullptr) book->SetSelection(static_cast<std::size_t>(book->FindPage(page)));
+  }
+}
 
 SettingsForm::SettingsForm(wxWindow& dialog, settings::Table table, const char* title)
     : dialog_(dialog), table_(std::move(table)), title_(title) {}
@@ -69,7 +69,7 @@ bool SettingsForm::IsRefused(const settings::Entry& entry) const {
   if (!refused) return false;
   ShowMessage(&dialog_, refused->refusal.text, title_, wxOK | IconOf(refused->refusal.icon));
   wxWindow* control = Find(refused->control);
-  ShowPageOf(control);
+  ShowPageOf(*control);
   control->SetFocus();
   return true;
 }

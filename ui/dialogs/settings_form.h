@@ -10,6 +10,9 @@ class wxWindow;
 
 namespace ui {
 
+/// Turns the notebooks around a control to it.
+void ShowPageOf(const wxWindow& control);
+
 class SettingsForm {
  public:
   /// `title`: of the boxes. The dialog has its controls already, and owns `table`'s values.

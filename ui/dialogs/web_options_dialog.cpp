@@ -41,6 +41,7 @@ frmWebOptions::frmWebOptions(wxWindow* parent, const settings::Program& program,
   server.LoadOptions();
   options_ = server.Options();
   form_.Show(options_.EntryToShow(program));
+  answers->Show(options_.answers);
   documents_->Set({options_.DefaultPages.begin(), options_.DefaultPages.end()});
   txtWebRoot->SetFocus();
   CentreOnScreen();
@@ -58,6 +59,7 @@ wxWindow* frmWebOptions::MakeSitePage() {
   rows.AddNote("lblWebPortNote", core::kPortRange, [this](const std::string& typed) {
     return core::PortComplaint(typed, options_.WebPort);
   });
+  answers = std::make_unique<AnswerFields>(page, rows);
   LetChooseFolder(cmdBrowser, txtWebRoot, "选择Web服务器的主目录");
   return WithMargin(page, rows.Sizer());
 }
@@ -86,8 +88,11 @@ wxWindow* frmWebOptions::MakeRightsPage() {
 void frmWebOptions::OnConfirm() {
   const settings::Entry entry = form_.Entered();
   if (form_.IsRefused(entry)) return;
+  const auto answered = answers->Entered(options_.answers);
+  if (!answered) return;
   settings::Change change(program_);
   settings::Write(change, form_.Table(), entry);
+  ModWeb::WriteAnswerOptions(change, program_, *answered);
   // New documents must not meet old settings.
   if (IsSaved(this, program_, change.Fault()) &&
       IsSaved(this, program_, ModWeb::SaveDefaultPages(program_, documents_->Names())) &&

@@ -45,6 +45,7 @@ FirstSteps::FirstSteps(wxWindow* parent, const Actions& actions) : Card(parent) 
   grid_ = new wxFlexGridSizer(static_cast<int>(steps_.size()), FromDIP(kTightGap), FromDIP(kEdge));
   steps_ = {MakeStep("cmdPutPage", "放入网页或文件(&J)", actions.putPage),
             MakeStep("cmdFirstStart", "启动服务(&G)", actions.startAll),
+            MakeStep("cmdStepForBrowsers", "让手机也能看网页(&M)...", actions.forBrowsers),
             MakeStep("cmdGiveAddress", "把地址给别人(&C)", actions.giveAddress),
             MakeStep("cmdProtect", "设好保护(&U)...", actions.protect)};
   row->Add(grid_, wxSizerFlags().CentreVertical().Border(wxTOP | wxBOTTOM, FromDIP(kGap)));
@@ -71,14 +72,18 @@ FirstSteps::Step FirstSteps::MakeStep(const char* name, const char* text,
   return step;
 }
 
-// One line, two columns, the same above the last button, or one column.
+// One line, fewer columns, the same above the last button, or one column.
 void FirstSteps::FitInto(int width) {
   struct Form {
     wxOrientation parts;
     int columns;
   };
-  for (const Form form :
-       {Form{wxHORIZONTAL, 4}, {wxHORIZONTAL, 2}, {wxVERTICAL, 2}, {wxVERTICAL, 1}}) {
+  for (const Form form : {Form{wxHORIZONTAL, 5},
+                          {wxHORIZONTAL, 3},
+                          {wxHORIZONTAL, 2},
+                          {wxVERTICAL, 3},
+                          {wxVERTICAL, 2},
+                          {wxVERTICAL, 1}}) {
     parts_->SetOrientation(form.parts);
     grid_->SetCols(form.columns);
     grid_->SetRows(0);
@@ -87,17 +92,16 @@ void FirstSteps::FitInto(int width) {
   Layout();
 }
 
-bool FirstSteps::ShowSteps(const StepsDone& done) {
-  const std::array<bool, 4> inOrder = done.InOrder();
-  if (std::find(inOrder.begin(), inOrder.end(), false) == inOrder.end()) {
+bool FirstSteps::ShowSteps(const StepStates& states) {
+  const std::array<StepState, 5> inOrder = states.InOrder();
+  const auto* next = std::find(inOrder.begin(), inOrder.end(), StepState::kNeeded);
+  if (next == inOrder.end()) {
     settings::Remember(kSection, kDismissed, 1);
     return ShowAtAll(false);
   }
   bool changed = ShowAtAll(true);
-  bool isNext = true;
   for (std::size_t i = 0; i < steps_.size(); ++i) {
-    changed = ShowStep(steps_[i], inOrder[i], isNext && !inOrder[i]) || changed;
-    isNext = isNext && inOrder[i];
+    changed = ShowStep(steps_[i], inOrder[i] == StepState::kDone, &inOrder[i] == next) || changed;
   }
   if (changed) Layout();
   return changed;

@@ -1,8 +1,9 @@
 #pragma once
 
-// What a new user does first, in order: put something in, start, give the address to somebody,
-// protect the files. Each step is a button until it is done, in whatever way, and then a tick; the
-// next one stands out. The list disappears for good once all are done or the user dismisses it.
+// What a new user does first, in order: put something in, start, have every browser show the pages,
+// give the address to somebody, protect the files. Each step is a button until it is done, in
+// whatever way, and then a tick; the next one stands out. The list disappears for good once all
+// that are needed are done, or the user dismisses it.
 
 #include <wx/panel.h>
 
@@ -19,14 +20,20 @@ class wxStaticText;
 
 namespace ui {
 
-/// Which steps are done.
-struct StepsDone {
-  bool putContent = false;   // the Web or the FTP folder has files
-  bool start = false;        // a service runs
-  bool giveAddress = false;  // an address was passed on, or somebody was there
-  bool protect = false;      // visitors can change files in the upload folder at most
+/// An optional step is offered, but the list does not wait for it.
+enum class StepState { kDone, kNeeded, kOptional };
 
-  std::array<bool, 4> InOrder() const { return {putContent, start, giveAddress, protect}; }
+/// How far the steps are.
+struct StepStates {
+  StepState putContent = StepState::kNeeded;   // done: the Web or the FTP folder has files
+  StepState start = StepState::kNeeded;        // a service runs
+  StepState forBrowsers = StepState::kNeeded;  // the Web server answers with HTTP
+  StepState giveAddress = StepState::kNeeded;  // an address was passed on, or somebody was there
+  StepState protect = StepState::kNeeded;      // visitors change files in the upload folder at most
+
+  std::array<StepState, 5> InOrder() const {
+    return {putContent, start, forBrowsers, giveAddress, protect};
+  }
 };
 
 class FirstSteps : public Card {
@@ -34,6 +41,7 @@ class FirstSteps : public Card {
   struct Actions {
     std::function<void()> putPage;
     std::function<void()> startAll;
+    std::function<void()> forBrowsers;
     std::function<void()> giveAddress;
     std::function<void()> protect;
   };
@@ -41,7 +49,7 @@ class FirstSteps : public Card {
   FirstSteps(wxWindow* parent, const Actions& actions);
 
   /// True if something changed and the parent must be laid out again.
-  bool ShowSteps(const StepsDone& done);
+  bool ShowSteps(const StepStates& states);
 
   /// False hides the list.
   bool ShowAtAll(bool shown);
@@ -49,7 +57,7 @@ class FirstSteps : public Card {
   /// Uses several lines if one would be wider than `width` pixels.
   void FitInto(int width);
 
-  /// False once all steps have been done, or the user has dismissed them.
+  /// False once all steps that are needed have been done, or the user has dismissed them.
   static bool AreWanted();
 
   /// That the user has passed an address on, or that somebody has come.
@@ -69,7 +77,7 @@ class FirstSteps : public Card {
 
   wxBoxSizer* parts_;
   wxFlexGridSizer* grid_;
-  std::array<Step, 4> steps_;
+  std::array<Step, 5> steps_;
 };
 
 }  // namespace ui

@@ -7,6 +7,7 @@
 #include <initializer_list>
 
 #include "core/service_addresses.h"
+#include "core/start_diagnosis.h"
 #include "text/strings.h"
 #include "ui/controls/basic_controls.h"
 #include "ui/controls/colours.h"
@@ -20,8 +21,9 @@ namespace {
 constexpr int kAddressWidth = 240;  // minimum
 
 constexpr const char* kNoNetwork = "这台电脑没有连接到网络，只有它自己能打开。";
+constexpr const char* kBareAnswers = "只发送网页内容，浏览器只在端口 80 上显示";
 constexpr const char* kPortNote =
-    "现在的浏览器只在端口 80 上显示这种网页；\n当前设置的是别的端口。";
+    "端口不是 80，手机和浏览器打不开您的网页。\n请改为适合今天的浏览器，或者把端口改为 80。";
 
 wxStaticText* MakeText(wxWindow& page, const char* name, const char* text) {
   return Named(new wxStaticText(&page, wxID_ANY, Shown(text)), name);
@@ -49,9 +51,8 @@ wxSizer* ReachRows::MakeRows() {
   auto* column = new wxBoxSizer(wxVERTICAL);
   column->Add(MakePorts(), wxSizerFlags().Expand());
   column->Add(MakeRestart(), below);
-  portNote_ = MakeQuietText(page_, "lblPortNote", kPortNote);
-  portNote_->Hide();
-  column->Add(portNote_, below);
+  column->Add(MakeAnswers(), below);
+  column->Add(MakePortNote(), below);
   column->Add(MakeAddresses(), below);
   column->Add(MakeTest(), below);
   return column;
@@ -78,6 +79,31 @@ wxSizer* ReachRows::MakeRestart() {
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(restartNote_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, page_.FromDIP(kGap)));
   row->Add(restart_, Centred());
+  return row;
+}
+
+wxSizer* ReachRows::MakeAnswers() {
+  answersHeading_ = MakeQuietText(page_, "lblAnswersHeading", "回答方式：");
+  answers_ = MakeText(page_, "lblAnswers", "");
+  chooseAnswers_ = MakeActionButton(&page_, "cmdChooseAnswers", "更改方式(&A)...",
+                                    [this] { commands_.ChooseAnswers(); });
+  Hide({answersHeading_, answers_, chooseAnswers_});
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(answersHeading_, Centred());
+  row->Add(answers_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, page_.FromDIP(kGap)));
+  row->Add(chooseAnswers_, Centred());
+  return row;
+}
+
+wxSizer* ReachRows::MakePortNote() {
+  portNote_ = MakeText(page_, "lblPortNote", "");
+  portNote_->SetForegroundColour(FailedText());
+  forBrowsers_ = MakeActionButton(&page_, "cmdForBrowsers", "让浏览器能打开(&E)...",
+                                  [this] { commands_.AnswerForBrowsers(); });
+  Hide({portNote_, forBrowsers_});
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(portNote_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, page_.FromDIP(kGap)));
+  row->Add(forBrowsers_, Centred());
   return row;
 }
 
@@ -147,10 +173,12 @@ void ReachRows::SetAddresses(const std::vector<std::string>& addresses, bool isR
   page_.Layout();
 }
 
-void ReachRows::SetPortNote(bool shown) {
-  if (portNote_->IsShown() == shown) return;
-  portNote_->Show(shown);
-  page_.Layout();
+void ReachRows::SetAnswers(bool withHttp, bool areShownByBrowsers) {
+  answersHeading_->Show();
+  const std::string forBrowsers = std::string(core::kForBrowsers) + "（HTTP）";
+  ShowFact(*answers_, withHttp ? forBrowsers : kBareAnswers, *chooseAnswers_);
+  if (areShownByBrowsers && forBrowsers_->HasFocus()) chooseAnswers_->SetFocus();
+  ShowFact(*portNote_, areShownByBrowsers ? "" : kPortNote, *forBrowsers_);
 }
 
 void ReachRows::SetTest(const core::ReachVerdict& verdict) {

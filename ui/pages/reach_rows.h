@@ -1,8 +1,8 @@
 #pragma once
 
-// The part of a service's page about how others reach it: the ports, the addresses in the network,
-// whether browsers show the pages, and what a test found. A row is hidden while it has nothing to
-// say. The controls are the page's.
+// The part of a service's page about how others reach it: the ports, how the Web server answers and
+// whether browsers show that, the addresses in the network, and what a test found. A row is hidden
+// while it has nothing to say. The controls are the page's.
 
 #include <string>
 #include <vector>
@@ -39,8 +39,9 @@ class ReachRows {
   /// there is none.
   void SetAddresses(const std::vector<std::string>& addresses, bool isRunning);
 
-  /// Shows that browsers display the pages on port 80 only.
-  void SetPortNote(bool shown);
+  /// Shows how the Web server answers, with a button that opens the options there, and whether
+  /// browsers show that on its port. If not, another button mends it.
+  void SetAnswers(bool withHttp, bool areShownByBrowsers);
 
   /// Shows what a test found, or that it is under way. An empty text hides it.
   void SetTest(const core::ReachVerdict& verdict);
@@ -48,6 +49,8 @@ class ReachRows {
  private:
   wxSizer* MakePorts();
   wxSizer* MakeRestart();
+  wxSizer* MakeAnswers();
+  wxSizer* MakePortNote();
   wxSizer* MakeAddresses();
   wxSizer* MakeTest();
   void ShowFact(wxStaticText& fact, const std::string& text, wxWindow& companion);
@@ -66,7 +69,11 @@ class ReachRows {
   wxStaticText* address_;
   wxButton* copy_;
   wxButton* showQrCode_;
+  wxStaticText* answersHeading_;
+  wxStaticText* answers_;
+  wxButton* chooseAnswers_;
   wxStaticText* portNote_;
+  wxButton* forBrowsers_;
   wxStaticText* test_;
   wxButton* copyCommand_;
 };

@@ -22,6 +22,10 @@ class ServiceCommands {
   virtual void ShowOptions(core::ServiceKind service) = 0;
   /// Opens the options at the port.
   virtual void ChangePort(core::ServiceKind service) = 0;
+  /// Opens the Web server's options at how it answers.
+  virtual void ChooseAnswers() = 0;
+  /// Asks, and makes the Web server answer so that every browser shows the pages.
+  virtual void AnswerForBrowsers() = 0;
   /// Tests whether others reach the service, and shows what it found on the page.
   virtual void TestReach(core::ServiceKind service) = 0;
   /// Copies an address for the user to pass on.

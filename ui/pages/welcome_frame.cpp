@@ -183,8 +183,8 @@ void WelcomeFrame::EnableTogether() {
 }
 
 // The page's main button is the next step, if there is one.
-void WelcomeFrame::ShowSteps(const std::optional<StepsDone>& done) {
-  const bool changed = done ? steps_->ShowSteps(*done) : steps_->ShowAtAll(false);
+void WelcomeFrame::ShowSteps(const std::optional<StepStates>& states) {
+  const bool changed = states ? steps_->ShowSteps(*states) : steps_->ShowAtAll(false);
   ShowAsMain(*startAll_, !steps_->IsShown());
   if (!changed) return;
   UseWidth();

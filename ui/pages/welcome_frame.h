@@ -64,7 +64,7 @@ class WelcomeFrame : public Page {
   void ShowProtection(const std::string& text, const std::string& parts);
 
   /// Shows how far the first steps are. None hides them.
-  void ShowSteps(const std::optional<StepsDone>& done);
+  void ShowSteps(const std::optional<StepStates>& states);
 
   wxStaticBitmap* picIcon;
 

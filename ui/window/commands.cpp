@@ -16,11 +16,13 @@
 #include "platform/shell.h"
 #include "platform/system_message.h"
 #include "settings/autostart.h"
+#include "settings/change.h"
 #include "settings/server_ini.h"
 #include "ui/controls/clipboard.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/about_box.h"
+#include "ui/dialogs/answer_question.h"
 #include "ui/dialogs/cut_off_question.h"
 #include "ui/dialogs/domain_questions.h"
 #include "ui/dialogs/help_box.h"
@@ -28,6 +30,7 @@
 #include "ui/dialogs/protection_dialog.h"
 #include "ui/dialogs/qr_dialog.h"
 #include "ui/dialogs/questions.h"
+#include "ui/dialogs/save_report.h"
 #include "ui/dialogs/start_with_system.h"
 #include "ui/dialogs/tip_of_the_day.h"
 #include "ui/dialogs/virtual_directory_dialog.h"
@@ -266,6 +269,23 @@ void Commands::ShowOptionsAt(ServiceKind service, std::optional<int> wrongPort) 
   Load(service);
   if (AskForOptions(&window_, *manager_, service, wrongPort)) TakeOver(service);
   ShowRootDir(service);
+}
+
+void Commands::ChooseAnswers() {
+  Load(ServiceKind::kWeb);
+  if (AskForAnswers(&window_, *manager_)) TakeOver(ServiceKind::kWeb);
+  ShowRootDir(ServiceKind::kWeb);
+}
+
+void Commands::AnswerForBrowsers() {
+  Load(ServiceKind::kWeb);
+  if (manager_->web.Options().answers.http) return survey_->ShowFirstSteps();
+  if (!MayAnswerForBrowsers(&window_, core::CurrentPorts(manager_->web).first)) return;
+  ModWeb::AnswerOptions answers = manager_->web.Options().answers;
+  answers.http = true;
+  settings::Change change(manager_->program);
+  ModWeb::WriteAnswerOptions(change, manager_->program, answers);
+  if (IsSaved(&window_, manager_->program, change.Save())) TakeOver(ServiceKind::kWeb);
 }
 
 // What is confirmed holds at once, whether the service is running or not. The reason of the last

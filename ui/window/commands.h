@@ -69,6 +69,8 @@ class Commands : public ServiceCommands {
   void AskForDomain(core::ServiceKind service) override;
   void ShowOptions(core::ServiceKind service) override;
   void ChangePort(core::ServiceKind service) override;
+  void ChooseAnswers() override;
+  void AnswerForBrowsers() override;
   void TestReach(core::ServiceKind service) override;
   void GiveAddress(const std::string& address) override;
   void OpenAddress(core::ServiceKind service) override;

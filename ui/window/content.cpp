@@ -113,6 +113,7 @@ WelcomeFrame* Content::MakeWelcomeFrame() {
               {
                   .putPage = [this] { commands_.PutPage(); },
                   .startAll = [this] { commands_.StartAll(); },
+                  .forBrowsers = [this] { commands_.AnswerForBrowsers(); },
                   .giveAddress = [this] { commands_.GiveFirstAddress(); },
                   .protect = [this] { commands_.ShowProtection(); },
               },

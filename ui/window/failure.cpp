@@ -4,6 +4,7 @@
 #include "platform/native_path.h"
 #include "platform/program_location.h"
 #include "ui/pages/service_looks.h"
+#include "web/web_server.h"
 
 namespace ui {
 namespace {
@@ -21,17 +22,18 @@ std::string OwnServiceOn(int port, core::ServiceKind failed, core::ServiceContro
 
 }  // namespace
 
-std::optional<core::Diagnosis> Diagnose(const core::Outcome& outcome,
-                                        core::ServiceControl& control) {
+std::optional<core::Diagnosis> Diagnose(const core::Outcome& outcome, const Manager& manager) {
   const std::optional<core::StartFailure>& failure = outcome.failure;
   if (!failure) return std::nullopt;
   core::PortUser user;
   if (platform::TroubleOf(failure->reason) == platform::ListenTrouble::kPortTaken) {
     user = {.process = platform::WhoListensOn(static_cast<std::uint16_t>(failure->port)),
-            .ownService = OwnServiceOn(failure->port, outcome.service, control)};
+            .ownService = OwnServiceOn(failure->port, outcome.service, manager.control)};
   }
-  return core::Explain(outcome.service, *failure, user,
-                       platform::PathTextForUser(platform::PathText(platform::ExecutablePath())));
+  return core::Explain(
+      outcome.service, *failure, user,
+      {.executable = platform::PathTextForUser(platform::PathText(platform::ExecutablePath())),
+       .answersWithHttp = manager.web.Options().answers.http});
 }
 
 }  // namespace ui

@@ -5,13 +5,12 @@
 #include <optional>
 
 #include "core/manager_view.h"
-#include "core/service_control.h"
 #include "core/start_diagnosis.h"
+#include "ui/window/manager.h"
 
 namespace ui {
 
 /// None unless the outcome is a failed start with a known reason.
-std::optional<core::Diagnosis> Diagnose(const core::Outcome& outcome,
-                                        core::ServiceControl& control);
+std::optional<core::Diagnosis> Diagnose(const core::Outcome& outcome, const Manager& manager);
 
 }  // namespace ui

@@ -123,7 +123,7 @@ void frmMain::ShowOutcome(const core::Outcome& outcome) {
 }
 
 void frmMain::ShowInFrame(const core::Outcome& outcome) {
-  const auto diagnosis = Diagnose(outcome, manager_->control);
+  const auto diagnosis = Diagnose(outcome, *manager_);
   content->FrameOf(outcome.frame).ShowOutcome(outcome, diagnosis);
   fraWelcome->ShowOutcome(outcome, diagnosis);
   if (outcome.rootDir) commands_.ShowRootDir(outcome.frame);

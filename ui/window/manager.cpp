@@ -1,5 +1,8 @@
 #include "ui/window/manager.h"
 
+#include <wx/checkbox.h>
+#include <wx/textctrl.h>
+
 #include "ftp/ftp_server.h"
 #include "mail/mail_server.h"
 #include "ui/dialogs/ftp_options_dialog.h"
@@ -27,6 +30,13 @@ bool AskForOptions(wxWindow* parent, const Manager& manager, core::ServiceKind s
   }
   frmMailOptions dialog(parent, manager.program, manager.mail);
   if (wrongPort) SelectPort({dialog.txtSMTPPort, dialog.txtPop3Port}, *wrongPort);
+  return dialog.ShowModal() == wxID_OK;
+}
+
+bool AskForAnswers(wxWindow* parent, const Manager& manager) {
+  frmWebOptions dialog(parent, manager.program, manager.web);
+  dialog.answers->chkAnswersHttp->SetFocus();
+  dialog.txtWebRoot->SelectNone();  // it had the focus
   return dialog.ShowModal() == wxID_OK;
 }
 

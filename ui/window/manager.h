@@ -44,4 +44,7 @@ struct Manager {
 bool AskForOptions(wxWindow* parent, const Manager& manager, core::ServiceKind service,
                    std::optional<int> wrongPort = std::nullopt);
 
+/// Shows the options of the Web server, at how it answers. True likewise.
+bool AskForAnswers(wxWindow* parent, const Manager& manager);
+
 }  // namespace ui

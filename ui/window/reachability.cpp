@@ -12,6 +12,7 @@
 #include "platform/local_addresses.h"
 #include "platform/native_path.h"
 #include "ui/window/content.h"
+#include "web/web_server.h"
 
 namespace ui {
 namespace {
@@ -42,7 +43,7 @@ Reachability::~Reachability() = default;
 void Reachability::Show(ServiceKind service) {
   const core::Service& server = manager_.control.Of(service);
   const bool runs = server.IsRunning();
-  const core::Ports ports = runs ? server.PortsInUse() : server.PortsToUse();
+  const core::Ports ports = core::CurrentPorts(server);
   const std::vector<std::string> addresses = AddressesOf(service);
   content_.fraWelcome->SetReach(service, addresses);
   ServiceFrame& frame = content_.FrameOf(service);
@@ -51,7 +52,9 @@ void Reachability::Show(ServiceKind service) {
   frame.Reach().SetRestartNote(core::RestartNote(service, server));
   frame.Reach().SetAddresses(addresses, runs);
   if (service != ServiceKind::kWeb) return;
-  frame.Reach().SetPortNote(ports.first != core::kBrowsersPort && !frame.HasFailed());
+  const bool withHttp = manager_.web.Options().answers.http;
+  const bool isUsualPort = ports.first == core::kBrowsersPort;
+  frame.Reach().SetAnswers(withHttp, withHttp || isUsualPort || frame.HasFailed());
 }
 
 void Reachability::ShowDomainRemark(ServiceKind service) {

@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "core/protection.h"
+#include "core/service_addresses.h"
+#include "core/start_diagnosis.h"
 #include "files/files.h"
 #include "ftp/ftp_server.h"
 #include "mail/mail_server.h"
@@ -25,14 +27,26 @@ bool HasFiles(const std::string& folder) {
                      [](const auto& entry) { return !entry.isFolder && !entry.isHidden; });
 }
 
+StepState DoneIf(bool isDone) { return isDone ? StepState::kDone : StepState::kNeeded; }
+
+// On their usual port browsers show the pages in any case.
+StepState StateForBrowsers(const ModWeb::WebServer& web) {
+  if (web.Options().answers.http) return StepState::kDone;
+  const bool isUsualPort = core::CurrentPorts(web).first == core::kBrowsersPort;
+  return isUsualPort ? StepState::kOptional : StepState::kNeeded;
+}
+
 }  // namespace
 
-StepsDone LookForSteps(const Manager& manager) {
+StepStates LookForSteps(const Manager& manager) {
   return {
-      .putContent = HasFiles(manager.web.RootDir()) || HasFiles(manager.ftp.RootDir()),
-      .start = manager.web.IsRunning() || manager.ftp.IsRunning() || manager.mail.IsRunning(),
-      .giveAddress = FirstSteps::WasAddressGiven(),
-      .protect = manager.protection.Options().confine || !manager.ftp.Options().uploadDir.empty(),
+      .putContent = DoneIf(HasFiles(manager.web.RootDir()) || HasFiles(manager.ftp.RootDir())),
+      .start =
+          DoneIf(manager.web.IsRunning() || manager.ftp.IsRunning() || manager.mail.IsRunning()),
+      .forBrowsers = StateForBrowsers(manager.web),
+      .giveAddress = DoneIf(FirstSteps::WasAddressGiven()),
+      .protect =
+          DoneIf(manager.protection.Options().confine || !manager.ftp.Options().uploadDir.empty()),
   };
 }
 

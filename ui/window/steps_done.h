@@ -5,7 +5,7 @@
 
 namespace ui {
 
-/// Derives which first steps are done from the folders, the options and what is remembered.
-StepsDone LookForSteps(const Manager& manager);
+/// Derives how far the first steps are from the folders, the options and what is remembered.
+StepStates LookForSteps(const Manager& manager);
 
 }  // namespace ui
