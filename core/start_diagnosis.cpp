@@ -15,9 +15,7 @@ bool NeedsBrowsersPort(ServiceKind service, const Circumstances& circumstances) 
   return service == ServiceKind::kWeb && !circumstances.answersWithHttp;
 }
 
-std::string WayToOtherPorts() {
-  return std::string("想用别的端口，\n请在选项中勾选“") + kForBrowsers + "”。";
-}
+std::string TheTick() { return std::string("勾选“") + kForBrowsers + "”"; }
 
 struct Advice {
   std::string text;
@@ -31,13 +29,14 @@ Advice AdviceOnTakenPort(bool needsBrowsersPort, const StartFailure& failure,
     return {"请先" + free + "，\n或在选项中改用别的端口，然后再次启动。", Remedy::kChangePort};
   }
   if (failure.port == kBrowsersPort) {
-    return {
-        "请先" + free + "，然后再试一次。\n浏览器只在端口 80 上显示这种网页；" + WayToOtherPorts(),
-        Remedy::kRetry};
+    return {"请先" + free +
+                "，然后再试一次。\n浏览器只在端口 80 上显示这种网页；想改用别的端口，\n请在选项中" +
+                TheTick() + "。",
+            Remedy::kRetry};
   }
-  return {
-      "请在选项中改用端口 80，浏览器只在它上面显示这种网页，\n然后再次启动；" + WayToOtherPorts(),
-      Remedy::kChangePort};
+  return {"请在选项中改用端口 80，浏览器只在它上面显示这种网页；\n或者" + TheTick() +
+              "，改用别的端口。然后再次启动。",
+          Remedy::kChangePort};
 }
 
 Diagnosis ExplainTaken(bool needsBrowsersPort, const StartFailure& failure, const PortUser& user) {
