@@ -4,6 +4,7 @@
 // else (a folder, a pipe, a device) fails to open, so calls block only for as long as the disk
 // takes. Failures are error codes with the system's message.
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <string_view>
@@ -25,10 +26,13 @@ class File {
 
   File() = default;
   File(File&& other) noexcept
-      : handle_(std::exchange(other.handle_, kNone)), sizeWhenOpened_(other.sizeWhenOpened_) {}
+      : handle_(std::exchange(other.handle_, kNone)),
+        sizeWhenOpened_(other.sizeWhenOpened_),
+        writtenWhenOpened_(other.writtenWhenOpened_) {}
   File& operator=(File&& other) noexcept {
     std::swap(handle_, other.handle_);
     std::swap(sizeWhenOpened_, other.sizeWhenOpened_);
+    std::swap(writtenWhenOpened_, other.writtenWhenOpened_);
     return *this;
   }
   ~File() { Close(); }
@@ -43,6 +47,9 @@ class File {
 
   /// The size when the file was opened with kRead. Costs no system call.
   std::uint64_t SizeWhenOpened() const { return sizeWhenOpened_; }
+
+  /// When the file was last written to, as of then, likewise.
+  std::chrono::system_clock::time_point WrittenWhenOpened() const { return writtenWhenOpened_; }
 
   /// Advances the position of a file opened for reading.
   void Skip(std::uint64_t bytes, std::error_code& error);
@@ -84,6 +91,7 @@ class File {
 
   Handle handle_ = kNone;
   std::uint64_t sizeWhenOpened_ = 0;
+  std::chrono::system_clock::time_point writtenWhenOpened_ = {};
 };
 
 }  // namespace platform

@@ -20,6 +20,12 @@ bool IsReadableByOwner(const struct stat& facts) {
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
+std::chrono::system_clock::time_point TimeOf(const timespec& time) {
+  const auto sinceEpoch =
+      std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+  return std::chrono::system_clock::time_point(sinceEpoch);
+}
+
 int FlagsOf(File::Mode mode) {
   switch (mode) {
     case File::Mode::kRead:
@@ -88,6 +94,7 @@ File File::Open(const std::filesystem::path& path, Mode mode, std::error_code& e
   error = fstat(descriptor, &facts) != 0 ? LastError() : WhyNoFile(facts.st_mode);
   if (error) file.Close();
   file.sizeWhenOpened_ = static_cast<std::uint64_t>(facts.st_size);
+  file.writtenWhenOpened_ = TimeOf(facts.st_mtim);
   return file;
 }
 

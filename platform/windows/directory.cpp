@@ -6,20 +6,13 @@
 #include <limits>
 
 #include "platform/text_case.h"
+#include "platform/windows/file_time.h"
 #include "platform/windows/wide_text.h"
 
 namespace platform {
 namespace {
 
 std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
-
-// FILETIME counts 100-nanosecond intervals since 1601.
-std::chrono::system_clock::time_point TimeOf(const FILETIME& time) {
-  constexpr std::int64_t kUnixEpoch = 116444736000000000;
-  const std::int64_t steps =
-      (static_cast<std::int64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime) - kUnixEpoch;
-  return std::chrono::system_clock::from_time_t(static_cast<std::time_t>(steps / 10000000));
-}
 
 DirectoryEntry EntryOf(const WIN32_FIND_DATAW& found) {
   const auto has = [&](DWORD attribute) { return (found.dwFileAttributes & attribute) != 0; };

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "platform/windows/file_time.h"
+
 namespace platform {
 namespace {
 
@@ -12,6 +14,12 @@ constexpr std::size_t kLargestTransfer = 1U << 20;
 std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
 
 HANDLE Pointer(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+
+std::chrono::system_clock::time_point WriteTimeOf(HANDLE file) {
+  FILETIME written = {};
+  GetFileTime(file, nullptr, nullptr, &written);
+  return TimeOf(written);
+}
 
 DWORD AccessOf(File::Mode mode) {
   switch (mode) {
@@ -63,7 +71,10 @@ File File::Open(const std::filesystem::path& path, Mode mode, std::error_code& e
     file.Close();
     return file;
   }
-  if (mode == Mode::kRead) file.sizeWhenOpened_ = file.Size(error);
+  if (mode == Mode::kRead) {
+    file.sizeWhenOpened_ = file.Size(error);
+    file.writtenWhenOpened_ = WriteTimeOf(handle);
+  }
   return file;
 }
 
