@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/text_case.h"
 #include "text/strings.h"
 #include "text/utf8.h"
+#include "web/resource_kind.h"
 #include "web/url_decoding.h"
 
 namespace ModWeb {
@@ -43,20 +43,6 @@ void CutPostResource(std::string_view requestText, std::string& resource) {
 // The first character is assumed to be "/" and is not checked.
 std::string WithoutFirstCharacter(const std::string& resource) {
   return resource.empty() ? resource : resource.substr(text::CharacterEnd(resource, 0));
-}
-
-std::string UpperCasedEnd(const std::string& resource, std::size_t length) {
-  return platform::UpperCase(resource.substr(resource.size() - std::min(resource.size(), length)));
-}
-
-bool IsHtmlPage(const std::string& resource) {
-  const std::string end = UpperCasedEnd(resource, 5);
-  return end == ".HTML" || end.ends_with(".HTM");
-}
-
-bool IsProgram(const std::string& resource) {
-  const std::string end = UpperCasedEnd(resource, 4);
-  return end == ".CGI" || end == ".EXE";
 }
 
 }  // namespace

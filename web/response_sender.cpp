@@ -42,21 +42,40 @@ Task<> Pace(Client client) {
   co_await pause;
 }
 
-Task<Failure> SendPieces(File file, Client client) {
-  const std::uint64_t size = file.SizeWhenOpened();
-  client->Expect(size);
-  const std::uint64_t full = size / kPieceBytes;
-  const auto rest = static_cast<std::size_t>(size % kPieceBytes);
-  co_await net::YieldToEvents();
-  for (std::uint64_t piece = 0; piece < full; ++piece) {
+Task<Failure> SendFullPieces(File& file, std::uint64_t count, Client client) {
+  for (std::uint64_t piece = 0; piece < count; ++piece) {
     if (Failure failure = SendPiece(file, kPieceBytes, client, Departure::kAtOnce))
       co_return failure;
     Task<> pacing = Pace(client);
     co_await pacing;
   }
+  co_return std::nullopt;
+}
+
+// At the pace that the user wants instead.
+Task<Failure> SendFullPieces(File& file, std::uint64_t count, Pacing pacing, Client client) {
+  const std::uint64_t size = count * kPieceBytes;
+  Task<Failure> sending = SendPaced(file, 0, size, pacing, client);
+  Failure failure = co_await sending;
+  std::error_code error;
+  if (!failure) file.Seek(size, error);
+  co_return error ? platform::SystemMessage(error) : failure;
+}
+
+Task<Failure> SendPieces(File file, std::optional<Pacing> pacing, Client client) {
+  const std::uint64_t size = file.SizeWhenOpened();
+  client->Expect(size);
+  const std::uint64_t full = size / kPieceBytes;
+  const auto rest = static_cast<std::size_t>(size % kPieceBytes);
+  co_await net::YieldToEvents();
+  Task<Failure> sending =
+      pacing ? SendFullPieces(file, full, *pacing, client) : SendFullPieces(file, full, client);
+  Failure failure = co_await sending;
+  if (failure) co_return failure;
   // Without a rest there is no last piece, which counts as a failure once the others are out.
   if (rest == 0) co_return "the last piece of the file has no bytes";
-  if (Failure failure = SendPiece(file, rest, client, Departure::kWithEnd)) co_return failure;
+  failure = SendPiece(file, rest, client, Departure::kWithEnd);
+  if (failure) co_return failure;
   file.Close();
   co_await net::YieldToEvents();
   co_return std::nullopt;
@@ -116,7 +135,7 @@ Task<> ResponseSender::SendOpened(File file, Client client, bool pageIfMissing,
   ActivityEnd end = ifMissing;
   try {
     if (file.IsOpen()) {
-      Task<Failure> sending = SendPieces(std::move(file), client);
+      Task<Failure> sending = SendPieces(std::move(file), WantedPacing(), client);
       failure = co_await sending;
       end = EndOfFile(*client);
     } else if (pageIfMissing) {
@@ -126,6 +145,10 @@ Task<> ResponseSender::SendOpened(File file, Client client, bool pageIfMissing,
     // The client left early; the caller goes on as if it had stayed.
   }
   EndResponse(client, failure, end, errors_);
+}
+
+std::optional<Pacing> ResponseSender::WantedPacing() const {
+  return answers_.speed ? std::optional(Pacing::For(answers_.speed)) : std::nullopt;
 }
 
 void SendNotFoundPage(net::Connection& client) {

@@ -6,6 +6,7 @@
 #include "core/service_environment.h"
 #include "files/files.h"
 #include "platform/system_message.h"
+#include "text/path_text.h"
 
 namespace ModWeb {
 namespace {
@@ -24,11 +25,19 @@ SearchCopies::SearchCopies(const core::ServiceEnvironment& environment)
           environment.loop, [this](const std::string& error) { program_.errors.LogError(error); },
           [this] { return Work(); }) {}
 
-void SearchCopies::Add(const std::string& from, const std::string& to, const std::string& name) {
-  const Job job = {from, to, name};
+// While there is a search index, every page that was served is collected beside it.
+void SearchCopies::AddServed(const files::ClientFiles& site, const std::string& root,
+                             const std::string& resource) {
+  const std::string begin = ModCommon::AddSlash(root);
+  if (!site.FileExists(begin + "Search\\Search.ifo")) return;
+  const std::string name = "Search\\" + resource;
+  Add({.from = site.Settled(begin + resource), .to = site.Settled(begin + name), .name = name});
+}
+
+void SearchCopies::Add(Job job) {
   const bool waits = std::find(waiting_.begin(), waiting_.end(), job) != waiting_.end();
   if (waits || waiting_.size() >= kMostWaiting) return;
-  waiting_.push_back(job);
+  waiting_.push_back(std::move(job));
   worker_.Start();
 }
 

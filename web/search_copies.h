@@ -7,6 +7,7 @@
 #include <string>
 
 #include "core/service_environment.h"
+#include "files/client_files.h"
 #include "net/background_worker.h"
 #include "settings/program.h"
 
@@ -16,21 +17,23 @@ class SearchCopies {
  public:
   explicit SearchCopies(const core::ServiceEnvironment& environment);
 
-  /// Copies the file `from` to `to`, which is replaced; both are path texts. A failure is logged
-  /// with `name`. Ignored if the same copy waits already, or a hundred others do.
-  void Add(const std::string& from, const std::string& to, const std::string& name);
+  /// Copies the page `resource`, a name below the Web root `root`, if the site has an index.
+  /// Ignored if the same copy waits already, or a hundred others do. A failure is logged.
+  void AddServed(const files::ClientFiles& site, const std::string& root,
+                 const std::string& resource);
 
   /// Ends the current copy and forgets those that wait.
   void Stop();
 
  private:
   struct Job {
-    std::string from;
-    std::string to;
+    std::string from;  // these are path texts
+    std::string to;    // is replaced
     std::string name;
     bool operator==(const Job&) const = default;
   };
 
+  void Add(Job job);
   net::Task<> Work();
   net::Task<std::error_code> Copy(Job job);
 

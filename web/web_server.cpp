@@ -16,7 +16,8 @@ using platform::File;
 
 namespace {
 
-constexpr std::size_t kExtensionLength = 4;
+// Of a client that may send another request by HTTP, or has begun one. Browsers expect that.
+constexpr std::chrono::milliseconds kLongestSilence = std::chrono::seconds(20);
 
 Task<> Ignore() { co_return; }
 
@@ -28,22 +29,24 @@ WebServer::WebServer(core::ServiceEnvironment environment)
       sockets_(core::SocketsOf(environment_, draining_)),
       WebSvrSock_(sockets_, *this, "HTTP", net::ConnectionSlots::BusySlot::kEvict, ""),
       site_(options_.WebRootDir, environment_.protection.OfFiles()),
-      programs_(programFolder_, environment_.protection.OfFiles()),
+      programs_(environment_, site_),
       interpreter_(*this, options_, session_),
-      sender_(site_, environment_.program.errors),
-      cgi_(environment_),
+      sender_(site_, environment_.program.errors, options_.answers),
       searchCopies_(environment_),
+      http_({environment_.program, options_, site_, programs_, searchCopies_}),
       heldOptions_(environment_.program.Holders(), [this](settings::Change& change) {
         settings::WriteHeld(change, options_.Describe());
       }) {
   options_.SetDefaults(environment_.program);
+  sockets_.idleLimit = [this] {
+    return options_.answers.http ? kLongestSilence : std::chrono::milliseconds(0);
+  };
 }
 
 bool WebServer::LoadOptions() {
   environment_.protection.Load();
   options_.LoadWebOptions(environment_.program, WebSvrSock_.Listener().LocalAddress());
-  programFolder_ = PathInRoot("cgi-bin\\");
-  environment_.protection.SetProgramFolder(programFolder_);
+  programs_.SetRoot(options_.WebRootDir);
   return !options_.settingsFault;
 }
 
@@ -73,7 +76,7 @@ bool WebServer::StartWebListener() {
 
 bool WebServer::StopWebListener() {
   WebSvrSock_.Close();
-  cgi_.Stop();
+  programs_.Stop();
   searchCopies_.Stop();
   draining_.DropAll();
   return !IsRunning();
@@ -83,7 +86,10 @@ std::vector<net::ConnectionReport> WebServer::Connections() const { return WebSv
 
 void WebServer::Disconnect(const std::string&, int slot) { WebSvrSock_.Disconnect(slot); }
 
-Task<> WebServer::OnDataArrival(int, Client client) { return OnWebDataArrival(std::move(client)); }
+Task<> WebServer::OnDataArrival(int slot, Client client) {
+  if (options_.answers.http) return http_.OnArrival(slot, std::move(client));
+  return OnWebDataArrival(std::move(client));
+}
 
 // Nothing of an arrival is kept for a later one, and its text is gone when the answer begins.
 Task<> WebServer::OnWebDataArrival(Client client) {
@@ -125,20 +131,14 @@ void WebServer::OnClose(int slot) { WebSvrSock_[slot].Current()->CloseWhenHandle
 
 void WebServer::OnError(int slot) { WebSvrSock_[slot].Close(); }
 
+void WebServer::OnIdle(int slot) { WebSvrSock_[slot].Close(net::ActivityEnd::kIdle); }
+
 // Files
 
 Task<> WebServer::ServeHtmlFile(std::string resource, Client client) {
-  const std::string path = PathInRoot(resource);
-  Task<> sending = sender_.SendHtmlFile(path, client);
+  Task<> sending = sender_.SendHtmlFile(PathInRoot(resource), client);
   co_await sending;
-  CopyIntoSearch(path, resource);
-}
-
-// While there is a search index, every page that was served is collected beside it.
-void WebServer::CopyIntoSearch(const std::string& path, const std::string& resource) {
-  if (!HasFile("Search\\Search.ifo")) return;
-  const std::string name = "Search\\" + resource;
-  searchCopies_.Add(site_.Settled(path), site_.Settled(PathInRoot(name)), name);
+  searchCopies_.AddServed(site_, options_.WebRootDir, resource);
 }
 
 bool WebServer::HasFile(const std::string& name) const {
@@ -153,9 +153,9 @@ std::string WebServer::PathInRoot(std::string_view name) const {
 
 Task<> WebServer::ServeProgram(std::string resource, std::string body, Client client) {
   File page;
-  const bool found = programs_.FileExists(programFolder_ + resource);
+  const bool found = programs_.Exists(resource);
   if (found) {
-    Task<File> running = RunCgiProgram(std::move(resource), std::move(body));
+    Task<File> running = programs_.Run(std::move(resource), std::move(body));
     page = co_await running;
   }
   Task<> sending = sender_.SendPage(
@@ -163,26 +163,12 @@ Task<> WebServer::ServeProgram(std::string resource, std::string body, Client cl
   co_await sending;
 }
 
-// The page is named after the program and lies in the Web root itself, not in cgi-bin.
-Task<File> WebServer::RunCgiProgram(std::string resource, std::string body) {
-  const std::string outName = resource.substr(0, resource.size() - kExtensionLength) + ".htm";
-  CgiJob job = {.program = programs_.Settled(programFolder_ + resource),
-                .inPath = programFolder_ + "TempFileIn",
-                .outPath = site_.Settled(PathInRoot(outName)),
-                .pagePath = programFolder_ + "TempFileOut",
-                .body = std::move(body)};
-  Task<File> running = cgi_.Run(std::move(job));
-  File page = co_await running;
-  co_await net::YieldToEvents();
-  co_return std::move(page);
-}
-
 // Refusals
 
 Task<> WebServer::RefuseGet(Client client) {
   SendNotFoundPage(*client);
   client->Finish(net::ActivityEnd::kRefused);
-  LogRefusal(*client);
+  LogRefusal(environment_.program, *client, session_);
   co_await net::YieldToEvents();
   client->Close();
 }
@@ -195,13 +181,8 @@ Task<> WebServer::RefusePost(Client client) {
   } catch (const net::HandlerEnded&) {
     // The request of a client that left at once is logged like any other.
   }
-  LogRefusal(*client);
+  LogRefusal(environment_.program, *client, session_);
   client->Close();
-}
-
-void WebServer::LogRefusal(const net::Connection& client) const {
-  files::AppendLine(environment_.program.File("Web.log"),
-                    WebLogLine(std::chrono::system_clock::now(), client.RemoteAddress(), session_));
 }
 
 }  // namespace ModWeb

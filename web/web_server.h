@@ -1,11 +1,12 @@
 #pragma once
 
-// The Web server: answers GET with files of the Web root and POST with the pages of CGI programs,
-// in the manner of HTTP/0.9, without status line or header; the end of the connection ends the
-// answer.
+// The Web server: answers GET with files of the Web root and POST with the pages of CGI programs.
+// Usually it does so in the manner of HTTP/0.9, without status line or header; the end of the
+// connection ends the answer. If the user wants, it answers by HTTP/1.1 (web/answer_options.h).
 //
-// It keeps the listener and the connections; RequestInterpreter decides how a request is answered,
-// and ResponseSender sends the answer. All connections share one session.
+// It keeps the listener and the connections. For bare answers RequestInterpreter decides how a
+// request is answered, and ResponseSender sends the answer; all connections share one session. HTTP
+// is the business of HttpConversations.
 
 #include <memory>
 #include <string>
@@ -16,7 +17,8 @@
 #include "net/connection_slots.h"
 #include "net/draining_connections.h"
 #include "settings/program.h"
-#include "web/cgi_queue.h"
+#include "web/http/http_conversations.h"
+#include "web/programs.h"
 #include "web/request_interpreter.h"
 #include "web/response_sender.h"
 #include "web/search_copies.h"
@@ -63,15 +65,13 @@ class WebServer : public core::Service, private net::SlotEngine, private Request
   net::Task<> OnWebDataArrival(Client client);
   void OnClose(int slot) override;
   void OnError(int slot) override;
+  void OnIdle(int slot) override;
 
   void ShowRequest(net::Connection& client, Decision& decision) const;
   net::Task<> ServeHtmlFile(std::string resource, Client client);
   net::Task<> ServeProgram(std::string resource, std::string body, Client client);
-  net::Task<platform::File> RunCgiProgram(std::string resource, std::string body);
   net::Task<> RefuseGet(Client client);
   net::Task<> RefusePost(Client client);
-  void CopyIntoSearch(const std::string& path, const std::string& resource);
-  void LogRefusal(const net::Connection& client) const;
 
   bool HasFile(const std::string& name) const override;
   std::string PathInRoot(std::string_view name) const;
@@ -82,14 +82,13 @@ class WebServer : public core::Service, private net::SlotEngine, private Request
   net::ConnectionSlots WebSvrSock_;
   std::optional<core::StartFailure> failure_;
   WebOptions options_;
-  std::string programFolder_;    // a path text
-  files::ClientFiles site_;      // below the Web root
-  files::ClientFiles programs_;  // below the folder of programs
+  files::ClientFiles site_;  // below the Web root
+  Programs programs_;
   WebSession session_;
   RequestInterpreter interpreter_;
   ResponseSender sender_;
-  CgiQueue cgi_;
   SearchCopies searchCopies_;
+  HttpConversations http_;
 
   settings::SettingsHolders::Holder heldOptions_;
 };

@@ -131,10 +131,13 @@ class Stage:
                     self.exchange(name or self.service, one, reply)
 
     def play_setting(self, text):
-        pattern = f"(?m)^{text.split('=')[0]}=[^\r]*"
-        settings, found = re.subn(pattern, text, self.home.read("Server.ini"))
-        protection = "" if "[Protection]" in settings else "[Protection]\r\n"
-        self.home.write("Server.ini", settings if found else f"{settings}{protection}{text}\r\n")
+        section, text = re.fullmatch(r"(?:\[(.*)\] )?(.*)", text).groups("Protection")
+        key, header = text.split("=")[0], f"[{section}]\r\n"
+        settings, found = re.subn(f"(?m)^{key}=[^\r]*", text, self.home.read("Server.ini"))
+        if header not in settings:
+            settings += header
+        self.home.write("Server.ini", settings if found else
+                        settings.replace(header, f"{header}{text}\r\n"))
 
     def play_define(self, text):
         name, self.definitions[name] = text.split(": ", 1)

@@ -1,0 +1,59 @@
+#pragma once
+
+// How a request is answered: the files of the site for GET and HEAD, with ranges and with what the
+// client knows already; a list for a folder without a default page; the page of a program for POST.
+// A name never leads out of the Web root, whatever the settings say.
+
+#include <memory>
+#include <string>
+
+#include "files/client_files.h"
+#include "net/connection.h"
+#include "net/task.h"
+#include "settings/program.h"
+#include "web/http/request_reader.h"
+#include "web/http/request_target.h"
+#include "web/http/response.h"
+#include "web/programs.h"
+#include "web/search_copies.h"
+#include "web/web_options.h"
+
+namespace ModWeb {
+
+class HttpAnswers {
+ public:
+  /// What it works with; all must outlive it.
+  struct Site {
+    const settings::Program& program;
+    const WebOptions& options;
+    const files::ClientFiles& files;  // below the Web root
+    Programs& programs;
+    SearchCopies& searchCopies;
+  };
+
+  explicit HttpAnswers(const Site& site) : site_(site) {}
+
+  /// Begins the client's activity, and returns the answer. Nothing is sent.
+  net::Task<HttpResponse> Answer(HttpRequest request, std::shared_ptr<net::Connection> client);
+
+ private:
+  using Client = std::shared_ptr<net::Connection>;
+
+  net::Task<HttpResponse> Get(HttpRequest request, RequestTarget target, Client client);
+  net::Task<HttpResponse> Post(HttpRequest request, RequestTarget target, Client client);
+  net::Task<HttpResponse> ShowFolder(HttpRequest request, std::string name, RequestTarget target,
+                                     Client client);
+
+  HttpResponse SendFile(const HttpRequest& request, const std::string& resource,
+                        platform::File file) const;
+  HttpResponse ProgramPage(platform::File page) const;
+  HttpResponse Forbidden(const HttpRequest& request, const RequestTarget& target,
+                         const net::Connection& client) const;
+  void Begin(net::Connection& client, net::Activity::Kind kind, std::string shown,
+             const std::string& path) const;
+  std::string PathOf(std::string_view resource) const;
+
+  const Site site_;
+};
+
+}  // namespace ModWeb

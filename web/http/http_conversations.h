@@ -1,0 +1,52 @@
+#pragma once
+
+// The conversations of the clients with a server that answers by HTTP: requests are read in
+// whatever pieces they arrive, and answered one after another on the same connection as long as the
+// client wants. While an answer goes out, nothing further is read, so a client that sends ahead
+// costs one arrival.
+
+#include <array>
+#include <memory>
+#include <string>
+
+#include "net/connection_slots.h"
+#include "web/http/http_answers.h"
+#include "web/http/request_reader.h"
+#include "web/http/response_writer.h"
+
+namespace ModWeb {
+
+class HttpConversations {
+ public:
+  using Client = std::shared_ptr<net::Connection>;
+
+  /// All of the site must outlive this object, which must outlive its tasks.
+  explicit HttpConversations(const HttpAnswers::Site& site);
+
+  /// Takes what has arrived, and answers what is complete.
+  net::Task<> OnArrival(int slot, Client client);
+
+ private:
+  // What one connection has said so far.
+  struct Conversation {
+    Conversation(const Client& client, std::size_t longestBody)
+        : of(client.get()), reader(longestBody) {}
+
+    const net::Connection* of;
+    RequestReader reader;
+    std::string unread;
+    bool isAnswering = false;
+  };
+
+  std::shared_ptr<Conversation> ConversationOf(int slot, const Client& client);
+  net::Task<> Go(std::shared_ptr<Conversation> conversation, Client client);
+  net::Task<bool> Answer(HttpRequest request, Client client);
+  net::Task<bool> Send(HttpResponse response, WriteOptions options, Client client);
+  std::size_t LongestBody() const;
+
+  const HttpAnswers::Site site_;
+  HttpAnswers answers_;
+  std::array<std::shared_ptr<Conversation>, net::ConnectionSlots::kLastSlot + 1> conversations_;
+};
+
+}  // namespace ModWeb

@@ -1,0 +1,89 @@
+#include "web/http/request_target.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+
+#include "text/code_page.h"
+#include "text/strings.h"
+
+namespace ModWeb {
+namespace {
+
+// Also a target with a scheme and a host, as for a proxy, is answered: the host does not matter.
+std::string_view WithoutHost(std::string_view target) {
+  const std::size_t scheme = target.find("://");
+  if (target.starts_with('/') || scheme == std::string_view::npos) return target;
+  const std::size_t path = target.find_first_of("/?", scheme + 3);
+  if (path == std::string_view::npos) return "/";
+  return target.substr(path);
+}
+
+std::optional<std::string> Unescaped(std::string_view text) {
+  std::string plain;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '%') {
+      plain += text[i];
+      continue;
+    }
+    std::uint8_t code = 0;
+    const char* const digits = text.data() + i + 1;
+    if (i + 2 >= text.size()) return std::nullopt;
+    const auto [end, error] = std::from_chars(digits, digits + 2, code, 16);
+    if (error != std::errc() || end != digits + 2) return std::nullopt;
+    plain += static_cast<char>(code);
+    i += 2;
+  }
+  return plain;
+}
+
+std::optional<std::string> Resolved(std::string_view path) {
+  std::vector<std::string_view> names;
+  while (!path.empty()) {
+    const std::string_view name = path.substr(0, path.find_first_of("/\\"));
+    path.remove_prefix(std::min(name.size() + 1, path.size()));
+    if (name.empty() || name == ".") continue;
+    if (name != "..") {
+      names.push_back(name);
+      continue;
+    }
+    if (names.empty()) return std::nullopt;
+    names.pop_back();
+  }
+  std::string resolved;
+  for (const std::string_view name : names) resolved.append("/").append(name);
+  return resolved.empty() ? "/" : resolved;
+}
+
+}  // namespace
+
+std::optional<RequestTarget> ParseTarget(std::string_view target) {
+  if (std::any_of(target.begin(), target.end(), text::IsControl)) return std::nullopt;
+  target = WithoutHost(target);
+  const std::size_t end = std::min(target.find_first_of("?#"), target.size());
+  const auto path = Unescaped(target.substr(0, end));
+  const bool isPath = path && (path->starts_with('/') || path->empty());
+  if (!isPath || std::any_of(path->begin(), path->end(), text::IsControl)) return std::nullopt;
+  const auto resolved = Resolved(*path);
+  if (!resolved) return std::nullopt;
+  const std::size_t last = path->find_last_of("/\\");
+  const std::string_view lastName = std::string_view(*path).substr(last + 1);
+  const bool namesFolder = lastName.empty() || lastName == "." || lastName == "..";
+  const std::string_view query = target.substr(end);
+  return RequestTarget{.path = *resolved,
+                       .namesFolder = namesFolder,
+                       .query = std::string(query.substr(0, query.find('#')))};
+}
+
+std::vector<std::string> NamesOf(const std::string& path) {
+  const bool isAscii = std::all_of(path.begin(), path.end(),
+                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  if (isAscii) return {path};
+  std::vector<std::string> names = {path};
+  const std::string decoded = text::FromGbk(path);
+  // "?" stands for what is no character.
+  if (decoded.find('?') == std::string::npos) names.push_back(decoded);
+  return names;
+}
+
+}  // namespace ModWeb
