@@ -11,7 +11,7 @@
 #include "net/connection.h"
 #include "settings/program.h"
 #include "text/printable_text.h"
-#include "web/web_session.h"
+#include "web/bare/web_session.h"
 
 namespace ModWeb {
 

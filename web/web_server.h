@@ -1,12 +1,10 @@
 #pragma once
 
 // The Web server: answers GET with files of the Web root and POST with the pages of CGI programs.
-// Usually it does so in the manner of HTTP/0.9, without status line or header; the end of the
-// connection ends the answer. If the user wants, it answers by HTTP/1.1 (web/answer_options.h).
+// Usually it does so in the manner of HTTP/0.9, and if the user wants by HTTP/1.1
+// (web/answer_options.h).
 //
-// It keeps the listener and the connections. For bare answers RequestInterpreter decides how a
-// request is answered, and ResponseSender sends the answer; all connections share one session. HTTP
-// is the business of HttpConversations.
+// It keeps the listener and the connections; BareAnswers and HttpConversations answer.
 
 #include <memory>
 #include <string>
@@ -17,17 +15,15 @@
 #include "net/connection_slots.h"
 #include "net/draining_connections.h"
 #include "settings/program.h"
+#include "web/bare/bare_answers.h"
 #include "web/http/http_conversations.h"
 #include "web/programs.h"
-#include "web/request_interpreter.h"
-#include "web/response_sender.h"
 #include "web/search_copies.h"
 #include "web/web_options.h"
-#include "web/web_session.h"
 
 namespace ModWeb {
 
-class WebServer : public core::Service, private net::SlotEngine, private RequestInterpreter::Site {
+class WebServer : public core::Service, private net::SlotEngine {
  public:
   explicit WebServer(core::ServiceEnvironment environment);
   ~WebServer() override { StopWebListener(); }
@@ -62,19 +58,9 @@ class WebServer : public core::Service, private net::SlotEngine, private Request
   using Client = std::shared_ptr<net::Connection>;
 
   net::Task<> OnDataArrival(int slot, Client client) override;
-  net::Task<> OnWebDataArrival(Client client);
   void OnClose(int slot) override;
   void OnError(int slot) override;
   void OnIdle(int slot) override;
-
-  void ShowRequest(net::Connection& client, Decision& decision) const;
-  net::Task<> ServeHtmlFile(std::string resource, Client client);
-  net::Task<> ServeProgram(std::string resource, std::string body, Client client);
-  net::Task<> RefuseGet(Client client);
-  net::Task<> RefusePost(Client client);
-
-  bool HasFile(const std::string& name) const override;
-  std::string PathInRoot(std::string_view name) const;
 
   core::ServiceEnvironment environment_;
   net::DrainingConnections draining_;
@@ -84,10 +70,8 @@ class WebServer : public core::Service, private net::SlotEngine, private Request
   WebOptions options_;
   files::ClientFiles site_;  // below the Web root
   Programs programs_;
-  WebSession session_;
-  RequestInterpreter interpreter_;
-  ResponseSender sender_;
   SearchCopies searchCopies_;
+  BareAnswers bare_;
   HttpConversations http_;
 
   settings::SettingsHolders::Holder heldOptions_;

@@ -1,5 +1,5 @@
 #include "tests/fuzz/fuzz_input.h"
-#include "web/request_interpreter.h"
+#include "web/bare/request_interpreter.h"
 #include "web/url_decoding.h"
 
 namespace {

@@ -27,7 +27,7 @@ FLOORS["ui/window"] = FLOORS["ui/pages"] + " ui/dialogs ui/pages"
 FLOORS["app"] = FLOORS["web"] + " web ftp mail ui/window"
 
 # Folders that belong to the one above.
-PARTS = ("", "/http", "/linux", "/windows")
+PARTS = ("", "/bare", "/http", "/linux", "/windows")
 
 # Headers of others: pattern, and the folders that may include them.
 FOREIGN = {

@@ -9,7 +9,6 @@
 #include "platform/system_message.h"
 #include "platform/text_case.h"
 #include "text/code_page.h"
-#include "text/path_text.h"
 #include "text/strings.h"
 #include "web/http/folder_list.h"
 #include "web/http/http_date.h"
@@ -140,14 +139,14 @@ Task<HttpResponse> HttpAnswers::Get(HttpRequest request, RequestTarget target, C
   for (const std::string& name : NamesOf(target.path)) {
     const std::string resource = ResourceOf(name);
     if (!target.namesFolder) {
-      if (File file = site_.files.OpenIfExists(PathOf(resource)); file.IsOpen()) {
-        Begin(*client, Kind::kDownload, resource, PathOf(resource));
+      if (File file = site_.files.OpenIfExists(site_.PathOf(resource)); file.IsOpen()) {
+        Begin(*client, Kind::kDownload, resource, site_.PathOf(resource));
         co_return SendFile(request, resource, std::move(file));
       }
     }
-    if (!site_.files.FolderExists(PathOf(resource))) continue;
+    if (!site_.files.FolderExists(site_.PathOf(resource))) continue;
     if (!target.namesFolder) {
-      Begin(*client, Kind::kBrowse, name, PathOf(resource));
+      Begin(*client, Kind::kBrowse, name, site_.PathOf(resource));
       co_return Redirected(target.path + "/", target.query);
     }
     Task<HttpResponse> showing = ShowFolder(std::move(request), name, std::move(target), client);
@@ -164,21 +163,21 @@ Task<HttpResponse> HttpAnswers::ShowFolder(HttpRequest request, std::string name
   for (std::size_t i = 0; i < kTriedPages; ++i) {
     const std::string& page = site_.options.DefaultPages.at(i);
     if (page.empty()) continue;
-    File file = site_.files.OpenIfExists(PathOf(folder + page));
+    File file = site_.files.OpenIfExists(site_.PathOf(folder + page));
     if (!file.IsOpen()) continue;
-    Begin(*client, Kind::kDownload, folder + page, PathOf(folder + page));
+    Begin(*client, Kind::kDownload, folder + page, site_.PathOf(folder + page));
     co_return SendFile(request, folder + page, std::move(file));
   }
-  Begin(*client, Kind::kBrowse, name, PathOf(folder));
+  Begin(*client, Kind::kBrowse, name, site_.PathOf(folder));
   const bool isRoot = folder.empty();
   const std::string query = target.query.empty() ? "" : target.query.substr(1);
   std::vector<std::string> leftOut;
   if (isRoot) leftOut.emplace_back(kProgramFolder);
   Task<std::optional<std::string>> listing =
-      BuildFolderList(site_.files, {.folder = PathOf(folder),
+      BuildFolderList(site_.files, {.folder = site_.PathOf(folder),
                                     .urlPath = isRoot ? name : name + "/",
                                     .query = query,
-                                    .hasStyle = site_.files.FileExists(PathOf(kStyle)),
+                                    .hasStyle = site_.files.FileExists(site_.PathOf(kStyle)),
                                     .leftOut = std::move(leftOut)});
   std::optional<std::string> page = co_await listing;
   if (!page) co_return Refused(403);
@@ -238,7 +237,7 @@ Task<HttpResponse> HttpAnswers::Post(HttpRequest request, RequestTarget target, 
     co_return Forbidden(request, target, *client);
   }
   if (program == names.end()) {
-    const bool isFile = site_.files.FileExists(PathOf(ResourceOf(names.front())));
+    const bool isFile = site_.files.FileExists(site_.PathOf(ResourceOf(names.front())));
     co_return isFile ? NotAllowed("GET, HEAD") : Refused(404);
   }
   std::string input;
@@ -282,10 +281,6 @@ void HttpAnswers::Begin(net::Connection& client, Kind kind, std::string shown,
   client.Begin({.kind = kind,
                 .what = shown.empty() ? "/" : std::move(shown),
                 .path = client.IsObserved() ? path : ""});
-}
-
-std::string HttpAnswers::PathOf(std::string_view resource) const {
-  return ModCommon::AddSlash(site_.options.WebRootDir) + std::string(resource);
 }
 
 }  // namespace ModWeb

@@ -7,31 +7,19 @@
 #include <memory>
 #include <string>
 
-#include "files/client_files.h"
 #include "net/connection.h"
 #include "net/task.h"
-#include "settings/program.h"
 #include "web/http/request_reader.h"
 #include "web/http/request_target.h"
 #include "web/http/response.h"
-#include "web/programs.h"
-#include "web/search_copies.h"
-#include "web/web_options.h"
+#include "web/web_site.h"
 
 namespace ModWeb {
 
 class HttpAnswers {
  public:
-  /// What it works with; all must outlive it.
-  struct Site {
-    const settings::Program& program;
-    const WebOptions& options;
-    const files::ClientFiles& files;  // below the Web root
-    Programs& programs;
-    SearchCopies& searchCopies;
-  };
-
-  explicit HttpAnswers(const Site& site) : site_(site) {}
+  /// Everything in `site` must outlive this object, which must outlive its tasks.
+  explicit HttpAnswers(const WebSite& site) : site_(site) {}
 
   /// Begins the client's activity, and returns the answer. Nothing is sent.
   net::Task<HttpResponse> Answer(HttpRequest request, std::shared_ptr<net::Connection> client);
@@ -51,9 +39,8 @@ class HttpAnswers {
                          const net::Connection& client) const;
   void Begin(net::Connection& client, net::Activity::Kind kind, std::string shown,
              const std::string& path) const;
-  std::string PathOf(std::string_view resource) const;
 
-  const Site site_;
+  const WebSite site_;
 };
 
 }  // namespace ModWeb

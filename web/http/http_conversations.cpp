@@ -18,8 +18,7 @@ constexpr std::string_view kContinue = "HTTP/1.1 100 Continue\r\n\r\n";
 
 }  // namespace
 
-HttpConversations::HttpConversations(const HttpAnswers::Site& site)
-    : site_(site), answers_(site_) {}
+HttpConversations::HttpConversations(const WebSite& site) : site_(site), answers_(site_) {}
 
 std::size_t HttpConversations::LongestBody() const {
   return static_cast<std::size_t>(site_.options.answers.bodyLimit) << 20;

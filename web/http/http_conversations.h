@@ -20,8 +20,8 @@ class HttpConversations {
  public:
   using Client = std::shared_ptr<net::Connection>;
 
-  /// All of the site must outlive this object, which must outlive its tasks.
-  explicit HttpConversations(const HttpAnswers::Site& site);
+  /// Everything in `site` must outlive this object, which must outlive its tasks.
+  explicit HttpConversations(const WebSite& site);
 
   /// Takes what has arrived, and answers what is complete.
   net::Task<> OnArrival(int slot, Client client);
@@ -44,7 +44,7 @@ class HttpConversations {
   net::Task<bool> Send(HttpResponse response, WriteOptions options, Client client);
   std::size_t LongestBody() const;
 
-  const HttpAnswers::Site site_;
+  const WebSite site_;
   HttpAnswers answers_;
   std::array<std::shared_ptr<Conversation>, net::ConnectionSlots::kLastSlot + 1> conversations_;
 };

@@ -12,8 +12,8 @@
 
 #include "core/command_table.h"
 #include "net/connection_report.h"
+#include "web/bare/web_session.h"
 #include "web/web_options.h"
-#include "web/web_session.h"
 
 namespace ModWeb {
 

@@ -1,4 +1,4 @@
-#include "web/request_interpreter.h"
+#include "web/bare/request_interpreter.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "web/response_sender.h"
+#include "web/bare/response_sender.h"
 
 #include <array>
 #include <chrono>
