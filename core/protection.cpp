@@ -28,8 +28,8 @@ void Protection::Load() {
       .links = options_.followLinks ? platform::Links::kMayLeadOut : platform::Links::kStayInside};
 }
 
-bool Protection::MayConnect(const net::ConnectionRequest& client) {
-  if (options_.reach == Reach::kAll || IsNear(client.Peer())) return true;
+bool Protection::MayConnect(std::uint32_t client) {
+  if (options_.reach == Reach::kAll || IsNear(client)) return true;
   ++refused_;
   return false;
 }

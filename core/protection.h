@@ -16,7 +16,6 @@
 #include "core/sign_in.h"
 #include "files/client_files.h"
 #include "net/connection.h"
-#include "net/event_socket.h"
 #include "platform/local_networks.h"
 #include "settings/holders.h"
 #include "settings/program.h"
@@ -38,8 +37,8 @@ class Protection {
 
   // Who may connect
 
-  /// Counts those who may not.
-  bool MayConnect(const net::ConnectionRequest& client);
+  /// `client`: an IPv4 address as a number in host byte order. Counts those who may not.
+  bool MayConnect(std::uint32_t client);
   std::uint64_t RefusedClients() const { return refused_; }
 
   // Files

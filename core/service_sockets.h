@@ -5,6 +5,7 @@
 
 #include "core/protection.h"
 #include "core/service_environment.h"
+#include "net/event_socket.h"
 #include "net/socket_context.h"
 
 namespace core {
@@ -19,7 +20,7 @@ inline net::SocketContext SocketsOf(const ServiceEnvironment& environment,
           .reportError = [&program](const std::string& error) { program.errors.LogError(error); },
           .mayConnect =
               [&protection](const net::ConnectionRequest& client) {
-                return protection.MayConnect(client);
+                return protection.MayConnect(client.Peer());
               }};
 }
 

@@ -16,7 +16,12 @@ constexpr std::string_view kAnswers = "Answers";
 constexpr std::string_view kHttp = "HTTP";
 constexpr std::string_view kSpeed = "Speed";
 constexpr std::string_view kBodyLimit = "BodyLimit";
-constexpr std::int16_t kLargestLimit = 64;
+
+std::string AnswersIn(const settings::Section& section) {
+  return std::string(text::TrimBlanks(section.Text(kAnswers)));
+}
+
+bool SaysHttp(std::string_view answers) { return platform::UpperCase(answers) == kHttp; }
 
 std::optional<std::int16_t> ReadNumber(const settings::Program& program,
                                        const settings::Section& section, std::string_view key,
@@ -35,17 +40,20 @@ std::optional<std::int16_t> ReadNumber(const settings::Program& program,
 
 AnswerOptions LoadAnswerOptions(const settings::Program& program,
                                 const settings::Section& section) {
-  const std::string answers = section.Text(kAnswers);
-  return {.http = platform::UpperCase(text::TrimBlanks(answers)) == kHttp,
+  return {.http = SaysHttp(AnswersIn(section)),
           .speed = ReadNumber(program, section, kSpeed, 0, INT16_MAX),
-          .bodyLimit = ReadNumber(program, section, kBodyLimit, 1, kLargestLimit)
+          .bodyLimit = ReadNumber(program, section, kBodyLimit, 1, kLargestBodyLimit)
                            .value_or(AnswerOptions().bodyLimit)};
 }
 
 bool WriteAnswerOptions(settings::Change& change, const settings::Program& program,
                         const AnswerOptions& options) {
+  const settings::Section section(program, kSettingsSection);
+  // Any other word says the same as none.
+  std::string answers = AnswersIn(section);
+  if (SaysHttp(answers) != options.http) answers = options.http ? kHttp : "";
   const settings::OptionalValue values[] = {
-      {kAnswers, "", std::string(options.http ? kHttp : "")},
+      {kAnswers, "", answers},
       {kSpeed, "", options.speed ? std::to_string(*options.speed) : ""},
       {kBodyLimit, std::to_string(AnswerOptions().bodyLimit), std::to_string(options.bodyLimit)}};
   return settings::WriteWhatIsNew(change, program, kSettingsSection, values);

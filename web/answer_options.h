@@ -16,6 +16,9 @@ class Section;
 
 namespace ModWeb {
 
+/// In MiB.
+inline constexpr std::int16_t kLargestBodyLimit = 64;
+
 struct AnswerOptions {
   /// HTTP/1.1 with status line and header. Key `Answers`: "HTTP"; anything else means bare content.
   bool http = false;
@@ -24,7 +27,8 @@ struct AnswerOptions {
   /// Without it, files go out in the pieces and pauses of ResponseSender. Key `Speed`.
   std::optional<std::int16_t> speed = {};
 
-  /// The longest body of a request that HTTP answers, in MiB, 1 to 64. Key `BodyLimit`.
+  /// The longest body of a request that HTTP answers, in MiB, from 1 to kLargestBodyLimit. Key
+  /// `BodyLimit`.
   std::int16_t bodyLimit = 1;
 
   bool operator==(const AnswerOptions&) const = default;

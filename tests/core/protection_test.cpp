@@ -36,6 +36,19 @@ TEST(Protection, LetsInWhoIsAsNearAsTheUserWants) {
   }
 }
 
+TEST(Protection, CountsWhoIsRefused) {
+  const test::TemporaryFolder home;
+  const settings::Program program(home.Text(), "Tarnwerk");
+  Protection protection(program);
+  EXPECT_TRUE(protection.MayConnect(Address(198, 51, 100, 1)));
+  home.Write("Server.ini", "[Protection]\nReach=local\n");
+  protection.Load();
+  EXPECT_TRUE(protection.MayConnect(Address(127, 0, 0, 1)));
+  EXPECT_FALSE(protection.MayConnect(Address(198, 51, 100, 1)));
+  EXPECT_FALSE(protection.MayConnect(Address(198, 51, 100, 2)));
+  EXPECT_EQ(protection.RefusedClients(), 2U);
+}
+
 TEST(Protection, OfUnknownValuesIsTheStricterOneAndWithoutValuesNone) {
   const test::TemporaryFolder home;
   const settings::Program program(home.Text(), "Tarnwerk");

@@ -20,7 +20,6 @@ using ModWeb::AnswerOptions;
 constexpr const char* kExplanation =
     "手机、平板和各种浏览器在任何端口都能打开网页，视频可以跳着看，\n"
     "下载可以续传。不选则只发送网页内容，浏览器只在端口 80 上显示。";
-constexpr std::int16_t kLargestLimit = 64;
 constexpr const char* kLimitRange = "1 到 64 的数字";
 constexpr const char* kSpeedRange = "0 到 32767 的数字，或者不填";
 
@@ -28,7 +27,7 @@ bool IsBlank(const std::string& typed) { return text::TrimBlanks(typed).empty();
 
 std::optional<std::int16_t> LimitOf(const std::string& typed) {
   const auto limit = text::ToInt16(typed);
-  return limit && *limit >= 1 && *limit <= kLargestLimit ? limit : std::nullopt;
+  return limit && *limit >= 1 && *limit <= ModWeb::kLargestBodyLimit ? limit : std::nullopt;
 }
 
 std::optional<std::int16_t> SpeedOf(const std::string& typed) {

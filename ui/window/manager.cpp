@@ -1,6 +1,7 @@
 #include "ui/window/manager.h"
 
 #include <wx/checkbox.h>
+#include <wx/dialog.h>
 #include <wx/textctrl.h>
 
 #include "ftp/ftp_server.h"
