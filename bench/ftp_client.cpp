@@ -2,8 +2,11 @@
 
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <array>
 #include <vector>
+
+#include "bench/failure.h"
 
 namespace bench {
 
@@ -20,6 +23,14 @@ void FtpClient::Tell(const std::string& line) {
 }
 
 std::string FtpClient::Reply() {
+  std::string line = Line();
+  if (line.size() < 4 || line[3] != '-') return line;
+  const std::string last = line.substr(0, 3) + " ";
+  while (!line.empty() && !line.starts_with(last)) line = Line();
+  return line;
+}
+
+std::string FtpClient::Line() {
   std::size_t end = 0;
   std::array<char, 1024> buffer;
   while ((end = received_.find("\r\n")) == std::string::npos) {
@@ -27,13 +38,28 @@ std::string FtpClient::Reply() {
     if (count <= 0) return {};
     received_.append(buffer.data(), static_cast<std::size_t>(count));
   }
-  std::string reply = received_.substr(0, end);
+  std::string line = received_.substr(0, end);
   received_.erase(0, end + 2);
-  return reply;
+  return line;
+}
+
+void FtpClient::SignIn() {
+  Ask("USER anonymous");
+  const std::string reply = Ask("PASS x@y");
+  Expect(reply.starts_with("2"), "FTP: no sign-in: " + reply);
+  Ask("TYPE I");
+}
+
+void FtpClient::ExpectTransferred() {
+  for (const char* code : {"1", "2"}) {
+    const std::string reply = Reply();
+    Expect(reply.starts_with(code), "FTP: a transfer failed: " + reply);
+  }
 }
 
 Descriptor FtpClient::OpenPassive() {
   const std::string reply = Ask("PASV");
+  Expect(reply.starts_with("227"), "FTP: no data connection: " + reply);
   const std::size_t low = reply.rfind(',');
   const std::size_t high = reply.rfind(',', low - 1);
   const int port = std::stoi(reply.substr(high + 1)) * 256 + std::stoi(reply.substr(low + 1));
@@ -42,14 +68,27 @@ Descriptor FtpClient::OpenPassive() {
 
 std::uint64_t FtpClient::Fetch(const std::string& line) {
   std::uint64_t bytes = 0;
+  Transfer(line, [&](int data) { bytes = ReceiveAll(data); });
+  return bytes;
+}
+
+std::uint64_t FtpClient::CountLines(const std::string& line) {
+  std::uint64_t lines = 0;
+  Transfer(line, [&](int data) {
+    ReceiveAll(data, [&](std::string_view piece) {
+      lines += static_cast<std::uint64_t>(std::count(piece.begin(), piece.end(), '\n'));
+    });
+  });
+  return lines;
+}
+
+void FtpClient::Transfer(const std::string& line, const std::function<void(int)>& use) {
   {
     const Descriptor data = OpenPassive();
     Tell(line);
-    bytes = ReceiveAll(data.Number());
+    use(data.Number());
   }
-  Reply();
-  Reply();
-  return bytes;
+  ExpectTransferred();
 }
 
 void SendMany(int connection, std::size_t bytes) {

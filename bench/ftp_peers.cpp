@@ -1,92 +1,37 @@
 #include "bench/ftp_peers.h"
 
-#include <fcntl.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
-#include <array>
 #include <filesystem>
-#include <memory>
-#include <thread>
-#include <vector>
-
-#include "bench/ftp_client.h"
-#include "bench/sockets.h"
-#include "bench/stopwatch.h"
+#include <string>
 
 namespace bench {
-namespace {
 
-constexpr std::size_t kChunkBytes = 4096;
+namespace fs = std::filesystem;
 
-// A connected pair of sockets within this process.
-struct SocketPair {
-  SocketPair() {
-    const Descriptor listener(socket(AF_INET, SOCK_STREAM, 0));
-    sockaddr_in address = Loopback(0);
-    socklen_t length = sizeof(address);
-    bind(listener.Number(), reinterpret_cast<sockaddr*>(&address), length);
-    listen(listener.Number(), 1);
-    getsockname(listener.Number(), reinterpret_cast<sockaddr*>(&address), &length);
-    client = std::make_unique<Descriptor>(ConnectTo(ntohs(address.sin_port)));
-    server = std::make_unique<Descriptor>(accept(listener.Number(), nullptr, nullptr));
-  }
-  std::unique_ptr<Descriptor> client;
-  std::unique_ptr<Descriptor> server;
-};
-
-}  // namespace
-
-double PlainSend(const std::string& path) {
-  SocketPair pair;
-  const auto start = Clock::now();
-  std::thread sender([&] {
-    const Descriptor file(open(path.c_str(), O_RDONLY));
-    std::array<char, kChunkBytes> chunk;
-    ssize_t count = 0;
-    while ((count = read(file.Number(), chunk.data(), chunk.size())) > 0) {
-      SendAll(pair.server->Number(), {chunk.data(), static_cast<std::size_t>(count)});
-    }
-    pair.server.reset();
-  });
-  ReceiveAll(pair.client->Number());
-  const double seconds = SecondsSince(start);
-  sender.join();
-  return seconds;
-}
-
-double PlainReceive(const std::string& path, std::size_t bytes) {
-  SocketPair pair;
-  const auto start = Clock::now();
-  std::thread receiver([&] {
-    const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT, 0666));
-    std::vector<char> buffer(65536);
-    ssize_t count = 0;
-    while ((count = recv(pair.server->Number(), buffer.data(), buffer.size(), 0)) > 0) {
-      if (write(file.Number(), buffer.data(), static_cast<std::size_t>(count)) != count) return;
-    }
-  });
-  SendMany(pair.client->Number(), bytes);
-  pair.client.reset();
-  receiver.join();
-  return SecondsSince(start);
-}
-
-Vsftpd::Vsftpd(const Folder& folder)
-    : port_(FreePort()),
-      settings_(WriteSettings(folder)),
-      process_({"vsftpd", folder.Path("vsftpd.conf")}, {}) {
-  running_ = std::filesystem::exists("/usr/sbin/vsftpd") && WaitForPort(port_) >= 0;
-}
-
-bool Vsftpd::WriteSettings(const Folder& folder) const {
+Vsftpd::Vsftpd(const Folder& folder) : Server(kName) {
+  fs::create_directories(folder.Path("empty"));
   folder.Write("vsftpd.conf",
                "listen=YES\nlisten_ipv6=NO\nbackground=NO\nlisten_address=127.0.0.1\n"
                "anonymous_enable=YES\nlocal_enable=NO\nno_anon_password=YES\nseccomp_sandbox=NO\n"
-               "secure_chroot_dir=/var/empty\nlisten_port=" +
-                   std::to_string(port_) + "\nanon_root=" + folder.Path("ftproot") + "\n");
-  std::filesystem::create_directories("/var/empty");
-  return true;
+               "write_enable=YES\nanon_upload_enable=YES\nsecure_chroot_dir=" +
+                   folder.Path("empty") + "\nlisten_port=" + std::to_string(Port()) +
+                   "\nanon_root=" + folder.Path("ftproot") + "\n");
+  Run({"vsftpd", folder.Path("vsftpd.conf")});
+}
+
+PureFtpd::PureFtpd(const Folder& folder) : Server(kName) {
+  Run({"pure-ftpd", "--anonymousonly", "--dontresolve", "--bind",
+       "127.0.0.1," + std::to_string(Port()), "--limitrecursion", "2000000:8", "--maxdiskusagepct",
+       "100", "--pidfile", folder.Path("pure-ftpd.pid")},
+      {{"FTP_ANON_DIR", folder.Path("ftproot")}});
+}
+
+Pyftpdlib::Pyftpdlib(const Folder& folder) : Server(kName) {
+  Run({kPython, Script("pyftpdlib_server.py"), std::to_string(Port()), folder.Path("ftproot")});
+}
+
+void CreateUploadFolder(const Folder& folder) {
+  fs::create_directories(folder.Path("ftproot/upload"));
+  fs::permissions(folder.Path("ftproot/upload"), fs::perms::all);
 }
 
 }  // namespace bench

@@ -1,36 +1,40 @@
 #pragma once
 
-// What the FTP benchmark compares the program with: minimal loops, and vsftpd.
+// What the FTP server is compared with. Each serves the folder "ftproot" to guests, who may upload
+// into its folder "upload"; vsftpd and pure-ftpd must be started by root.
 
-#include <cstdint>
-#include <string>
-
-#include "bench/running_program.h"
+#include "bench/server.h"
 
 namespace bench {
 
-/// Seconds a plain loop takes to send the file within this process, 4 KiB at a time like the
-/// server.
-double PlainSend(const std::string& path);
-
-/// Seconds a plain loop takes to receive that many bytes and write them to the file.
-double PlainReceive(const std::string& path, std::size_t bytes);
-
-/// Serves the folder "ftproot" anonymously, where vsftpd is installed.
-class Vsftpd {
+/// Two processes per session.
+class Vsftpd : public Server {
  public:
+  static constexpr const char* kName = "vsftpd";
+  static bool IsInstalled() { return HasProgram("vsftpd"); }
+
   explicit Vsftpd(const Folder& folder);
-
-  bool IsRunning() const { return running_; }
-  std::uint16_t Port() const { return port_; }
-
- private:
-  bool WriteSettings(const Folder& folder) const;
-
-  std::uint16_t port_;
-  bool settings_;
-  RunningProgram process_;
-  bool running_ = false;
 };
+
+/// A process per session.
+class PureFtpd : public Server {
+ public:
+  static constexpr const char* kName = "pure-ftpd";
+  static bool IsInstalled() { return HasProgram("pure-ftpd"); }
+
+  explicit PureFtpd(const Folder& folder);
+};
+
+/// One thread, in Python.
+class Pyftpdlib : public Server {
+ public:
+  static constexpr const char* kName = "pyftpdlib";
+  static bool IsInstalled() { return HasPythonModule("pyftpdlib"); }
+
+  explicit Pyftpdlib(const Folder& folder);
+};
+
+/// Creates "ftproot/upload", where everybody may write.
+void CreateUploadFolder(const Folder& folder);
 
 }  // namespace bench

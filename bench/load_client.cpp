@@ -1,23 +1,20 @@
 #include "bench/load_client.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <sys/epoll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <map>
+#include <utility>
+
+#include "bench/failure.h"
+#include "bench/sockets.h"
+#include "bench/stopwatch.h"
 
 namespace bench {
 namespace {
-
-using Clock = std::chrono::steady_clock;
-
-double SecondsSince(Clock::time_point start) {
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
 
 // An epoll set and its sockets, keyed by descriptor.
 class Poll {
@@ -44,21 +41,10 @@ class Poll {
   int descriptor_;
 };
 
-int ConnectAndAsk(const Load& load) {
-  const int client = socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in address = {};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(load.port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  if (connect(client, reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0) {
-    close(client);
-    return -1;
-  }
-  const ssize_t sent = send(client, load.request.data(), load.request.size(), MSG_NOSIGNAL);
-  if (sent < 0) {
-    close(client);
-    return -1;
-  }
+// The connected socket, which holds no descriptor if that failed.
+Descriptor ConnectAndAsk(const Load& load) {
+  Descriptor client = TryConnectTo(load.port);
+  if (client.Number() >= 0) SendAll(client.Number(), load.request);
   return client;
 }
 
@@ -68,68 +54,66 @@ ssize_t ReadSome(int client) {
   return recv(client, buffer.data(), buffer.size(), MSG_DONTWAIT);
 }
 
+struct Fetching {
+  Descriptor client;
+  std::uint64_t bytes = 0;
+};
+
 }  // namespace
 
 LoadResult Run(const Load& load) {
   LoadResult result;
   Poll poll;
-  std::vector<std::uint64_t> received(65536);
+  std::map<int, Fetching> open;
   const auto begin = [&] {
-    const int client = ConnectAndAsk(load);
-    if (client < 0) {
+    Descriptor client = ConnectAndAsk(load);
+    const int number = client.Number();
+    if (number < 0) {
       ++result.failures;
       return;
     }
-    received[static_cast<std::size_t>(client)] = 0;
-    poll.Add(client);
+    poll.Add(number);
+    open.emplace(number, Fetching{std::move(client)});
   };
   for (int i = 0; i < load.clients; ++i) begin();
 
-  std::uint64_t fetches = 0;
   const Clock::time_point start = Clock::now();
-  while (Clock::now() - start < load.duration) {
+  while (SecondsSince(start) < load.duration.count() / 1000.0) {
     poll.Wait([&](int client) {
-      std::uint64_t& bytes = received[static_cast<std::size_t>(client)];
+      Fetching& fetching = open.at(client);
       const ssize_t count = ReadSome(client);
-      if (count > 0) {
-        bytes += static_cast<std::uint64_t>(count);
-        return;
-      }
-      if (count < 0 && errno == EAGAIN) return;
-      result.bytes += bytes;
-      count == 0 && bytes > 0 ? ++fetches : ++result.failures;
-      close(client);
+      if (count > 0) fetching.bytes += static_cast<std::uint64_t>(count);
+      if (count > 0 || (count < 0 && errno == EAGAIN)) return;
+      const bool isWhole = count == 0 && fetching.bytes == load.answerBytes;
+      isWhole ? ++result.fetches : ++result.failures;
+      open.erase(client);
       begin();
     });
   }
-  result.fetchesPerSecond = static_cast<double>(fetches) / SecondsSince(start);
+  result.fetchesPerSecond = static_cast<double>(result.fetches) / SecondsSince(start);
   return result;
 }
 
 std::vector<Fetched> FetchOnce(const Load& load) {
-  std::vector<Fetched> fetched;
-  std::vector<int> clients;
+  std::vector<Fetched> fetched(static_cast<std::size_t>(load.clients));
+  std::map<int, std::pair<Descriptor, Fetched*>> open;
   Poll poll;
   const Clock::time_point start = Clock::now();
-  for (int i = 0; i < load.clients; ++i) {
-    clients.push_back(ConnectAndAsk(load));
-    poll.Add(clients.back());
+  for (Fetched& one : fetched) {
+    Descriptor client = ConnectAndAsk(load);
+    const int number = client.Number();
+    Expect(number >= 0, "a client is refused");
+    poll.Add(number);
+    open.emplace(number, std::make_pair(std::move(client), &one));
   }
-  fetched.resize(clients.size());
-  std::size_t open = clients.size();
-  while (open > 0 && SecondsSince(start) < 60) {
+  while (!open.empty() && SecondsSince(start) < 60) {
     poll.Wait([&](int client) {
       const ssize_t count = ReadSome(client);
       if (count < 0 && errno == EAGAIN) return;
-      const auto index = static_cast<std::size_t>(
-          std::find(clients.begin(), clients.end(), client) - clients.begin());
-      fetched[index].seconds = SecondsSince(start);
-      if (count > 0) {
-        fetched[index].bytes += static_cast<std::uint64_t>(count);
-        return;
-      }
-      close(client);
-      --open;
+      Fetched& one = *open.at(client).second;
+      one.seconds = SecondsSince(start);
+      if (count <= 0) open.erase(client);
+      if (count > 0) one.bytes += static_cast<std::uint64_t>(count);
     });
   }
   return fetched;

@@ -14,14 +14,16 @@ struct Load {
   std::string request;
   int clients = 1;
   std::chrono::milliseconds duration{1000};
+  std::uint64_t answerBytes = 0;  // the length of a whole answer, with all that comes before it
 };
 
 struct LoadResult {
   double fetchesPerSecond = 0;
-  std::uint64_t failures = 0;  // connections that ended in an error or without a byte
-  std::uint64_t bytes = 0;     // received in all
+  std::uint64_t fetches = 0;   // whole answers
+  std::uint64_t failures = 0;  // connections refused, broken off, or with another answer
 };
 
+/// Fetches for `duration`.
 LoadResult Run(const Load& load);
 
 /// One fetch by each of `clients` at the same time: the seconds from connecting to the last byte,

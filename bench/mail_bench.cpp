@@ -1,11 +1,8 @@
-// The mail server against a plain loop, against dovecot, and its unpacking against base64.
+// The mail server against a plain loop, and its unpacking against base64.
 //
 // mail_bench <Tarnwerk>
 //
-// Every figure is a ratio within this run. "want" is the goal. Dovecot must be
-// started by root.
-
-#include <unistd.h>
+// Every figure is a ratio within this run. "want" is the goal.
 
 #include <algorithm>
 #include <chrono>
@@ -17,136 +14,58 @@
 #include <thread>
 #include <vector>
 
+#include "bench/failure.h"
 #include "bench/mail_client.h"
+#include "bench/mail_load.h"
 #include "bench/mail_peers.h"
+#include "bench/median.h"
+#include "bench/stopwatch.h"
 #include "bench/tarnwerk.h"
 
 namespace {
 
-using bench::Dovecot;
+using bench::Clock;
+using bench::Expect;
 using bench::Folder;
 using bench::MailClient;
+using bench::Median;
 using bench::PlainLoop;
+using bench::SecondsSince;
+using bench::SendSeconds;
 using bench::Tarnwerk;
-using Clock = std::chrono::steady_clock;
 namespace fs = std::filesystem;
 
 // A mailbox holds 49 messages.
 constexpr int kMessages = 40;
 constexpr int kRounds = 9;
 constexpr int kReceivingRounds = 60;  // short ones: what a flush takes differs widely
-constexpr const char* kMessageEnd = "\r\n.\r\n";
-
-double SecondsSince(Clock::time_point start) {
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
-std::string TextOf(std::size_t size) {
-  std::string text = "Subject: bench\r\n\r\n";
-  while (text.size() < size) text += "A line of a message, as long as most lines in it are.\r\n";
-  return text;
-}
-
-[[noreturn]] void Fail(const char* what) {
-  std::fprintf(stderr, "%s\n", what);
-  std::exit(1);
-}
 
 // Receiving
 
-double MessagesPerSecond(std::uint16_t port, const std::string& message) {
-  MailClient client(port);
-  const Clock::time_point start = Clock::now();
-  for (int i = 0; i < kMessages; ++i) {
-    const bool saved = client.Ask("MAIL FROM:<box@x>\r\n") && client.Ask("RCPT TO:<box@x>\r\n") &&
-                       client.Ask("DATA\r\n") && client.Ask(message);
-    if (!saved) Fail("a message was not taken");
-  }
-  const double seconds = SecondsSince(start);
-  client.Ask("QUIT\r\n");
-  return kMessages / seconds;
-}
-
-// Recipients survive until QUIT, so only the first message may name the recipient: each further
-// RCPT would have every message written once more.
-double OurMessagesPerSecond(std::uint16_t port, const std::string& message) {
-  MailClient client(port);
-  if (!client.Ask("RCPT TO:<box@x>\r\n")) Fail("no recipient");
-  const Clock::time_point start = Clock::now();
-  for (int i = 0; i < kMessages; ++i) {
-    const bool saved = client.Ask("MAIL FROM:<box@x>\r\n") && client.Ask("NOOP\r\n") &&
-                       client.Ask("DATA\r\n") && client.Ask(message);
-    if (!saved) Fail("a message was not taken");
-  }
-  const double seconds = SecondsSince(start);
-  client.Ask("QUIT\r\n");
-  return kMessages / seconds;
-}
-
-void RemoveMessages(const Tarnwerk& tarnwerk) {
-  for (int i = 1; i <= kMessages; ++i) fs::remove(tarnwerk.Message(i));
+double SendOurs(const Tarnwerk& tarnwerk, const std::string& message) {
+  return SendSeconds(tarnwerk.SmtpPort(), message, kMessages, bench::Recipients::kOnce);
 }
 
 void CompareReceiving(const Tarnwerk& tarnwerk, const Folder& folder) {
   const PlainLoop plain(folder);
-  const std::string message = TextOf(10240) + ".\r\n";
+  const std::string message = bench::SentMessage(10240);
   std::vector<double> ratios;
   double rate = 0;
   for (int round = 0; round < kReceivingRounds; ++round) {
     // Alternate who goes first: the disk is still busy with the other's last files.
     const bool oursFirst = round % 2 == 1;
-    double ours = oursFirst ? OurMessagesPerSecond(tarnwerk.SmtpPort(), message) : 0;
-    const double theirs = MessagesPerSecond(plain.Port(), message);
-    if (!oursFirst) ours = OurMessagesPerSecond(tarnwerk.SmtpPort(), message);
-    if (fs::file_size(tarnwerk.Message(kMessages)) != message.size()) Fail("a message is wrong");
-    ratios.push_back(ours / theirs);
-    rate = ours;
-    RemoveMessages(tarnwerk);
+    double ours = oursFirst ? SendOurs(tarnwerk, message) : 0;
+    const double theirs =
+        SendSeconds(plain.Port(), message, kMessages, bench::Recipients::kEachTime);
+    if (!oursFirst) ours = SendOurs(tarnwerk, message);
+    Expect(fs::file_size(tarnwerk.Message(kMessages)) == message.size(), "a message is wrong");
+    ratios.push_back(theirs / ours);
+    rate = kMessages / ours;
+    bench::EmptyMailbox(tarnwerk, kMessages);
     fs::remove_all(folder.Path("plain"));
     fs::create_directories(folder.Path("plain"));
   }
   std::printf("10 KiB received and flushed: %.2f of a plain loop (%.0f a second); want 0.90\n",
-              Median(ratios), rate);
-}
-
-// Collecting
-
-double CollectedPerSecond(std::uint16_t port, const std::string& end) {
-  MailClient client(port);
-  if (!client.Ask("USER box\r\n") || !client.Ask("PASS x\r\n")) Fail("no login");
-  const Clock::time_point start = Clock::now();
-  for (int i = 1; i <= kMessages; ++i) {
-    const std::string number = std::to_string(i) + "\r\n";
-    const bool done =
-        client.Ask("STAT\r\n") && client.Ask("RETR " + number, end) && client.Ask("DELE " + number);
-    if (!done) Fail("a message was not sent");
-  }
-  const double seconds = SecondsSince(start);
-  client.Ask("QUIT\r\n");
-  return kMessages / seconds;
-}
-
-void CompareCollecting(const Tarnwerk& tarnwerk, const Folder& folder) {
-  const Dovecot dovecot(folder);
-  const std::string message = TextOf(10240);
-  std::vector<double> ratios;
-  double rate = 0;
-  for (int round = 0; round < kRounds; ++round) {
-    for (int i = 1; i <= kMessages; ++i) {
-      dovecot.Deliver(round * kMessages + i, message);
-      std::ofstream(tarnwerk.Message(i), std::ios::binary) << message << ".\r\n";
-    }
-    const double theirs = CollectedPerSecond(dovecot.Port(), kMessageEnd);
-    const double ours = CollectedPerSecond(tarnwerk.Pop3Port(), std::string("\0.\r\n.\r\n", 7));
-    ratios.push_back(ours / theirs);
-    rate = ours;
-  }
-  std::printf("STAT, RETR, DELE of 10 KiB: %.2f of dovecot (%.0f a second); want 1.20\n",
               Median(ratios), rate);
 }
 
@@ -165,7 +84,7 @@ double Base64Seconds(const Folder& folder) {
   const std::string command =
       "base64 -d -i <" + folder.Path("encoded") + " >" + folder.Path("decoded");
   const Clock::time_point start = Clock::now();
-  if (std::system(command.c_str()) != 0) Fail("base64 failed");
+  Expect(std::system(command.c_str()) == 0, "base64 failed");
   return SecondsSince(start);
 }
 
@@ -191,7 +110,7 @@ Unpacked Unpack(const Tarnwerk& tarnwerk, const Folder& folder) {
   for (std::uintmax_t size = 0; size <= ending || error; size = fs::file_size(trace, error)) {
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
     unpacked.memory = std::max(unpacked.memory, tarnwerk.Process().AnonymousMemory() - before);
-    if (SecondsSince(start) > 60) Fail("nothing was unpacked");
+    Expect(SecondsSince(start) < 60, "nothing was unpacked");
   }
   unpacked.seconds = SecondsSince(start);
   return unpacked;
@@ -221,11 +140,14 @@ void CompareUnpacking(const Tarnwerk& tarnwerk, const Folder& folder) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-  if (argumentCount != 2) Fail("usage: mail_bench <Tarnwerk>");
-  const Folder folder;
-  const Tarnwerk tarnwerk(arguments[1], folder);
-  CompareReceiving(tarnwerk, folder);
-  CompareUnpacking(tarnwerk, folder);
-  CompareCollecting(tarnwerk, folder);
-  return 0;
+  if (argumentCount != 2) {
+    std::fputs("usage: mail_bench <Tarnwerk>\n", stderr);
+    return 2;
+  }
+  return bench::RunOrReport([&] {
+    const Folder folder;
+    const Tarnwerk tarnwerk(arguments[1], folder);
+    CompareReceiving(tarnwerk, folder);
+    CompareUnpacking(tarnwerk, folder);
+  });
 }

@@ -6,23 +6,22 @@
 #include <string>
 #include <string_view>
 
+#include "bench/sockets.h"
+
 namespace bench {
 
 class MailClient {
  public:
   /// Connects and reads the greeting.
   explicit MailClient(std::uint16_t port);
-  ~MailClient();
-  MailClient(const MailClient&) = delete;
-  MailClient& operator=(const MailClient&) = delete;
 
-  /// Sends `bytes` and reads through `end`. False once the connection has ended.
+  /// Sends `bytes` and reads through `end`. False for an error, or once the connection has ended.
   bool Ask(std::string_view bytes, std::string_view end = "\r\n");
 
  private:
   bool ReadTo(std::string_view end);
 
-  int socket_;
+  Descriptor connection_;
 };
 
 }  // namespace bench

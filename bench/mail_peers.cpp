@@ -95,7 +95,7 @@ PlainLoop::~PlainLoop() {
   waitpid(process_, nullptr, 0);
 }
 
-Dovecot::Dovecot(const Folder& folder) : folder_(folder), port_(FreePort()) {
+Dovecot::Dovecot(const Folder& folder) : Server(kName), folder_(folder) {
   folder.Write(
       "dovecot/dovecot.conf",
       "base_dir = " + folder.Path("dovecot/run") + "\nstate_dir = " + folder.Path("dovecot/state") +
@@ -103,7 +103,7 @@ Dovecot::Dovecot(const Folder& folder) : folder_(folder), port_(FreePort()) {
           "\nprotocols = pop3\nlisten = 127.0.0.1\nssl = no\n"
           "disable_plaintext_auth = no\nmail_location = maildir:" +
           folder.Path("dovecot/maildir") +
-          "\nservice pop3-login {\n  inet_listener pop3 {\n    port = " + std::to_string(port_) +
+          "\nservice pop3-login {\n  inet_listener pop3 {\n    port = " + std::to_string(Port()) +
           "\n  }\n  inet_listener pop3s {\n    port = 0\n  }\n}\n"
           "passdb {\n  driver = static\n  args = password=x\n}\n"
           "userdb {\n  driver = static\n  args = uid=nobody gid=nogroup home=" +
@@ -116,16 +116,18 @@ Dovecot::Dovecot(const Folder& folder) : folder_(folder), port_(FreePort()) {
   for (const auto& entry : fs::recursive_directory_iterator(folder.Path("dovecot/maildir"))) {
     if (chown(entry.path().c_str(), nobody->pw_uid, nobody->pw_gid) != 0) break;
   }
-  process_ = std::make_unique<RunningProgram>(
-      std::vector<std::string>{"dovecot", "-F", "-c", folder.Path("dovecot/dovecot.conf")},
-      std::map<std::string, std::string>{});
-  WaitForPort(port_);
+  Run({"dovecot", "-F", "-c", folder.Path("dovecot/dovecot.conf")});
 }
 
 void Dovecot::Deliver(int number, const std::string& content) const {
   const std::string name = "dovecot/maildir/new/" + std::to_string(number) + ".box";
   folder_.Write(name, content);
   fs::permissions(folder_.Path(name), fs::perms::owner_all | fs::perms::others_read);
+}
+
+Aiosmtpd::Aiosmtpd(const Folder& folder) : Server(kName) {
+  fs::create_directories(folder.Path("aiosmtpd"));
+  Run({kPython, Script("aiosmtpd_server.py"), std::to_string(Port()), folder.Path("aiosmtpd")});
 }
 
 }  // namespace bench

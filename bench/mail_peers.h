@@ -1,12 +1,11 @@
 #pragma once
 
-// What the mail benchmark compares the program with: a minimal loop, and dovecot. Each has one
-// mailbox, "box".
+// What the mail server is compared with: a minimal loop and aiosmtpd, which receive, and dovecot,
+// from which mail is collected. Each has one mailbox, "box".
 
-#include <memory>
 #include <string>
 
-#include "bench/running_program.h"
+#include "bench/server.h"
 
 namespace bench {
 
@@ -27,19 +26,28 @@ class PlainLoop {
   int process_;
 };
 
-class Dovecot {
+/// A process per session; must be started by root.
+class Dovecot : public Server {
  public:
-  explicit Dovecot(const Folder& folder);
+  static constexpr const char* kName = "dovecot";
+  static bool IsInstalled() { return HasProgram("dovecot"); }
 
-  std::uint16_t Port() const { return port_; }
+  explicit Dovecot(const Folder& folder);
 
   /// Puts a message into the mailbox.
   void Deliver(int number, const std::string& content) const;
 
  private:
   const Folder& folder_;
-  std::uint16_t port_;
-  std::unique_ptr<RunningProgram> process_;
+};
+
+/// One thread, in Python. Like the program it flushes each message and its folder.
+class Aiosmtpd : public Server {
+ public:
+  static constexpr const char* kName = "aiosmtpd";
+  static bool IsInstalled() { return HasPythonModule("aiosmtpd"); }
+
+  explicit Aiosmtpd(const Folder& folder);
 };
 
 }  // namespace bench

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <netinet/in.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,9 +12,9 @@
 #include <fstream>
 #include <iterator>
 #include <random>
-#include <sstream>
 #include <thread>
 
+#include "bench/process_tree.h"
 #include "bench/sockets.h"
 #include "bench/stopwatch.h"
 
@@ -22,25 +23,23 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool Accepts(std::uint16_t port) {
-  const sockaddr_in address = Loopback(port);
-  const int client = socket(AF_INET, SOCK_STREAM, 0);
-  const bool accepted =
-      connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
-  close(client);
-  return accepted;
-}
-
 bool IsFree(std::uint16_t port) {
   const sockaddr_in address = Loopback(port);
-  const int probe = socket(AF_INET, SOCK_STREAM, 0);
-  const bool free = bind(probe, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
-  close(probe);
-  return free;
+  const Descriptor probe(socket(AF_INET, SOCK_STREAM, 0));
+  return bind(probe.Number(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
+}
+
+fs::path MemoryFolder() {
+  constexpr std::uintmax_t kEnough = std::uintmax_t{3} << 30;
+  const fs::path memory = "/dev/shm";
+  std::error_code error;
+  const fs::space_info space = fs::space(memory, error);
+  return !error && space.available >= kEnough ? memory : fs::temp_directory_path();
 }
 
 [[noreturn]] void Become(const std::vector<std::string>& words,
                          const std::map<std::string, std::string>& environment) {
+  prctl(PR_SET_PDEATHSIG, SIGTERM);  // no server outlives the measurement, however that ends
   for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
   const int nothing = open("/dev/null", O_RDWR);
   for (int stream = 0; stream <= 2; ++stream) dup2(nothing, stream);
@@ -73,29 +72,13 @@ double RunningProgram::End() {
   return SecondsSince(start);
 }
 
-std::uint64_t RunningProgram::StatusField(const std::string& name) const {
-  std::ifstream status("/proc/" + std::to_string(process_) + "/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.rfind(name + ":", 0) == 0) return std::stoull(line.substr(name.size() + 1));
-  }
-  return 0;
-}
-
-std::uint64_t RunningProgram::AnonymousMemory() const { return StatusField("RssAnon"); }
+std::uint64_t RunningProgram::AnonymousMemory() const { return StatusNumber(process_, "RssAnon"); }
 
 std::uint64_t RunningProgram::ContextSwitches() const {
-  return StatusField("voluntary_ctxt_switches");
+  return StatusNumber(process_, "voluntary_ctxt_switches");
 }
 
-std::uint64_t RunningProgram::ProcessorTicks() const {
-  std::ifstream stat("/proc/" + std::to_string(process_) + "/stat");
-  std::string line;
-  std::getline(stat, line);
-  std::istringstream fields(line.substr(line.rfind(')') + 2));
-  const std::vector<std::string> all{std::istream_iterator<std::string>(fields), {}};
-  constexpr std::size_t kUserTime = 11;
-  return std::stoull(all.at(kUserTime)) + std::stoull(all.at(kUserTime + 1));
-}
+std::uint64_t RunningProgram::ProcessorTicks() const { return bench::ProcessorTicks(process_); }
 
 std::size_t RunningProgram::Descriptors() const {
   const fs::directory_iterator all("/proc/" + std::to_string(process_) + "/fd");
@@ -103,14 +86,12 @@ std::size_t RunningProgram::Descriptors() const {
 }
 
 double WaitForPort(std::uint16_t port) {
-  const auto start = std::chrono::steady_clock::now();
-  while (true) {
-    const double seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    if (Accepts(port)) return seconds;
-    if (seconds > 10) return -1;
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  const Clock::time_point start = Clock::now();
+  while (SecondsSince(start) < 10) {
+    if (TryConnectTo(port).Number() >= 0) return SecondsSince(start);
+    std::this_thread::sleep_for(std::chrono::microseconds(200));
   }
+  return -1;
 }
 
 std::uint16_t FreePort() {
@@ -122,9 +103,9 @@ std::uint16_t FreePort() {
   }
 }
 
-Folder::Folder() {
+Folder::Folder(Place place) {
   std::random_device random;
-  path_ = fs::temp_directory_path() / ("tarnwerk-bench-" + std::to_string(random()));
+  path_ = (place == Place::kMemory ? MemoryFolder() : fs::temp_directory_path()) / ("tarnwerk-bench-" + std::to_string(random()));
   fs::create_directories(path_);
 }
 

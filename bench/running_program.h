@@ -34,8 +34,6 @@ class RunningProgram {
   std::size_t Descriptors() const;
 
  private:
-  std::uint64_t StatusField(const std::string& name) const;
-
   pid_t process_ = 0;
 };
 
@@ -48,7 +46,10 @@ std::uint16_t FreePort();
 /// A new temporary folder, removed when the program exits.
 class Folder {
  public:
-  Folder();
+  /// In memory it is out of reach of the disk's noise; where there is little of it, on the disk.
+  enum class Place { kDisk, kMemory };
+
+  explicit Folder(Place place = Place::kDisk);
   ~Folder();
   Folder(const Folder&) = delete;
   Folder& operator=(const Folder&) = delete;

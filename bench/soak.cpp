@@ -167,7 +167,7 @@ int main(int argumentCount, char** arguments) {
       late.mebibytes < early.mebibytes + 1 && late.descriptors <= early.descriptors + 2;
   ReportDisk(folder);
   const std::vector<Descriptor> guests = bench::ComeToStay(tarnwerk);
-  const double end = tarnwerk.End();
+  const double end = tarnwerk.Stop();
   std::printf("from SIGTERM to its end: %.2f s\n", end);
   if (!flat) std::puts("NOT FLAT");
   if (longest >= kLongestAnswer) std::puts("AN ANSWER TOO LATE");

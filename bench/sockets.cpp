@@ -1,13 +1,13 @@
 #include "bench/sockets.h"
 
 #include <netinet/tcp.h>
-#include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 
-#include <array>
-#include <cstdio>
-#include <cstdlib>
+#include <string>
 #include <utility>
+
+#include "bench/failure.h"
 
 namespace bench {
 
@@ -37,6 +37,9 @@ Descriptor TryConnectTo(std::uint16_t port) {
   Descriptor connection(socket(AF_INET, SOCK_STREAM, 0));
   const int on = 1;
   setsockopt(connection.Number(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof(on));
+  const timeval patience = {.tv_sec = 30, .tv_usec = 0};
+  setsockopt(connection.Number(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof(patience));
+  setsockopt(connection.Number(), SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof(patience));
   const sockaddr_in address = Loopback(port);
   if (connect(connection.Number(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) !=
       0) {
@@ -47,10 +50,7 @@ Descriptor TryConnectTo(std::uint16_t port) {
 
 Descriptor ConnectTo(std::uint16_t port) {
   Descriptor connection = TryConnectTo(port);
-  if (connection.Number() < 0) {
-    std::perror("connect");
-    std::exit(1);
-  }
+  Expect(connection.Number() >= 0, "nothing listens on port " + std::to_string(port));
   return connection;
 }
 
@@ -63,12 +63,8 @@ void SendAll(int connection, std::string_view bytes) {
 }
 
 std::uint64_t ReceiveAll(int connection) {
-  std::array<char, 65536> buffer;
   std::uint64_t received = 0;
-  ssize_t count = 0;
-  while ((count = recv(connection, buffer.data(), buffer.size(), 0)) > 0) {
-    received += static_cast<std::uint64_t>(count);
-  }
+  ReceiveAll(connection, [&](std::string_view piece) { received += piece.size(); });
   return received;
 }
 

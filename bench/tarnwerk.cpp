@@ -1,39 +1,38 @@
 #include "bench/tarnwerk.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include <map>
+
+#include "bench/failure.h"
 
 namespace bench {
 
-Tarnwerk::Tarnwerk(const std::string& program, const Folder& folder, Display display)
-    : folder_(folder) {
+Tarnwerk::Tarnwerk(const std::string& program, const Folder& folder, const Options& options)
+    : Server(options.name), folder_(folder) {
   folder.Write("mailroot/User/box/UserInfo.ini", "[用户信息]\r\nPassword=x\r\n");
-  folder.Write(
-      "Server.ini",
-      "[WebServer Options]\r\nDNS=localhost\r\nStartDefaultPage=1\r\nRead=1\r\n"
-      "optAppDone=True\r\nWebRootDir=" +
-          folder.Path("wwwroot") + "\r\nTCPPort=" + std::to_string(webPort_) +
-          "\r\n[FtpServer Options]\r\nDNS=localhost\r\nFtpServer Root=" + folder.Path("ftproot") +
-          // Without an upload folder every path could be changed, and some clients try.
-          "\r\nFtpServer UploadDir=" + folder.Path("ftproot") +
-          "\r\nFtpPort=" + std::to_string(ftpPort_) +
-          "\r\n[MailServer Options]\r\nDNS=localhost\r\nMailServer Root=" +
-          folder.Path("mailroot") + "\r\nSMTP Port=" + std::to_string(smtpPort_) +
-          "\r\nPOP3 Port=" + std::to_string(pop3Port_) + "\r\n");
+  folder.Write("Server.ini",
+               "[WebServer Options]\r\nDNS=localhost\r\nStartDefaultPage=1\r\nRead=1\r\n"
+               "optAppDone=True\r\nWebRootDir=" +
+                   folder.Path("wwwroot") + "\r\nTCPPort=" + std::to_string(WebPort()) + "\r\n" +
+                   options.webKeys + "[FtpServer Options]\r\nDNS=localhost\r\nFtpServer Root=" +
+                   folder.Path("ftproot") +
+                   // Without an upload folder every path could be changed, and some clients try.
+                   "\r\nFtpServer UploadDir=" + folder.Path("ftproot") +
+                   "\r\nFtpPort=" + std::to_string(ftpPort_) +
+                   "\r\n[MailServer Options]\r\nDNS=localhost\r\nMailServer Root=" +
+                   folder.Path("mailroot") + "\r\nSMTP Port=" + std::to_string(smtpPort_) +
+                   "\r\nPOP3 Port=" + std::to_string(pop3Port_) + "\r\n");
   std::map<std::string, std::string> environment = {{"TARNWERK_HOME", folder.Path()},
                                                     {"TARNWERK_HOSTS", folder.Path("hosts")},
                                                     {"XDG_RUNTIME_DIR", folder.Path()},
                                                     {"XDG_CONFIG_HOME", folder.Path()},
                                                     {"XDG_STATE_HOME", folder.Path()}};
-  if (display == Display::kNone) environment.insert({{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}});
+  if (options.display == Display::kNone) {
+    environment.insert({{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}});
+  }
   // "SHOW" would send the window to the tray.
-  process_ =
-      std::make_unique<RunningProgram>(std::vector<std::string>{program, "START"}, environment);
-  readySeconds_ = WaitForPort(webPort_);
-  for (const std::uint16_t port : {webPort_, ftpPort_, smtpPort_, pop3Port_}) {
-    if (WaitForPort(port) >= 0) continue;
-    std::fputs("the program does not serve\n", stderr);
-    std::exit(1);
+  Run({program, "START"}, environment);
+  for (const std::uint16_t port : {ftpPort_, smtpPort_, pop3Port_}) {
+    Expect(WaitForPort(port) >= 0, "the program does not serve");
   }
 }
 

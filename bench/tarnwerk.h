@@ -3,45 +3,40 @@
 // The program under measurement: all three services on free ports, all files in `folder`, one
 // mailbox "box".
 
-#include <memory>
 #include <string>
 
-#include "bench/running_program.h"
+#include "bench/server.h"
 
 namespace bench {
 
-class Tarnwerk {
+class Tarnwerk : public Server {
  public:
   enum class Display { kNone, kOurs };
 
-  /// Returns once the services accept connections; exits if they do not. The window opens if a
-  /// display is given.
-  Tarnwerk(const std::string& program, const Folder& folder, Display display = Display::kNone);
+  struct Options {
+    Display display = Display::kNone;  // with a display the window opens
+    std::string name = "Tarnwerk";
+    std::string webKeys = {};  // further lines of the Web server's section, each with CR LF
+  };
 
-  std::uint16_t WebPort() const { return webPort_; }
+  /// Returns once the services accept connections; throws if they do not.
+  Tarnwerk(const std::string& program, const Folder& folder, const Options& options);
+  Tarnwerk(const std::string& program, const Folder& folder)
+      : Tarnwerk(program, folder, Options()) {}
+
+  std::uint16_t WebPort() const { return Port(); }
   std::uint16_t FtpPort() const { return ftpPort_; }
   std::uint16_t SmtpPort() const { return smtpPort_; }
   std::uint16_t Pop3Port() const { return pop3Port_; }
 
-  /// Seconds from the start of the process to the first answer of its Web service.
-  double ReadySeconds() const { return readySeconds_; }
-
-  /// The path of a message in the mailbox.
+  /// The path of a message in the mailbox, numbered from 1.
   std::string Message(int number) const;
-
-  /// Seconds from SIGTERM to the end of the process.
-  double End() { return process_->End(); }
-
-  const RunningProgram& Process() const { return *process_; }
 
  private:
   const Folder& folder_;
-  std::uint16_t webPort_ = FreePort();
   std::uint16_t ftpPort_ = FreePort();
   std::uint16_t smtpPort_ = FreePort();
   std::uint16_t pop3Port_ = FreePort();
-  std::unique_ptr<RunningProgram> process_;
-  double readySeconds_ = 0;
 };
 
 }  // namespace bench

@@ -13,6 +13,7 @@
 #include <string>
 #include <thread>
 
+#include "bench/failure.h"
 #include "bench/ftp_client.h"
 #include "bench/load_client.h"
 #include "bench/running_program.h"
@@ -49,9 +50,8 @@ class Window {
 
  private:
   static void Run(const std::string& command) {
-    if (std::system(("timeout 20 " + command + " >/dev/null").c_str()) == 0) return;
-    std::fputs("the window cannot be used from the keyboard\n", stderr);
-    std::exit(1);
+    bench::Expect(std::system(("timeout 20 " + command + " >/dev/null").c_str()) == 0,
+                  "the window cannot be used from the keyboard");
   }
 
   std::string find_;
@@ -60,8 +60,8 @@ class Window {
 struct Programs {
   explicit Programs(const std::string& program)
       : bare(program, bareFolder),
-        quiet(program, quietFolder, Display::kOurs),
-        live(program, liveFolder, Display::kOurs) {
+        quiet(program, quietFolder, {.display = Display::kOurs}),
+        live(program, liveFolder, {.display = Display::kOurs}) {
     for (const Folder* folder : {&bareFolder, &quietFolder, &liveFolder}) Fill(*folder);
   }
 
@@ -90,9 +90,7 @@ void Compare(const char* what, const Programs& programs, int rounds, const Downl
 }
 
 void Expect(std::uint64_t bytes, std::size_t wanted) {
-  if (bytes == wanted) return;
-  std::fprintf(stderr, "a download of %llu bytes\n", static_cast<unsigned long long>(bytes));
-  std::exit(1);
+  bench::Expect(bytes == wanted, "a download of " + std::to_string(bytes) + " bytes");
 }
 
 void FetchFromFtp(const Tarnwerk& tarnwerk) {
@@ -113,11 +111,12 @@ int main(int argumentCount, char** arguments) {
     return 2;
   }
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
-  const Programs programs(arguments[1]);
-  const Window window(programs.live);
-  window.Press("ctrl+3 ctrl+Next");
-  Compare("RETR", programs, kRounds, FetchFromFtp);
-  window.Press("ctrl+2 ctrl+Next");
-  Compare("1 MiB paced", programs, kPacedRounds, FetchPaced);
-  return 0;
+  return bench::RunOrReport([&] {
+    const Programs programs(arguments[1]);
+    const Window window(programs.live);
+    window.Press("ctrl+3 ctrl+Next");
+    Compare("RETR", programs, kRounds, FetchFromFtp);
+    window.Press("ctrl+2 ctrl+Next");
+    Compare("1 MiB paced", programs, kPacedRounds, FetchPaced);
+  });
 }
