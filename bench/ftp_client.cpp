@@ -44,8 +44,8 @@ std::string FtpClient::Line() {
 }
 
 void FtpClient::SignIn() {
-  Ask("USER anonymous");
-  const std::string reply = Ask("PASS x@y");
+  Ask(std::string("USER ") + kGuest);
+  const std::string reply = Ask(std::string("PASS ") + kGuestPassword);
   Expect(reply.starts_with("2"), "FTP: no sign-in: " + reply);
   Ask("TYPE I");
 }

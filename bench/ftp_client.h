@@ -10,6 +10,9 @@
 
 namespace bench {
 
+inline constexpr const char* kGuest = "anonymous";
+inline constexpr const char* kGuestPassword = "x@y";
+
 class FtpClient {
  public:
   /// Connects and reads the greeting.

@@ -68,8 +68,9 @@ double StoreTogether(std::uint16_t port, std::size_t clients, std::uint64_t byte
                      const Folder& folder) {
   const std::string upload = folder.Path("ftproot/upload/");
   const auto sessions = Open(port, clients);
+  for (const auto& session : sessions) session->client.Ask("CWD /upload");
   const std::vector<double> seconds = Together(sessions, [&](Session& session, std::size_t number) {
-    session.client.Tell("STOR /upload/" + std::to_string(number));
+    session.client.Tell("STOR " + std::to_string(number));
     SendMany(session.data.Number(), bytes);
     session.data.Close();
     session.client.ExpectTransferred();

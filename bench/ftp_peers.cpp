@@ -1,7 +1,14 @@
 #include "bench/ftp_peers.h"
 
+#include <crypt.h>
+#include <pwd.h>
+
+#include <cstdlib>
 #include <filesystem>
 #include <string>
+
+#include "bench/failure.h"
+#include "bench/ftp_client.h"
 
 namespace bench {
 
@@ -18,11 +25,21 @@ Vsftpd::Vsftpd(const Folder& folder) : Server(kName) {
   Run({"vsftpd", folder.Path("vsftpd.conf")});
 }
 
+// Its guests are sent to the home of the system's user "ftp", so the guest is a user in its own
+// database instead. Its own hash of a password would take seconds.
 PureFtpd::PureFtpd(const Folder& folder) : Server(kName) {
-  Run({"pure-ftpd", "--anonymousonly", "--dontresolve", "--bind",
-       "127.0.0.1," + std::to_string(Port()), "--limitrecursion", "2000000:8", "--maxdiskusagepct",
-       "100", "--pidfile", folder.Path("pure-ftpd.pid")},
-      {{"FTP_ANON_DIR", folder.Path("ftproot")}});
+  const passwd* nobody = getpwnam("nobody");
+  const std::string users = folder.Path("pure-ftpd.passwd");
+  const std::string database = folder.Path("pure-ftpd.pdb");
+  folder.Write("pure-ftpd.passwd", std::string(kGuest) + ":" + crypt(kGuestPassword, "$1$bench$") +
+                                       ":" + std::to_string(nobody->pw_uid) + ":" +
+                                       std::to_string(nobody->pw_gid) +
+                                       "::" + folder.Path("ftproot") + "/./::::::::::::\n");
+  const std::string make = "pure-pw mkdb " + database + " -f " + users;
+  Expect(std::system(make.c_str()) == 0, "pure-ftpd does not take a user");
+  Run({"pure-ftpd", "--noanonymous", "--login", "puredb:" + database, "--minuid", "1",
+       "--dontresolve", "--bind", "127.0.0.1," + std::to_string(Port()), "--limitrecursion",
+       "2000000:8", "--maxdiskusagepct", "100", "--pidfile", folder.Path("pure-ftpd.pid")});
 }
 
 Pyftpdlib::Pyftpdlib(const Folder& folder) : Server(kName) {

@@ -20,7 +20,7 @@ class Vsftpd : public Server {
 class PureFtpd : public Server {
  public:
   static constexpr const char* kName = "pure-ftpd";
-  static bool IsInstalled() { return HasProgram("pure-ftpd"); }
+  static bool IsInstalled() { return HasProgram("pure-ftpd") && HasProgram("pure-pw"); }
 
   explicit PureFtpd(const Folder& folder);
 };

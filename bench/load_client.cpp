@@ -9,7 +9,6 @@
 #include <map>
 #include <utility>
 
-#include "bench/failure.h"
 #include "bench/sockets.h"
 #include "bench/stopwatch.h"
 
@@ -24,12 +23,9 @@ class Poll {
   Poll(const Poll&) = delete;
   Poll& operator=(const Poll&) = delete;
 
-  void Add(int socket) {
-    epoll_event event = {};
-    event.events = EPOLLIN;
-    event.data.fd = socket;
-    epoll_ctl(descriptor_, EPOLL_CTL_ADD, socket, &event);
-  }
+  void Add(int socket, bool isConnected) { Watch(EPOLL_CTL_ADD, socket, isConnected); }
+  void SetConnected(int socket) { Watch(EPOLL_CTL_MOD, socket, true); }
+
   template <class Action>
   void Wait(Action action) {
     std::array<epoll_event, 64> events;
@@ -38,15 +34,76 @@ class Poll {
   }
 
  private:
+  void Watch(int operation, int socket, bool isConnected) const {
+    epoll_event event = {};
+    event.events = isConnected ? EPOLLIN : EPOLLIN | EPOLLOUT;
+    event.data.fd = socket;
+    epoll_ctl(descriptor_, operation, socket, &event);
+  }
+
   int descriptor_;
 };
 
-// The connected socket, which holds no descriptor if that failed.
-Descriptor ConnectAndAsk(const Load& load) {
-  Descriptor client = TryConnectTo(load.port);
-  if (client.Number() >= 0) SendAll(client.Number(), load.request);
-  return client;
-}
+// A client that never waits: a server that is slow to accept delays no other client of it.
+class Fetching {
+ public:
+  explicit Fetching(const Load& load)
+      : load_(&load), client_(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0)) {
+    const sockaddr_in address = Loopback(load.port);
+    connect(Number(), reinterpret_cast<const sockaddr*>(&address), sizeof(address));
+    Ask();
+  }
+
+  int Number() const { return client_.Number(); }
+  bool HasAsked() const { return hasAsked_; }
+  void Ask() {
+    const ssize_t sent = send(Number(), load_->request.data(), load_->request.size(), MSG_NOSIGNAL);
+    hasAsked_ = sent == static_cast<ssize_t>(load_->request.size());
+  }
+
+  std::uint64_t bytes = 0;
+
+ private:
+  const Load* load_;
+  Descriptor client_;
+  bool hasAsked_ = false;
+};
+
+struct Progress {
+  int number = 0;  // the client's
+  std::uint64_t bytes = 0;
+  bool isOver = false;  // then the client is gone
+  bool isBroken = false;
+};
+
+// All open connections.
+class Fetchings {
+ public:
+  explicit Fetchings(const Load& load) : load_(load) {}
+
+  bool IsEmpty() const { return open_.empty(); }
+  int Begin() {
+    Fetching fetching(load_);
+    const int number = fetching.Number();
+    poll_.Add(number, fetching.HasAsked());
+    open_.emplace(number, std::move(fetching));
+    return number;
+  }
+
+  /// Calls `report` with what has arrived for each client, and with its end.
+  template <class Report>
+  void Wait(const Report& report) {
+    poll_.Wait([&](int number) { Serve(number, report); });
+  }
+
+ private:
+  template <class Report>
+  void Serve(int number, const Report& report);
+
+  const Load& load_;
+  Poll poll_;
+  std::map<int, Fetching> open_;
+};
 
 // The bytes read; -1 on an error, 0 at the end.
 ssize_t ReadSome(int client) {
@@ -54,40 +111,34 @@ ssize_t ReadSome(int client) {
   return recv(client, buffer.data(), buffer.size(), MSG_DONTWAIT);
 }
 
-struct Fetching {
-  Descriptor client;
-  std::uint64_t bytes = 0;
-};
+template <class Report>
+void Fetchings::Serve(int number, const Report& report) {
+  Fetching& fetching = open_.at(number);
+  if (!fetching.HasAsked()) {
+    fetching.Ask();
+    if (fetching.HasAsked()) poll_.SetConnected(number);
+  }
+  const ssize_t count = ReadSome(number);
+  if (count < 0 && errno == EAGAIN) return;
+  if (count > 0) fetching.bytes += static_cast<std::uint64_t>(count);
+  const std::uint64_t bytes = fetching.bytes;
+  if (count <= 0) open_.erase(number);
+  report(Progress{.number = number, .bytes = bytes, .isOver = count <= 0, .isBroken = count < 0});
+}
 
 }  // namespace
 
 LoadResult Run(const Load& load) {
   LoadResult result;
-  Poll poll;
-  std::map<int, Fetching> open;
-  const auto begin = [&] {
-    Descriptor client = ConnectAndAsk(load);
-    const int number = client.Number();
-    if (number < 0) {
-      ++result.failures;
-      return;
-    }
-    poll.Add(number);
-    open.emplace(number, Fetching{std::move(client)});
-  };
-  for (int i = 0; i < load.clients; ++i) begin();
-
+  Fetchings open(load);
+  for (int i = 0; i < load.clients; ++i) open.Begin();
   const Clock::time_point start = Clock::now();
-  while (SecondsSince(start) < load.duration.count() / 1000.0) {
-    poll.Wait([&](int client) {
-      Fetching& fetching = open.at(client);
-      const ssize_t count = ReadSome(client);
-      if (count > 0) fetching.bytes += static_cast<std::uint64_t>(count);
-      if (count > 0 || (count < 0 && errno == EAGAIN)) return;
-      const bool isWhole = count == 0 && fetching.bytes == load.answerBytes;
-      isWhole ? ++result.fetches : ++result.failures;
-      open.erase(client);
-      begin();
+  while (SecondsSince(start) < static_cast<double>(load.duration.count()) / 1000) {
+    open.Wait([&](const Progress& progress) {
+      if (!progress.isOver) return;
+      const bool isWhole = !progress.isBroken && progress.bytes == load.answerBytes;
+      ++(isWhole ? result.fetches : result.failures);
+      open.Begin();
     });
   }
   result.fetchesPerSecond = static_cast<double>(result.fetches) / SecondsSince(start);
@@ -96,24 +147,13 @@ LoadResult Run(const Load& load) {
 
 std::vector<Fetched> FetchOnce(const Load& load) {
   std::vector<Fetched> fetched(static_cast<std::size_t>(load.clients));
-  std::map<int, std::pair<Descriptor, Fetched*>> open;
-  Poll poll;
+  std::map<int, Fetched*> byNumber;
+  Fetchings open(load);
   const Clock::time_point start = Clock::now();
-  for (Fetched& one : fetched) {
-    Descriptor client = ConnectAndAsk(load);
-    const int number = client.Number();
-    Expect(number >= 0, "a client is refused");
-    poll.Add(number);
-    open.emplace(number, std::make_pair(std::move(client), &one));
-  }
-  while (!open.empty() && SecondsSince(start) < 60) {
-    poll.Wait([&](int client) {
-      const ssize_t count = ReadSome(client);
-      if (count < 0 && errno == EAGAIN) return;
-      Fetched& one = *open.at(client).second;
-      one.seconds = SecondsSince(start);
-      if (count <= 0) open.erase(client);
-      if (count > 0) one.bytes += static_cast<std::uint64_t>(count);
+  for (Fetched& one : fetched) byNumber[open.Begin()] = &one;
+  while (!open.IsEmpty() && SecondsSince(start) < 60) {
+    open.Wait([&](const Progress& progress) {
+      *byNumber.at(progress.number) = {SecondsSince(start), progress.bytes};
     });
   }
   return fetched;

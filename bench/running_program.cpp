@@ -105,7 +105,8 @@ std::uint16_t FreePort() {
 
 Folder::Folder(Place place) {
   std::random_device random;
-  path_ = (place == Place::kMemory ? MemoryFolder() : fs::temp_directory_path()) / ("tarnwerk-bench-" + std::to_string(random()));
+  path_ = (place == Place::kMemory ? MemoryFolder() : fs::temp_directory_path()) /
+          ("tarnwerk-bench-" + std::to_string(random()));
   fs::create_directories(path_);
 }
 

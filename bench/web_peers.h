@@ -23,7 +23,8 @@ class Lighttpd : public Server {
   explicit Lighttpd(const Folder& folder);
 };
 
-/// A process per connection.
+/// A process per connection, which is for one request. More than nine that wait to be accepted are
+/// only heard when they ask again, a second later.
 class BusyboxHttpd : public Server {
  public:
   static constexpr const char* kName = "busybox";
