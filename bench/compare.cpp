@@ -25,6 +25,7 @@ const std::vector<std::pair<std::string, Part>> kParts = {{"web", bench::Compare
                                                           {"start", bench::CompareStart}};
 
 void CompareAll(const std::string& program, const std::vector<std::string>& wanted) {
+  bench::AdoptOrphans();
   std::vector<bench::Row> rows;
   for (const auto& [name, part] : kParts) {
     const bool isWanted =

@@ -1,14 +1,23 @@
 #include "bench/comparison.h"
 
+#include <unistd.h>
+
+#include <chrono>
 #include <cstddef>
 #include <cstdio>
 #include <exception>
+#include <thread>
 #include <utility>
 
 #include "bench/median.h"
+#include "bench/process_tree.h"
+#include "bench/stopwatch.h"
 
 namespace bench {
 namespace {
+
+// In which the processes of a session that has ended must end, too, to be counted for it.
+constexpr double kLongestFarewell = 0.3;
 
 class Series {
  public:
@@ -17,6 +26,7 @@ class Series {
 
   void Add(const Measure& measure) {
     if (hasFailed_) return;
+    const std::size_t processes = CountOfTree(getpid());
     try {
       const Sample sample = measure(contestant_);
       figures_.push_back(sample.figure);
@@ -25,6 +35,7 @@ class Series {
       hasFailed_ = true;
       std::fprintf(stderr, "%s: %s\n", contestant_.server->Name().c_str(), failure.what());
     }
+    WaitForEnds(processes);
   }
 
   Entry Result() const {
@@ -33,16 +44,28 @@ class Series {
     entry.median = Median(figures_);
     const Usage now = contestant_.server->Used();
     if (work_ > 0 && now.countsEndedChildren) {
-      entry.processorSeconds = (now.processorSeconds - before_.processorSeconds) / work_;
+      entry.processorSeconds =
+          (now.processorSeconds - before_.processorSeconds + orphanSeconds_) / work_;
     }
     return entry;
   }
 
  private:
+  // Until there are only as many as before the measurement.
+  void WaitForEnds(std::size_t processes) {
+    const Clock::time_point start = Clock::now();
+    do {
+      orphanSeconds_ += SecondsOfOrphans();
+      if (CountOfTree(getpid()) <= processes) return;
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    } while (SecondsSince(start) < kLongestFarewell);
+  }
+
   Contestant contestant_;
   Usage before_;
   std::vector<double> figures_;
   double work_ = 0;
+  double orphanSeconds_ = 0;
   bool hasFailed_ = false;
 };
 

@@ -1,6 +1,9 @@
 #include "bench/process_tree.h"
 
 #include <signal.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -60,6 +63,10 @@ bool IgnoresChildren(pid_t process) {
   return (StatusNumber(process, "SigIgn", 16) >> (SIGCHLD - 1) & 1) != 0;
 }
 
+double Seconds(const timeval& time) {
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
 }  // namespace
 
 Usage UsageOfTree(pid_t root) {
@@ -72,6 +79,19 @@ Usage UsageOfTree(pid_t root) {
     usage.anonymous += StatusNumber(process, "RssAnon");
   }
   return usage;
+}
+
+std::size_t CountOfTree(pid_t root) { return Tree(root).size(); }
+
+void AdoptOrphans() { prctl(PR_SET_CHILD_SUBREAPER, 1); }
+
+double SecondsOfOrphans() {
+  double seconds = 0;
+  rusage used = {};
+  while (wait4(-1, nullptr, WNOHANG, &used) > 0) {
+    seconds += Seconds(used.ru_utime) + Seconds(used.ru_stime);
+  }
+  return seconds;
 }
 
 std::uint64_t ProcessorTicks(pid_t process) {

@@ -4,6 +4,7 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -21,6 +22,15 @@ struct Usage {
 
 /// Nothing for a process that has ended.
 Usage UsageOfTree(pid_t root);
+
+/// The number of its processes, and of those that have ended and not been waited for.
+std::size_t CountOfTree(pid_t root);
+
+/// From now on a process whose parent ends without waiting for it becomes a child of this one.
+void AdoptOrphans();
+
+/// The processor seconds of adopted processes that have ended since the last call.
+double SecondsOfOrphans();
 
 /// User and system time of a process and of the children that it has waited for, in clock ticks.
 std::uint64_t ProcessorTicks(pid_t process);
