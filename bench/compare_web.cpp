@@ -105,15 +105,14 @@ Row SmallFiles(Servers& servers, int clients) {
                            (clients == 1 ? " client" : " clients") + ": a second (CPU s per 1,000)";
   std::vector<Contestant> all = {servers.Bare()};
   all.insert(all.end(), servers.Http().begin(), servers.Http().end());
-  return Compare(
-      {.name = name, .rounds = 7, .goal = "1.00 of nginx"}, all, [&](const Contestant& one) {
-        const bool isBare = one.server == servers.Bare().server;
-        const std::uint64_t bytes = AnswerBytes(one.port, kSmallFile, kSmallBytes, isBare);
-        const LoadResult result = Run({one.port, HttpResponse::Request(kSmallFile, false), clients,
-                                       std::chrono::milliseconds(500), bytes});
-        Expect(result.failures == 0, std::to_string(result.failures) + " fetches failed");
-        return Sample{result.fetchesPerSecond, static_cast<double>(result.fetches) / 1000};
-      });
+  return Compare({.name = name, .goal = "1.00 of nginx"}, all, [&](const Contestant& one) {
+    const bool isBare = one.server == servers.Bare().server;
+    const std::uint64_t bytes = AnswerBytes(one.port, kSmallFile, kSmallBytes, isBare);
+    const LoadResult result = Run({one.port, HttpResponse::Request(kSmallFile, false), clients,
+                                   std::chrono::milliseconds(500), bytes});
+    Expect(result.failures == 0, std::to_string(result.failures) + " fetches failed");
+    return Sample{result.fetchesPerSecond, static_cast<double>(result.fetches) / 1000};
+  });
 }
 
 Row LargeFile(Servers& servers) {

@@ -111,7 +111,10 @@ void MeasureEight(const Tarnwerk& tarnwerk) {
       kClients * one / all, fairness);
 }
 
-void MeasureAnswers(const Tarnwerk& tarnwerk) {
+void MeasureAnswers(const std::string& program) {
+  const Folder folder(Folder::Place::kMemory);
+  bench::FillFolder(folder, "hundred", 0, kManyFiles);
+  const Tarnwerk tarnwerk(program, folder);
   const double slowest = bench::SlowestAnswer(tarnwerk.FtpPort(), [&] {
     for (int i = 0; i < 3; ++i) bench::ListSeconds(tarnwerk.FtpPort(), "hundred", kManyFiles);
   });
@@ -147,9 +150,8 @@ int main(int argumentCount, char** arguments) {
   };
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   return bench::RunOrReport([&] {
-    const Folder folder(Folder::Place::kMemory);
+    const Folder folder;
     folder.Write("ftproot/big.bin", std::string(kBigBytes, 'x'));
-    if (isWanted("answers")) bench::FillFolder(folder, "hundred", 0, kManyFiles);
     using Display = Tarnwerk::Display;
     const bool isSeen = std::getenv("DISPLAY") != nullptr;
     const Tarnwerk tarnwerk(arguments[1], folder,
@@ -157,7 +159,7 @@ int main(int argumentCount, char** arguments) {
     if (isWanted("retr")) CompareRetr(tarnwerk, folder);
     if (isWanted("stor")) CompareStor(tarnwerk, folder);
     if (isWanted("eight")) MeasureEight(tarnwerk);
-    if (isWanted("answers")) MeasureAnswers(tarnwerk);
+    if (isWanted("answers")) MeasureAnswers(arguments[1]);
     if (isWanted("memory")) MeasureMemory(tarnwerk);
   });
 }

@@ -46,7 +46,8 @@ std::uint16_t FreePort();
 /// A new temporary folder, removed when the program exits.
 class Folder {
  public:
-  /// In memory it is out of reach of the disk's noise; where there is little of it, on the disk.
+  /// In memory, below TARNWERK_BENCH_MEMORY, it is out of reach of the disk's noise; without that
+  /// variable it is on the disk.
   enum class Place { kDisk, kMemory };
 
   explicit Folder(Place place = Place::kDisk);

@@ -40,7 +40,7 @@ std::string Cell(const Row& row, bool ours) {
   std::string cell;
   for (const Entry& entry : row.entries) {
     if (IsOurs(entry) != ours) continue;
-    if (!cell.empty()) cell += ", ";
+    if (!cell.empty()) cell += "; ";
     cell += Label(entry) + Value(row.figure, entry);
   }
   return cell;
