@@ -70,8 +70,9 @@ Row Collect(Mailboxes& mailboxes) {
                          .goal = "1.20 of dovecot"};
   return Compare(figure, mailboxes.All(), [&](const Contestant& one) {
     mailboxes.Fill(one, kMessages);
-    const double seconds = CollectSeconds(
-        one.port, kMessages, mailboxes.IsOurs(one) ? MessageEnd::kTarnwerks : MessageEnd::kDot);
+    const double seconds =
+        CollectSeconds(one.port, kMessages, kMessageBytes,
+                       mailboxes.IsOurs(one) ? MessageEnd::kTarnwerks : MessageEnd::kDot);
     return Sample{kMessages / seconds, kMessages / 1000.0};
   });
 }

@@ -114,8 +114,8 @@ void GrowMessages(const std::string& program) {
     });
     Measure(tarnwerk, "message of " + Size(bytes) + " collected", "ms per MiB", [&] {
       bench::FillMailbox(tarnwerk, 1, bench::MessageText(bytes));
-      return bench::CollectSeconds(tarnwerk.Pop3Port(), 1, bench::MessageEnd::kTarnwerks) * 1e3 /
-             mebibytes;
+      return bench::CollectSeconds(tarnwerk.Pop3Port(), 1, bytes, bench::MessageEnd::kTarnwerks) *
+             1e3 / mebibytes;
     });
   }
 }

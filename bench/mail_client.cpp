@@ -15,9 +15,11 @@ bool MailClient::ReadTo(std::string_view end) {
   std::array<char, 65536> buffer;
   std::string tail;
   char first = '\0';
+  replyBytes_ = 0;
   while (!tail.ends_with(end)) {
     const ssize_t count = recv(connection_.Number(), buffer.data(), buffer.size(), 0);
     if (count <= 0) return false;
+    replyBytes_ += static_cast<std::size_t>(count);
     if (first == '\0') first = buffer[0];
     // An error has one line, whatever the end of a reply should be.
     if (first == '4' || first == '5' || first == '-') return false;

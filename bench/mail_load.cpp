@@ -53,14 +53,14 @@ double SendSeconds(std::uint16_t port, const std::string& message, int count,
   return seconds;
 }
 
-double CollectSeconds(std::uint16_t port, int count, MessageEnd end) {
+double CollectSeconds(std::uint16_t port, int count, std::size_t bytes, MessageEnd end) {
   MailClient client(port);
   SignIn(client);
   const Clock::time_point start = Clock::now();
   for (int i = 1; i <= count; ++i) {
     const std::string number = std::to_string(i) + "\r\n";
     const bool done = client.Ask("STAT\r\n") && client.Ask("RETR " + number, EndOf(end)) &&
-                      client.Ask("DELE " + number);
+                      client.ReplyBytes() > bytes && client.Ask("DELE " + number);
     Expect(done, "POP3: a message was not sent");
   }
   const double seconds = SecondsSince(start);

@@ -26,8 +26,8 @@ double SendSeconds(std::uint16_t port, const std::string& message, int count,
 /// What ends a message that is collected.
 enum class MessageEnd { kDot, kTarnwerks };
 
-/// The seconds of STAT, RETR and DELE for the messages from 1 to `count`.
-double CollectSeconds(std::uint16_t port, int count, MessageEnd end);
+/// The seconds of STAT, RETR and DELE for the messages from 1 to `count`, each of at least `bytes`.
+double CollectSeconds(std::uint16_t port, int count, std::size_t bytes, MessageEnd end);
 
 /// The median seconds of a STAT.
 double StatSeconds(std::uint16_t port);
