@@ -249,14 +249,11 @@ Task<std::string> CommandInterpreter::OnPort(Request request) {
   Task<bool> opening =
       TrapErrors(errors_, host_.OpenActiveDataConnection(request.slot, request.text));
   const bool opened = co_await opening;
-  sessions_[request.slot].closeAfterSend = false;
   co_return ReplyLine(opened ? replies::kDone : replies::kPortFailed);
 }
 
 std::string CommandInterpreter::OnPasv(Request request) {
-  std::string reply = host_.EnterPassiveMode(request.slot);
-  sessions_[request.slot].closeAfterSend = false;
-  return reply;
+  return host_.EnterPassiveMode(request.slot);
 }
 
 Task<std::string> CommandInterpreter::OnList(Request request) {

@@ -77,7 +77,6 @@ Task<bool> DataConnections::OpenActiveDataConnection(int slot, std::string text)
   if (!protection_.MayCarryData(clientOf_(slot), address)) co_return false;
   Socket(slot).Connect(ports->local, address, ports->remote);
   co_await net::YieldToEvents();
-  sessions_[slot].closeAfterSend = false;
   sessions_.StateOf(slot).pendingDataSlot = static_cast<std::int16_t>(slot);
   co_return true;
 }
@@ -129,7 +128,7 @@ void DataConnections::OnFtpDataConnectionRequest(int index, net::ConnectionReque
 void DataConnections::HoldData(int slot) {
   const Client data = Socket(slot).Current();
   data->HoldReading(true);
-  data->GatherSends();
+  data->ReceiveInBulk();
 }
 
 // The end of an upload is the client's to tell.

@@ -57,8 +57,6 @@ class DataConnections final : private net::SocketEvents {
   /// Everything, the listeners included.
   void Close();
 
-  void SendData(int slot, std::string_view bytes) { Socket(slot).SendData(bytes); }
-
   /// The connection of the slot now, or null.
   const Client& Current(int slot) const { return Socket(slot).Current(); }
 

@@ -1,12 +1,10 @@
 #include "ftp/transfers.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 
 #include "ftp/command_text.h"
 #include "ftp/exceptions_as_failures.h"
-#include "ftp/file_info.h"
 #include "ftp/listing.h"
 #include "ftp/path_mapping.h"
 #include "ftp/replies.h"
@@ -19,12 +17,6 @@ namespace {
 using net::ActivityEnd;
 using net::Task;
 using Kind = net::Activity::Kind;
-
-constexpr std::int32_t kChunkBytes = 4096;
-
-// Chunks that the system takes at once are sent in a row, for a fraction of a millisecond: a turn
-// of the loop costs as much as one of them.
-constexpr int kChunksPerTurn = 64;
 
 }  // namespace
 
@@ -48,10 +40,16 @@ Task<bool> Transfers::SendFtpListing(int slot) {
   }
   memory->KeepOnly(listing->size());
   session.listingMemory = memory;
-  session.closeAfterSend = true;
   data->SendData(*listing);
-  data->StartHandler(PaceSending(slot, data));
+  data->StartHandler(CloseWhenSent(slot, data));
   co_return true;
+}
+
+// Of a listing. Like a download a handler of its data connection, with which it ends.
+Task<> Transfers::CloseWhenSent(int slot, Client data) {
+  Task<> sent = data->Sent();
+  co_await sent;
+  connections_.CloseDataSocket(slot, ActivityEnd::kComplete);
 }
 
 Task<bool> Transfers::OpenRetrieve(int slot) {
@@ -59,20 +57,35 @@ Task<bool> Transfers::OpenRetrieve(int slot) {
   co_await connected;
   reply_(slot, replies::kSending);
   FtpSession& session = sessions_[slot];
-  session.fullChunks = session.chunksSent = 0;
   const Client data = connections_.Current(slot);
+  const std::shared_ptr<Transfer> transfer = session.transfer;
   ShowTransfer(*data, Kind::kDownload, session.transferPath);
-  const std::optional<FileInfo> info = GetFileInfo(files_, session.transferPath);
-  if (!info) {
+  if (!OpenFile(session)) {
     data->Finish(EndOfUnread(*data));
     co_return false;
   }
-  session.fullChunks = info->size / kChunkBytes;
-  session.tailBytes = static_cast<std::int16_t>(info->size % kChunkBytes);
-  data->Expect(static_cast<std::uint64_t>(info->size));
-  if (!SendNextChunk(slot)) co_return false;
-  data->StartHandler(PaceSending(slot, data));
-  co_return true;
+  data->Expect(session.retrHandle.SizeWhenOpened());
+  data->StartHandler(SendOpened(slot, data));
+  co_return !transfer->failed;
+}
+
+// A file whose size does not fit the protocol's numbers counts as missing.
+bool Transfers::OpenFile(FtpSession& session) const {
+  constexpr std::uint64_t kLargest = std::numeric_limits<std::int32_t>::max();
+  std::error_code error;
+  session.retrHandle = files_.OpenToRead(session.transferPath, error);
+  return !error && session.retrHandle.SizeWhenOpened() <= kLargest;
+}
+
+Task<> Transfers::SendOpened(int slot, Client data) {
+  const platform::File& file = sessions_[slot].retrHandle;
+  Task<bool> sending = data->SendFile(file, 0, file.SizeWhenOpened());
+  const bool isWhole = co_await sending;
+  if (!isWhole) {
+    FailTransfer(slot);
+  } else {
+    connections_.CloseDataSocket(slot, ActivityEnd::kComplete);
+  }
 }
 
 void Transfers::ShowTransfer(net::Connection& data, Kind kind, const std::string& path) const {
@@ -88,61 +101,6 @@ ActivityEnd Transfers::EndOfUnread(const net::Connection& data) const {
   const std::string& path = data.CurrentActivity().path;
   const bool exists = files_.FileExists(path) || files_.FolderExists(path);
   return exists ? ActivityEnd::kFailed : ActivityEnd::kNotFound;
-}
-
-// False if the file cannot be opened or has shrunk.
-bool Transfers::SendNextChunk(int slot) {
-  FtpSession& session = sessions_[slot];
-  if (!session.retrHandle.IsOpen()) {
-    std::error_code error;
-    session.retrHandle = files_.OpenToRead(session.transferPath, error);
-    if (error) return false;
-  }
-  if (session.chunksSent < session.fullChunks) {
-    ++session.chunksSent;
-    return SendPiece(slot, kChunkBytes);
-  }
-  if (session.tailBytes < 1) {
-    connections_.CloseDataSocket(slot, ActivityEnd::kComplete);
-    return true;
-  }
-  const bool sent = SendPiece(slot, static_cast<std::size_t>(session.tailBytes));
-  session.retrHandle.Close();
-  session.chunksSent = session.fullChunks = 0;
-  session.closeAfterSend = true;
-  return sent;
-}
-
-bool Transfers::SendPiece(int slot, std::size_t size) {
-  std::array<char, kChunkBytes> piece;
-  std::error_code error;
-  if (sessions_[slot].retrHandle.Read(piece.data(), size, error) < size) return false;
-  connections_.SendData(slot, {piece.data(), size});
-  return true;
-}
-
-// Raises the send-complete events of `data`. It is a handler of that connection and ends with it.
-Task<> Transfers::PaceSending(int slot, Client data) {
-  int inThisTurn = 1;
-  while (!data->IsClosed()) {
-    if (data->HasUnsentBytes()) {
-      Task<> taken = data->Sent();
-      co_await taken;
-      inThisTurn = 0;
-    } else if (++inThisTurn > kChunksPerTurn) {
-      co_await net::YieldToEvents();
-      inThisTurn = 0;
-    }
-    OnFtpDataSendComplete(slot);
-  }
-}
-
-void Transfers::OnFtpDataSendComplete(int slot) {
-  if (sessions_[slot].closeAfterSend) {
-    connections_.CloseDataSocket(slot, ActivityEnd::kComplete);
-  } else if (!SendNextChunk(slot)) {
-    FailTransfer(slot);
-  }
 }
 
 Task<bool> Transfers::OpenStore(int slot, std::string text) {
@@ -164,7 +122,7 @@ Task<bool> Transfers::OpenStore(int slot, std::string text) {
 }
 
 Task<> Transfers::OnFtpDataArrival(int slot, Client data) {
-  const std::string bytes = data->GetData();
+  const std::string_view bytes = data->ViewData();
   // The count saturates; the upload goes on.
   const std::int64_t count =
       sessions_.StateOf(slot).uploadByteCount + static_cast<std::int64_t>(bytes.size());
@@ -176,7 +134,7 @@ Task<> Transfers::OnFtpDataArrival(int slot, Client data) {
 
 // Opens the file at the first byte and does not truncate it: a longer file keeps its tail, and an
 // empty upload creates nothing.
-void Transfers::WriteUploadData(int slot, const std::string& bytes) {
+void Transfers::WriteUploadData(int slot, std::string_view bytes) {
   FtpSession& session = sessions_[slot];
   const bool written = Succeeds(errors_, [&] {
     std::error_code error;

@@ -4,8 +4,8 @@
 // with a command, waits for the slot's data connection and ends with it; a transfer's file is open
 // no longer than its data connection.
 //
-// A download has one piece of its file under way, whatever its size: the next is read when the
-// system has taken the one before. A listing is built whole and sent at once.
+// Of a download the system gets as much at a time as it takes; the rest stays in the file. A
+// listing is built whole and sent at once.
 
 #include <functional>
 #include <string>
@@ -52,11 +52,10 @@ class Transfers {
 
  private:
   void ShowTransfer(net::Connection& data, net::Activity::Kind kind, const std::string& path) const;
-  bool SendNextChunk(int slot);
-  bool SendPiece(int slot, std::size_t size);
-  net::Task<> PaceSending(int slot, Client data);
-  void OnFtpDataSendComplete(int slot);
-  void WriteUploadData(int slot, const std::string& bytes);
+  net::Task<> CloseWhenSent(int slot, Client data);
+  bool OpenFile(FtpSession& session) const;
+  net::Task<> SendOpened(int slot, Client data);
+  void WriteUploadData(int slot, std::string_view bytes);
   void FailTransfer(int slot);
   net::ActivityEnd EndOfUnread(const net::Connection& data) const;
 

@@ -15,16 +15,39 @@ using platform::SocketResult;
 
 namespace {
 
-// For what the system takes of a file in one call, a fraction of a millisecond.
-constexpr std::uint64_t kPieceBytes = 256 * 1024;
+// What is sent of a file at a time, within a fraction of a millisecond.
+constexpr std::size_t kPieceBytes = 256 * 1024;
 
-// So much of a file is copied sooner than the system is set up to send it.
-constexpr std::uint64_t kCopiedBytes = 16 * 1024;
+// A file that is no larger, or the end of one, is copied into the outbox if need be.
+constexpr std::uint64_t kShortBytes = 16 * 1024;
 
-// One for all sockets: nothing runs between a read and the copy out of it.
-std::array<char, 65536>& ReadBuffer() {
-  static std::array<char, 65536> buffer;
+// At a time, where the system does not send files itself; a slow peer keeps that much waiting.
+constexpr std::size_t kOutboxBytes = 64 * 1024;
+
+// One for all sockets: nothing runs between a read and the use of what was read.
+using Buffer = std::array<char, kPieceBytes>;
+Buffer& ReadBuffer() {
+  static Buffer buffer;
   return buffer;
+}
+
+using FileRest = BufferedSocket::FileRest;
+
+std::size_t SizeOfPiece(const FileRest& rest, std::size_t most) {
+  return static_cast<std::size_t>(std::min<std::uint64_t>(rest.size, most));
+}
+
+// Empty if the file has ended or cannot be read.
+std::string_view ReadPiece(const FileRest& rest, std::size_t most) {
+  Buffer& buffer = ReadBuffer();
+  std::error_code error;
+  const std::size_t wanted = SizeOfPiece(rest, most);
+  const std::size_t count = rest.file.ReadAt(rest.offset, buffer.data(), wanted, error);
+  return {buffer.data(), error ? 0 : count};
+}
+
+Departure DepartureOf(std::string_view piece, const FileRest& rest) {
+  return piece.size() == rest.size ? rest.departure : Departure::kAtOnce;
 }
 
 }  // namespace
@@ -44,7 +67,7 @@ void BufferedSocket::Report(const Step& step) {
 // Receiving
 
 SocketResult BufferedSocket::Receive(std::string& arrived) {
-  std::array<char, 65536>& buffer = ReadBuffer();
+  Buffer& buffer = ReadBuffer();
   std::size_t count = 0;
   const SocketResult result = socket_.Receive(buffer.data(), buffer.size(), count);
   if (result != SocketResult::kDone) return result;
@@ -57,6 +80,14 @@ SocketResult BufferedSocket::Receive(std::string& arrived) {
   arrived.resize(before + rest);
   if (rest > 0) socket_.Receive(arrived.data() + before, rest, more);
   arrived.resize(before + more);
+  return result;
+}
+
+SocketResult BufferedSocket::ReceiveInPlace(std::string_view& arrived) {
+  Buffer& buffer = ReadBuffer();
+  std::size_t count = 0;
+  const SocketResult result = socket_.Receive(buffer.data(), buffer.size(), count);
+  arrived = {buffer.data(), count};
   return result;
 }
 
@@ -137,27 +168,39 @@ Task<> BufferedSocket::Sent() {
 
 // Files
 
-FileResult BufferedSocket::SendPiece(const platform::File& file, std::uint64_t offset,
-                                     std::uint64_t size, Departure departure, std::size_t& count) {
-  if (copiesFiles_ || size <= kCopiedBytes) return CopyPiece(file, offset, size, departure, count);
-  const auto wanted = static_cast<std::size_t>(std::min(size, kPieceBytes));
-  const FileResult result = socket_.SendFile(file, offset, wanted, count);
-  if (result == FileResult::kTaken && count < wanted) return FileResult::kWouldWait;
+// Only one file under way is read and sent: copying costs this thread more than twice the time, but
+// a peer on the same machine gets bytes that are in the processor's cache. Several get their turns
+// sooner if the system sends them.
+FileResult BufferedSocket::SendPiece(const FileRest& rest, bool isOnly, std::size_t& count) {
+  if (copiesFiles_ || rest.size <= kShortBytes) return CopyToOutbox(rest, count);
+  if (isOnly) return ReadAndSend(rest, count);
+  const FileResult result = HandOver(rest, count);
   if (result != FileResult::kNotPossible) return result;
   copiesFiles_ = true;
-  return CopyPiece(file, offset, size, departure, count);
+  return CopyToOutbox(rest, count);
 }
 
-FileResult BufferedSocket::CopyPiece(const platform::File& file, std::uint64_t offset,
-                                     std::uint64_t size, Departure departure, std::size_t& count) {
-  std::array<char, 65536>& buffer = ReadBuffer();
-  const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(size, buffer.size()));
-  std::error_code error;
-  count = file.ReadAt(offset, buffer.data(), wanted, error);
-  if (error) count = 0;
-  if (count == 0) return FileResult::kFileEnded;
-  const Departure ofThese = count == size ? departure : Departure::kAtOnce;
-  return Send({buffer.data(), count}, ofThese) ? FileResult::kTaken : FileResult::kBroken;
+FileResult BufferedSocket::HandOver(const FileRest& rest, std::size_t& count) {
+  const std::size_t wanted = SizeOfPiece(rest, kPieceBytes);
+  const FileResult result = socket_.SendFile(rest.file, rest.offset, wanted, count);
+  return result == FileResult::kTaken && count < wanted ? FileResult::kWouldWait : result;
+}
+
+// What the system does not take is read again later.
+FileResult BufferedSocket::ReadAndSend(const FileRest& rest, std::size_t& count) {
+  const std::string_view piece = ReadPiece(rest, kPieceBytes);
+  if (piece.empty()) return FileResult::kFileEnded;
+  const SocketResult result = socket_.Send(piece, DepartureOf(piece, rest), count);
+  if (result == SocketResult::kDone && count == piece.size()) return FileResult::kTaken;
+  const bool isFull = result == SocketResult::kDone || result == SocketResult::kWouldWait;
+  return isFull ? FileResult::kWouldWait : FileResult::kBroken;
+}
+
+FileResult BufferedSocket::CopyToOutbox(const FileRest& rest, std::size_t& count) {
+  const std::string_view piece = ReadPiece(rest, kOutboxBytes);
+  count = piece.size();
+  if (piece.empty()) return FileResult::kFileEnded;
+  return Send(piece, DepartureOf(piece, rest)) ? FileResult::kTaken : FileResult::kBroken;
 }
 
 Task<> BufferedSocket::Writable() {

@@ -48,6 +48,9 @@ class BufferedSocket : public std::enable_shared_from_this<BufferedSocket> {
   /// Reads everything that is pending at this moment and appends it to `arrived`.
   platform::SocketResult Receive(std::string& arrived);
 
+  /// Reads what is pending, at most 256 KiB. `arrived` is valid until any socket is read again.
+  platform::SocketResult ReceiveInPlace(std::string_view& arrived);
+
   /// Reads some of what is pending and throws it away.
   platform::SocketResult Discard();
 
@@ -61,12 +64,18 @@ class BufferedSocket : public std::enable_shared_from_this<BufferedSocket> {
   /// the socket is broken, which is not reported.
   bool Send(std::string_view bytes, platform::Departure departure);
 
-  /// Sends some of `size` bytes of `file` from `offset`; the outbox must be empty. `count`: how
-  /// many were sent or are in the outbox now, which keeps one piece of 64 KiB at most, and on Linux
-  /// 16 KiB. kWouldWait: the system takes no more for now. `departure` is that of the last byte.
-  platform::FileResult SendPiece(const platform::File& file, std::uint64_t offset,
-                                 std::uint64_t size, platform::Departure departure,
-                                 std::size_t& count);
+  /// What is left of a file that is being sent; `departure` is that of its last byte.
+  struct FileRest {
+    const platform::File& file;
+    std::uint64_t offset;
+    std::uint64_t size;
+    platform::Departure departure;
+  };
+
+  /// Sends some of it; the outbox must be empty. `count`: how many bytes were sent or are in the
+  /// outbox now, which on Linux keeps 16 KiB at most, on Windows 64 KiB. kWouldWait: the system
+  /// takes no more for now. `isOnly`: no other file is being sent.
+  platform::FileResult SendPiece(const FileRest& rest, bool isOnly, std::size_t& count);
 
   /// Waits until the system may take more bytes; perhaps for less.
   Task<> Writable();
@@ -84,9 +93,9 @@ class BufferedSocket : public std::enable_shared_from_this<BufferedSocket> {
   template <class Step>
   void Report(const Step& step);
   void OnWaited(const asio::error_code& error);
-  platform::FileResult CopyPiece(const platform::File& file, std::uint64_t offset,
-                                 std::uint64_t size, platform::Departure departure,
-                                 std::size_t& count);
+  platform::FileResult ReadAndSend(const FileRest& rest, std::size_t& count);
+  platform::FileResult HandOver(const FileRest& rest, std::size_t& count);
+  platform::FileResult CopyToOutbox(const FileRest& rest, std::size_t& count);
   void OnWritable(const asio::error_code& error);
   void SendInFlight();
   void OnTaken(const asio::error_code& error);
@@ -99,7 +108,7 @@ class BufferedSocket : public std::enable_shared_from_this<BufferedSocket> {
   WaitList sentWaiters_;
   bool awaitingReadable_ = false;
   bool awaitingWritable_ = false;
-  bool copiesFiles_ = false;  // since the system does not send them itself
+  bool copiesFiles_ = !platform::StreamSocket::kSendsFiles;
 };
 
 }  // namespace net

@@ -19,6 +19,18 @@ namespace {
 constexpr std::size_t kLongestText = 260;
 constexpr std::size_t kLongestPath = 4096;
 
+// Counts while it lives.
+class Counted {
+ public:
+  explicit Counted(int& count) : count_(count) { ++count_; }
+  ~Counted() { --count_; }
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+
+ private:
+  int& count_;
+};
+
 // An activity that begins, with texts that may be kept.
 Activity Bounded(Activity activity) {
   activity.what = text::Printable(activity.what, kLongestText);
@@ -53,9 +65,11 @@ bool Connection::IsOpen() const {
 }
 
 std::string Connection::LocalAddress() {
+  if (!localAddress_.empty()) return localAddress_;
   asio::error_code error;
   const asio::ip::tcp::endpoint endpoint = socket_->Socket().Known().local_endpoint(error);
-  return error ? std::string() : endpoint.address().to_string();
+  if (!error) localAddress_ = endpoint.address().to_string();
+  return localAddress_;
 }
 
 std::string Connection::RemoteAddress() const { return socket_->Socket().Peer().to_string(); }
@@ -114,8 +128,10 @@ void Connection::CountSent(std::size_t bytes) {
 
 void Connection::StartReading() {
   readingStarted_ = true;
-  // A client's first bytes are often there already.
-  if (MayRead()) socket_->ReportReadable();
+  if (!MayRead()) return;
+  // A client's first bytes are often there already. If they are held back, all may be over soon.
+  if (readingHeld_) return ContinueReadingAfter(kPassesBeforeReading);
+  socket_->ReportReadable();
 }
 
 void Connection::HoldReading(bool hold) {
@@ -175,6 +191,7 @@ void Connection::OnReadable() {
 void Connection::TakeArrival() {
   const std::shared_ptr<Connection> self = shared_from_this();
   handlers_->Start(owner_.OnArrival(self));
+  bulk_ = {};
   // Nothing is saved where the socket is known already.
   if (socket_->Socket().IsKnown()) return ContinueReading();
   ContinueReadingAfter(kPassesBeforeReading);
@@ -182,6 +199,11 @@ void Connection::TakeArrival() {
 
 // More may come in meanwhile, and is the next arrival.
 SocketResult Connection::ReadPending() {
+  if (receivesInBulk_) {
+    const SocketResult result = socket_->ReceiveInPlace(bulk_);
+    CountReceived(bulk_.size());
+    return result;
+  }
   const std::size_t before = arrived_.size();
   const SocketResult result = socket_->Receive(arrived_);
   CountReceived(arrived_.size() - before);
@@ -210,23 +232,25 @@ void Connection::BreakSoon() {
 Task<bool> Connection::SendFile(const platform::File& file, std::uint64_t offset,
                                 std::uint64_t size, platform::Departure departure) {
   const std::shared_ptr<Connection> self = shared_from_this();
-  while (size > 0 && IsOpen()) {
+  const Counted counted(context_.filesUnderWay);
+  BufferedSocket::FileRest rest = {file, offset, size, departure};
+  while (rest.size > 0 && IsOpen()) {
     if (HasUnsentBytes()) {
       Task<> earlier = Sent();
       co_await earlier;
       continue;
     }
     std::size_t count = 0;
-    const FileResult result = socket_->SendPiece(file, offset, size, departure, count);
+    const FileResult result = socket_->SendPiece(rest, context_.filesUnderWay == 1, count);
     CountSent(count);
-    offset += count;
-    size -= count;
+    rest.offset += count;
+    rest.size -= count;
     if (result == FileResult::kFileEnded) co_return false;
     if (result == FileResult::kBroken) BreakSoon();
     if (result == FileResult::kWouldWait) {
       Task<> room = socket_->Writable();
       co_await room;
-    } else if (size > 0) {
+    } else if (rest.size > 0) {
       co_await YieldToEvents();
     }
   }
@@ -234,11 +258,6 @@ Task<bool> Connection::SendFile(const platform::File& file, std::uint64_t offset
   Task<> sent = Sent();
   co_await sent;
   co_return true;
-}
-
-void Connection::GatherSends() {
-  asio::error_code ignored;
-  socket_->Socket().Known().set_option(asio::ip::tcp::no_delay(false), ignored);
 }
 
 // Ending

@@ -66,7 +66,7 @@ class Connection final : public std::enable_shared_from_this<Connection>,
 
   SocketState State() const { return state_; }
   bool IsClosed() const { return state_ == SocketState::kClosed; }
-  std::string LocalAddress();
+  std::string LocalAddress();  // looked up once
   /// Known even after the client has gone.
   std::string RemoteAddress() const;
 
@@ -106,6 +106,11 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   /// Takes all bytes that have arrived since the last call.
   std::string GetData();
 
+  /// From now on an arrival is what one read finds, at most 256 KiB. Its handler gets it with
+  /// ViewData before its first await, or it is lost.
+  void ReceiveInBulk() { receivesInBulk_ = true; }
+  std::string_view ViewData() const { return bulk_; }
+
   /// Sends `bytes` after those sent before. Never blocks; await Sent before producing more, or what
   /// a slow peer does not take piles up here. Does nothing on a connection that has ended.
   void SendData(std::string_view bytes,
@@ -117,10 +122,6 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   /// live until then. Does nothing on a connection that has ended.
   Task<bool> SendFile(const platform::File& file, std::uint64_t offset, std::uint64_t size,
                       platform::Departure departure = platform::Departure::kAtOnce);
-
-  /// Lets the system gather many small sends into few large segments: for bulk that goes one way
-  /// and ends with a close. Without it every send leaves at once.
-  void GatherSends();
 
   /// Whether the system has yet to take some of what was sent.
   bool HasUnsentBytes() const { return socket_->HasUnsentBytes(); }
@@ -169,8 +170,10 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   const Place place_;
   std::shared_ptr<BufferedSocket> socket_;  // no longer this connection's to use after a close
   SocketState state_ = SocketState::kConnected;
+  std::string localAddress_;
   std::shared_ptr<HandlerScope> handlers_;
   std::string arrived_;
+  std::string_view bulk_;  // the arrival, while its handler starts
   Activity activity_;
   std::uint64_t bytes_ = 0;
   bool isEndUntold_ = false;  // of the activity
@@ -178,6 +181,7 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   Timer peerLook_;  // runs while so many handlers are suspended that nothing is read
   bool readingStarted_ = false;
   bool readingHeld_ = false;
+  bool receivesInBulk_ = false;
   bool closesWithLastHandler_ = false;
 };
 

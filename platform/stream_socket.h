@@ -30,6 +30,9 @@ class StreamSocket {
  public:
   using Library = asio::ip::tcp::socket;
 
+  /// Whether SendFile is possible on this system.
+  static const bool kSendsFiles;
+
   /// Takes ownership of a socket of the I/O library.
   explicit StreamSocket(Library socket);
 

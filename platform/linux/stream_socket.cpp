@@ -44,6 +44,8 @@ SocketResult ReceiveWith(NativeSocket socket, char* buffer, std::size_t size, in
 
 }  // namespace
 
+const bool StreamSocket::kSendsFiles = true;
+
 StreamSocket::StreamSocket(Library socket)
     : library_(std::move(socket)), native_(static_cast<NativeSocket>(library_.native_handle())) {
   asio::error_code ignored;

@@ -15,6 +15,8 @@ SocketResult ResultOf(const asio::error_code& error) {
 
 }  // namespace
 
+const bool StreamSocket::kSendsFiles = false;
+
 StreamSocket::StreamSocket(Library socket)
     : library_(std::move(socket)), native_(static_cast<NativeSocket>(library_.native_handle())) {
   asio::error_code ignored;
