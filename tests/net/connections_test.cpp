@@ -229,13 +229,17 @@ TEST_F(Connections, SendASlowReaderAFileWholeAndAnswerOthersMeanwhile) {
   EXPECT_EQ(sentWhole_, 1);
 }
 
+// A file alone is read and sent; several are sent by the system where it can.
 TEST_F(Connections, SendAnyRangeOfAFile) {
   const std::string content = WriteBigFile();
-  for (const auto& [offset, size] : std::vector<std::pair<std::size_t, std::size_t>>{
-           {0, 0}, {0, 1}, {7, 16385}, {12345, 600'000}, {content.size() - 70'000, 70'000}}) {
-    offset_ = offset;
-    size_ = size;
-    EXPECT_TRUE(NewClient("?")->ReceiveAll() == content.substr(offset, size)) << offset;
+  for (const bool isAlone : {true, false}) {
+    OnLoop([&] { context_->filesUnderWay += isAlone ? 0 : 1; });
+    for (const auto& [offset, size] : std::vector<std::pair<std::size_t, std::size_t>>{
+             {0, 0}, {0, 1}, {7, 16385}, {12345, 600'000}, {content.size() - 70'000, 70'000}}) {
+      offset_ = offset;
+      size_ = size;
+      EXPECT_TRUE(NewClient("?")->ReceiveAll() == content.substr(offset, size)) << offset;
+    }
   }
   EXPECT_EQ(sentInPart_, 0);
 }
@@ -251,12 +255,14 @@ TEST_F(Connections, ReportAFileThatEndsEarly) {
 
   offset_ = 0;
   size_ = content.size();
-  const auto client = StartDownload(3);
+  const auto first = StartDownload(3);
+  const auto second = StartDownload(4);
   std::error_code error;
   std::filesystem::resize_file(Home().Path("big.bin"), 20'000'000, error);
   if (error) GTEST_SKIP() << "an open file cannot be changed here: " << error.message();
-  EXPECT_TRUE(client->ReceiveAll() == content.substr(0, 20'000'000));
-  EXPECT_EQ(sentInPart_, 3);
+  EXPECT_TRUE(second->ReceiveAll() == content.substr(0, 20'000'000));
+  EXPECT_TRUE(first->ReceiveAll() == content.substr(0, 20'000'000));
+  EXPECT_EQ(sentInPart_, 4);
 }
 
 TEST_F(Connections, EndTheSendingOfAFileWithThem) {
@@ -264,9 +270,12 @@ TEST_F(Connections, EndTheSendingOfAFileWithThem) {
   StartDownload(1)->Reset();
   EXPECT_TRUE(Eventually([&] { return ended_ == 1; }));
   const auto evicted = StartDownload(2);
+  StartDownload(3)->Reset();
+  EXPECT_TRUE(Eventually([&] { return ended_ == 2; }));
   OnLoop([&] { (*slots_)[2].Close(net::ActivityEnd::kEvicted); });
   EXPECT_LT(evicted->ReceiveAll().size(), size_);
-  EXPECT_EQ(ended_, 2);
+  EXPECT_EQ(ended_, 3);
+  OnLoop([&] { EXPECT_EQ(context_->filesUnderWay, 0); });
 }
 
 TEST_F(Connections, EndTheirHandlersWhichNeverReachTheNextClient) {
