@@ -216,7 +216,7 @@ Task<> BufferedSocket::Writable() {
 void BufferedSocket::OnWritable(const asio::error_code& error) {
   awaitingWritable_ = false;
   if (!socket_.IsOpen() || error == asio::error::operation_aborted) return;
-  sentWaiters_.WakeAll();
+  Report([this] { sentWaiters_.WakeAll(); });
 }
 
 }  // namespace net
