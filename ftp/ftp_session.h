@@ -43,6 +43,9 @@ struct FtpSession {
   std::string renameFrom;    // of the last RNFR, even if it was refused
 
   // The data connection's; EndTransfer resets them when it closes.
+  std::int32_t chunksSent = 0;  // RETR's progress, in chunks of 4,096 bytes
+  std::int32_t fullChunks = 0;
+  std::int16_t tailBytes = 0;                  // to be sent after the full chunks
   platform::File retrHandle;                   // open while RETR sends
   platform::File storHandle;                   // open from the first byte of an upload on
   std::shared_ptr<Transfer> transfer;          // null while no command uses the data connection
@@ -55,6 +58,8 @@ struct FtpSession {
   std::vector<int> waiting;  // commands that wait for a data connection, the newest last
 
   void EndTransfer() {
+    chunksSent = fullChunks = 0;
+    tailBytes = 0;
     retrHandle.Close();
     storHandle.Close();
     transfer.reset();

@@ -18,6 +18,11 @@ using net::ActivityEnd;
 using net::Task;
 using Kind = net::Activity::Kind;
 
+constexpr std::int32_t kChunkBytes = 4096;
+
+// Chunks that are handed to the system together; other clients get their turns in between.
+constexpr std::int32_t kChunksPerTurn = 64;
+
 }  // namespace
 
 Task<bool> Transfers::SendFtpListing(int slot) {
@@ -64,8 +69,12 @@ Task<bool> Transfers::OpenRetrieve(int slot) {
     data->Finish(EndOfUnread(*data));
     co_return false;
   }
-  data->Expect(session.retrHandle.SizeWhenOpened());
-  data->StartHandler(SendOpened(slot, data));
+  const std::uint64_t size = session.retrHandle.SizeWhenOpened();
+  session.chunksSent = 0;
+  session.fullChunks = static_cast<std::int32_t>(size / kChunkBytes);
+  session.tailBytes = static_cast<std::int16_t>(size % kChunkBytes);
+  data->Expect(size);
+  data->StartHandler(SendChunks(slot, data));
   co_return !transfer->failed;
 }
 
@@ -77,15 +86,24 @@ bool Transfers::OpenFile(FtpSession& session) const {
   return !error && session.retrHandle.SizeWhenOpened() <= kLargest;
 }
 
-Task<> Transfers::SendOpened(int slot, Client data) {
-  const platform::File& file = sessions_[slot].retrHandle;
-  Task<bool> sending = data->SendFile(file, 0, file.SizeWhenOpened());
-  const bool isWhole = co_await sending;
-  if (!isWhole) {
-    FailTransfer(slot);
-  } else {
-    connections_.CloseDataSocket(slot, ActivityEnd::kComplete);
+Task<> Transfers::SendChunks(int slot, Client data) {
+  FtpSession& session = sessions_[slot];
+  std::uint64_t offset = 0;
+  while (session.chunksSent < session.fullChunks || session.tailBytes > 0) {
+    const std::int32_t chunks = std::min(session.fullChunks - session.chunksSent, kChunksPerTurn);
+    const std::int32_t size = chunks > 0 ? chunks * kChunkBytes : session.tailBytes;
+    Task<bool> sending =
+        data->SendFile(session.retrHandle, offset, static_cast<std::uint64_t>(size));
+    const bool isSent = co_await sending;
+    if (!isSent) {
+      FailTransfer(slot);
+      co_return;
+    }
+    offset += static_cast<std::uint64_t>(size);
+    session.chunksSent += chunks;
+    if (chunks == 0) session.tailBytes = 0;
   }
+  connections_.CloseDataSocket(slot, ActivityEnd::kComplete);
 }
 
 void Transfers::ShowTransfer(net::Connection& data, Kind kind, const std::string& path) const {

@@ -54,7 +54,7 @@ class Transfers {
   void ShowTransfer(net::Connection& data, net::Activity::Kind kind, const std::string& path) const;
   net::Task<> CloseWhenSent(int slot, Client data);
   bool OpenFile(FtpSession& session) const;
-  net::Task<> SendOpened(int slot, Client data);
+  net::Task<> SendChunks(int slot, Client data);
   void WriteUploadData(int slot, std::string_view bytes);
   void FailTransfer(int slot);
   net::ActivityEnd EndOfUnread(const net::Connection& data) const;
