@@ -46,7 +46,7 @@ std::optional<std::string> ComplaintAboutSpeed(const std::string& typed) {
 }
 
 std::string RemarkOnSpeed(const std::string& typed) {
-  if (IsBlank(typed)) return "不填：照常，每秒大约 200 KB；0：不限制";
+  if (IsBlank(typed)) return "不填：照常，每秒大约 200 KB，看视频嫌慢；0：不限制";
   const int speed = SpeedOf(typed).value_or(0);
   if (speed == 0) return "不限制：网络有多快就多快";
   return "每位访问者每秒最多 " + std::to_string(speed) + " KB";
