@@ -6,6 +6,7 @@
 #include "platform/text_case.h"
 #include "text/conversions.h"
 #include "text/strings.h"
+#include "web/http/header_syntax.h"
 
 namespace ModWeb {
 namespace {
@@ -14,12 +15,6 @@ namespace {
 constexpr std::array<std::string_view, 7> kServersOwn = {
     "CONNECTION", "CONTENT-LENGTH",   "DATE", "KEEP-ALIVE", "TRAILER",
     "UPGRADE",    "TRANSFER-ENCODING"};
-
-bool IsInName(char c) {
-  constexpr std::string_view kMarks = "!#$%&'*+-.^_`|~";
-  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-         kMarks.find(c) != std::string_view::npos;
-}
 
 struct Field {
   std::string_view name;
@@ -30,7 +25,7 @@ std::optional<Field> ParseField(std::string_view line) {
   const std::size_t colon = line.find(':');
   if (colon == 0 || colon == std::string_view::npos) return std::nullopt;
   const Field field = {line.substr(0, colon), text::TrimBlanks(line.substr(colon + 1))};
-  const bool isField = std::all_of(field.name.begin(), field.name.end(), IsInName) &&
+  const bool isField = std::all_of(field.name.begin(), field.name.end(), IsInToken) &&
                        std::none_of(field.value.begin(), field.value.end(), text::IsControl);
   return isField ? std::optional(field) : std::nullopt;
 }

@@ -8,6 +8,7 @@
 
 #include "platform/text_case.h"
 #include "text/strings.h"
+#include "web/http/header_syntax.h"
 
 namespace ModWeb {
 namespace {
@@ -21,7 +22,11 @@ constexpr int kHeaderTooLarge = 431;
 constexpr int kNotImplemented = 501;
 
 constexpr std::array<std::string_view, HttpRequest::kFields> kNames = {
-    "HOST", "RANGE", "IF-RANGE", "IF-MODIFIED-SINCE", "IF-NONE-MATCH", "CONTENT-TYPE", "EXPECT"};
+    "HOST",          "RANGE",
+    "IF-RANGE",      "IF-MODIFIED-SINCE",
+    "IF-NONE-MATCH", "IF-UNMODIFIED-SINCE",
+    "IF-MATCH",      "CONTENT-TYPE",
+    "EXPECT",        "TRANSFER-ENCODING"};
 
 std::optional<std::size_t> KnownField(std::string_view name) {
   const std::string upper = platform::UpperCase(name);
@@ -33,6 +38,16 @@ std::optional<std::size_t> KnownField(std::string_view name) {
 // Where a method is not known, it may still be one. What comes behind the character that told it
 // has not been read yet, perhaps.
 bool IsInMethod(char c) { return (c >= 'A' && c <= 'Z') || c == '-' || c == '_'; }
+
+// A host and perhaps a port, or nothing.
+bool IsHost(std::string_view text) {
+  static constexpr std::string_view kOthersInToken = "#^`|";
+  static constexpr std::string_view kMarks = "(),;=:[]";
+  return std::all_of(text.begin(), text.end(), [](char c) {
+    if (!IsInToken(c)) return kMarks.find(c) != std::string_view::npos;
+    return kOthersInToken.find(c) == std::string_view::npos;
+  });
+}
 
 }  // namespace
 
@@ -54,7 +69,12 @@ struct RequestReader::State {
   int OnField(std::string_view piece);
   int OnFieldEnd();
   int OnHeaderEnd();
+  int OnChunk();
   int OnBody(std::string_view piece);
+  bool IsInLines() const { return !isHeaderRead || isInTrailer; }
+  Progress RefuseWith(int status);
+  Progress ReadLines(std::string_view& bytes);
+  Progress ReadBody(std::string_view& bytes);
   Progress ReadPiece(std::string_view piece, std::string_view& bytes);
 
   const std::size_t longestBody;
@@ -62,12 +82,14 @@ struct RequestReader::State {
   HttpRequest request;
   std::string fieldName;
   std::string fieldValue;
-  std::size_t headerBytes = 0;
+  HeaderSyntax syntax{HeaderSyntax::Of::kHeader};
+  std::size_t lineBytes = 0;  // of the header or the trailer
   std::size_t bodyBytes = 0;
-  int hosts = 0;
+  std::size_t rawBodyBytes = 0;  // with what divides it into chunks
+  std::array<int, HttpRequest::kFields> times = {};
   int refusal = 0;
-  bool isTargetRead = false;
   bool isHeaderRead = false;
+  bool isInTrailer = false;
   bool isComplete = false;
   bool wantsContinue = false;
 };
@@ -83,10 +105,6 @@ llhttp_settings_t RequestReader::State::Settings() {
     Of(source).request.target.append(at, size);
     return 0;
   };
-  settings.on_url_complete = [](llhttp_t* source) {
-    Of(source).isTargetRead = true;
-    return 0;
-  };
   settings.on_header_field = [](llhttp_t* source, const char* at, std::size_t size) {
     Of(source).fieldName.append(at, size);
     return 0;
@@ -97,6 +115,7 @@ llhttp_settings_t RequestReader::State::Settings() {
   };
   settings.on_header_value_complete = [](llhttp_t* source) { return Of(source).OnFieldEnd(); };
   settings.on_headers_complete = [](llhttp_t* source) { return Of(source).OnHeaderEnd(); };
+  settings.on_chunk_header = [](llhttp_t* source) { return Of(source).OnChunk(); };
   settings.on_body = [](llhttp_t* source, const char* at, std::size_t size) {
     return Of(source).OnBody({at, size});
   };
@@ -111,8 +130,8 @@ int RequestReader::State::OnFieldEnd() {
   const std::string name = std::exchange(fieldName, {});
   const std::string value = std::exchange(fieldValue, {});
   const auto known = KnownField(name);
-  if (!known) return 0;
-  if (*known == HttpRequest::kHost && ++hosts > 1) return Refuse(kBadRequest);
+  if (!known || isInTrailer) return 0;
+  ++times.at(*known);
   std::string& field = request.fields.at(*known);
   if (!field.empty()) field += ", ";
   field += text::TrimBlanks(value);
@@ -123,12 +142,31 @@ int RequestReader::State::OnHeaderEnd() {
   isHeaderRead = true;
   if (parser.http_major != 1) return Refuse(kBadRequest);
   const bool isNewer = parser.http_minor > 0;
-  if (isNewer && hosts == 0) return Refuse(kBadRequest);
-  request.keepsAlive = llhttp_should_keep_alive(&parser) != 0;
+  const int hosts = times.at(HttpRequest::kHost);
+  if (hosts > 1 || (isNewer && hosts == 0) || !IsHost(request[HttpRequest::kHost])) {
+    return Refuse(kBadRequest);
+  }
+  if (times.at(HttpRequest::kTransferEncoding) > 0) {
+    if (!isNewer) return Refuse(kBadRequest);
+    const std::string coding = platform::UpperCase(request[HttpRequest::kTransferEncoding]);
+    if (coding != "CHUNKED") return Refuse(kNotImplemented);
+  }
+  // What follows a CONNECT is no request for the parser, whatever length it has.
+  request.keepsAlive = llhttp_should_keep_alive(&parser) != 0 && parser.method != HTTP_CONNECT;
   const bool hasLength = (parser.flags & F_CONTENT_LENGTH) != 0;
   if (hasLength && parser.content_length > longestBody) return Refuse(kBodyTooLarge);
   wantsContinue = isNewer && platform::UpperCase(request[HttpRequest::kExpect]) == "100-CONTINUE";
   return 0;
+}
+
+// The chunk of length 0 is the last, and lines follow, which count for nothing.
+int RequestReader::State::OnChunk() {
+  if (parser.content_length > longestBody - bodyBytes) return Refuse(kBodyTooLarge);
+  if (parser.content_length > 0) return 0;
+  isInTrailer = true;
+  syntax = HeaderSyntax(HeaderSyntax::Of::kTrailer);
+  lineBytes = 0;
+  return static_cast<int>(HPE_PAUSED);
 }
 
 int RequestReader::State::OnBody(std::string_view piece) {
@@ -138,26 +176,52 @@ int RequestReader::State::OnBody(std::string_view piece) {
   return 0;
 }
 
+Progress RequestReader::State::RefuseWith(int status) {
+  refusal = status;
+  return Progress::kRefused;
+}
+
+Progress RequestReader::State::ReadLines(std::string_view& bytes) {
+  const std::string_view piece = bytes.substr(0, kLongestHeader - lineBytes);
+  const std::size_t size = syntax.Take(piece);
+  const bool isWrong = size < piece.size() && !syntax.IsAtEnd();
+  lineBytes += size;
+  const Progress progress = ReadPiece(piece.substr(0, size), bytes);
+  if (progress != Progress::kIncomplete) return progress;
+  // The preface of HTTP/2 is longer for the parser.
+  const bool isOver = syntax.IsAtEnd();
+  if (isWrong || (isOver && IsInLines())) return RefuseWith(kBadRequest);
+  if (isOver || lineBytes < kLongestHeader) return Progress::kIncomplete;
+  return RefuseWith(syntax.IsInFirstLine() ? kTargetTooLong : kHeaderTooLarge);
+}
+
+// Chunks of one byte are allowed, endless extensions are not.
+Progress RequestReader::State::ReadBody(std::string_view& bytes) {
+  constexpr std::size_t kMostPerByte = 8;
+  const std::size_t before = bytes.size();
+  const Progress progress = ReadPiece(bytes, bytes);
+  rawBodyBytes += before - bytes.size();
+  const bool isTooLong = rawBodyBytes > kLongestHeader + kMostPerByte * longestBody;
+  return isTooLong ? RefuseWith(kBodyTooLarge) : progress;
+}
+
 // `piece` is the beginning of `bytes`.
 Progress RequestReader::State::ReadPiece(std::string_view piece, std::string_view& bytes) {
-  const bool wasInHeader = !isHeaderRead;
   const llhttp_errno_t error = llhttp_execute(&parser, piece.data(), piece.size());
-  if (isComplete) {
-    const char* const end = llhttp_get_error_pos(&parser);
+  if (error == HPE_OK) {
+    bytes.remove_prefix(piece.size());
+    return Progress::kIncomplete;
+  }
+  const char* const end = llhttp_get_error_pos(&parser);
+  if (error == HPE_PAUSED) {
     bytes.remove_prefix(static_cast<std::size_t>(end - piece.data()));
-    return Progress::kComplete;
+    llhttp_resume(&parser);
+    return isComplete ? Progress::kComplete : Progress::kIncomplete;
   }
-  if (error != HPE_OK) {
-    const bool isUnknown =
-        error == HPE_INVALID_METHOD && IsInMethod(*llhttp_get_error_pos(&parser));
-    if (refusal == 0) refusal = isUnknown ? kNotImplemented : kBadRequest;
-    return Progress::kRefused;
-  }
-  bytes.remove_prefix(piece.size());
-  if (wasInHeader) headerBytes += piece.size();
-  if (isHeaderRead || headerBytes < kLongestHeader) return Progress::kIncomplete;
-  refusal = isTargetRead ? kHeaderTooLarge : kTargetTooLong;
-  return Progress::kRefused;
+  if (refusal != 0) return Progress::kRefused;
+  const bool isUnknown =
+      error == HPE_INVALID_TRANSFER_ENCODING || (error == HPE_INVALID_METHOD && IsInMethod(*end));
+  return RefuseWith(isUnknown ? kNotImplemented : kBadRequest);
 }
 
 RequestReader::RequestReader(std::size_t longestBody)
@@ -169,9 +233,7 @@ RequestReader& RequestReader::operator=(RequestReader&&) noexcept = default;
 RequestReader::Progress RequestReader::Read(std::string_view& bytes) {
   Progress progress = Progress::kIncomplete;
   while (!bytes.empty() && progress == Progress::kIncomplete) {
-    const std::size_t most =
-        state_->isHeaderRead ? bytes.size() : kLongestHeader - state_->headerBytes;
-    progress = state_->ReadPiece(bytes.substr(0, most), bytes);
+    progress = state_->IsInLines() ? state_->ReadLines(bytes) : state_->ReadBody(bytes);
   }
   return progress;
 }

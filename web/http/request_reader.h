@@ -2,10 +2,11 @@
 
 // Reads one HTTP request, in whatever pieces it arrives, and says what is wrong with one that
 // cannot be answered. What it holds is bounded: 8 KiB of request line and header, and a body of a
-// size that the caller sets. A body is kept for POST only, and is otherwise read over.
+// size that the caller sets. A body is kept for POST only, and is otherwise read over, as are the
+// extensions of chunks and the trailer.
 //
-// The syntax is the business of llhttp, in its strict form: a request whose length could be
-// understood in two ways is refused.
+// The syntax is the business of llhttp, behind a stricter look at the lines of the header
+// (web/http/header_syntax.h): a request whose length could be understood in two ways is refused.
 
 #include <array>
 #include <cstddef>
@@ -23,8 +24,11 @@ struct HttpRequest {
     kIfRange,
     kIfModifiedSince,
     kIfNoneMatch,
+    kIfUnmodifiedSince,
+    kIfMatch,
     kContentType,
     kExpect,
+    kTransferEncoding,
     kFields,
   };
 
