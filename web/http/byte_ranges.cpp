@@ -53,13 +53,18 @@ WantedRanges ParseRanges(std::string_view field, std::uint64_t fileSize) {
   std::string_view rest = field.substr(kUnit.size());
   WantedRanges wanted;
   std::size_t count = 0;
+  bool hasAny = false;
   for (bool isLast = false; !isLast;) {
     const std::size_t comma = rest.find(',');
     isLast = comma == std::string_view::npos;
     const std::string_view text = text::TrimBlanks(rest.substr(0, comma));
     if (!isLast) rest.remove_prefix(comma + 1);
-    if (++count > kMostRanges || !AddRange(text, fileSize, wanted.ranges)) return {};
+    if (++count > kMostRanges) return {};
+    if (text.empty()) continue;
+    hasAny = true;
+    if (!AddRange(text, fileSize, wanted.ranges)) return {};
   }
+  if (!hasAny) return {};
   std::uint64_t bytes = 0;
   for (const ByteRange& range : wanted.ranges) {
     bytes += range.size;

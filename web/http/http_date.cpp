@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdio>
+#include <string>
 
 namespace ModWeb {
 namespace {
@@ -14,12 +14,62 @@ constexpr std::array<const char*, 7> kDays = {"Sun", "Mon", "Tue", "Wed", "Thu",
 constexpr std::array<const char*, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                  "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
-// The number at a position; -1 if there is none of that many digits.
-int NumberAt(std::string_view text, std::size_t position, std::size_t digits) {
-  int number = -1;
-  const char* const begin = text.data() + position;
-  const auto [end, error] = std::from_chars(begin, begin + digits, number);
-  return error == std::errc() && end == begin + digits ? number : -1;
+// The forms that HTTP knows, behind the name of the day. "N" is the name of the month, other small
+// letters are digits of a number each, and anything else stands for itself.
+constexpr auto kForms = std::to_array<std::string_view>(
+    {"dd NNN yyyy hh:mm:ss GMT", "dd-NNN-yy hh:mm:ss GMT", "NNN dd hh:mm:ss yyyy"});
+
+struct Numbers {
+  int day = 0, year = 0, hour = 0, minute = 0, second = 0;
+  std::string month = {};
+
+  int* Of(char letter) {
+    switch (letter) {
+      case 'd':
+        return &day;
+      case 'y':
+        return &year;
+      case 'h':
+        return &hour;
+      case 'm':
+        return &minute;
+      case 's':
+        return &second;
+      default:
+        return nullptr;
+    }
+  }
+};
+
+std::optional<Numbers> Match(std::string_view form, std::string_view text) {
+  if (text.size() != form.size()) return std::nullopt;
+  Numbers numbers;
+  for (std::size_t i = 0; i < form.size(); ++i) {
+    const char c = text[i];
+    if (int* const number = numbers.Of(form[i])) {
+      const bool isPadding = c == ' ' && form[i] == 'd' && *number == 0;
+      if (!isPadding && (c < '0' || c > '9')) return std::nullopt;
+      *number = *number * 10 + (isPadding ? 0 : c - '0');
+    } else if (form[i] == 'N') {
+      numbers.month += c;
+    } else if (c != form[i]) {
+      return std::nullopt;
+    }
+  }
+  const bool isShortYear = form.find("yyyy") == std::string_view::npos;
+  if (isShortYear) numbers.year += numbers.year < 70 ? 2000 : 1900;
+  return numbers;
+}
+
+std::optional<sys_seconds> TimeOf(const Numbers& numbers) {
+  const auto* const month = std::find(kMonths.begin(), kMonths.end(), numbers.month);
+  if (month == kMonths.end()) return std::nullopt;
+  const year_month_day date(year(numbers.year),
+                            std::chrono::month(static_cast<unsigned>(month - kMonths.begin()) + 1),
+                            day(static_cast<unsigned>(numbers.day)));
+  const bool isTime = numbers.hour < 24 && numbers.minute < 60 && numbers.second <= 60;
+  if (!date.ok() || !isTime) return std::nullopt;
+  return sys_days(date) + hours(numbers.hour) + minutes(numbers.minute) + seconds(numbers.second);
 }
 
 }  // namespace
@@ -39,21 +89,12 @@ std::string HttpDate(sys_seconds time) {
 }
 
 std::optional<sys_seconds> ParseHttpDate(std::string_view text) {
-  constexpr std::string_view kForm = "Sun, 06 Nov 1994 08:49:37 GMT";
-  if (text.size() != kForm.size() || !text.ends_with(" GMT") || text[3] != ',') return std::nullopt;
-  const auto* const month = std::find(kMonths.begin(), kMonths.end(), text.substr(8, 3));
-  const int dayOfMonth = NumberAt(text, 5, 2);
-  const int yearNumber = NumberAt(text, 12, 4);
-  const int hour = NumberAt(text, 17, 2);
-  const int minute = NumberAt(text, 20, 2);
-  const int second = NumberAt(text, 23, 2);
-  if (month == kMonths.end() || dayOfMonth < 0 || yearNumber < 0) return std::nullopt;
-  if (hour < 0 || minute < 0 || second < 0) return std::nullopt;
-  const year_month_day date(year(yearNumber),
-                            std::chrono::month(static_cast<unsigned>(month - kMonths.begin()) + 1),
-                            day(static_cast<unsigned>(dayOfMonth)));
-  if (!date.ok()) return std::nullopt;
-  return sys_days(date) + hours(hour) + minutes(minute) + seconds(second);
+  const std::size_t blank = text.find(' ');
+  if (blank == std::string_view::npos) return std::nullopt;
+  for (const std::string_view form : kForms) {
+    if (const auto numbers = Match(form, text.substr(blank + 1))) return TimeOf(*numbers);
+  }
+  return std::nullopt;
 }
 
 }  // namespace ModWeb

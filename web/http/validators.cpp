@@ -42,10 +42,15 @@ bool IsKnown(const HttpRequest& request, const Validators& file) {
   return since && file.written <= *since;
 }
 
-// A date tells versions apart only if it is exactly this one; a weak tag does not.
+// Where a client insists on a version, it gets another one only as a whole.
 bool AreRangesOf(const HttpRequest& request, const Validators& file) {
+  const std::string& tags = request[HttpRequest::kIfMatch];
+  if (!tags.empty() && !HasTag(tags, file.tag)) return false;
+  const auto unmodified = ParseHttpDate(request[HttpRequest::kIfUnmodifiedSince]);
+  if (tags.empty() && unmodified && file.written > *unmodified) return false;
   const std::string& version = request[HttpRequest::kIfRange];
   if (version.empty() || version == file.tag) return true;
+  // A date tells versions apart only if it is exactly this one; a weak tag does not.
   return ParseHttpDate(version) == file.written;
 }
 
