@@ -38,7 +38,8 @@ std::string ResourceOf(const std::string& name) {
   return text::ReplaceAll(std::string_view(name).substr(1), "/", "\\");
 }
 
-// What is in the folder of programs is run, and not shown: sources, and what others have sent.
+// What is in the folder of programs is run, and not shown: sources, and what others have sent. Of
+// names that have passed ParseTarget only those that differ in case are the folder's.
 bool IsAmongPrograms(const std::string& path) {
   const std::string_view first = std::string_view(path).substr(1, path.find('/', 1) - 1);
   return platform::EqualIgnoringCase(first, kProgramFolder);
@@ -237,8 +238,7 @@ Task<HttpResponse> HttpAnswers::Post(HttpRequest request, RequestTarget target, 
     co_return Forbidden(request, target, *client);
   }
   if (program == names.end()) {
-    const bool isFile = site_.files.FileExists(site_.PathOf(ResourceOf(names.front())));
-    co_return isFile ? NotAllowed("GET, HEAD") : Refused(404);
+    co_return IsShown(target.path) ? NotAllowed("GET, HEAD") : Refused(404);
   }
   std::string input;
   try {
@@ -268,6 +268,16 @@ HttpResponse HttpAnswers::ProgramPage(File page) const {
 }
 
 // Common parts
+
+// Whether there is something that GET is for.
+bool HttpAnswers::IsShown(const std::string& path) const {
+  if (IsAmongPrograms(path)) return false;
+  const std::vector<std::string> names = NamesOf(path);
+  return std::any_of(names.begin(), names.end(), [&](const std::string& name) {
+    const std::string entry = site_.PathOf(ResourceOf(name));
+    return site_.files.FileExists(entry) || site_.files.FolderExists(entry);
+  });
+}
 
 HttpResponse HttpAnswers::Forbidden(const HttpRequest& request, const RequestTarget& target,
                                     const net::Connection& client) const {

@@ -34,6 +34,7 @@ class HttpAnswers {
 
   HttpResponse SendFile(const HttpRequest& request, const std::string& resource,
                         platform::File file) const;
+  bool IsShown(const std::string& path) const;
   HttpResponse ProgramPage(platform::File page) const;
   HttpResponse Forbidden(const HttpRequest& request, const RequestTarget& target,
                          const net::Connection& client) const;

@@ -4,19 +4,25 @@
 #include <charconv>
 #include <cstdint>
 
+#include "platform/plain_name.h"
+#include "platform/text_case.h"
 #include "text/code_page.h"
 #include "text/strings.h"
 
 namespace ModWeb {
 namespace {
 
-// Also a target with a scheme and a host, as for a proxy, is answered: the host does not matter.
-std::string_view WithoutHost(std::string_view target) {
-  const std::size_t scheme = target.find("://");
-  if (target.starts_with('/') || scheme == std::string_view::npos) return target;
-  const std::size_t path = target.find_first_of("/?", scheme + 3);
-  if (path == std::string_view::npos) return "/";
-  return target.substr(path);
+// Also a target with a scheme and a host, as for a proxy, is answered: whichever host it is.
+std::optional<std::string_view> WithoutHost(std::string_view target) {
+  if (target.starts_with('/')) return target;
+  const std::size_t schemeEnd = std::min(target.find("://"), target.size());
+  const std::string scheme = platform::UpperCase(target.substr(0, schemeEnd));
+  if (scheme != "HTTP" && scheme != "HTTPS") return std::nullopt;
+  target.remove_prefix(schemeEnd + 3);
+  const std::size_t path = std::min(target.find_first_of("/?"), target.size());
+  const std::string_view host = target.substr(0, path);
+  if (host.empty() || host.find_first_of("@\\#") != std::string_view::npos) return std::nullopt;
+  return path == target.size() ? "/" : target.substr(path);
 }
 
 std::optional<std::string> Unescaped(std::string_view text) {
@@ -44,6 +50,7 @@ std::optional<std::string> Resolved(std::string_view path) {
     path.remove_prefix(std::min(name.size() + 1, path.size()));
     if (name.empty() || name == ".") continue;
     if (name != "..") {
+      if (!platform::IsPlainName(name)) return std::nullopt;
       names.push_back(name);
       continue;
     }
@@ -59,7 +66,9 @@ std::optional<std::string> Resolved(std::string_view path) {
 
 std::optional<RequestTarget> ParseTarget(std::string_view target) {
   if (std::any_of(target.begin(), target.end(), text::IsControl)) return std::nullopt;
-  target = WithoutHost(target);
+  const auto local = WithoutHost(target);
+  if (!local) return std::nullopt;
+  target = *local;
   const std::size_t end = std::min(target.find_first_of("?#"), target.size());
   const auto path = Unescaped(target.substr(0, end));
   const bool isPath = path && (path->starts_with('/') || path->empty());

@@ -17,8 +17,9 @@ struct RequestTarget {
   std::string query;         // with its "?", as it was sent; empty if there is none
 };
 
-/// None if it is no target of a resource here: a malformed escape, a control character, or a ".."
-/// that would lead out of the site. "\" divides names like "/".
+/// None if it is no target of a resource here: a malformed escape, a control character, a ".."
+/// that would lead out of the site, or a name that the system takes for another. "\" divides names
+/// like "/".
 std::optional<RequestTarget> ParseTarget(std::string_view target);
 
 /// The names that `path` may mean, in UTF-8, the likeliest first: as it is, and read as GB2312.
