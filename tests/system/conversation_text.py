@@ -7,7 +7,8 @@ import re
 
 TESTS = pathlib.Path(__file__).resolve().parents[1]
 CONVERSATIONS = TESTS / "conversations"
-DOCUMENT = (TESTS.parent / "docs/protocols.md").read_text(encoding="utf-8")
+DOCS = TESTS.parent / "docs"
+DOCUMENT = (DOCS / "protocols.md").read_text(encoding="utf-8")
 
 SIGNS = {"␍␊": b"\r\n", "␣": b" ", "¬": b""}
 VARYING = {"time": rb"\d{4}-\d\d-\d\d \d\d:\d\d:\d\d", "date": rb"[A-Z][a-z]{2} \d\d \d{4}",

@@ -206,7 +206,8 @@ HttpResponse HttpAnswers::SendFile(const HttpRequest& request, const std::string
   if (IsTextFile(resource)) beginning = ReadBeginning(file, kTypeBeginning);
   const std::string type = MediaTypeOf(resource, beginning, beginning.size() == size);
   WantedRanges wanted;
-  if (AreRangesOf(request, validators)) wanted = ParseRanges(request[HttpRequest::kRange], size);
+  const bool mayBePart = request.method == "GET" && AreRangesOf(request, validators);
+  if (mayBePart) wanted = ParseRanges(request[HttpRequest::kRange], size);
   if (wanted.answer == WantedRanges::Answer::kNone) {
     HttpResponse refused = Refused(416);
     refused.AddField("Content-Range", "bytes */" + std::to_string(size));

@@ -12,11 +12,11 @@ namespace {
 
 // Whether a list of tags has this one, weak or not, or is "*".
 bool HasTag(std::string_view list, std::string_view tag) {
+  if (list == "*") return true;
   while (!list.empty()) {
     const std::string_view item = list.substr(0, list.find(','));
     list.remove_prefix(std::min(item.size() + 1, list.size()));
     std::string_view known = text::TrimBlanks(item);
-    if (known == "*") return true;
     if (known.starts_with("W/")) known.remove_prefix(2);
     if (known == tag) return true;
   }
