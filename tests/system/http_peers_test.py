@@ -23,13 +23,15 @@ DEFINITIONS = dict(re.findall(r"^- `\{(.*?)\}` is `(.*?)`$", DOCUMENT, re.MULTIL
 VERSION = re.search(r"nginx (\d+\.\d+)", DOCUMENT)[1]
 WRITTEN = 784111777  # Sun, 06 Nov 1994 08:49:37 GMT
 PROBE = b"GET /next.txt HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n"
+SAME = '#!/bin/sh\nprintf "Status: 304 Same\\n\\nHTTP/1.1 500 of another request" > "$2"'
 NGINX = """daemon off; master_process off; pid nginx.pid; error_log error.log;
 events {{ worker_connections 64; }}
 http {{
   access_log off; lingering_timeout 100ms; root {root}; index index.htm; types {{ }}
   client_body_temp_path body; proxy_temp_path proxy; fastcgi_temp_path fastcgi;
   uwsgi_temp_path uwsgi; scgi_temp_path scgi;
-  server {{ listen 127.0.0.1:{port}; location = /form.cgi {{ return 200 page; }} }}
+  server {{ listen 127.0.0.1:{port}; location = /form.cgi {{ return 200 page; }}
+           location = /same.cgi {{ return 304; }} }}
 }}
 """
 
@@ -62,7 +64,9 @@ class HttpPeersTest(ProgramTest):
         (self.home.path / "wwwroot/folder").mkdir()
         os.utime(self.home.path / "wwwroot/a.bin", (WRITTEN, WRITTEN))
         self.home.write("wwwroot/cgi-bin/form.cgi", pathlib.Path(sys.argv[2]).read_bytes())
-        (self.home.path / "wwwroot/cgi-bin/form.cgi").chmod(0o755)
+        self.home.write("wwwroot/cgi-bin/same.cgi", SAME)
+        for program in (self.home.path / "wwwroot/cgi-bin").iterdir():
+            program.chmod(0o755)
 
     def play(self, port, column):
         for row in ROWS:

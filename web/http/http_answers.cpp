@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <random>
 #include <utility>
@@ -191,7 +192,8 @@ HttpResponse HttpAnswers::SendFile(const HttpRequest& request, const std::string
                                    File file) const {
   HttpResponse response;
   const Validators validators(file);
-  response.AddField("Last-Modified", HttpDate(validators.written));
+  const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+  response.AddField("Last-Modified", HttpDate(std::min(validators.written, now)));
   response.AddField("ETag", validators.tag);
   response.AddField("Accept-Ranges", "bytes");
   if (IsKnown(request, validators)) {

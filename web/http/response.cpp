@@ -66,9 +66,11 @@ std::string PageOf(const Status& status) {
          title + "</h1><p>" + std::string(status.told) + "</p></body></html>\n";
 }
 
-bool HasBody(int status) { return status != 304; }
+bool HasLength(int status) { return status != 204 && status != 304; }
 
 }  // namespace
+
+bool HasBody(int status) { return HasLength(status) && status != 205; }
 
 void HttpResponse::AddField(std::string_view name, std::string_view value) {
   fields.append(name).append(": ").append(value).append("\r\n");
@@ -94,7 +96,7 @@ std::string HeadOf(const HttpResponse& response, bool keepsAlive) {
                                       : std::string_view(response.reason));
   head.append("\r\nDate: ").append(DateNow()).append("\r\n").append(response.fields);
   head.append("X-Content-Type-Options: nosniff\r\n");
-  if (HasBody(response.status)) {
+  if (HasLength(response.status)) {
     head.append("Content-Length: ").append(std::to_string(response.Length())).append("\r\n");
   }
   return head.append(keepsAlive ? "Connection: keep-alive\r\n\r\n" : "Connection: close\r\n\r\n");

@@ -34,6 +34,10 @@ struct HttpResponse {
   std::uint64_t Length() const;
 };
 
+/// Whether answers of that status have one; for a client, what would come behind the header of the
+/// others is the next answer.
+bool HasBody(int status);
+
 /// The status line and all fields, up to the blank line. `keepsAlive`: whether the connection goes
 /// on afterwards.
 std::string HeadOf(const HttpResponse& response, bool keepsAlive);

@@ -31,6 +31,7 @@ Failure Append(File& file, const ByteRange& range, std::string& bytes) {
 }  // namespace
 
 Task<Failure> WriteResponse(HttpResponse response, WriteOptions options, Client client) {
+  if (!HasBody(response.status)) response.body.clear();
   std::string bytes = HeadOf(response, options.keepsAlive);
   const Departure last = options.keepsAlive ? Departure::kAtOnce : Departure::kWithEnd;
   if (options.headOnly) response.body.clear();
