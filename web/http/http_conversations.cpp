@@ -24,11 +24,11 @@ std::size_t HttpConversations::LongestBody() const {
   return static_cast<std::size_t>(site_.options.answers.bodyLimit) << 20;
 }
 
-// A slot has one connection after another.
+// A slot has one connection after another, perhaps at the same address.
 std::shared_ptr<HttpConversations::Conversation> HttpConversations::ConversationOf(
     int slot, const Client& client) {
   auto& conversation = conversations_.at(static_cast<std::size_t>(slot));
-  if (!conversation || conversation->of != client.get()) {
+  if (!conversation || conversation->of.lock() != client) {
     conversation = std::make_shared<Conversation>(client, LongestBody());
   }
   return conversation;

@@ -29,10 +29,9 @@ class HttpConversations {
  private:
   // What one connection has said so far.
   struct Conversation {
-    Conversation(const Client& client, std::size_t longestBody)
-        : of(client.get()), reader(longestBody) {}
+    Conversation(const Client& client, std::size_t longestBody) : of(client), reader(longestBody) {}
 
-    const net::Connection* of;
+    std::weak_ptr<net::Connection> of;
     RequestReader reader;
     std::string unread;
     bool isAnswering = false;
