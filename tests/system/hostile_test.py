@@ -11,7 +11,7 @@ import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from conversation import Conversation, FtpConversation  # noqa: E402
-from program import ProgramTest, accepts, fetch, run_tests, wait_until  # noqa: E402
+from program import PAGE, ProgramTest, accepts, fetch, run_tests, wait_until  # noqa: E402
 
 ON_WINDOWS = sys.argv[1].endswith(".exe")
 PATIENCE = 10  # seconds for everybody else's answer
@@ -25,7 +25,10 @@ CONTROL = re.compile(rb"[\x00-\x09\x0b\x0c\x0e-\x1f\x7f]|\xc2[\x80-\x9f]|\r[^\n]
 WRITTEN_IN_ORDINARY_LIFE = r"config|runtime|startflg|hosts|.*\.[Ll]og$|wwwroot/cgi-bin/TempFile"
 FILES = {"victim.htm": SECRET, "ftproot/victim.txt": SECRET, "ftproot/up/kept.txt": "kept",
          f"ftproot/up/full/{LISTED}": "", "mailroot/User/box/Message_1.eml": "kept",
-         "mailroot/User/box/UserInfo.ini": "[用户信息]\r\nPassword=x\r\n"}
+         "mailroot/User/box/UserInfo.ini": "[用户信息]\r\nPassword=x\r\n",
+         "wwwroot/large.bin": "x" * 4_000_000, "wwwroot/list/a.txt": ""}
+NAMES_ON_LINUX = ("\x01\x1b[2J", "new\nline", '"><script>', "'onload=x", "\u202exe.exe", "\r\nX: y")
+SLOTS = 19
 # A copy of the shell: were it run, it would be sent and removed as well.
 PROGRAMS = {"shell": "/bin/sh", "wwwroot/cgi-bin/slow.exe": sys.argv[2]}
 
@@ -102,7 +105,60 @@ def active_port_again(test):
         test.assertIn(b"kept.txt", data.recv(65536))
 
 
-ROWS = [
+# The same of a server that answers by HTTP.
+
+def http(text, *statuses):
+    """The request must get these answers, and the connection ends."""
+    def act(test):
+        guest = test.connect("web")
+        with contextlib.suppress(ConnectionError):
+            guest.socket.sendall(text.encode())
+        answer = guest.receive(b"no end")
+        test.check_said(answer)
+        came = [int(status) for status in re.findall(rb"HTTP/1\.1 (\d+) ", answer)]
+        test.assertEqual(came, list(statuses), answer[:200])
+        test.assertNotRegex(answer, rb"(?i)\nX: y|<script|\xe2\x80\xae")
+    return act
+
+
+def held(*pieces):
+    """As many clients as the server has room for send this, and neither end nor read."""
+    def act(test):
+        guests = [test.connect("web", MOMENT) for _ in range(SLOTS)]
+        for piece in pieces:
+            for guest in guests:
+                with contextlib.suppress(OSError):
+                    guest.socket.sendall(piece.encode())
+            test.check_page()
+    return act
+
+
+ASKED = " HTTP/1.1\r\nHost: x\r\n"
+LAST = ASKED + "Connection: close\r\n"
+CHUNKED = f"POST /slow.exe{ASKED}Transfer-Encoding: chunked\r\n\r\n"
+TO_PARENT = ("..", "%2e%2e", ".%2E", "..%2f", "..%5C", "..\\", "x/..%2f..", "%2e%2e%5c..")
+TO_NOTHING = ("..;", "%c0%ae%c0%ae", "%252e%252e", "...", "out", "out/x/..")
+HTTP_ROWS = [
+    ("headers that come byte by byte", held("GET /index.htm HT", "T", "P", "/1.1\r\nX", ":")),
+    ("bodies that never come", held(f"POST /slow.exe{ASKED}Content-Length: 999\r\n\r\n", "x")),
+    ("chunks that never end", held(CHUNKED + "9;", "x" * 9000, "x" * 9000)),
+    ("answers that are never read", held(f"GET /large.bin{ASKED}\r\n" * 20, "GET")),
+    ("a thousand requests at once",
+     http(f"GET /index.htm{ASKED}\r\n" * 999 + f"GET /%00{LAST}\r\n", *[200] * 999, 400)),
+    ("20,000 ranges", http(f"GET /large.bin{LAST}Range: bytes={'0-0,' * 20_000}\r\n\r\n", 431)),
+    ("1,900 ranges", http(f"GET /index.htm{LAST}Range: bytes={'0-0,' * 1900}\r\n\r\n", 200)),
+    ("a huge extension of a chunk", http(CHUNKED + "1;" + "x" * 9_000_000, 413)),
+    ("a huge trailer", http(CHUNKED + "0\r\n" + "X: y\r\n" * 100_000, 431)),
+    ("an endless body", http(CHUNKED + f"3E8\r\n{'x' * 1000}\r\n" * 2000, 413)),
+    ("hostile names in a list", http(f"GET /list/{LAST}\r\n", 200)),
+    ("a split redirection", http(f"GET /list?%0d%0aX:%20y{LAST}\r\n", 301)),
+    ("a split name", http(f"GET /list%0d%0aX:%20y{LAST}\r\n", 400)),
+    ("a request within another", http(f"GET /{LAST}X: y\r\n\rGET /cgi-bin/{LAST}\r\n", 400)),
+    *((f"a way up by {up}", http(f"GET /{up}/victim.htm{LAST}\r\n", status))
+      for ups, status in ((TO_PARENT, 400), (TO_NOTHING, 404)) for up in ups),
+]
+
+WEB_ROWS = [
     ("a NUL in GET", web("GET /../victim.htm\0.htm")),
     ("a NUL behind a shell", web(f"POST {UP}HOME/shell\0.cgi? HTTP/1.0\r\n"
                                  "Content-Length: 999\r\n\r\ntouch HOME/marker ; exit #")),
@@ -112,6 +168,9 @@ ROWS = [
     *[("a deep page again and again", web(f"GET {'/a' * 2000}"))] * 40,
     ("control characters in a GET", web("GET /x\r\n\n\r\x1b[2J\x7f\u009b.txt")),
     ("control characters in a POST", web("POST /x\r\n\n\r\x1b[2J\x7f\u009b.txt?")),
+]
+
+OTHER_ROWS = [
     *((f"a NUL in {commands[-1][:4]}", ftp("CWD /up", *commands)) for commands in (
         ["MKD new\0x"], ["RMD folder\0x"], ["DELE kept.txt\0x"], ["DELE kept*\0x"], ["STOR new\0x"],
         ["STOR kept.txt\0x"], ["RETR /victim.txt\0x"], ["RNFR kept.txt\0x", "RNTO moved"],
@@ -130,11 +189,13 @@ ROWS = [
 
 
 class HostileTest(ProgramTest):
-    protection = ""
+    rows = WEB_ROWS + OTHER_ROWS
+    answers = protection = ""
 
     def setUp(self):
         super().setUp()
-        self.home.write("Server.ini", self.home.read("Server.ini") + self.protection)
+        web, other = self.home.read("Server.ini").split("[FtpServer")
+        self.home.write("Server.ini", f"{web}{self.answers}[FtpServer{other}{self.protection}")
         for name, content in FILES.items():
             self.home.write(name, content)
         for name, source in PROGRAMS.items():
@@ -186,7 +247,7 @@ class HostileTest(ProgramTest):
         self.assertEqual(self.files() ^ self.files_at_first, set())
 
     def test_no_row_stops_fills_or_takes_anything(self):
-        for name, act in ROWS:
+        for name, act in self.rows:
             with self.subTest(name):
                 act(self)
                 self.check_others()
@@ -214,6 +275,26 @@ class HostileTest(ProgramTest):
 class ProtectedHostileTest(HostileTest):
     """The same clients, where strangers are not trusted."""
     protection = "[Protection]\r\nReach=lan\r\nConfine=1\r\nHonest=1\r\n"
+
+
+class HttpHostileTest(HostileTest):
+    """Those of a Web server that answers by HTTP."""
+    rows = WEB_ROWS + HTTP_ROWS
+    answers = "Answers=HTTP\r\nSpeed=0\r\n"
+    protection = "[Protection]\r\nConfine=1\r\n"
+
+    def setUp(self):
+        super().setUp()
+        if not ON_WINDOWS:
+            for name in NAMES_ON_LINUX:
+                self.home.write(f"wwwroot/list/{name}", "")
+            (self.home.path / "wwwroot/out").symlink_to("..")
+        self.files_at_first = self.files()
+
+    def check_page(self):
+        def is_served():
+            return self.home.get("/index.htm").endswith(b"\r\n\r\n" + PAGE)
+        self.assertTrue(any(is_served() for _ in range(20)))
 
 
 if __name__ == "__main__":
