@@ -15,7 +15,8 @@ namespace {
 // Also a target with a scheme and a host, as for a proxy, is answered: whichever host it is.
 std::optional<std::string_view> WithoutHost(std::string_view target) {
   if (target.starts_with('/')) return target;
-  const std::size_t schemeEnd = std::min(target.find("://"), target.size());
+  const std::size_t schemeEnd = target.find("://");
+  if (schemeEnd == std::string_view::npos) return std::nullopt;
   const std::string scheme = platform::UpperCase(target.substr(0, schemeEnd));
   if (scheme != "HTTP" && scheme != "HTTPS") return std::nullopt;
   target.remove_prefix(schemeEnd + 3);
