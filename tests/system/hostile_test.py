@@ -137,7 +137,7 @@ ASKED = " HTTP/1.1\r\nHost: x\r\n"
 LAST = ASKED + "Connection: close\r\n"
 CHUNKED = f"POST /slow.exe{ASKED}Transfer-Encoding: chunked\r\n\r\n"
 TO_PARENT = ("..", "%2e%2e", ".%2E", "..%2f", "..%5C", "..\\", "x/..%2f..", "%2e%2e%5c..")
-TO_NOTHING = ("..;", "%c0%ae%c0%ae", "%252e%252e", "...", "out", "out/x/..")
+TO_NOTHING = ("..;", "%c0%ae%c0%ae", "%252e%252e", "out", "out/x/..")
 HTTP_ROWS = [
     ("headers that come byte by byte", held("GET /index.htm HT", "T", "P", "/1.1\r\nX", ":")),
     ("bodies that never come", held(f"POST /slow.exe{ASKED}Content-Length: 999\r\n\r\n", "x")),
