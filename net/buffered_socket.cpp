@@ -18,6 +18,10 @@ namespace {
 // What is sent of a file at a time, within a fraction of a millisecond.
 constexpr std::size_t kPieceBytes = 256 * 1024;
 
+// The system takes as much of a file at a time as goes to a fast peer in a fraction of a
+// millisecond.
+constexpr std::size_t kHandedOverBytes = 1024 * 1024;
+
 // A file that is no larger, or the end of one, is copied into the outbox if need be.
 constexpr std::uint64_t kShortBytes = 16 * 1024;
 
@@ -168,12 +172,8 @@ Task<> BufferedSocket::Sent() {
 
 // Files
 
-// Only one file under way is read and sent: copying costs this thread more than twice the time, but
-// a peer on the same machine gets bytes that are in the processor's cache. Several get their turns
-// sooner if the system sends them.
-FileResult BufferedSocket::SendPiece(const FileRest& rest, bool isOnly, std::size_t& count) {
+FileResult BufferedSocket::SendPiece(const FileRest& rest, std::size_t& count) {
   if (copiesFiles_ || rest.size <= kShortBytes) return CopyToOutbox(rest, count);
-  if (isOnly) return ReadAndSend(rest, count);
   const FileResult result = HandOver(rest, count);
   if (result != FileResult::kNotPossible) return result;
   copiesFiles_ = true;
@@ -181,19 +181,9 @@ FileResult BufferedSocket::SendPiece(const FileRest& rest, bool isOnly, std::siz
 }
 
 FileResult BufferedSocket::HandOver(const FileRest& rest, std::size_t& count) {
-  const std::size_t wanted = SizeOfPiece(rest, kPieceBytes);
+  const std::size_t wanted = SizeOfPiece(rest, kHandedOverBytes);
   const FileResult result = socket_.SendFile(rest.file, rest.offset, wanted, count);
   return result == FileResult::kTaken && count < wanted ? FileResult::kWouldWait : result;
-}
-
-// What the system does not take is read again later.
-FileResult BufferedSocket::ReadAndSend(const FileRest& rest, std::size_t& count) {
-  const std::string_view piece = ReadPiece(rest, kPieceBytes);
-  if (piece.empty()) return FileResult::kFileEnded;
-  const SocketResult result = socket_.Send(piece, DepartureOf(piece, rest), count);
-  if (result == SocketResult::kDone && count == piece.size()) return FileResult::kTaken;
-  const bool isFull = result == SocketResult::kDone || result == SocketResult::kWouldWait;
-  return isFull ? FileResult::kWouldWait : FileResult::kBroken;
 }
 
 FileResult BufferedSocket::CopyToOutbox(const FileRest& rest, std::size_t& count) {

@@ -74,8 +74,8 @@ class BufferedSocket : public std::enable_shared_from_this<BufferedSocket> {
 
   /// Sends some of it; the outbox must be empty. `count`: how many bytes were sent or are in the
   /// outbox now, which on Linux keeps 16 KiB at most, on Windows 64 KiB. kWouldWait: the system
-  /// takes no more for now. `isOnly`: no other file is being sent.
-  platform::FileResult SendPiece(const FileRest& rest, bool isOnly, std::size_t& count);
+  /// takes no more for now.
+  platform::FileResult SendPiece(const FileRest& rest, std::size_t& count);
 
   /// Waits until the system may take more bytes; perhaps for less.
   Task<> Writable();
@@ -93,7 +93,6 @@ class BufferedSocket : public std::enable_shared_from_this<BufferedSocket> {
   template <class Step>
   void Report(const Step& step);
   void OnWaited(const asio::error_code& error);
-  platform::FileResult ReadAndSend(const FileRest& rest, std::size_t& count);
   platform::FileResult HandOver(const FileRest& rest, std::size_t& count);
   platform::FileResult CopyToOutbox(const FileRest& rest, std::size_t& count);
   void OnWritable(const asio::error_code& error);

@@ -19,18 +19,6 @@ namespace {
 constexpr std::size_t kLongestText = 260;
 constexpr std::size_t kLongestPath = 4096;
 
-// Counts while it lives.
-class Counted {
- public:
-  explicit Counted(int& count) : count_(count) { ++count_; }
-  ~Counted() { --count_; }
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
-
- private:
-  int& count_;
-};
-
 // An activity that begins, with texts that may be kept.
 Activity Bounded(Activity activity) {
   activity.what = text::Printable(activity.what, kLongestText);
@@ -134,9 +122,11 @@ void Connection::StartReading() {
   socket_->ReportReadable();
 }
 
+// Holding asks for nothing: a handler of an arrival that does so may be over before the system has
+// to be asked.
 void Connection::HoldReading(bool hold) {
   readingHeld_ = hold;
-  ContinueReading();
+  if (!hold) ContinueReading();
 }
 
 std::string Connection::GetData() { return std::exchange(arrived_, {}); }
@@ -232,7 +222,6 @@ void Connection::BreakSoon() {
 Task<bool> Connection::SendFile(const platform::File& file, std::uint64_t offset,
                                 std::uint64_t size, platform::Departure departure) {
   const std::shared_ptr<Connection> self = shared_from_this();
-  const Counted counted(context_.filesUnderWay);
   BufferedSocket::FileRest rest = {file, offset, size, departure};
   while (rest.size > 0 && IsOpen()) {
     if (HasUnsentBytes()) {
@@ -241,7 +230,7 @@ Task<bool> Connection::SendFile(const platform::File& file, std::uint64_t offset
       continue;
     }
     std::size_t count = 0;
-    const FileResult result = socket_->SendPiece(rest, context_.filesUnderWay == 1, count);
+    const FileResult result = socket_->SendPiece(rest, count);
     CountSent(count);
     rest.offset += count;
     rest.size -= count;

@@ -23,7 +23,6 @@ struct SocketContext {
   std::function<bool(const ConnectionRequest&)> mayConnect = {};
   /// For how long a session may do nothing; for ever if it is empty, or zero.
   std::function<std::chrono::milliseconds()> idleLimit = {};
-  int filesUnderWay = 0;  // being sent by Connection::SendFile
 };
 
 }  // namespace net

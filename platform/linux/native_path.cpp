@@ -48,6 +48,10 @@ std::string NativeBytes(std::string_view pathText) {
 class Descent {
  public:
   explicit Descent(std::string_view path) : rest_(path) {
+    if (BeginsIn(ParentLength(path)) ||
+        BeginsIn(ParentLength(path.substr(0, ParentLength(path))))) {
+      return;
+    }
     const bool rooted = rest_.starts_with('/');
     folder_ = Descriptor(open(rooted ? "/" : ".", O_PATH | O_DIRECTORY | O_CLOEXEC));
     if (!rooted) return;
@@ -63,6 +67,24 @@ class Descent {
   }
 
  private:
+  // Of the folder's path, without its "/"; 0 for the root, or if there is none.
+  static std::size_t ParentLength(std::string_view path) {
+    const std::size_t end = path.rfind('/');
+    return end == std::string_view::npos ? 0 : end;
+  }
+
+  // Most often only the last name or two are missing or spelled otherwise. It saves a call for each
+  // folder above.
+  bool BeginsIn(std::size_t length) {
+    const std::string folder(rest_.substr(0, length));
+    if (folder.empty()) return false;
+    folder_ = Descriptor(open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!folder_.IsOpen()) return false;
+    found_ = folder + "/";
+    rest_.remove_prefix(length + 1);
+    return true;
+  }
+
   // False if nothing more can be found.
   bool Step() {
     const std::size_t end = std::min(rest_.find('/'), rest_.size());

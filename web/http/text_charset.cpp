@@ -56,10 +56,12 @@ bool DeclaresInXml(std::string_view xml) {
 }
 
 bool DeclaresCharset(std::string_view type, std::string_view beginning) {
+  const bool mayDeclare = type == "text/html" || type == "text/css" || type.ends_with("xml");
+  if (!mayDeclare) return false;
   const std::string upper = platform::UpperCase(beginning.substr(0, kDeclarations));
   if (type == "text/html") return DeclaresInHtml(upper);
   if (type == "text/css") return upper.starts_with("@CHARSET");
-  return type.ends_with("xml") && DeclaresInXml(upper);
+  return DeclaresInXml(upper);
 }
 
 std::string_view WithoutLast(std::size_t count, std::string_view bytes) {
@@ -97,9 +99,11 @@ bool IsBinary(char c) {
 }  // namespace
 
 std::string CharsetFor(std::string_view type, std::string_view beginning, bool isWhole) {
+  const bool isAscii = IsAscii(beginning);
+  if (isAscii && type == "text/html") return {};
   if (HasByteOrderMark(beginning) || DeclaresCharset(type, beginning)) return {};
   // In ASCII every set is the same, and what follows a beginning may be in any.
-  if (isWhole && IsAscii(beginning)) return type == "text/html" ? "" : "utf-8";
+  if (isAscii && isWhole) return "utf-8";
   if (IsAscii(WithoutLast(kLongestPart, beginning))) return {};
   if (IsUtf8(beginning, isWhole)) return "utf-8";
   return IsGbk(beginning, isWhole) ? "gbk" : "";
