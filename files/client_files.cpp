@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 #include <vector>
 
 #include "files/missing.h"
@@ -137,6 +138,15 @@ platform::DirectoryReader ClientFiles::ReadFolder(std::string_view path,
   platform::DirectoryReader reader(error ? fs::path() : entry.Path(), ofReading);
   if (!error) error = ofReading;
   return reader;
+}
+
+ClientFolder ClientFiles::OpenFolder(std::string_view path, std::error_code& error) const {
+  if (!confinement_.isOn) return {{}, files::OpenFolder(path, error)};
+  ConfinedEntry place = Find(path, error);
+  std::error_code ofOpening;
+  platform::OpenFolder folder(error ? fs::path() : place.Path(), ofOpening);
+  if (!error) error = ofOpening;
+  return {std::move(place), std::move(folder)};
 }
 
 std::error_code ClientFiles::CreateFolder(std::string_view path) const {

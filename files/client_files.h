@@ -25,6 +25,12 @@ struct Confinement {
   platform::Links links = platform::Links::kStayInside;  // for reading; changes always stay inside
 };
 
+/// A folder that stays open, and where it was found if clients are confined.
+struct ClientFolder {
+  platform::ConfinedEntry place;
+  platform::OpenFolder folder;
+};
+
 class ClientFiles {
  public:
   /// Both may change, and must outlive this object.
@@ -43,6 +49,7 @@ class ClientFiles {
 
   platform::EntryFacts Inspect(std::string_view path, std::error_code& error) const;
   platform::DirectoryReader ReadFolder(std::string_view path, std::error_code& error) const;
+  ClientFolder OpenFolder(std::string_view path, std::error_code& error) const;
 
   std::error_code CreateFolder(std::string_view path) const;
   std::error_code RemoveFile(std::string_view path) const;

@@ -191,6 +191,10 @@ platform::DirectoryReader ReadFolder(std::string_view path, std::error_code& err
   return platform::DirectoryReader(ExistingPath(path), error);
 }
 
+platform::OpenFolder OpenFolder(std::string_view path, std::error_code& error) {
+  return platform::OpenFolder(ExistingPath(path), error);
+}
+
 platform::EntryFacts InspectPath(std::string_view path, std::error_code& error) {
   return WithExisting(
       path, error, [&](const fs::path& native) { return platform::InspectEntry(native, error); });

@@ -82,6 +82,9 @@ std::vector<platform::DirectoryEntry> ListFolder(std::string_view path, std::err
 /// The same, unsorted and a few entries at a time.
 platform::DirectoryReader ReadFolder(std::string_view path, std::error_code& error);
 
+/// The same, for looking at its entries.
+platform::OpenFolder OpenFolder(std::string_view path, std::error_code& error);
+
 platform::EntryFacts InspectPath(std::string_view path, std::error_code& error);
 
 /// The stamp of a file, to be compared with a later one; none if there is no such file.

@@ -6,12 +6,27 @@
 
 namespace ModFtp {
 
-std::optional<FileInfo> GetFileInfo(const files::ClientFiles& files, const std::string& path) {
+namespace {
+
+std::optional<FileInfo> FileInfoOf(const platform::EntryFacts& facts,
+                                   const std::error_code& error) {
   constexpr std::uint64_t kLargest = std::numeric_limits<std::int32_t>::max();
-  std::error_code error;
-  const platform::EntryFacts facts = files.Inspect(path, error);
   if (error || facts.isFolder || facts.size > kLargest) return std::nullopt;
   return FileInfo{facts.created, static_cast<std::int32_t>(facts.size)};
+}
+
+}  // namespace
+
+std::optional<FileInfo> GetFileInfo(const files::ClientFiles& files, const std::string& path) {
+  std::error_code error;
+  const platform::EntryFacts facts = files.Inspect(path, error);
+  return FileInfoOf(facts, error);
+}
+
+std::optional<FileInfo> GetFileInfo(const platform::OpenFolder& folder, const std::string& name) {
+  std::error_code error;
+  const platform::EntryFacts facts = folder.Inspect(name, error);
+  return FileInfoOf(facts, error);
 }
 
 net::Task<std::optional<FileInfo>> GetFolderInfo(const files::ClientFiles& files, std::string path,

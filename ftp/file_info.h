@@ -18,6 +18,9 @@ namespace ModFtp {
 /// None if `path` is not a file, cannot be inspected, or has a size beyond a signed 32-bit integer.
 std::optional<FileInfo> GetFileInfo(const files::ClientFiles& files, const std::string& path);
 
+/// The same for an entry of `folder` that is no link.
+std::optional<FileInfo> GetFileInfo(const platform::OpenFolder& folder, const std::string& name);
+
 /// The same for a folder, whose size is that of everything in it; a link to one has size 0.
 /// `memory` limits what is held of the folders being read.
 net::Task<std::optional<FileInfo>> GetFolderInfo(const files::ClientFiles& files, std::string path,

@@ -22,17 +22,22 @@ Task<std::optional<std::string>> BuildListing(const files::ClientFiles& files, s
   std::string listing;
   if (!memory->Take(entries->Count() * kUsualLine)) co_return std::nullopt;
   listing.reserve(entries->Count() * kUsualLine);
+  std::error_code error;
+  const files::ClientFolder opened = files.OpenFolder(folder, error);
+  if (error) co_return std::nullopt;
   Turn turn;
   while (const std::optional<platform::DirectoryEntry> entry = entries->Next()) {
     if (entry->isHidden || !IsListed(entry->name, lastCommand)) continue;
-    const std::string path = folder + entry->name;
-    if (entry->isLink && files.LeadsOut(path)) continue;
+    if (entry->isLink && files.LeadsOut(folder + entry->name)) continue;
     std::optional<FileInfo> info;
     if (entry->isFolder) {
-      Task<std::optional<FileInfo>> inspecting = GetFolderInfo(files, path, entry->isLink, memory);
+      Task<std::optional<FileInfo>> inspecting =
+          GetFolderInfo(files, folder + entry->name, entry->isLink, memory);
       info = co_await inspecting;
+    } else if (entry->isLink) {
+      info = GetFileInfo(files, folder + entry->name);
     } else {
-      info = GetFileInfo(files, path);
+      info = GetFileInfo(opened.folder, entry->name);
     }
     if (!info) co_return std::nullopt;
     listing += text::ToSystem(ListingLine(entry->name, entry->isFolder, *info));

@@ -21,7 +21,7 @@ using Kind = net::Activity::Kind;
 constexpr std::int32_t kChunkBytes = 4096;
 
 // Chunks that are handed to the system together; other clients get their turns in between.
-constexpr std::int32_t kChunksPerTurn = 64;
+constexpr std::int32_t kChunksPerTurn = 4096;
 
 }  // namespace
 
@@ -86,22 +86,26 @@ bool Transfers::OpenFile(FtpSession& session) const {
   return !error && session.retrHandle.SizeWhenOpened() <= kLargest;
 }
 
+// The end of the connection follows the last piece, and leaves with it.
 Task<> Transfers::SendChunks(int slot, Client data) {
   FtpSession& session = sessions_[slot];
   std::uint64_t offset = 0;
   while (session.chunksSent < session.fullChunks || session.tailBytes > 0) {
     const std::int32_t chunks = std::min(session.fullChunks - session.chunksSent, kChunksPerTurn);
     const std::int32_t size = chunks > 0 ? chunks * kChunkBytes : session.tailBytes;
+    session.chunksSent += chunks;
+    if (chunks == 0) session.tailBytes = 0;
+    const bool isLast = session.chunksSent == session.fullChunks && session.tailBytes == 0;
     Task<bool> sending =
-        data->SendFile(session.retrHandle, offset, static_cast<std::uint64_t>(size));
+        data->SendFile(session.retrHandle, offset, static_cast<std::uint64_t>(size),
+                       isLast ? platform::Departure::kWithEnd : platform::Departure::kAtOnce);
     const bool isSent = co_await sending;
     if (!isSent) {
       FailTransfer(slot);
       co_return;
     }
     offset += static_cast<std::uint64_t>(size);
-    session.chunksSent += chunks;
-    if (chunks == 0) session.tailBytes = 0;
+    if (!isLast) co_await net::YieldToEvents();
   }
   connections_.CloseDataSocket(slot, ActivityEnd::kComplete);
 }

@@ -171,29 +171,38 @@ std::vector<std::string> MailboxStore::FilesMatching(std::string_view pattern) c
   return names;
 }
 
-std::int32_t MailboxStore::SizeOf(const std::string& name) const {
-  const std::string path = Box().value() + name;
+// In the order of the names.
+std::vector<std::int32_t> MailboxStore::SizesOf(const std::vector<std::string>& names) const {
+  std::vector<std::int32_t> sizes;
+  if (names.empty()) return sizes;
   std::error_code error;
-  const std::uint64_t size = files::ReadableSize(path, error);
-  if (error) Fail(path, error);
-  return Narrow<std::int32_t>(size, "the size of a message");
+  const std::string box = Box().value();
+  const platform::OpenFolder folder = files::OpenFolder(box, error);
+  if (error) Fail(box, error);
+  sizes.reserve(names.size());
+  for (const std::string& name : names) {
+    const std::uint64_t size = folder.ReadableSize(name, error);
+    if (error) Fail(box + name, error);
+    sizes.push_back(Narrow<std::int32_t>(size, "the size of a message"));
+  }
+  return sizes;
 }
 
 std::int16_t MailboxStore::CountMessages(std::int32_t& totalSize) const {
   const std::vector<std::string> names = FilesMatching(kMessagePattern);
   auto total = static_cast<std::uint64_t>(totalSize);
-  for (const std::string& name : names) total += static_cast<std::uint64_t>(SizeOf(name));
+  for (const std::int32_t size : SizesOf(names)) total += static_cast<std::uint64_t>(size);
   totalSize = Narrow<std::int32_t>(total, "the size of a mailbox");
   return Narrow<std::int16_t>(names.size(), "the number of messages");
 }
 
 void MailboxStore::ListMessageSizes() {
   std::size_t entry = 0;
-  for (const std::string& name : FilesMatching(kMessagePattern)) {
+  for (const std::int32_t size : SizesOf(FilesMatching(kMessagePattern))) {
     if (++entry >= state_->messageSizes.size()) {
       throw MailFault("more messages than can be listed");
     }
-    state_->messageSizes[entry] = SizeOf(name);
+    state_->messageSizes[entry] = size;
   }
 }
 

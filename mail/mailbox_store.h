@@ -111,7 +111,7 @@ class MailboxStore {
   bool CurrentUserExists() const;
   std::vector<std::string> FilesMatching(std::string_view pattern) const;
   std::string PathIn(const std::string& recipient, int number) const;
-  std::int32_t SizeOf(const std::string& name) const;
+  std::vector<std::int32_t> SizesOf(const std::vector<std::string>& names) const;
 
   const settings::Program& program_;
   const MailOptions& options_;

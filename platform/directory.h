@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -57,6 +58,27 @@ class DirectoryReader {
  private:
   struct Search;
   std::unique_ptr<Search> search_;
+};
+
+/// A folder that stays open, for looking at many of its entries: their names, as DirectoryReader
+/// returns them, are looked up in it instead of from the root of the file system. Owns the system's
+/// handle.
+class OpenFolder {
+ public:
+  /// If `error` is set, it has no entries.
+  OpenFolder(const std::filesystem::path& folder, std::error_code& error);
+  ~OpenFolder();
+  OpenFolder(OpenFolder&&) noexcept;
+
+  /// The properties of an entry; of a link on Linux its own.
+  EntryFacts Inspect(std::string_view name, std::error_code& error) const;
+
+  /// As File::ReadableSize.
+  std::uint64_t ReadableSize(std::string_view name, std::error_code& error) const;
+
+ private:
+  struct Handle;
+  std::unique_ptr<Handle> handle_;
 };
 
 /// The properties of `path`. Links are followed.

@@ -8,6 +8,9 @@
 #include <cerrno>
 #include <limits>
 
+#include "platform/linux/descriptor.h"
+#include "platform/linux/name_bytes.h"
+#include "platform/linux/readable_size.h"
 #include "platform/native_path.h"
 #include "platform/text_case.h"
 
@@ -30,6 +33,20 @@ bool IsLink(int folder, const dirent& entry) {
 
 std::chrono::system_clock::time_point TimeOf(const statx_timestamp& time) {
   return std::chrono::system_clock::from_time_t(static_cast<std::time_t>(time.tv_sec));
+}
+
+EntryFacts Inspect(int folder, const char* name, int flags, std::error_code& error) {
+  error.clear();
+  struct statx facts = {};
+  const unsigned wanted = STATX_TYPE | STATX_SIZE | STATX_BTIME | STATX_MTIME;
+  if (statx(folder, name, flags, wanted, &facts) != 0) {
+    error = LastError();
+    return {};
+  }
+  const bool born = (facts.stx_mask & STATX_BTIME) != 0;
+  const bool isFolder = S_ISDIR(facts.stx_mode);
+  return {isFolder, isFolder ? 0 : facts.stx_size, TimeOf(born ? facts.stx_btime : facts.stx_mtime),
+          TimeOf(facts.stx_mtime)};
 }
 
 }  // namespace
@@ -99,17 +116,30 @@ std::vector<DirectoryEntry> ListDirectory(const std::filesystem::path& folder,
 }
 
 EntryFacts InspectEntry(const std::filesystem::path& path, std::error_code& error) {
+  return Inspect(AT_FDCWD, path.c_str(), 0, error);
+}
+
+struct OpenFolder::Handle {
+  Descriptor folder;
+};
+
+OpenFolder::OpenFolder(const std::filesystem::path& folder, std::error_code& error)
+    : handle_(std::make_unique<Handle>()) {
   error.clear();
-  struct statx facts = {};
-  const unsigned wanted = STATX_TYPE | STATX_SIZE | STATX_BTIME | STATX_MTIME;
-  if (statx(AT_FDCWD, path.c_str(), 0, wanted, &facts) != 0) {
-    error = LastError();
-    return {};
-  }
-  const bool born = (facts.stx_mask & STATX_BTIME) != 0;
-  const bool isFolder = S_ISDIR(facts.stx_mode);
-  return {isFolder, isFolder ? 0 : facts.stx_size,
-          TimeOf(born ? facts.stx_btime : facts.stx_mtime), TimeOf(facts.stx_mtime)};
+  handle_->folder = Descriptor(open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  if (!handle_->folder.IsOpen()) error = LastError();
+}
+
+OpenFolder::~OpenFolder() = default;
+OpenFolder::OpenFolder(OpenFolder&&) noexcept = default;
+
+EntryFacts OpenFolder::Inspect(std::string_view name, std::error_code& error) const {
+  return platform::Inspect(handle_->folder.Get(), NameBytes(name).c_str(), AT_SYMLINK_NOFOLLOW,
+                           error);
+}
+
+std::uint64_t OpenFolder::ReadableSize(std::string_view name, std::error_code& error) const {
+  return ReadableSizeIn(handle_->folder.Get(), NameBytes(name).c_str(), error);
 }
 
 FileStamp StampOf(const std::filesystem::path& path, std::error_code& error) {

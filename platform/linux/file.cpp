@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/linux/descriptor.h"
+#include "platform/linux/readable_size.h"
 
 namespace platform {
 namespace {
@@ -171,11 +172,15 @@ void File::Flush(std::error_code& error) {
 }
 
 std::uint64_t File::ReadableSize(const std::filesystem::path& path, std::error_code& error) {
+  return ReadableSizeIn(AT_FDCWD, path.c_str(), error);
+}
+
+std::uint64_t ReadableSizeIn(int folder, const char* name, std::error_code& error) {
   error.clear();
   struct stat facts = {};
   const bool readable =
-      stat(path.c_str(), &facts) == 0 &&
-      (IsReadableByOwner(facts) || faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0);
+      fstatat(folder, name, &facts, 0) == 0 &&
+      (IsReadableByOwner(facts) || faccessat(folder, name, R_OK, AT_EACCESS) == 0);
   if (!readable) error = LastError();
   return static_cast<std::uint64_t>(facts.st_size);
 }

@@ -10,16 +10,12 @@
 #include "platform/code_page.h"
 #include "platform/linux/descriptor.h"
 #include "platform/linux/folder_names.h"
+#include "platform/linux/name_bytes.h"
 
 namespace platform {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string NameBytes(std::string_view text) {
-  const Charset charset = SystemCharset();
-  return charset == Charset::kUtf8 ? std::string(text) : FromUtf8(charset, text);
-}
 
 std::string DecodeName(std::string_view bytes) {
   const Charset charset = SystemCharset();

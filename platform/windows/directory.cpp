@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/file.h"
 #include "platform/text_case.h"
 #include "platform/windows/file_time.h"
 #include "platform/windows/wide_text.h"
@@ -96,6 +97,27 @@ EntryFacts InspectEntry(const std::filesystem::path& path, std::error_code& erro
       static_cast<std::uint64_t>(facts.nFileSizeHigh) << 32 | facts.nFileSizeLow;
   return {isFolder, isFolder ? 0 : size, TimeOf(facts.ftCreationTime),
           TimeOf(facts.ftLastWriteTime)};
+}
+
+struct OpenFolder::Handle {
+  std::filesystem::path folder;
+};
+
+// Names are looked up from the root all the same: the system has no other way for these calls.
+OpenFolder::OpenFolder(const std::filesystem::path& folder, std::error_code& error)
+    : handle_(std::make_unique<Handle>(Handle{folder})) {
+  error.clear();
+}
+
+OpenFolder::~OpenFolder() = default;
+OpenFolder::OpenFolder(OpenFolder&&) noexcept = default;
+
+EntryFacts OpenFolder::Inspect(std::string_view name, std::error_code& error) const {
+  return InspectEntry(handle_->folder / WideText(name), error);
+}
+
+std::uint64_t OpenFolder::ReadableSize(std::string_view name, std::error_code& error) const {
+  return File::ReadableSize(handle_->folder / WideText(name), error);
 }
 
 FileStamp StampOf(const std::filesystem::path& path, std::error_code& error) {
