@@ -16,17 +16,17 @@ using platform::SocketResult;
 namespace {
 
 // What is sent of a file at a time, within a fraction of a millisecond.
-constexpr std::size_t kPieceBytes = 256 * 1024;
+constexpr std::size_t kPieceBytes = std::size_t{256} * 1024;
 
 // The system takes as much of a file at a time as goes to a fast peer in a fraction of a
 // millisecond.
-constexpr std::size_t kHandedOverBytes = 1024 * 1024;
+constexpr std::size_t kHandedOverBytes = std::size_t{1024} * 1024;
 
 // A file that is no larger, or the end of one, is copied into the outbox if need be.
-constexpr std::uint64_t kShortBytes = 16 * 1024;
+constexpr std::uint64_t kShortBytes = std::uint64_t{16} * 1024;
 
 // At a time, where the system does not send files itself; a slow peer keeps that much waiting.
-constexpr std::size_t kOutboxBytes = 64 * 1024;
+constexpr std::size_t kOutboxBytes = std::size_t{64} * 1024;
 
 // One for all sockets: nothing runs between a read and the use of what was read.
 using Buffer = std::array<char, kPieceBytes>;

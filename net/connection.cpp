@@ -20,7 +20,7 @@ constexpr std::size_t kLongestText = 260;
 constexpr std::size_t kLongestPath = 4096;
 
 // Of a file, beyond which segments are worth filling.
-constexpr std::uint64_t kBulkBytes = 64 * 1024;
+constexpr std::uint64_t kBulkBytes = std::uint64_t{64} * 1024;
 
 // An activity that begins, with texts that may be kept.
 Activity Bounded(Activity activity) {

@@ -18,7 +18,7 @@
 
 namespace ModWeb {
 
-class BareAnswers : private RequestInterpreter::Site {
+class BareAnswers final : private RequestInterpreter::Site {
  public:
   using Client = std::shared_ptr<net::Connection>;
 
