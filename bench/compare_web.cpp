@@ -30,7 +30,7 @@ void FillSite(const Folder& folder) {
   folder.Write(std::string("wwwroot/") + kSmallFile, std::string(kSmallBytes, 'x'));
   folder.Write("wwwroot/" + kPage.name, std::string(kPage.bytes, 'p'));
   for (int i = 0; i < kPage.pictureCount; ++i) {
-    folder.Write("wwwroot/" + kPage.pictures + "/" + std::to_string(i),
+    folder.Write("wwwroot/" + kPage.pictures + "/" + std::to_string(i) + ".png",
                  std::string(kPage.pictureBytes, 'i'));
   }
   folder.Write(std::string("wwwroot/") + kLargeFile, "");

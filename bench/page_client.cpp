@@ -22,7 +22,8 @@ class Wanted {
 
   bool IsEmpty() const { return next_ == page_.pictureCount; }
   std::string NextRequest() {
-    return HttpResponse::Request(page_.pictures + "/" + std::to_string(next_++), keepsAlive_);
+    return HttpResponse::Request(page_.pictures + "/" + std::to_string(next_++) + ".png",
+                                 keepsAlive_);
   }
 
  private:

@@ -11,7 +11,7 @@ namespace bench {
 struct Page {
   std::string name;
   std::size_t bytes = 0;
-  std::string pictures;  // a folder with the files 0, 1, 2, ...
+  std::string pictures;  // a folder with 0.png, 1.png, ...
   int pictureCount = 0;
   std::size_t pictureBytes = 0;
 };
