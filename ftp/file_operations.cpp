@@ -4,6 +4,7 @@
 #include "ftp/command_text.h"
 #include "ftp/folder_walk.h"
 #include "ftp/path_mapping.h"
+#include "net/turn.h"
 #include "platform/system_message.h"
 #include "text/path_text.h"
 #include "text/strings.h"
@@ -32,7 +33,7 @@ Task<std::error_code> DeleteMatches(const files::ClientFiles& files, std::string
   std::optional<SortedEntries> entries = co_await reading;
   std::error_code result = std::make_error_code(std::errc::no_such_file_or_directory);
   if (!entries) co_return result;
-  Turn turn;
+  net::Turn turn;
   while (const std::optional<platform::DirectoryEntry> entry = entries->Next()) {
     if (!entry->isFolder && text::MatchesWildcard(entry->name, pattern)) {
       result = files.RemoveFile(folder + entry->name);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "net/handler_scope.h"
+#include "net/turn.h"
 #include "platform/text_case.h"
 #include "text/path_text.h"
 
@@ -99,7 +100,7 @@ Task<std::optional<SortedEntries>> ReadSorted(const files::ClientFiles& files, s
   platform::DirectoryReader reader = files.ReadFolder(folder, error);
   SortedEntries entries;
   std::vector<DirectoryEntry> batch;
-  Turn turn;
+  net::Turn turn;
   while (!error && ReadBatch(reader, batch, error)) {
     if (!memory->Take(batch.size() * kBytesPerEntry)) co_return std::nullopt;
     entries.Add(std::move(batch));
@@ -115,7 +116,7 @@ Task<std::optional<std::int32_t>> AddUpFolder(const files::ClientFiles& files, s
                                               std::shared_ptr<MemoryShare> memory) {
   Sum sum(files, std::move(memory));
   sum.folders.push_back(std::move(folder));
-  Turn turn;
+  net::Turn turn;
   while (!sum.folders.empty()) {
     const std::string parent = ModCommon::AddSlash(sum.folders.back());
     sum.folders.pop_back();

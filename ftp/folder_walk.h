@@ -3,7 +3,6 @@
 // Reads folders of any size and depth without blocking the event loop: every coroutine here yields
 // every few milliseconds, so the folder may change while it is being read.
 
-#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -16,20 +15,6 @@
 #include "platform/directory.h"
 
 namespace ModFtp {
-
-/// How long a handler has run since it last yielded.
-class Turn {
- public:
-  bool IsOver() const { return Clock::now() - begin_ >= kLength; }
-  /// To be called after yielding.
-  void Renew() { begin_ = Clock::now(); }
-
- private:
-  using Clock = std::chrono::steady_clock;
-  static constexpr std::chrono::milliseconds kLength{2};
-
-  Clock::time_point begin_ = Clock::now();
-};
 
 /// The entries of a folder, sorted by their upper-cased names. They are added in batches, in any
 /// order; no single step takes time that grows with the folder.

@@ -4,6 +4,7 @@
 #include "ftp/folder_walk.h"
 #include "ftp/listing_lines.h"
 #include "net/handler_scope.h"
+#include "net/turn.h"
 #include "text/code_page.h"
 
 namespace ModFtp {
@@ -25,7 +26,7 @@ Task<std::optional<std::string>> BuildListing(const files::ClientFiles& files, s
   std::error_code error;
   const files::ClientFolder opened = files.OpenFolder(folder, error);
   if (error) co_return std::nullopt;
-  Turn turn;
+  net::Turn turn;
   while (const std::optional<platform::DirectoryEntry> entry = entries->Next()) {
     if (entry->isHidden || !IsListed(entry->name, lastCommand)) continue;
     if (entry->isLink && files.LeadsOut(folder + entry->name)) continue;

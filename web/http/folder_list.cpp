@@ -1,11 +1,11 @@
 #include "web/http/folder_list.h"
 
 #include <algorithm>
-#include <chrono>
 #include <functional>
 #include <utility>
 
 #include "net/handler_scope.h"
+#include "net/turn.h"
 #include "platform/text_case.h"
 #include "web/http/first_entries.h"
 #include "web/http/folder_page.h"
@@ -20,19 +20,6 @@ using platform::DirectoryEntry;
 constexpr std::size_t kMostShown = 5000;
 constexpr std::size_t kMostRead = 200000;  // of a larger folder the rest is not looked at
 constexpr std::size_t kBatch = 200;        // read in well below a millisecond
-
-// How long a handler has run since it last yielded.
-class Turn {
- public:
-  bool IsOver() const { return Clock::now() - begin_ >= kLength; }
-  void Renew() { begin_ = Clock::now(); }
-
- private:
-  using Clock = std::chrono::steady_clock;
-  static constexpr std::chrono::milliseconds kLength{2};
-
-  Clock::time_point begin_ = Clock::now();
-};
 
 bool IsShown(const DirectoryEntry& entry, const std::vector<std::string>& leftOut) {
   if (entry.isHidden || entry.name.starts_with('.')) return false;
@@ -60,7 +47,7 @@ Task<std::optional<Content>> ReadNames(const files::ClientFiles& files, std::str
   FirstEntries first(kMostShown);
   std::vector<DirectoryEntry> batch;
   std::size_t read = 0;
-  Turn turn;
+  net::Turn turn;
   while (!error && read < kMostRead) {
     batch.clear();
     reader.Read(kBatch, batch, error);
@@ -94,7 +81,7 @@ Task<std::vector<ListedEntry>> InspectAll(const files::ClientFiles& files, std::
                                           std::vector<ListedEntry> found) {
   std::vector<ListedEntry> entries;
   entries.reserve(found.size());
-  Turn turn;
+  net::Turn turn;
   for (ListedEntry& entry : found) {
     if (Inspect(files, folder, entry)) entries.push_back(std::move(entry));
     if (!turn.IsOver()) continue;
@@ -110,7 +97,7 @@ Task<std::string> WritePage(FolderPageFrame frame, std::vector<ListedEntry> entr
   frame.files = entries.size() - frame.folders;
   std::sort(entries.begin(), entries.end(), frame.order);
   FolderPage page(frame);
-  Turn turn;
+  net::Turn turn;
   for (const ListedEntry& entry : entries) {
     page.Add(entry);
     if (!turn.IsOver()) continue;
