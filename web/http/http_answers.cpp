@@ -200,7 +200,7 @@ HttpResponse HttpAnswers::SendFile(const HttpRequest& request, const std::string
     response.status = 304;
     return response;
   }
-  if (IsHtmlPage(resource)) {
+  if (request.method == "GET" && IsHtmlPage(resource)) {
     site_.searchCopies.AddServed(site_.files, site_.options.WebRootDir, resource);
   }
   const std::uint64_t size = file.SizeWhenOpened();

@@ -43,9 +43,10 @@ Task<> HttpConversations::OnArrival(int slot, Client client) {
 Task<> HttpConversations::Go(std::shared_ptr<Conversation> conversation, Client client) {
   Conversation& own = *conversation;
   while (!own.unread.empty()) {
-    std::string_view bytes = own.unread;
+    std::string_view bytes = std::string_view(own.unread).substr(own.taken);
     const Progress progress = own.reader.Read(bytes);
-    own.unread.erase(0, own.unread.size() - bytes.size());
+    own.taken = own.unread.size() - bytes.size();
+    if (bytes.empty()) own.ForgetTaken();
     if (progress == Progress::kIncomplete) {
       if (own.reader.TakeWantsContinue()) client->SendData(kContinue);
       co_return;
@@ -63,6 +64,8 @@ Task<> HttpConversations::Go(std::shared_ptr<Conversation> conversation, Client 
     }
     if (!goesOn) co_return;
     own.reader = RequestReader(LongestBody());
+    // However many requests have come at once, others get their turn between two.
+    if (!own.unread.empty()) co_await net::YieldToEvents();
     own.isAnswering = false;
     client->HoldReading(false);
   }

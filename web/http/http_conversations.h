@@ -31,9 +31,15 @@ class HttpConversations {
   struct Conversation {
     Conversation(const Client& client, std::size_t longestBody) : of(client), reader(longestBody) {}
 
+    void ForgetTaken() {
+      unread.clear();
+      taken = 0;
+    }
+
     std::weak_ptr<net::Connection> of;
     RequestReader reader;
     std::string unread;
+    std::size_t taken = 0;  // of it, by the requests so far
     bool isAnswering = false;
   };
 
