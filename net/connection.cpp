@@ -19,9 +19,6 @@ namespace {
 constexpr std::size_t kLongestText = 260;
 constexpr std::size_t kLongestPath = 4096;
 
-// Of a file, beyond which segments are worth filling.
-constexpr std::uint64_t kBulkBytes = std::uint64_t{64} * 1024;
-
 // An activity that begins, with texts that may be kept.
 Activity Bounded(Activity activity) {
   activity.what = text::Printable(activity.what, kLongestText);
@@ -224,16 +221,8 @@ void Connection::BreakSoon() {
 Task<bool> Connection::SendFile(const platform::File& file, std::uint64_t offset,
                                 std::uint64_t size, platform::Departure departure) {
   const std::shared_ptr<Connection> self = shared_from_this();
-  const bool isBulk = size > kBulkBytes;
-  if (isBulk && IsOpen()) platform::GatherSends(socket_->Socket().Native(), true);
-  Task<bool> sending = SendPieces({file, offset, size, departure});
-  const bool isWhole = co_await sending;
-  if (isBulk && IsOpen()) platform::GatherSends(socket_->Socket().Native(), false);
-  co_return isWhole;
-}
-
-// The others get their turn between two pieces, however fast this peer reads.
-Task<bool> Connection::SendPieces(BufferedSocket::FileRest rest) {
+  BufferedSocket::FileRest rest = {file, offset, size, departure};
+  // The others get their turn between two pieces, however fast this peer reads.
   while (rest.size > 0 && IsOpen()) {
     if (HasUnsentBytes()) {
       Task<> earlier = Sent();

@@ -141,7 +141,6 @@ class Connection final : public std::enable_shared_from_this<Connection>,
   void CloseWhenHandlersEnd();
 
  private:
-  Task<bool> SendPieces(BufferedSocket::FileRest rest);
   bool IsOpen() const;
   bool MayRead() const;
   bool IsFullOfHandlers() const;

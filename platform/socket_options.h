@@ -18,10 +18,6 @@ void ClaimAddress(NativeSocket listener);
 /// inherit this from their listener.
 void PrepareForTraffic(NativeSocket socket);
 
-/// While on, the system gathers what is sent into few large segments, which is for bulk; switching
-/// it off sends what has been gathered.
-void GatherSends(NativeSocket socket, bool on);
-
 /// Whether the peer has shut down its side or is gone, even if unread bytes are still queued.
 /// Windows may report it only after they have been read.
 bool HasPeerShut(NativeSocket socket);

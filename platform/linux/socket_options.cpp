@@ -26,10 +26,6 @@ void PrepareForTraffic(NativeSocket socket) {
   Set(socket, IPPROTO_TCP, TCP_KEEPCNT, 4);
 }
 
-void GatherSends(NativeSocket socket, bool on) {
-  Set(socket, IPPROTO_TCP, TCP_NODELAY, on ? 0 : 1);
-}
-
 bool HasPeerShut(NativeSocket socket) {
   pollfd question = {static_cast<int>(socket), POLLRDHUP, 0};
   return poll(&question, 1, 0) > 0;

@@ -25,10 +25,6 @@ void PrepareForTraffic(NativeSocket socket) {
            nullptr);
 }
 
-void GatherSends(NativeSocket socket, bool on) {
-  Set(socket, IPPROTO_TCP, TCP_NODELAY, on ? 0 : 1);
-}
-
 bool HasPeerShut(NativeSocket socket) {
   WSAPOLLFD question = {socket, POLLRDNORM, 0};
   return WSAPoll(&question, 1, 0) > 0 && (question.revents & (POLLHUP | POLLERR)) != 0;
