@@ -71,7 +71,10 @@ std::error_code StateFile::Change(const std::function<void(IniText&)>& change) {
   if (error) return error;
   IniText text = Read(name_, error);
   if (error) return error;
+  const std::string before(text.Bytes());
   change(text);
+  // What every start sets again costs the disk nothing.
+  if (text.Bytes() == before) return {};
   platform::ReplaceWholeFile(folder / name_, text.Bytes(), platform::Access::kUserAlone, error);
   return error;
 }

@@ -25,6 +25,9 @@ TEST_F(StateFiles, KeepWhatSomebodyElseWrote) {
   Modreg::WriteText("HKEY_USERS\\B", "X", "4");
   EXPECT_EQ(folder_.Read("Tarnwerk/registry.ini"),
             "; mine\n[HKEY_USERS\\a]\n\nx=1\n[HKEY_USERS\\b]\nx=4\ny=3\n");
+  fs::create_hard_link(folder_.Path("Tarnwerk/registry.ini"), folder_.Path("same"));
+  Modreg::WriteText("HKEY_USERS\\b", "y", "3");
+  EXPECT_EQ(fs::hard_link_count(folder_.Path("same")), 2U) << "written without need";
 }
 
 TEST_F(StateFiles, TakeNoNameOrValueForALineOfTheirOwn) {
