@@ -5,16 +5,14 @@
 
 #include <string_view>
 
+#include "platform/ascii.h"
+
 namespace ModMail {
 
-constexpr char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+using platform::UpperAscii;
 
 constexpr bool EqualAscii(std::string_view left, std::string_view right) {
-  if (left.size() != right.size()) return false;
-  for (std::size_t i = 0; i < left.size(); ++i) {
-    if (UpperAscii(left[i]) != UpperAscii(right[i])) return false;
-  }
-  return true;
+  return platform::EqualIgnoringAsciiCase(left, right);
 }
 
 constexpr bool StartsWithAscii(std::string_view text, std::string_view prefix) {

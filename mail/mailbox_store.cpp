@@ -6,7 +6,6 @@
 
 #include "files/files.h"
 #include "files/missing.h"
-#include "mail/ascii_case.h"
 #include "mail/mail_accounts.h"
 #include "platform/directory.h"
 #include "platform/system_message.h"
@@ -74,16 +73,8 @@ std::error_code Append(const std::string& path, std::string_view chunk, bool flu
   return error;
 }
 
-// A quick test that excludes nearly all files that do not match.
-bool EndsAlike(std::string_view name, std::string_view pattern) {
-  constexpr std::size_t kExtension = 4;
-  const std::string_view end = pattern.substr(pattern.size() - kExtension);
-  return name.size() >= kExtension && EqualAscii(name.substr(name.size() - kExtension), end);
-}
-
 bool IsMessage(const platform::DirectoryEntry& entry, std::string_view pattern) {
-  return !entry.isFolder && !entry.isHidden && EndsAlike(entry.name, pattern) &&
-         text::MatchesWildcard(entry.name, pattern);
+  return !entry.isFolder && !entry.isHidden && text::MatchesWildcard(entry.name, pattern);
 }
 
 // The order of file systems that sort by name.
@@ -144,13 +135,19 @@ bool MailboxStore::MailboxExistsFromArgument(std::string_view commandLine) {
 
 bool MailboxStore::CheckPassword(std::string_view commandLine) const {
   const std::optional<std::string> box = Box();
-  if (!box || FilesMatching("*.ini").empty()) return false;
+  if (!box || FilesInAnyOrder("*.ini").empty()) return false;
   return ReadMailPassword(*box) == CommandArgument(commandLine);
 }
 
 // Reading
 
 std::vector<std::string> MailboxStore::FilesMatching(std::string_view pattern) const {
+  std::vector<std::string> names = FilesInAnyOrder(pattern);
+  SortByName(names);
+  return names;
+}
+
+std::vector<std::string> MailboxStore::FilesInAnyOrder(std::string_view pattern) const {
   constexpr std::size_t kStep = 1000;
   const std::optional<std::string> box = Box();
   if (!box) return {};
@@ -167,7 +164,6 @@ std::vector<std::string> MailboxStore::FilesMatching(std::string_view pattern) c
     Narrow<std::int16_t>(names.size(), "the number of messages");
   } while (!entries.empty());
   if (error && !IsMissing(error)) Fail(*box, error);
-  SortByName(names);
   return names;
 }
 
@@ -189,7 +185,7 @@ std::vector<std::int32_t> MailboxStore::SizesOf(const std::vector<std::string>& 
 }
 
 std::int16_t MailboxStore::CountMessages(std::int32_t& totalSize) const {
-  const std::vector<std::string> names = FilesMatching(kMessagePattern);
+  const std::vector<std::string> names = FilesInAnyOrder(kMessagePattern);
   auto total = static_cast<std::uint64_t>(totalSize);
   for (const std::int32_t size : SizesOf(names)) total += static_cast<std::uint64_t>(size);
   totalSize = Narrow<std::int32_t>(total, "the size of a mailbox");

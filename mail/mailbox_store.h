@@ -109,6 +109,7 @@ class MailboxStore {
   std::optional<std::string> Box() const;
   void NameUser(std::string_view name);
   bool CurrentUserExists() const;
+  std::vector<std::string> FilesInAnyOrder(std::string_view pattern) const;
   std::vector<std::string> FilesMatching(std::string_view pattern) const;
   std::string PathIn(const std::string& recipient, int number) const;
   std::vector<std::int32_t> SizesOf(const std::vector<std::string>& names) const;

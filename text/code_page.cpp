@@ -4,17 +4,14 @@
 #include <array>
 #include <utility>
 
+#include "platform/ascii.h"
 #include "text/utf8.h"
 
 namespace text {
 namespace {
 
 using platform::Charset;
-
-bool IsAscii(std::string_view bytes) {
-  return std::all_of(bytes.begin(), bytes.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
+using platform::IsAscii;
 
 bool IsValidIn(Charset charset, std::string_view bytes) {
   if (charset == Charset::kUtf8) return IsValidUtf8(bytes);

@@ -85,10 +85,12 @@ void DirectoryReader::Read(std::size_t most, std::vector<DirectoryEntry>& entrie
       if (errno != 0) error = LastError();
       return;
     }
+    const std::string_view bytes = entry->d_name;
+    if (bytes == "." || bytes == "..") continue;
     std::string name = NameTextOf(entry->d_name);
     // Path texts cannot name an entry with a separator in its name. Checked after decoding: in GBK
     // the same byte may be half a character.
-    if (name == "." || name == ".." || name.find('\\') != std::string::npos) continue;
+    if (name.find('\\') != std::string::npos) continue;
     const bool isHidden = name.front() == '.';
     entries.push_back(
         {std::move(name), IsFolder(folder, *entry), isHidden, IsLink(folder, *entry)});

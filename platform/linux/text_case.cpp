@@ -5,15 +5,10 @@
 
 #include <algorithm>
 
+#include "platform/ascii.h"
+
 namespace platform {
 namespace {
-
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 // Reads a character of two or three bytes. Returns 0 for anything else, which is copied as it is.
 wint_t ReadCharacter(std::string_view text, std::size_t& length) {
@@ -52,11 +47,12 @@ locale_t UnicodeLocale() {
 
 std::string UpperCase(std::string_view text) {
   std::string upper;
-  upper.reserve(text.size());
   if (IsAscii(text) || UnicodeLocale() == nullptr) {
-    std::transform(text.begin(), text.end(), std::back_inserter(upper), UpperAscii);
+    upper = text;
+    std::transform(upper.begin(), upper.end(), upper.begin(), UpperAscii);
     return upper;
   }
+  upper.reserve(text.size());
   while (!text.empty()) {
     std::size_t length = 1;
     const wint_t character = ReadCharacter(text, length);
@@ -74,6 +70,7 @@ std::string UpperCase(std::string_view text) {
 }
 
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {
+  if (IsAscii(left) && IsAscii(right)) return EqualIgnoringAsciiCase(left, right);
   return left == right || UpperCase(left) == UpperCase(right);
 }
 
