@@ -1,27 +1,23 @@
 #include "web/resource_kind.h"
 
-#include <algorithm>
-#include <string>
-
-#include "platform/text_case.h"
+#include "platform/ascii.h"
 
 namespace ModWeb {
 namespace {
 
-std::string UpperCasedEnd(std::string_view resource, std::size_t length) {
-  return platform::UpperCase(resource.substr(resource.size() - std::min(resource.size(), length)));
+bool EndsWith(std::string_view resource, std::string_view end) {
+  if (resource.size() < end.size()) return false;
+  return platform::EqualIgnoringAsciiCase(resource.substr(resource.size() - end.size()), end);
 }
 
 }  // namespace
 
 bool IsHtmlPage(std::string_view resource) {
-  const std::string end = UpperCasedEnd(resource, 5);
-  return end == ".HTML" || end.ends_with(".HTM");
+  return EndsWith(resource, ".htm") || EndsWith(resource, ".html");
 }
 
 bool IsProgram(std::string_view resource) {
-  const std::string end = UpperCasedEnd(resource, 4);
-  return end == ".CGI" || end == ".EXE";
+  return EndsWith(resource, ".cgi") || EndsWith(resource, ".exe");
 }
 
 }  // namespace ModWeb

@@ -27,14 +27,11 @@ std::string NativeBytes(std::string_view pathText) {
   if (pathText.find('\0') != std::string_view::npos) return {};
   // Some encodings need fewer bytes than UTF-8, but never less than half.
   constexpr std::size_t kMost = std::size_t{2} * PATH_MAX;
-  std::string native;
-  native.reserve(std::min<std::size_t>(pathText.size(), kMost));
-  for (const char c : pathText) {
-    if (native.size() > kMost) return {};
-    const char separated = c == '\\' ? '/' : c;
-    if (separated == '/' && !native.empty() && native.back() == '/') continue;
-    native += separated;
-  }
+  std::string native(pathText);
+  std::replace(native.begin(), native.end(), '\\', '/');
+  const auto isSecond = [](char first, char second) { return first == '/' && second == '/'; };
+  native.erase(std::unique(native.begin(), native.end(), isSecond), native.end());
+  if (native.size() > kMost) return {};
   native = NameBytes(native);
   return native.size() < PATH_MAX ? native : std::string();
 }

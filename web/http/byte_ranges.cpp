@@ -4,7 +4,7 @@
 #include <charconv>
 #include <optional>
 
-#include "platform/text_case.h"
+#include "platform/ascii.h"
 #include "text/strings.h"
 
 namespace ModWeb {
@@ -48,8 +48,8 @@ bool AddRange(std::string_view text, std::uint64_t fileSize, std::vector<ByteRan
 }  // namespace
 
 WantedRanges ParseRanges(std::string_view field, std::uint64_t fileSize) {
-  constexpr std::string_view kUnit = "BYTES=";
-  if (platform::UpperCase(field.substr(0, kUnit.size())) != kUnit) return {};
+  constexpr std::string_view kUnit = "bytes=";
+  if (!platform::EqualIgnoringAsciiCase(field.substr(0, kUnit.size()), kUnit)) return {};
   std::string_view rest = field.substr(kUnit.size());
   WantedRanges wanted;
   std::size_t count = 0;

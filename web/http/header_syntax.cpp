@@ -1,7 +1,10 @@
 #include "web/http/header_syntax.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
+#include "platform/ascii.h"
 #include "text/strings.h"
 
 namespace ModWeb {
@@ -10,18 +13,44 @@ namespace {
 constexpr std::string_view kProtocol = "HTTP/";
 constexpr int kBlanks = 2;  // "GET /a HTTP/1.1"
 
+constexpr std::array<bool, 256> kTokens = [] {
+  std::array<bool, 256> tokens = {};
+  for (const char c : std::string_view("!#$%&'*+-.^_`|~0123456789abcdefghijklmnopqrstuvwxyz")) {
+    tokens[static_cast<unsigned char>(c)] = true;
+    tokens[static_cast<unsigned char>(platform::UpperAscii(c))] = true;
+  }
+  return tokens;
+}();
+
+// Of the bytes of that kind at the beginning.
+template <class IsKind>
+std::size_t LengthOf(std::string_view bytes, IsKind isKind) {
+  const auto* const end = std::find_if_not(bytes.begin(), bytes.end(), isKind);
+  return static_cast<std::size_t>(end - bytes.begin());
+}
+
 }  // namespace
 
-bool IsInToken(char c) {
-  constexpr std::string_view kMarks = "!#$%&'*+-.^_`|~";
-  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-         kMarks.find(c) != std::string_view::npos;
-}
+bool IsInToken(char c) { return kTokens[static_cast<unsigned char>(c)]; }
 
 std::size_t HeaderSyntax::Take(std::string_view bytes) {
   std::size_t taken = 0;
-  while (taken < bytes.size() && !IsAtEnd() && Step(bytes[taken])) ++taken;
+  while (!IsAtEnd()) {
+    const std::size_t plain = isAtCr_ ? 0 : PlainLength(bytes.substr(taken));
+    inPart_ += plain;
+    taken += plain;
+    if (taken == bytes.size() || !Step(bytes[taken])) break;
+    ++taken;
+  }
   return taken;
+}
+
+// Of what neither ends the part of the line where we are nor begins another: most of a header.
+std::size_t HeaderSyntax::PlainLength(std::string_view bytes) const {
+  if (part_ == Part::kName) return LengthOf(bytes, IsInToken);
+  if (part_ == Part::kValue) return LengthOf(bytes, [](char c) { return !text::IsControl(c); });
+  if (part_ != Part::kRequestLine || blanks_ == kBlanks) return 0;
+  return LengthOf(bytes, [](char c) { return c != ' ' && !text::IsControl(c); });
 }
 
 bool HeaderSyntax::Step(char c) {

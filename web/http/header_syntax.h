@@ -29,6 +29,7 @@ class HeaderSyntax {
  private:
   enum class Part { kLead, kRequestLine, kLineBegin, kName, kValue, kEnd };
 
+  std::size_t PlainLength(std::string_view bytes) const;
   bool Step(char c);
   bool InRequestLine(char c);
   bool InName(char c);

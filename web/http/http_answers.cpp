@@ -52,6 +52,8 @@ bool IsKnownMethod(std::string_view method) {
   return std::find(kKnown.begin(), kKnown.end(), method) != kKnown.end();
 }
 
+Task<HttpResponse> Known(HttpResponse response) { co_return std::move(response); }
+
 HttpResponse NotAllowed(std::string_view allowed) {
   HttpResponse response = Refused(405);
   response.AddField("Allow", allowed);
@@ -115,19 +117,17 @@ std::string ReadBeginning(File& file, std::size_t most) {
 }  // namespace
 
 Task<HttpResponse> HttpAnswers::Answer(HttpRequest request, Client client) {
-  const auto target = ParseTarget(request.target);
+  auto target = ParseTarget(request.target);
   if (!target) {
     Begin(*client, Kind::kCommand, request.method + " " + request.target, "");
-    co_return Refused(IsKnownMethod(request.method) ? 405 : 400);
+    return Known(Refused(IsKnownMethod(request.method) ? 405 : 400));
   }
-  const bool isGet = request.method == "GET" || request.method == "HEAD";
-  if (!isGet && request.method != "POST") {
-    Begin(*client, Kind::kCommand, request.method + " " + target->path, "");
-    co_return IsKnownMethod(request.method) ? NotAllowed("GET, HEAD, POST") : Refused(501);
+  if (request.method == "POST") return Post(std::move(request), std::move(*target), client);
+  if (request.method == "GET" || request.method == "HEAD") {
+    return Get(std::move(request), std::move(*target), client);
   }
-  Task<HttpResponse> answering =
-      isGet ? Get(std::move(request), *target, client) : Post(std::move(request), *target, client);
-  co_return co_await answering;
+  Begin(*client, Kind::kCommand, request.method + " " + target->path, "");
+  return Known(IsKnownMethod(request.method) ? NotAllowed("GET, HEAD, POST") : Refused(501));
 }
 
 // Files and folders
@@ -140,15 +140,16 @@ Task<HttpResponse> HttpAnswers::Get(HttpRequest request, RequestTarget target, C
   }
   for (const std::string& name : NamesOf(target.path)) {
     const std::string resource = ResourceOf(name);
+    const std::string path = site_.PathOf(resource);
     if (!target.namesFolder) {
-      if (File file = site_.files.OpenIfExists(site_.PathOf(resource)); file.IsOpen()) {
-        Begin(*client, Kind::kDownload, resource, site_.PathOf(resource));
+      if (File file = site_.files.OpenIfExists(path); file.IsOpen()) {
+        Begin(*client, Kind::kDownload, resource, path);
         co_return SendFile(request, resource, std::move(file));
       }
     }
-    if (!site_.files.FolderExists(site_.PathOf(resource))) continue;
+    if (!site_.files.FolderExists(path)) continue;
     if (!target.namesFolder) {
-      Begin(*client, Kind::kBrowse, name, site_.PathOf(resource));
+      Begin(*client, Kind::kBrowse, name, path);
       co_return Redirected(target.path + "/", target.query);
     }
     Task<HttpResponse> showing = ShowFolder(std::move(request), name, std::move(target), client);
@@ -165,9 +166,10 @@ Task<HttpResponse> HttpAnswers::ShowFolder(HttpRequest request, std::string name
   for (std::size_t i = 0; i < kTriedPages; ++i) {
     const std::string& page = site_.options.DefaultPages.at(i);
     if (page.empty()) continue;
-    File file = site_.files.OpenIfExists(site_.PathOf(folder + page));
+    const std::string path = site_.PathOf(folder + page);
+    File file = site_.files.OpenIfExists(path);
     if (!file.IsOpen()) continue;
-    Begin(*client, Kind::kDownload, folder + page, site_.PathOf(folder + page));
+    Begin(*client, Kind::kDownload, folder + page, path);
     co_return SendFile(request, folder + page, std::move(file));
   }
   Begin(*client, Kind::kBrowse, name, site_.PathOf(folder));

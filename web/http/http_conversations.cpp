@@ -53,15 +53,18 @@ Task<> HttpConversations::Go(std::shared_ptr<Conversation> conversation, Client 
     }
     own.isAnswering = true;
     client->HoldReading(true);
-    bool goesOn = false;
+    HttpResponse response;
+    WriteOptions options;
     if (progress == Progress::kRefused) {
       client->Begin({.what = "HTTP"});
-      Task<bool> refusing = Send(Refused(own.reader.Refusal()), {}, client);
-      co_await refusing;
+      response = Refused(own.reader.Refusal());
     } else {
-      Task<bool> answering = Answer(std::move(own.reader.Request()), client);
-      goesOn = co_await answering;
+      options = OptionsFor(own.reader.Request());
+      Task<HttpResponse> answering = answers_.Answer(std::move(own.reader.Request()), client);
+      response = co_await answering;
     }
+    Task<bool> sending = Send(std::move(response), options, client);
+    const bool goesOn = co_await sending;
     if (!goesOn) co_return;
     own.reader = RequestReader(LongestBody());
     // However many requests have come at once, others get their turn between two.
@@ -71,15 +74,10 @@ Task<> HttpConversations::Go(std::shared_ptr<Conversation> conversation, Client 
   }
 }
 
-Task<bool> HttpConversations::Answer(HttpRequest request, Client client) {
-  const WriteOptions options = {.headOnly = request.method == "HEAD",
-                                .keepsAlive = request.keepsAlive,
-                                .pacing = Pacing::For(site_.options.answers.speed)};
-  Task<HttpResponse> answering = answers_.Answer(std::move(request), client);
-  HttpResponse response = co_await answering;
-  Task<bool> sending = Send(std::move(response), options, client);
-  const bool goesOn = co_await sending;
-  co_return goesOn;
+WriteOptions HttpConversations::OptionsFor(const HttpRequest& request) const {
+  return {.headOnly = request.method == "HEAD",
+          .keepsAlive = request.keepsAlive,
+          .pacing = Pacing::For(site_.options.answers.speed)};
 }
 
 // Whether the connection goes on; if not, it has been closed.

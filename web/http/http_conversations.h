@@ -45,7 +45,7 @@ class HttpConversations {
 
   std::shared_ptr<Conversation> ConversationOf(int slot, const Client& client);
   net::Task<> Go(std::shared_ptr<Conversation> conversation, Client client);
-  net::Task<bool> Answer(HttpRequest request, Client client);
+  WriteOptions OptionsFor(const HttpRequest& request) const;
   net::Task<bool> Send(HttpResponse response, WriteOptions options, Client client);
   std::size_t LongestBody() const;
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <cstdint>
 #include <string>
 
 namespace ModWeb {
@@ -72,20 +72,31 @@ std::optional<sys_seconds> TimeOf(const Numbers& numbers) {
   return sys_days(date) + hours(numbers.hour) + minutes(numbers.minute) + seconds(numbers.second);
 }
 
+// The last `digits` of it.
+void AppendNumber(std::string& text, std::int64_t number, std::size_t digits, char behind) {
+  text.append(digits, '0');
+  for (auto at = text.rbegin(); number > 0 && digits > 0; ++at, --digits, number /= 10) {
+    *at = static_cast<char>('0' + number % 10);
+  }
+  text += behind;
+}
+
 }  // namespace
 
 std::string HttpDate(sys_seconds time) {
   const sys_days day = floor<days>(time);
   const year_month_day date(day);
   const hh_mm_ss clock(time - day);
-  std::array<char, 64> text = {};
-  const int size = std::snprintf(
-      text.data(), text.size(), "%s, %02u %s %04d %02d:%02d:%02d GMT",
-      kDays.at(weekday(day).c_encoding()), static_cast<unsigned>(date.day()),
-      kMonths.at(static_cast<unsigned>(date.month()) - 1), static_cast<int>(date.year()),
-      static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-      static_cast<int>(clock.seconds().count()));
-  return {text.data(), static_cast<std::size_t>(size)};
+  std::string text = kDays.at(weekday(day).c_encoding());
+  text += ", ";
+  AppendNumber(text, static_cast<unsigned>(date.day()), 2, ' ');
+  text += kMonths.at(static_cast<unsigned>(date.month()) - 1);
+  text += ' ';
+  AppendNumber(text, static_cast<int>(date.year()), 4, ' ');
+  AppendNumber(text, clock.hours().count(), 2, ':');
+  AppendNumber(text, clock.minutes().count(), 2, ':');
+  AppendNumber(text, clock.seconds().count(), 2, ' ');
+  return text += "GMT";
 }
 
 std::optional<sys_seconds> ParseHttpDate(std::string_view text) {

@@ -83,10 +83,12 @@ bool IsLetterOrDigit(char c) {
 
 // In lower case; empty if there is none. The dot of a hidden name does not begin an ending.
 std::string EndingOf(std::string_view path) {
-  const std::string_view name = path.substr(path.find_last_of("\\/") + 1);
-  const std::size_t dot = name.rfind('.');
+  constexpr std::string_view kSeparators = "\\/";
+  const std::size_t dot = path.rfind('.');
   if (dot == std::string_view::npos || dot == 0) return {};
-  std::string ending(name.substr(dot + 1));
+  std::string ending(path.substr(dot + 1));
+  const bool isHidden = kSeparators.find(path[dot - 1]) != std::string_view::npos;
+  if (isHidden || ending.find_first_of(kSeparators) != std::string::npos) return {};
   for (char& c : ending) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
   }

@@ -6,7 +6,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/text_case.h"
+#include "platform/ascii.h"
 #include "text/strings.h"
 #include "web/http/header_syntax.h"
 
@@ -22,15 +22,16 @@ constexpr int kHeaderTooLarge = 431;
 constexpr int kNotImplemented = 501;
 
 constexpr std::array<std::string_view, HttpRequest::kFields> kNames = {
-    "HOST",          "RANGE",
-    "IF-RANGE",      "IF-MODIFIED-SINCE",
-    "IF-NONE-MATCH", "IF-UNMODIFIED-SINCE",
-    "IF-MATCH",      "CONTENT-TYPE",
-    "EXPECT",        "TRANSFER-ENCODING"};
+    "Host",          "Range",
+    "If-Range",      "If-Modified-Since",
+    "If-None-Match", "If-Unmodified-Since",
+    "If-Match",      "Content-Type",
+    "Expect",        "Transfer-Encoding"};
 
 std::optional<std::size_t> KnownField(std::string_view name) {
-  const std::string upper = platform::UpperCase(name);
-  const auto* const known = std::find(kNames.begin(), kNames.end(), upper);
+  const auto* const known = std::find_if(
+      kNames.begin(), kNames.end(),
+      [name](std::string_view each) { return platform::EqualIgnoringAsciiCase(each, name); });
   if (known == kNames.end()) return std::nullopt;
   return static_cast<std::size_t>(known - kNames.begin());
 }
@@ -127,14 +128,14 @@ llhttp_settings_t RequestReader::State::Settings() {
 }
 
 int RequestReader::State::OnFieldEnd() {
-  const std::string name = std::exchange(fieldName, {});
-  const std::string value = std::exchange(fieldValue, {});
-  const auto known = KnownField(name);
-  if (!known || isInTrailer) return 0;
-  ++times.at(*known);
-  std::string& field = request.fields.at(*known);
-  if (!field.empty()) field += ", ";
-  field += text::TrimBlanks(value);
+  if (const auto known = KnownField(fieldName); known && !isInTrailer) {
+    ++times.at(*known);
+    std::string& field = request.fields.at(*known);
+    if (!field.empty()) field += ", ";
+    field += text::TrimBlanks(fieldValue);
+  }
+  fieldName.clear();
+  fieldValue.clear();
   return 0;
 }
 
@@ -148,14 +149,15 @@ int RequestReader::State::OnHeaderEnd() {
   }
   if (times.at(HttpRequest::kTransferEncoding) > 0) {
     if (!isNewer) return Refuse(kBadRequest);
-    const std::string coding = platform::UpperCase(request[HttpRequest::kTransferEncoding]);
-    if (coding != "CHUNKED") return Refuse(kNotImplemented);
+    const std::string& coding = request[HttpRequest::kTransferEncoding];
+    if (!platform::EqualIgnoringAsciiCase(coding, "chunked")) return Refuse(kNotImplemented);
   }
   // What follows a CONNECT is no request for the parser, whatever length it has.
   request.keepsAlive = llhttp_should_keep_alive(&parser) != 0 && parser.method != HTTP_CONNECT;
   const bool hasLength = (parser.flags & F_CONTENT_LENGTH) != 0;
   if (hasLength && parser.content_length > longestBody) return Refuse(kBodyTooLarge);
-  wantsContinue = isNewer && platform::UpperCase(request[HttpRequest::kExpect]) == "100-CONTINUE";
+  const std::string& expected = request[HttpRequest::kExpect];
+  wantsContinue = isNewer && platform::EqualIgnoringAsciiCase(expected, "100-continue");
   return 0;
 }
 

@@ -4,8 +4,8 @@
 #include <charconv>
 #include <cstdint>
 
+#include "platform/ascii.h"
 #include "platform/plain_name.h"
-#include "platform/text_case.h"
 #include "text/code_page.h"
 #include "text/strings.h"
 
@@ -17,8 +17,11 @@ std::optional<std::string_view> WithoutHost(std::string_view target) {
   if (target.starts_with('/')) return target;
   const std::size_t schemeEnd = target.find("://");
   if (schemeEnd == std::string_view::npos) return std::nullopt;
-  const std::string scheme = platform::UpperCase(target.substr(0, schemeEnd));
-  if (scheme != "HTTP" && scheme != "HTTPS") return std::nullopt;
+  const std::string_view scheme = target.substr(0, schemeEnd);
+  if (!platform::EqualIgnoringAsciiCase(scheme, "http") &&
+      !platform::EqualIgnoringAsciiCase(scheme, "https")) {
+    return std::nullopt;
+  }
   target.remove_prefix(schemeEnd + 3);
   const std::size_t path = std::min(target.find_first_of("/?"), target.size());
   const std::string_view host = target.substr(0, path);
@@ -27,8 +30,8 @@ std::optional<std::string_view> WithoutHost(std::string_view target) {
 }
 
 std::optional<std::string> Unescaped(std::string_view text) {
-  std::string plain;
-  for (std::size_t i = 0; i < text.size(); ++i) {
+  std::string plain(text.substr(0, text.find('%')));
+  for (std::size_t i = plain.size(); i < text.size(); ++i) {
     if (text[i] != '%') {
       plain += text[i];
       continue;
@@ -86,9 +89,7 @@ std::optional<RequestTarget> ParseTarget(std::string_view target) {
 }
 
 std::vector<std::string> NamesOf(const std::string& path) {
-  const bool isAscii = std::all_of(path.begin(), path.end(),
-                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-  if (isAscii) return {path};
+  if (platform::IsAscii(path)) return {path};
   std::vector<std::string> names = {path};
   const std::string decoded = text::FromGbk(path);
   // "?" stands for what is no character.

@@ -66,6 +66,9 @@ std::string PageOf(const Status& status) {
          title + "</h1><p>" + std::string(status.told) + "</p></body></html>\n";
 }
 
+// What most answers have in bytes.
+constexpr std::size_t kUsualFields = 255;
+
 bool HasLength(int status) { return status != 204 && status != 304; }
 
 }  // namespace
@@ -73,6 +76,7 @@ bool HasLength(int status) { return status != 204 && status != 304; }
 bool HasBody(int status) { return HasLength(status) && status != 205; }
 
 void HttpResponse::AddField(std::string_view name, std::string_view value) {
+  if (fields.empty()) fields.reserve(kUsualFields);
   fields.append(name).append(": ").append(value).append("\r\n");
 }
 

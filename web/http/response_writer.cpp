@@ -50,8 +50,10 @@ Task<Failure> WriteResponse(HttpResponse response, WriteOptions options, Client 
     }
   }
   if (!bytes.empty()) client->SendData(bytes, last);
-  Task<> sent = client->Sent();
-  co_await sent;
+  if (client->HasUnsentBytes()) {
+    Task<> sent = client->Sent();
+    co_await sent;
+  }
   co_return std::nullopt;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/ascii.h"
 #include "platform/text_case.h"
 #include "text/code_page.h"
 #include "text/strings.h"
@@ -10,16 +11,13 @@
 namespace ModWeb {
 namespace {
 
+using platform::IsAscii;
+
 // Browsers do not look for a declaration beyond that.
 constexpr std::size_t kDeclarations = 1024;
 
 // The bytes that a cut character of UTF-8 can have.
 constexpr std::size_t kLongestPart = 3;
-
-bool IsAscii(std::string_view bytes) {
-  return std::all_of(bytes.begin(), bytes.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
 
 bool HasByteOrderMark(std::string_view bytes) {
   return bytes.starts_with(text::kByteOrderMark) || bytes.starts_with("\xFF\xFE") ||

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <charconv>
+#include <cstdint>
 
 #include "text/strings.h"
 #include "web/http/http_date.h"
@@ -23,16 +24,20 @@ bool HasTag(std::string_view list, std::string_view tag) {
   return false;
 }
 
+void AppendHex(std::string& text, std::uint64_t number) {
+  std::array<char, 16> digits = {};
+  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number, 16);
+  text.append(digits.data(), end);
+}
+
 }  // namespace
 
 Validators::Validators(const platform::File& file)
-    : written(std::chrono::floor<std::chrono::seconds>(file.WrittenWhenOpened())) {
-  std::array<char, 64> text = {};
-  std::snprintf(
-      text.data(), text.size(), "\"%llx-%llx\"",
-      static_cast<unsigned long long>(file.SizeWhenOpened()),
-      static_cast<unsigned long long>(file.WrittenWhenOpened().time_since_epoch().count()));
-  tag = text.data();
+    : tag("\""), written(std::chrono::floor<std::chrono::seconds>(file.WrittenWhenOpened())) {
+  AppendHex(tag, file.SizeWhenOpened());
+  tag += '-';
+  AppendHex(tag, static_cast<std::uint64_t>(file.WrittenWhenOpened().time_since_epoch().count()));
+  tag += '"';
 }
 
 bool IsKnown(const HttpRequest& request, const Validators& file) {
