@@ -18,8 +18,8 @@ namespace {
 // What is sent of a file at a time, within a fraction of a millisecond.
 constexpr std::size_t kPieceBytes = std::size_t{256} * 1024;
 
-// What the system is handed of a file at a time. More is twice as slow to a peer on this machine: it
-// no longer fits in one segment, and has left the processor's cache by the time it is read.
+// What the system is handed of a file at a time. More is twice as slow to a peer on this machine:
+// it no longer fits in one segment, and has left the processor's cache by the time it is read.
 constexpr std::size_t kHandedOverBytes = std::size_t{48} * 1024;
 
 // A file that is no larger, or the end of one, is copied into the outbox if need be.
