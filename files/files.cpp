@@ -20,15 +20,16 @@ namespace fs = std::filesystem;
 using platform::ExistingPath;
 using platform::File;
 using platform::NativePath;
+using platform::NativeString;
 
 // Tries the path exactly as written first: the common case, which saves a lookup. If that is
 // missing, tries the path found ignoring case.
 template <class Action>
 auto WithExisting(std::string_view path, std::error_code& error, Action action) {
-  const fs::path exact = NativePath(path);
+  const NativeString exact = platform::NativeText(path);
   auto result = action(exact);
   if (!IsMissing(error)) return result;
-  const fs::path found = ExistingPath(path);
+  const NativeString found = ExistingPath(path);
   return found == exact ? std::move(result) : action(found);
 }
 
@@ -68,7 +69,7 @@ File OpenFile(std::string_view path, File::Mode mode, std::error_code& error) {
   }
   if (mode != File::Mode::kRead) return File::Open(ExistingPath(path), mode, error);
   return WithExisting(path, error,
-                      [&](const fs::path& native) { return File::Open(native, mode, error); });
+                      [&](const NativeString& native) { return File::Open(native, mode, error); });
 }
 
 File OpenIfExists(std::string_view path) {
@@ -105,13 +106,13 @@ std::error_code WriteFile(std::string_view path, std::string_view bytes) {
 }
 
 std::uint64_t ReadableSize(std::string_view path, std::error_code& error) {
-  return WithExisting(path, error,
-                      [&](const fs::path& native) { return File::ReadableSize(native, error); });
+  return WithExisting(
+      path, error, [&](const NativeString& native) { return File::ReadableSize(native, error); });
 }
 
 std::error_code FlushFolder(std::string_view path) {
   std::error_code error;
-  return WithExisting(path, error, [&](const fs::path& native) {
+  return WithExisting(path, error, [&](const NativeString& native) {
     File::FlushFolder(native, error);
     return error;
   });

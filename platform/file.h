@@ -6,10 +6,11 @@
 
 #include <chrono>
 #include <cstdint>
-#include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <utility>
+
+#include "platform/native_path.h"
 
 namespace platform {
 
@@ -38,7 +39,7 @@ class File {
   ~File() { Close(); }
 
   /// Opens `path`. On failure the result is not open and `error` is set.
-  static File Open(const std::filesystem::path& path, Mode mode, std::error_code& error);
+  static File Open(const NativeString& path, Mode mode, std::error_code& error);
 
   bool IsOpen() const { return handle_ != kNone; }
   void Close();
@@ -72,12 +73,12 @@ class File {
   void Flush(std::error_code& error);
 
   /// The size of a file that can be opened for reading. Far cheaper than opening it.
-  static std::uint64_t ReadableSize(const std::filesystem::path& path, std::error_code& error);
+  static std::uint64_t ReadableSize(const NativeString& path, std::error_code& error);
 
   /// Returns once the names in `folder` would survive a power failure: a new file is safe only
   /// after both it and its folder are flushed. Does nothing on Windows, where flushing a file
   /// includes its name.
-  static void FlushFolder(const std::filesystem::path& folder, std::error_code& error);
+  static void FlushFolder(const NativeString& folder, std::error_code& error);
 
   /// A file descriptor or a HANDLE, for platform/ only.
   using Handle = std::intptr_t;

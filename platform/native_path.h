@@ -13,6 +13,13 @@
 
 namespace platform {
 
+/// A path as the system's calls take it. std::filesystem::path converts to it, and takes it apart
+/// when it is made of it, which costs as much as a call.
+using NativeString = std::filesystem::path::string_type;
+
+/// The same as NativePath, for a call.
+NativeString NativeText(std::string_view pathText);
+
 /// The native path of `pathText`, exactly as written. Linux: "\" and "/" are both separators.
 /// Windows: absolute, and with the "\\?\" prefix if it is too long without.
 std::filesystem::path NativePath(std::string_view pathText);

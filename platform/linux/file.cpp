@@ -83,7 +83,7 @@ std::error_code WhyNoFile(mode_t mode) {
 
 }  // namespace
 
-File File::Open(const std::filesystem::path& path, Mode mode, std::error_code& error) {
+File File::Open(const NativeString& path, Mode mode, std::error_code& error) {
   error.clear();
   const int descriptor = OpenWithoutWaiting(path.c_str(), mode);
   if (descriptor < 0) {
@@ -171,7 +171,7 @@ void File::Flush(std::error_code& error) {
   if (fsync(static_cast<int>(handle_)) != 0) error = LastError();
 }
 
-std::uint64_t File::ReadableSize(const std::filesystem::path& path, std::error_code& error) {
+std::uint64_t File::ReadableSize(const NativeString& path, std::error_code& error) {
   return ReadableSizeIn(AT_FDCWD, path.c_str(), error);
 }
 
@@ -185,7 +185,7 @@ std::uint64_t ReadableSizeIn(int folder, const char* name, std::error_code& erro
   return static_cast<std::uint64_t>(facts.st_size);
 }
 
-void File::FlushFolder(const std::filesystem::path& folder, std::error_code& error) {
+void File::FlushFolder(const NativeString& folder, std::error_code& error) {
   error.clear();
   const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!descriptor.IsOpen() || fsync(descriptor.Get()) != 0) error = LastError();

@@ -114,6 +114,8 @@ class Descent {
 
 }  // namespace
 
+NativeString NativeText(std::string_view pathText) { return NativeBytes(pathText); }
+
 fs::path NativePath(std::string_view pathText) { return NativeBytes(pathText); }
 
 fs::path ExistingPath(std::string_view pathText) {

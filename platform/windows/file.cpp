@@ -55,7 +55,7 @@ DWORD CreationOf(File::Mode mode) {
 
 }  // namespace
 
-File File::Open(const std::filesystem::path& path, Mode mode, std::error_code& error) {
+File File::Open(const NativeString& path, Mode mode, std::error_code& error) {
   error.clear();
   const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   const HANDLE handle = CreateFileW(path.c_str(), AccessOf(mode), share, nullptr, CreationOf(mode),
@@ -156,11 +156,11 @@ void File::Flush(std::error_code& error) {
   if (FlushFileBuffers(Pointer(handle_)) == 0) error = LastError();
 }
 
-std::uint64_t File::ReadableSize(const std::filesystem::path& path, std::error_code& error) {
+std::uint64_t File::ReadableSize(const NativeString& path, std::error_code& error) {
   const File file = Open(path, Mode::kRead, error);
   return file.IsOpen() ? file.Size(error) : 0;
 }
 
-void File::FlushFolder(const std::filesystem::path&, std::error_code& error) { error.clear(); }
+void File::FlushFolder(const NativeString&, std::error_code& error) { error.clear(); }
 
 }  // namespace platform

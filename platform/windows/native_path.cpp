@@ -26,13 +26,15 @@ std::wstring LongForm(const std::wstring& path) {
 
 }  // namespace
 
-fs::path NativePath(std::string_view pathText) {
+NativeString NativeText(std::string_view pathText) {
   const bool isTooLong = pathText.size() > kLongestPath * kMostBytesPerUnit;
   if (isTooLong || pathText.find('\0') != std::string_view::npos) return {};
   const std::wstring wide = WideText(pathText);
   const std::wstring path = wide.size() <= kLongestPlainPath ? wide : LongForm(wide);
-  return path.size() <= kLongestPath ? fs::path(path) : fs::path();
+  return path.size() <= kLongestPath ? path : std::wstring();
 }
+
+fs::path NativePath(std::string_view pathText) { return NativeText(pathText); }
 
 fs::path ExistingPath(std::string_view pathText) { return NativePath(pathText); }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <string>
 
 namespace ModWeb {
@@ -72,13 +71,10 @@ std::optional<sys_seconds> TimeOf(const Numbers& numbers) {
   return sys_days(date) + hours(numbers.hour) + minutes(numbers.minute) + seconds(numbers.second);
 }
 
-// The last `digits` of it.
-void AppendNumber(std::string& text, std::int64_t number, std::size_t digits, char behind) {
-  text.append(digits, '0');
-  for (auto at = text.rbegin(); number > 0 && digits > 0; ++at, --digits, number /= 10) {
-    *at = static_cast<char>('0' + number % 10);
-  }
-  text += behind;
+// At the end of `digits`, which are zeros so far.
+template <class Number>
+void Write(Number number, char* begin, std::size_t digits) {
+  for (; digits > 0; number /= 10) begin[--digits] = static_cast<char>('0' + number % 10);
 }
 
 }  // namespace
@@ -87,16 +83,15 @@ std::string HttpDate(sys_seconds time) {
   const sys_days day = floor<days>(time);
   const year_month_day date(day);
   const hh_mm_ss clock(time - day);
-  std::string text = kDays.at(weekday(day).c_encoding());
-  text += ", ";
-  AppendNumber(text, static_cast<unsigned>(date.day()), 2, ' ');
-  text += kMonths.at(static_cast<unsigned>(date.month()) - 1);
-  text += ' ';
-  AppendNumber(text, static_cast<int>(date.year()), 4, ' ');
-  AppendNumber(text, clock.hours().count(), 2, ':');
-  AppendNumber(text, clock.minutes().count(), 2, ':');
-  AppendNumber(text, clock.seconds().count(), 2, ' ');
-  return text += "GMT";
+  std::string text = "Day, 00 Mon 0000 00:00:00 GMT";
+  text.replace(0, 3, kDays.at(weekday(day).c_encoding()));
+  text.replace(8, 3, kMonths.at(static_cast<unsigned>(date.month()) - 1));
+  Write(static_cast<unsigned>(date.day()), &text[5], 2);
+  Write(static_cast<int>(date.year()), &text[12], 4);
+  Write(clock.hours().count(), &text[17], 2);
+  Write(clock.minutes().count(), &text[20], 2);
+  Write(clock.seconds().count(), &text[23], 2);
+  return text;
 }
 
 std::optional<sys_seconds> ParseHttpDate(std::string_view text) {

@@ -41,6 +41,7 @@ std::optional<std::string> Unescaped(std::string_view text) {
     if (i + 2 >= text.size()) return std::nullopt;
     const auto [end, error] = std::from_chars(digits, digits + 2, code, 16);
     if (error != std::errc() || end != digits + 2) return std::nullopt;
+    if (text::IsControl(static_cast<char>(code))) return std::nullopt;
     plain += static_cast<char>(code);
     i += 2;
   }
@@ -75,8 +76,7 @@ std::optional<RequestTarget> ParseTarget(std::string_view target) {
   target = *local;
   const std::size_t end = std::min(target.find_first_of("?#"), target.size());
   const auto path = Unescaped(target.substr(0, end));
-  const bool isPath = path && (path->starts_with('/') || path->empty());
-  if (!isPath || std::any_of(path->begin(), path->end(), text::IsControl)) return std::nullopt;
+  if (!path || !(path->starts_with('/') || path->empty())) return std::nullopt;
   const auto resolved = Resolved(*path);
   if (!resolved) return std::nullopt;
   const std::size_t last = path->find_last_of("/\\");

@@ -68,6 +68,8 @@ std::string PageOf(const Status& status) {
 
 // What most answers have in bytes.
 constexpr std::size_t kUsualFields = 255;
+constexpr std::size_t kUsualHead = 512;
+constexpr std::uint64_t kSmallBody = 16384;
 
 bool HasLength(int status) { return status != 204 && status != 304; }
 
@@ -94,7 +96,8 @@ std::uint64_t HttpResponse::Length() const {
 
 std::string HeadOf(const HttpResponse& response, bool keepsAlive) {
   std::string head = "HTTP/1.1 ";
-  head.reserve(512);
+  // With room for a small body behind it.
+  head.reserve(kUsualHead + static_cast<std::size_t>(std::min(response.Length(), kSmallBody)));
   head.append(std::to_string(response.status)).append(" ");
   head.append(response.reason.empty() ? Find(response.status).reason
                                       : std::string_view(response.reason));
