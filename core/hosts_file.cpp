@@ -86,7 +86,7 @@ bool IsInHostsFile(std::string_view hostsFile, std::string_view address, std::st
 std::map<std::string, std::string> HostNames(std::string_view hostsFile) {
   std::map<std::string, std::string> names;
   std::error_code error;
-  std::istringstream lines(files::ReadFile(hostsFile, error));
+  std::istringstream lines(text::DecodeLines(files::ReadFile(hostsFile, error)));
   for (std::string line; std::getline(lines, line);) {
     std::istringstream words(line.substr(0, line.find('#')));
     std::string address;

@@ -32,10 +32,8 @@ bool IsSameFile(std::string_view left, std::string_view right) {
                                      error);
 }
 
-// The log may come from a machine with another character set; what is exported is in this one's.
-std::string InSystemSet(std::string_view lines) {
-  return text::ToSystem(text::Decode(text::CharsetOf(lines), lines));
-}
+// Programs on two systems may have written the log; what is exported is in this one's set.
+std::string InSystemSet(std::string_view lines) { return text::ToSystem(text::DecodeLines(lines)); }
 
 // Copies the first `size` bytes, piece by piece. Pieces end with a line, unless one is longer.
 std::error_code CopyBeginning(std::string_view log, std::uint64_t size, File& target) {
@@ -75,7 +73,7 @@ LogTail ReadLogTail(std::string_view log, std::uint64_t most) {
     bytes.erase(0, begin);
     tail.leftOut += begin;
   }
-  tail.lines = SplitLines(text::DecodeFile(bytes));
+  tail.lines = SplitLines(text::DecodeLines(bytes));
   return tail;
 }
 

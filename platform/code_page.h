@@ -17,9 +17,13 @@ enum class Charset { kUtf8, kGbk, kGb18030 };
 /// process runs.
 Charset SystemCharset();
 
-/// Converts `bytes` from `charset` (not UTF-8) to UTF-8. Each invalid sequence becomes "?";
-/// `lossless` receives whether there were none.
-std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless = nullptr);
+/// What becomes of a byte that is not part of a character: a "?", or nothing, it stays.
+enum class Invalid { kMarked, kKept };
+
+/// Converts `bytes` from `charset` (not UTF-8) to UTF-8. `lossless` receives whether every byte is
+/// part of a character.
+std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless = nullptr,
+                   Invalid invalid = Invalid::kMarked);
 
 /// Converts `bytes` from a set by its name in mail headers, such as "Big5", to UTF-8; each invalid
 /// sequence becomes "?". None if the set is not known (platform/known_charsets.h) or the system

@@ -40,6 +40,26 @@ bool IsSequence(std::string_view bytes, std::size_t length) {
   return !overlong && !outside;
 }
 
+// The length of the valid UTF-8 that `bytes` begins with.
+std::size_t ValidLength(std::string_view bytes) {
+  std::string_view rest = bytes;
+  while (!rest.empty()) {
+    const std::size_t length = SequenceLength(static_cast<unsigned char>(rest[0]));
+    if (!IsSequence(rest, length)) break;
+    rest.remove_prefix(length);
+  }
+  return bytes.size() - rest.size();
+}
+
+// UTF-8 comes first: UTF-8 text is often valid GBK too, but hardly ever the other way round.
+std::optional<Charset> FittingCharset(std::string_view bytes) {
+  if (IsAscii(bytes)) return platform::SystemCharset();
+  for (const Charset charset : {Charset::kUtf8, platform::SystemCharset(), Charset::kGbk}) {
+    if (IsValidIn(charset, bytes)) return charset;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::string FromSystem(std::string_view bytes) { return Decode(platform::SystemCharset(), bytes); }
@@ -56,40 +76,49 @@ std::optional<std::string> GbkCharacter(unsigned char lead, unsigned char trail)
   return text;
 }
 
-std::string FromGbk(std::string_view bytes) { return Decode(Charset::kGbk, bytes); }
+std::string FromGbk(std::string_view bytes) { return platform::ToUtf8(Charset::kGbk, bytes); }
 
-bool IsValidUtf8(std::string_view bytes) {
-  while (!bytes.empty()) {
-    const std::size_t length = SequenceLength(static_cast<unsigned char>(bytes[0]));
-    if (!IsSequence(bytes, length)) return false;
-    bytes.remove_prefix(length);
-  }
-  return true;
-}
+bool IsValidUtf8(std::string_view bytes) { return ValidLength(bytes) == bytes.size(); }
 
 std::string FromNamed(std::string_view charset, std::string_view bytes) {
   if (auto text = platform::NamedToUtf8(charset, bytes)) return *std::move(text);
   return Decode(CharsetOf(bytes), bytes);
 }
 
-// UTF-8 comes first: UTF-8 text is often valid GBK too, but hardly ever the other way round.
 Charset CharsetOf(std::string_view fileBytes) {
   if (fileBytes.starts_with(kByteOrderMark)) return Charset::kUtf8;
-  if (IsAscii(fileBytes)) return platform::SystemCharset();
-  for (const Charset charset : {Charset::kUtf8, platform::SystemCharset(), Charset::kGbk}) {
-    if (IsValidIn(charset, fileBytes)) return charset;
+  return FittingCharset(fileBytes).value_or(platform::SystemCharset());
+}
+
+std::string DecodeLines(std::string_view fileBytes) {
+  if (FittingCharset(fileBytes)) return DecodeFile(fileBytes);
+  std::string text;
+  while (!fileBytes.empty()) {
+    const std::size_t end = std::min(fileBytes.find('\n'), fileBytes.size() - 1) + 1;
+    text += DecodeFile(fileBytes.substr(0, end));
+    fileBytes.remove_prefix(end);
   }
-  return platform::SystemCharset();
+  return text;
 }
 
 std::string Decode(Charset charset, std::string_view bytes) {
-  return charset == Charset::kUtf8 ? std::string(bytes) : platform::ToUtf8(charset, bytes);
+  if (charset == Charset::kUtf8) return std::string(bytes);
+  return platform::ToUtf8(charset, bytes, nullptr, platform::Invalid::kKept);
 }
 
 std::string Encode(Charset charset, std::string_view text, bool* lossless) {
-  if (charset != Charset::kUtf8) return platform::FromUtf8(charset, text, lossless);
   if (lossless != nullptr) *lossless = true;
-  return std::string(text);
+  if (charset == Charset::kUtf8) return std::string(text);
+  std::size_t valid = ValidLength(text);
+  std::string bytes = platform::FromUtf8(charset, text.substr(0, valid), lossless);
+  while (valid < text.size()) {
+    if (lossless != nullptr) *lossless = false;
+    bytes += text[valid];
+    text.remove_prefix(valid + 1);
+    valid = ValidLength(text);
+    bytes += platform::FromUtf8(charset, text.substr(0, valid));
+  }
+  return bytes;
 }
 
 std::string EncodeFile(std::string_view text) {

@@ -3,8 +3,8 @@
 // Conversion between UTF-8, used inside the program, and the system code page
 // (platform/code_page.h), used in protocol lines, INI files, logs, pages and messages.
 //
-// Where the system uses UTF-8, nothing is converted and invalid bytes pass unchanged. In a Chinese
-// code page, characters that cannot be converted become "?".
+// Bytes that are no text in their set stay as they are, so converting them there and back loses
+// nothing. Characters that the other set lacks become "?".
 
 #include <optional>
 #include <string>
@@ -37,8 +37,12 @@ std::string FromNamed(std::string_view charset, std::string_view bytes);
 /// GBK.
 platform::Charset CharsetOf(std::string_view fileBytes);
 
-/// Converts `bytes` in `charset` to a text, and back. `lossless` receives whether every character
-/// could be converted.
+/// The content of a file to which programs with other sets may have appended lines: if no set fits
+/// all of it, each line is in a set of its own. The line ends stay.
+std::string DecodeLines(std::string_view fileBytes);
+
+/// Converts `bytes` in `charset` to a text, and back. `lossless` receives whether it is a text and
+/// the set has every character of it.
 std::string Decode(platform::Charset charset, std::string_view bytes);
 std::string Encode(platform::Charset charset, std::string_view text, bool* lossless = nullptr);
 

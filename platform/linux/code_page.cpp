@@ -24,18 +24,17 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
-  // Converts all of `input`. Each sequence that cannot be converted becomes "?"; `skip` tells how
-  // many bytes it has.
-  template <class Skip>
-  std::string Run(std::string_view input, Skip skip, bool* lossless) {
+  // Converts all of `input`. `instead` appends something in place of what cannot be converted, and
+  // returns how many bytes that is.
+  template <class Instead>
+  std::string Run(std::string_view input, Instead instead, bool* lossless) {
     std::string output;
     bool clean = IsOpen();
     iconv(handle_, nullptr, nullptr, nullptr, nullptr);
     while (IsOpen() && !input.empty()) {
       if (Step(input, output)) continue;
       clean = false;
-      output += '?';
-      input.remove_prefix(std::min(input.size(), skip(input)));
+      input.remove_prefix(std::min(input.size(), instead(input, output)));
     }
     if (lossless != nullptr) *lossless = clean;
     return output;
@@ -78,7 +77,18 @@ Converters& ConvertersOf(Charset charset) {
   return charset == Charset::kGbk ? gbk : gb18030;
 }
 
-std::size_t Utf8Length(std::string_view text) {
+std::size_t KeepByte(std::string_view bytes, std::string& output) {
+  output += bytes[0];
+  return 1;
+}
+
+std::size_t MarkByte(std::string_view, std::string& output) {
+  output += '?';
+  return 1;
+}
+
+std::size_t MarkCharacter(std::string_view text, std::string& output) {
+  output += '?';
   std::size_t length = 1;
   while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
     ++length;
@@ -102,9 +112,9 @@ Charset SystemCharset() {
   return charset;
 }
 
-std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless) {
-  return ConvertersOf(charset).toUtf8.Run(
-      bytes, [](std::string_view) { return std::size_t{1}; }, lossless);
+std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless, Invalid invalid) {
+  return ConvertersOf(charset).toUtf8.Run(bytes, invalid == Invalid::kKept ? KeepByte : MarkByte,
+                                          lossless);
 }
 
 // A header can name a set a thousand times, so descriptors stay open.
@@ -117,12 +127,11 @@ std::optional<std::string> NamedToUtf8(std::string_view charset, std::string_vie
     converter = std::make_unique<Converter>("UTF-8", kKnownCharsets[index].iconvName);
   }
   if (!converter->IsOpen()) return std::nullopt;
-  return converter->Run(
-      bytes, [](std::string_view) { return std::size_t{1}; }, nullptr);
+  return converter->Run(bytes, MarkByte, nullptr);
 }
 
 std::string FromUtf8(Charset charset, std::string_view text, bool* lossless) {
-  return ConvertersOf(charset).fromUtf8.Run(text, Utf8Length, lossless);
+  return ConvertersOf(charset).fromUtf8.Run(text, MarkCharacter, lossless);
 }
 
 }  // namespace platform

@@ -62,7 +62,7 @@ Charset SystemCharset() {
   }
 }
 
-std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless) {
+std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless, Invalid invalid) {
   if (lossless != nullptr) *lossless = true;
   if (bytes.empty()) return {};
   const std::wstring whole = Widen(charset, bytes, MB_ERR_INVALID_CHARS);
@@ -73,9 +73,14 @@ std::string ToUtf8(Charset charset, std::string_view bytes, bool* lossless) {
   while (!bytes.empty()) {
     const std::size_t length = CharacterLength(charset, bytes);
     const std::wstring wide = Widen(charset, bytes.substr(0, length), MB_ERR_INVALID_CHARS);
-    text += wide.empty() ? "?" : NarrowText(wide);
-    if (wide.empty() && lossless != nullptr) *lossless = false;
-    bytes.remove_prefix(wide.empty() ? 1 : length);
+    if (!wide.empty()) {
+      text += NarrowText(wide);
+      bytes.remove_prefix(length);
+      continue;
+    }
+    text += invalid == Invalid::kKept ? bytes[0] : '?';
+    if (lossless != nullptr) *lossless = false;
+    bytes.remove_prefix(1);
   }
   return text;
 }

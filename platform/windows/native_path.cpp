@@ -24,11 +24,18 @@ std::wstring LongForm(const std::wstring& path) {
   return share ? std::wstring(L"\\\\?\\UNC") + full.substr(1) : std::wstring(kLongPrefix) + full;
 }
 
+// What is not UTF-8 must not get the name that has the system's replacement characters.
+bool IsUtf8(std::string_view text) {
+  const int size = static_cast<int>(text.size());
+  return size == 0 ||
+         MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), size, nullptr, 0) != 0;
+}
+
 }  // namespace
 
 NativeString NativeText(std::string_view pathText) {
   const bool isTooLong = pathText.size() > kLongestPath * kMostBytesPerUnit;
-  if (isTooLong || pathText.find('\0') != std::string_view::npos) return {};
+  if (isTooLong || pathText.find('\0') != std::string_view::npos || !IsUtf8(pathText)) return {};
   const std::wstring wide = WideText(pathText);
   const std::wstring path = wide.size() <= kLongestPlainPath ? wide : LongForm(wide);
   return path.size() <= kLongestPath ? path : std::wstring();

@@ -32,6 +32,21 @@ TEST(CodePage, AFileIsReadInWhateverSetItsBytesAreValidUtf8First) {
   }
 }
 
+TEST(CodePage, LinesOfTwoSystemsInOneFileAreEachReadInTheirOwnSet) {
+  EXPECT_EQ(text::DecodeLines("中文\r\n\xD6\xD0\xCE\xC4\r\n\n中"), "中文\r\n中文\r\n\n中");
+  EXPECT_EQ(text::DecodeLines("\xC2\xBD\n\xD6\xD0"), "陆\n中");  // GBK as a whole
+}
+
+TEST(CodePage, BytesThatAreNoTextComeBackAsTheyWere) {
+  for (int pair = 0; pair <= 0xFFFF; ++pair) {
+    const std::string bytes = {static_cast<char>(pair >> 8), static_cast<char>(pair), '-'};
+    for (const std::string& around : {bytes, "中" + bytes + "\xE4"}) {
+      ASSERT_EQ(text::Encode(Charset::kGbk, text::Decode(Charset::kGbk, around)), around) << pair;
+    }
+  }
+  EXPECT_EQ(text::Decode(Charset::kGbk, "\xFF*\xC4"), "\xFF*\xC4");
+}
+
 TEST(CodePage, ValidUtf8IsToldFromOverlongCutAndSurrogateForms) {
   for (const char* good : {"", "a", "é", "中", "😀"}) EXPECT_TRUE(text::IsValidUtf8(good)) << good;
   for (const char* bad : {"\x80", "\xC0\xAF", "\xE0\x80\xAF", "\xE4\xB8", "\xED\xA0\x80",
