@@ -12,7 +12,6 @@
 #include "platform/native_path.h"
 #include "platform/process.h"
 #include "platform/system_message.h"
-#include "text/code_page.h"
 
 namespace ModWeb {
 namespace {
@@ -31,7 +30,7 @@ std::filesystem::path AbsolutePath(const std::string& pathText) {
 
 void WriteInput(const CgiJob& job) {
   if (ModCommon::FileExists(job.inPath)) files::RemoveFile(job.inPath);
-  const std::error_code error = files::WriteFile(job.inPath, text::ToSystem(job.body) + "\r\n");
+  const std::error_code error = files::WriteFile(job.inPath, job.body + "\r\n");
   if (error) throw std::runtime_error("TempFileIn: " + platform::SystemMessage(error));
 }
 

@@ -27,7 +27,7 @@ struct CgiJob {
   std::string inPath;
   std::string outPath;   // the page that the program writes
   std::string pagePath;  // the name, but for a number, that the page has for a moment afterwards
-  std::string body;
+  std::string body;      // bytes for the program's input
 };
 
 class CgiQueue {

@@ -1,11 +1,11 @@
 #include "web/url_decoding.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 
 #include "text/code_page.h"
 #include "text/conversions.h"
-#include "text/utf8.h"
 
 namespace ModWeb {
 namespace {
@@ -28,7 +28,7 @@ unsigned char EscapeCode(std::string_view text, std::size_t digits) {
     const auto [stop, error] = std::from_chars(begin, begin + 2, code, 16);
     if (error == std::errc() && stop == begin + 2) return code;
   }
-  throw BadRequest("invalid URL escape at character " + std::to_string(digits));
+  throw BadRequest("invalid URL escape at byte " + std::to_string(digits));
 }
 
 std::string SingleCharacter(unsigned char code) {
@@ -36,14 +36,8 @@ std::string SingleCharacter(unsigned char code) {
   return code < kFirstLeadByte ? std::string(1, static_cast<char>(code)) : "?";
 }
 
-// Counts characters and not bytes, so a length in bytes takes in too much if the body is not ASCII.
-std::string_view LastCharacters(std::string_view text, int count) {
-  std::size_t begin = text.size();
-  while (begin > 0 && count > 0) {
-    --begin;
-    if (!text::IsContinuation(text[begin])) --count;
-  }
-  return text.substr(begin);
+std::string DoubleByteCharacter(unsigned char lead, unsigned char trail) {
+  return text::ToSystem(text::GbkCharacter(lead, trail).value_or("?"));
 }
 
 }  // namespace
@@ -61,7 +55,7 @@ std::string DecodeUrl(std::string_view encoded) {
     const bool listed = kNeverPaired.find(static_cast<char>(code)) != std::string_view::npos;
     const bool paired = escape + 3 < text.size() && text[escape + 3] == '%' && !listed;
     if (paired) {
-      decoded += text::GbkCharacter(code, EscapeCode(text, escape + 4)).value_or("?");
+      decoded += DoubleByteCharacter(code, EscapeCode(text, escape + 4));
     } else {
       decoded += SingleCharacter(code);
     }
@@ -69,20 +63,21 @@ std::string DecodeUrl(std::string_view encoded) {
   }
 }
 
-std::string ExtractPostBody(std::string_view requestText) {
+std::string ExtractPostBody(std::string_view request) {
   constexpr std::string_view kLengthHeader = "Content-Length: ";
-  const std::size_t header = requestText.find(kLengthHeader);
-  if (header == std::string_view::npos) return std::string(requestText);
+  const std::size_t header = request.find(kLengthHeader);
+  if (header == std::string_view::npos) return std::string(request);
 
   const std::size_t begin = header + kLengthHeader.size();
-  const std::size_t end = requestText.find("\r\n", header);
+  const std::size_t end = request.find("\r\n", header);
   if (end == std::string_view::npos) throw BadRequest("Content-Length without a line end");
-  const std::string_view value = requestText.substr(begin, end - begin);
+  const std::string_view value = request.substr(begin, end - begin);
   const auto length = text::ToInt16(value);
   if (!length) throw BadRequest("invalid Content-Length: " + std::string(value));
-  if (*length <= 0) return std::string(requestText);
+  if (*length <= 0) return std::string(request);
 
-  std::string_view body = LastCharacters(requestText, *length);
+  std::string_view body = request;
+  body.remove_prefix(body.size() - std::min(body.size(), static_cast<std::size_t>(*length)));
   if (body.ends_with("\r\n")) body.remove_suffix(2);
   return DecodeUrl(body);
 }

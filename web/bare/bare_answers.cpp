@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "net/handler_scope.h"
-#include "text/code_page.h"
 #include "web/web_log.h"
 
 namespace ModWeb {
@@ -22,9 +21,9 @@ BareAnswers::BareAnswers(const WebSite& site)
       interpreter_(*this, site_.options, session_),
       sender_(site_.files, site_.program.errors, site_.options.answers) {}
 
-// Nothing of an arrival is kept for a later one, and its text is gone when the answer begins.
+// Nothing of an arrival is kept for a later one, and its bytes are gone when the answer begins.
 Task<> BareAnswers::OnWebDataArrival(Client client) {
-  Decision decision = interpreter_.Interpret(text::FromSystem(client->GetData()));
+  Decision decision = interpreter_.Interpret(client->GetData());
   if (!decision.shown.empty()) ShowRequest(*client, decision);
   if (!decision.fault.empty()) {
     site_.program.errors.LogError(decision.fault);

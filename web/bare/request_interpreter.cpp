@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "text/code_page.h"
 #include "text/strings.h"
 #include "text/utf8.h"
 #include "web/resource_kind.h"
@@ -14,6 +15,8 @@ namespace {
 using Action = Decision::Action;
 using Kind = net::Activity::Kind;
 
+// No code page uses the bytes that are looked for here as parts of other characters.
+//
 // Positions count from 1 and 0 means "not found", because the cuts below are defined so: a method
 // word without its blank is at 0, and the cut begins a few characters into the text.
 std::size_t Position(std::string_view text, std::string_view what, std::size_t from = 1) {
@@ -23,21 +26,21 @@ std::size_t Position(std::string_view text, std::string_view what, std::size_t f
 }
 
 // Leaves `resource` as it is if there is nothing to cut.
-void Cut(std::string_view text, std::size_t begin, std::size_t end, std::string& resource) {
-  if (end > begin) resource = text.substr(begin - 1, end - begin);
+void Cut(std::string_view request, std::size_t begin, std::size_t end, std::string& resource) {
+  if (end > begin) resource = text::FromSystem(request.substr(begin - 1, end - begin));
 }
 
-void CutGetResource(std::string_view requestText, std::string& resource) {
-  const std::size_t begin = Position(requestText, "GET ") + 4;
-  Cut(requestText, begin, Position(requestText, " ", begin), resource);
+void CutGetResource(std::string_view request, std::string& resource) {
+  const std::size_t begin = Position(request, "GET ") + 4;
+  Cut(request, begin, Position(request, " ", begin), resource);
 }
 
-void CutPostResource(std::string_view requestText, std::string& resource) {
-  const std::size_t begin = Position(requestText, "POST ") + 5;
+void CutPostResource(std::string_view request, std::string& resource) {
+  const std::size_t begin = Position(request, "POST ") + 5;
   // A "?" anywhere ends the resource, one in the body too.
-  const std::size_t question = Position(requestText, "?");
-  const std::size_t end = question != 0 ? question : Position(requestText, " ", begin);
-  Cut(requestText, begin, end, resource);
+  const std::size_t question = Position(request, "?");
+  const std::size_t end = question != 0 ? question : Position(request, " ", begin);
+  Cut(request, begin, end, resource);
 }
 
 // The first character is assumed to be "/" and is not checked.
@@ -48,7 +51,7 @@ std::string WithoutFirstCharacter(const std::string& resource) {
 }  // namespace
 
 // A method is told by its word, whatever follows the word.
-const RequestInterpreter::Method* RequestInterpreter::Find(std::string_view requestText) {
+const RequestInterpreter::Method* RequestInterpreter::Find(std::string_view request) {
   using Self = RequestInterpreter;
   static constexpr auto kMethods = std::to_array<Method>({
       {.word = "GET", .function = &Self::ServeGetRequest},
@@ -56,20 +59,20 @@ const RequestInterpreter::Method* RequestInterpreter::Find(std::string_view requ
   });
   const auto* const method =
       std::find_if(kMethods.begin(), kMethods.end(),
-                   [requestText](const Method& one) { return requestText.starts_with(one.word); });
+                   [request](const Method& one) { return request.starts_with(one.word); });
   return method == kMethods.end() ? nullptr : method;
 }
 
-Decision RequestInterpreter::Interpret(std::string_view requestText) {
-  const Method* method = Find(requestText);
+Decision RequestInterpreter::Interpret(std::string_view request) {
+  const Method* method = Find(request);
   if (method == nullptr) return {};
   session_.CurrentMethod = method->word;
-  return (this->*method->function)(requestText);
+  return (this->*method->function)(request);
 }
 
-Decision RequestInterpreter::ServeGetRequest(std::string_view requestText) {
+Decision RequestInterpreter::ServeGetRequest(std::string_view request) {
   std::string& resource = session_.CurrentResource;
-  CutGetResource(requestText, resource);
+  CutGetResource(request, resource);
   if (resource != "/") {
     resource = WithoutFirstCharacter(resource);
   } else {
@@ -86,9 +89,9 @@ Decision RequestInterpreter::ServeGetRequest(std::string_view requestText) {
           .shown = std::move(shown)};
 }
 
-Decision RequestInterpreter::ServePostRequest(std::string_view requestText) {
+Decision RequestInterpreter::ServePostRequest(std::string_view request) {
   std::string& resource = session_.CurrentResource;
-  CutPostResource(requestText, resource);
+  CutPostResource(request, resource);
   Decision decision = {.action = Action::kRefusePost, .shown = "POST " + resource};
   resource = resource != "/" ? WithoutFirstCharacter(resource) : options_.FirstDefaultPage;
   if (!IsProgram(resource)) return decision;
@@ -96,7 +99,7 @@ Decision RequestInterpreter::ServePostRequest(std::string_view requestText) {
   decision.shown = "cgi-bin/" + resource;
   if (!options_.MayRunPrograms()) return decision;
   try {
-    decision.body = ExtractPostBody(requestText);
+    decision.body = ExtractPostBody(request);
     decision.resource = resource;
     decision.action = Action::kRunProgram;
   } catch (const BadRequest& fault) {

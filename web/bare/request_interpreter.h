@@ -1,6 +1,6 @@
 #pragma once
 
-// The requests: the text of one arrival in, the decision how to answer it out. One arrival is one
+// The requests: the bytes of one arrival in, the decision how to answer it out. One arrival is one
 // request. Its first characters tell the method and the resource is cut by positions; no header is
 // read but the length of a POST's body.
 //
@@ -29,7 +29,7 @@ struct Decision {
 
   Action action = Action::kNothing;
   std::string resource = {};  // a file below the Web root, or a program below its cgi-bin
-  std::string body = {};      // the program's input
+  std::string body = {};      // bytes for the program's input
   std::string fault = {};     // why a request is not answered, for the error log
   // What the user sees the client doing (net::Activity); no text for no request.
   net::Activity::Kind kind = net::Activity::Kind::kCommand;
@@ -51,15 +51,15 @@ class RequestInterpreter {
   RequestInterpreter(const Site& site, const WebOptions& options, WebSession& session)
       : site_(site), options_(options), session_(session) {}
 
-  Decision Interpret(std::string_view requestText);
+  Decision Interpret(std::string_view request);
 
  private:
   using Method = core::Command<RequestInterpreter, std::string_view, Decision>;
 
-  static const Method* Find(std::string_view requestText);
+  static const Method* Find(std::string_view request);
 
-  Decision ServeGetRequest(std::string_view requestText);
-  Decision ServePostRequest(std::string_view requestText);
+  Decision ServeGetRequest(std::string_view request);
+  Decision ServePostRequest(std::string_view request);
   std::string FindDefaultPage() const;
 
   const Site& site_;

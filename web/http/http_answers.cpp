@@ -9,7 +9,6 @@
 
 #include "platform/system_message.h"
 #include "platform/text_case.h"
-#include "text/code_page.h"
 #include "text/strings.h"
 #include "web/http/folder_list.h"
 #include "web/http/http_date.h"
@@ -97,11 +96,10 @@ void SetRanges(HttpResponse& response, const std::vector<ByteRange>& ranges, std
 // What a program reads, as for bare answers: the fields of a form are decoded, anything else is
 // left as it is. Throws BadRequest.
 std::string InputOf(const HttpRequest& request) {
-  const std::string body = text::FromSystem(request.body);
   const std::string_view type = request[HttpRequest::kContentType];
   const std::string_view kind = text::TrimBlanks(type.substr(0, type.find(';')));
-  if (!kind.empty() && !platform::EqualIgnoringCase(kind, kFormType)) return body;
-  std::string_view form = body;
+  if (!kind.empty() && !platform::EqualIgnoringCase(kind, kFormType)) return request.body;
+  std::string_view form = request.body;
   if (form.ends_with("\r\n")) form.remove_suffix(2);
   return DecodeUrl(form);
 }
