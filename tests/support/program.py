@@ -1,5 +1,6 @@
 """The built program as a process in a temporary program directory, for tests in Python."""
 
+import functools
 import os
 import pathlib
 import random
@@ -13,7 +14,19 @@ import unittest
 
 PATIENCE = 30  # seconds for anything that is waited for
 PAGE = b"<p>home</p>"
+# The code page of the system that the program sees.
+ENCODING = os.environ.get("TARNWERK_TEST_ENCODING", "utf-8")
 WINE = str(pathlib.Path(__file__).parents[2] / "cmake" / "wine.sh")
+
+
+@functools.cache
+def chinese_locales():
+    """A folder with the Chinese locales, which this machine may lack."""
+    folder = tempfile.TemporaryDirectory(prefix="tarnwerk-locales-")
+    for charset in ("GBK", "UTF-8"):
+        subprocess.run(["localedef", "-i", "zh_CN", "-f", charset, f"{folder.name}/zh_CN.{charset}"],
+                       check=True, timeout=PATIENCE * 2)
+    return folder
 
 
 def free_port():
@@ -59,6 +72,8 @@ class Home:
     `program`: the words that start the program. Nothing outside the directory is touched.
     """
 
+    locale_variable, charset = "LC_ALL", "GBK"
+
     def __init__(self, program, display=""):
         self.program = list(program)
         self.path = pathlib.Path(tempfile.mkdtemp(prefix="tarnwerk-home-"))
@@ -71,10 +86,21 @@ class Home:
             XDG_RUNTIME_DIR=str(self.runtime), XDG_CONFIG_HOME=str(self.path / "config"),
             DISPLAY=display, WAYLAND_DISPLAY="")
         self.processes = []
+        if ENCODING == "gbk":
+            self.use_gbk()
+
+    def use_gbk(self):
+        """Makes GBK the code page of the system that the program sees."""
+        self.environment.update({self.locale_variable: f"zh_CN.{self.charset}",
+                                 "LOCPATH": chinese_locales().name})
 
     def native(self, path):
         """A path as the program's system writes it."""
         return str(path)
+
+    def file_name(self, name):
+        """A name in the program's code page as this system's files have it."""
+        return os.fsdecode(name)
 
     def write(self, name, content):
         file = self.path / name
@@ -145,8 +171,14 @@ class Home:
 class WindowsHome(Home):
     """A program directory of the Windows program under Wine. It needs a display."""
 
+    # Wine takes the code page from the language, and file names from the character set.
+    locale_variable, charset = "TARNWERK_WINE_LOCALE", "UTF-8"
+
     def __init__(self, executable):
         super().__init__([WINE, executable], display=os.environ["DISPLAY"])
+
+    def file_name(self, name):
+        return name.decode(ENCODING)
 
     def native(self, path):
         return "Z:" + str(path).replace("/", "\\")

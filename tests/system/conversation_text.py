@@ -4,6 +4,9 @@ the tables in docs/protocols.md."""
 import pathlib
 import random
 import re
+import urllib.parse
+
+from program import ENCODING
 
 TESTS = pathlib.Path(__file__).resolve().parents[1]
 CONVERSATIONS = TESTS / "conversations"
@@ -58,13 +61,17 @@ def parts(text, definitions):
         elif name in definitions:
             yield from parts(definitions[name], definitions)
         elif name and name.startswith("page "):
-            yield (CONVERSATIONS / name[5:]).read_bytes()
+            yield (CONVERSATIONS / name[5:]).read_bytes().decode().encode(ENCODING)
+        elif name and name.startswith("size of "):
+            yield str(len(name[8:].encode(ENCODING))).encode()
+        elif name and name.startswith("url of "):
+            yield urllib.parse.quote(name[7:].encode(ENCODING)).encode()
         elif name:
             piece, times = name.split("*")
             yield (random.Random(1).randbytes(int(times)) if piece == "random" else
                    b"".join(parts(piece, definitions)) * int(times))
         else:
-            yield SIGNS.get(sign, sign.encode())
+            yield SIGNS[sign] if sign in SIGNS else sign.encode(ENCODING)
 
 
 class Awaited:

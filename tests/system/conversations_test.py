@@ -2,7 +2,8 @@
 
     conversations_test.py PROGRAM CGI_ECHO [FILE...]
 
-The program is started once per file. README.md beside the conversations describes their language.
+The program is started once per file. With TARNWERK_TEST_ENCODING=gbk the conversations are in GBK, and
+it runs on a system whose code page that is. README.md beside the conversations describes their language.
 """
 
 import contextlib
@@ -167,7 +168,7 @@ class Stage:
     def files(self, text):
         kind, names, content = FILES.fullmatch(text).groups()
         for name in alternatives(names):
-            yield kind, self.home.path / self.bytes_of(name).decode(), content
+            yield kind, self.home.path / self.home.file_name(self.bytes_of(name)), content
 
     def play_table(self, section):
         for sent, answer in rows(section):

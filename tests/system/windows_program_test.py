@@ -114,11 +114,7 @@ class WindowsProgramTest(ProgramTest):
 
     def test_on_a_chinese_system_it_runs_from_a_deep_folder_and_speaks_its_code_page(self):
         home = self.home
-        locales = home.path / "locales"
-        locales.mkdir()
-        subprocess.run(["localedef", "-i", "zh_CN", "-f", "UTF-8", locales / "zh_CN.UTF-8"],
-                       check=True, timeout=PATIENCE * 2)
-        home.environment.update(TARNWERK_WINE_LOCALE="zh_CN.UTF-8", LOCPATH=str(locales))
+        home.use_gbk()
         del home.environment["TARNWERK_HOME"], home.environment["TARNWERK_HOSTS"]
         # The hosts file of the Wine prefix, put back as it was afterwards.
         hosts = PREFIX / "drive_c/windows/system32/drivers/etc/hosts"
@@ -133,7 +129,9 @@ class WindowsProgramTest(ProgramTest):
         (home.path / "Server.ini").rename(folder / "Server.ini")
         user = "[用户信息]\r\nUser=amy\r\nPassword=秘密\r\n".encode("gbk")
         for name, content in {f"wwwroot/{deep}/a.htm": "deep", f"ftproot/up/{deep}/b.txt": "",
-                              "ftproot/文件.txt": "", "mailroot/User/amy/UserInfo.ini": user}.items():
+                              "ftproot/文件.txt": "", "mailroot/User/amy/UserInfo.ini": user,
+                              # As a program that uses UTF-8 has written it.
+                              "mailroot/User/bob/UserInfo.ini": user.decode("gbk")}.items():
             home.write(name, content)
         process = home.start_services()
         self.assertEqual(hosts.read_bytes(),
@@ -150,7 +148,8 @@ class WindowsProgramTest(ProgramTest):
         self.assertEqual(home.read(f"ftproot/up/{deep}/new.bin"), "uploaded")
         self.assertEqual(ftp.transfer("RETR new.bin")[1], b"uploaded")
         pop3 = self.converse(Conversation, "pop3")
-        for command, reply in (("USER amy", "+OK"), ("PASS 秘密", "+OK"), ("RETR x", "-ERR"),
+        for command, reply in (("USER bob", "+OK"), ("PASS ", "-ERR"), ("PASS 秘密", "+OK"),
+                               ("USER amy", "+OK"), ("PASS 秘密", "+OK"), ("RETR x", "-ERR"),
                                ("QUIT", "+OK")):
             self.assertEqual(pop3.ask(f"{command}\r\n".encode("gbk")), f"{reply}\r\n".encode())
         for name, text in {"Web.log": "请求资源：表格.txt  Failed!", "Mail.log": "发送邮件(POP)",
