@@ -2,6 +2,7 @@
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
+#include <wx/dcclient.h>
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
@@ -15,6 +16,7 @@
 #include "platform/system_message.h"
 #include "settings/user_state.h"
 #include "text/code_page.h"
+#include "text/line_breaks.h"
 #include "text/printable_text.h"
 #include "text/strings.h"
 #include "ui/controls/art.h"
@@ -113,8 +115,8 @@ frmTip::frmTip(wxWindow* parent, std::vector<std::string> tips)
   close->SetDefault();
   ShowAsMain(*close);
   close->SetFocus();
-  CentreOnParent();
   ShowTip();
+  CentreOnParent();
 }
 
 void frmTip::ShowTip() {
@@ -122,8 +124,15 @@ void frmTip::ShowTip() {
   const int next = settings::Remembered(kSection, kNext).value_or(0);
   const int index = next >= 0 && next < count ? next : 0;
   settings::Remember(kSection, kNext, (index + 1) % count);
-  lblTip_->SetLabelText(Shown(tips_[static_cast<std::size_t>(index)]));
-  lblTip_->Wrap(FromDIP(kTipSize.x));
+  const int width = FromDIP(kTipSize.x);
+  const std::vector<std::string> lines = text::BrokenIntoLines(
+      tips_[static_cast<std::size_t>(index)],
+      [&](const std::string& line) { return lblTip_->GetTextExtent(Shown(line)).x <= width; });
+  const wxString tip = Shown(text::Joined(lines, "\n"));
+  lblTip_->SetLabelText(tip);
+  const int height = wxClientDC(lblTip_).GetMultiLineTextExtent(tip).y;
+  lblTip_->SetMinSize({width, std::max(height, FromDIP(kTipSize.y))});
+  GrowToFit(*lblTip_);
 }
 
 void frmTip::End() { Destroy(); }
