@@ -179,7 +179,8 @@ class WindowsProgramTest(ProgramTest):
 
     def test_its_options_write_the_right_entries_and_refuse_a_wrong_one(self):
         self.start_with_window()
-        self.do("press", MAIN, "选项(O)...")
+        # By its letter, while the side bar has the focus.
+        xdotool("mousemove", *self.ask("place", MAIN, "Web 服务"), "click", "1", "key", "alt+o")
         self.do("fill", WEB_OPTIONS, "TCP端口(P)：", "8123")
         self.do("fill", WEB_OPTIONS, "本地域名(D)：", "站点.example")
         self.do("press", WEB_OPTIONS, "确定")
