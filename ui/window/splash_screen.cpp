@@ -18,7 +18,17 @@ namespace {
 constexpr int kShownFor = 400;  // milliseconds
 const wxSize kSize(360, 168);
 constexpr int kLogoSize = 96;
+constexpr int kLetterHeight = 18;
 constexpr float kNameFactor = 2.4F;
+
+// The window's font, as high as the picture has room for: systems differ in whether they scale
+// letters in a picture for the screen.
+wxFont LetterFont(wxDC& picture) {
+  const wxFont font = wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
+  picture.SetFont(font);
+  const int height = wxWindow::FromDIP(kLetterHeight, nullptr);
+  return font.Scaled(static_cast<float>(height) / static_cast<float>(picture.GetCharHeight()));
+}
 
 wxBitmap Draw() {
   const wxWindow* const nowhere = nullptr;
@@ -34,7 +44,7 @@ wxBitmap Draw() {
                 middle - logo / 2, true);
   const int left = scaled(4 * kEdge) + logo;
   dc.SetTextForeground(*wxWHITE);
-  const wxFont font = wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
+  const wxFont font = LetterFont(dc);
   dc.SetFont(font.Bold().Scaled(kNameFactor));
   dc.DrawText("Tarnwerk", left, middle - dc.GetCharHeight());
   dc.SetFont(font);
