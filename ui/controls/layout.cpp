@@ -21,6 +21,15 @@ namespace {
 
 constexpr int kFieldWidth = 280;
 
+// Systems leave different room behind the last button; the edge is in line with the content.
+void AlignWithEdge(wxDialog& dialog, wxStdDialogButtonSizer& row, const DialogButtons& buttons) {
+  const int right =
+      std::max(buttons.ok->GetRect().GetRight(), buttons.cancel->GetRect().GetRight());
+  const int missing = dialog.FromDIP(kEdge) - (dialog.GetClientSize().x - 1 - right);
+  if (missing > 0) row.AddSpacer(missing);
+  dialog.GetSizer()->SetSizeHints(&dialog);
+}
+
 template <class Content>
 void FillWith(wxDialog& dialog, Content* content, const DialogButtons& buttons) {
   const int edge = dialog.FromDIP(kEdge);
@@ -33,6 +42,7 @@ void FillWith(wxDialog& dialog, Content* content, const DialogButtons& buttons) 
   column->Add(content, wxSizerFlags(1).Expand().Border(wxALL, edge));
   column->Add(row, wxSizerFlags().Expand().Border(wxBOTTOM, edge));
   dialog.SetSizerAndFit(column);
+  AlignWithEdge(dialog, *row, buttons);
   DescribeFields(dialog);
   // On a screen that is too small, all but the buttons scrolls.
   dialog.SetLayoutAdaptationMode(wxDIALOG_ADAPTATION_MODE_ENABLED);
