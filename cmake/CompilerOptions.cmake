@@ -25,6 +25,25 @@ if(TARNWERK_FUZZ)
   target_link_options(tarnwerk_fuzzer INTERFACE -fsanitize=fuzzer)
 endif()
 
+# Hardening, also of the libraries that are compiled here. The tests and benchmarks run what ships.
+# The sanitizers have checks of their own, which fortified functions would hide.
+option(TARNWERK_HARDEN "Harden the programs against memory faults" ON)
+if(TARNWERK_HARDEN AND NOT TARNWERK_SANITIZE AND CMAKE_BUILD_TYPE STREQUAL Release)
+  # The compiler may come with a level of its own.
+  add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+  if(WIN32)
+    add_link_options(-Wl,--nxcompat,--dynamicbase,--high-entropy-va)
+  else()
+    add_compile_options(-fstack-clash-protection)
+    add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
+    if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i.86)$")
+      add_compile_options(-fcf-protection)
+    elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
+      add_compile_options(-mbranch-protection=standard)
+    endif()
+  endif()
+endif()
+
 if(WIN32)
   # Windows 8.1, the oldest version that the toolkit supports.
   target_compile_definitions(tarnwerk_options INTERFACE
