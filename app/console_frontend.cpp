@@ -9,6 +9,7 @@ namespace {
 
 class ConsoleFrontend : public Frontend {
  public:
+  bool HasWindow() const override { return false; }
   net::EventLoop& Loop() override { return loop_.Events(); }
   core::ManagerView& View() override { return view_; }
   void Attach(const ui::Manager&, std::function<void()>) override {}

@@ -7,6 +7,8 @@
 #include "core/protection_options.h"
 #include "platform/native_path.h"
 #include "platform/program_location.h"
+#include "platform/standard_streams.h"
+#include "platform/system_message.h"
 #include "settings/ini_change.h"
 
 namespace app {
@@ -45,7 +47,11 @@ void FillInstalled(const fs::path& directory) {
   fs::create_directories(directory.parent_path(), error);
   CopySample(platform::SampleDirectory(), unfinished, error);
   if (!error) fs::rename(unfinished, directory, error);
-  if (error) fs::remove_all(unfinished, error);
+  if (!error) return;
+  platform::SayOnStandardError("Tarnwerk: cannot create " +
+                               platform::PathTextForUser(platform::PathText(directory)) + ": " +
+                               platform::SystemMessage(error));
+  fs::remove_all(unfinished, error);
 }
 
 // The settings first: without them the services of a copy that was broken off would stand open.

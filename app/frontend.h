@@ -17,6 +17,9 @@ class Frontend {
  public:
   virtual ~Frontend() = default;
 
+  /// Whether the user can see and operate the program.
+  virtual bool HasWindow() const = 0;
+
   virtual net::EventLoop& Loop() = 0;
   virtual core::ManagerView& View() = 0;
 

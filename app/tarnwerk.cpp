@@ -1,5 +1,6 @@
 #include "app/tarnwerk.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -82,10 +83,27 @@ Tarnwerk::Running& Tarnwerk::Made() {
       close);
   running_->signals.OnFirst(close);
   instance_->OnCloseRequest(running_->frontend->Loop().Executor(), close);
+  instance_->OnStartRequest(running_->frontend->Loop().Executor(),
+                            [this] { running_->control.StartStopped(); });
   return *running_;
 }
 
-void Tarnwerk::Run() { Made().frontend->Run(); }
+void Tarnwerk::Run() {
+  Made();
+  if (ServesInVain()) {
+    succeeded_ = false;
+    platform::SayOnStandardError("Tarnwerk: 没有一项服务能够启动，程序结束。");
+    return Close();
+  }
+  running_->frontend->Run();
+}
+
+bool Tarnwerk::ServesInVain() {
+  if (!shouldServe_ || running_->frontend->HasWindow()) return false;
+  return std::none_of(
+      core::kServices.begin(), core::kServices.end(),
+      [this](core::ServiceKind service) { return running_->control.Of(service).IsRunning(); });
+}
 
 void Tarnwerk::Close() {
   running_->control.CloseAll();
@@ -102,9 +120,14 @@ void Tarnwerk::CloseRunningInstance() {
 }
 
 bool Tarnwerk::BecomeRunningInstance() {
-  instance_ =
-      platform::RunningInstance::Announce(platform::ExecutablePath(), platform::ProgramDirectory());
-  if (!instance_) return false;
+  const std::filesystem::path executable = platform::ExecutablePath();
+  instance_ = platform::RunningInstance::Announce(executable, platform::ProgramDirectory());
+  if (!instance_) {
+    if (platform::HandsStartOver()) {
+      succeeded_ = platform::AskToStart(executable, platform::ProgramDirectory());
+    }
+    return false;
+  }
   FillNewProgramDirectory();
   return true;
 }
@@ -122,7 +145,10 @@ void Tarnwerk::RecordProgramPath() {
 
 void Tarnwerk::SwitchProxyOff() { proxy_.SwitchOff(); }
 
-void Tarnwerk::StartServices() { Made().control.StartAll(); }
+void Tarnwerk::StartServices() {
+  shouldServe_ = true;
+  Made().control.StartAll();
+}
 
 void Tarnwerk::GoToTray() { Made().frontend->GoToTray(); }
 

@@ -24,7 +24,8 @@ class Tarnwerk : public core::StartupSteps {
   Tarnwerk(const Tarnwerk&) = delete;
   Tarnwerk& operator=(const Tarnwerk&) = delete;
 
-  /// Serves until the program is closed.
+  /// Serves until the program is closed. Without a window it returns at once, and has failed, if
+  /// services were to start and none did: nobody could start one later.
   void Run();
 
   /// False if a step failed whose result can be checked.
@@ -47,11 +48,13 @@ class Tarnwerk : public core::StartupSteps {
 
   Running& Made();
   void Close();
+  bool ServesInVain();
 
   const settings::Program& program_;
   core::SystemProxy proxy_;
   std::unique_ptr<platform::RunningInstance> instance_;
   std::unique_ptr<Running> running_;
+  bool shouldServe_ = false;  // services were to start
   bool succeeded_ = true;
 };
 

@@ -81,6 +81,7 @@ class WindowFrontend : public Frontend {
   WindowFrontend(const WindowFrontend&) = delete;
   WindowFrontend& operator=(const WindowFrontend&) = delete;
 
+  bool HasWindow() const override { return true; }
   net::EventLoop& Loop() override { return loop_.Events(); }
   core::ManagerView& View() override { return *window_; }
   void Attach(const ui::Manager& manager, std::function<void()> onClose) override {

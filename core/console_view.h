@@ -1,8 +1,8 @@
 #pragma once
 
 // The view of a program without a display. After every start and stop it writes lines to a stream
-// and flushes them: the result with the address, the service's status, and if Server.ini cannot be
-// used, the reason.
+// and flushes them: the result with the address, the service's status, and if it did not start, the
+// reason.
 
 #include <cstdio>
 #include <string>

@@ -49,6 +49,12 @@ void ServiceControl::StartAll() {
   cmdStartFtpService();
 }
 
+void ServiceControl::StartStopped() {
+  for (const ServiceKind service : {ServiceKind::kWeb, ServiceKind::kMail, ServiceKind::kFtp}) {
+    if (!Of(service).IsRunning()) Start(service);
+  }
+}
+
 void ServiceControl::CloseAll() {
   for (Service* service : services_) {
     if (service->IsRunning()) service->Stop();

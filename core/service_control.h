@@ -38,6 +38,9 @@ class ServiceControl {
   /// In the order Web, mail, FTP.
   void StartAll();
 
+  /// The same, but leaves the running ones alone.
+  void StartStopped();
+
   /// Stops the running services without telling the view, before the program ends.
   void CloseAll();
 

@@ -16,8 +16,7 @@ bool IsInstalled() {
 }
 
 std::filesystem::path UsualProgramDirectory() {
-  const std::filesystem::path data = DataDirectory();
-  return IsInstalled() && !data.empty() ? data : ExecutablePath().parent_path();
+  return IsInstalled() ? DataDirectory() : ExecutablePath().parent_path();
 }
 
 }  // namespace platform

@@ -1,7 +1,8 @@
 #pragma once
 
 // The running instances of this program that belong to the user. A second start finds out here that
-// one is running, and a "STOP" start closes all of them. Traces of a killed program are ignored.
+// one is running and can have its services started, and a "STOP" start closes all of them. Traces
+// of a killed program are ignored.
 
 #include <asio/any_io_executor.hpp>
 #include <chrono>
@@ -24,8 +25,17 @@ class RunningInstance {
   virtual void OnCloseRequest(const asio::any_io_executor& executor,
                               std::function<void()> onClose) = 0;
 
+  /// From now on, each AskToStart of another process runs `onStart` on `executor`. Windows: never.
+  virtual void OnStartRequest(const asio::any_io_executor& executor,
+                              std::function<void()> onStart) = 0;
+
   virtual ~RunningInstance() = default;
 };
+
+/// Asks the running instance of that executable and program directory to start its services, and
+/// does not wait for them. False if it cannot be asked, as on Windows.
+bool AskToStart(const std::filesystem::path& executable,
+                const std::filesystem::path& programDirectory);
 
 /// Asks every running instance of this user to close, and waits for their processes to end. False
 /// if one is still running after `patience`, or if instances cannot be searched for.

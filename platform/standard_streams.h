@@ -11,9 +11,10 @@ namespace platform {
 /// under its number. Child processes do not inherit this.
 void SecureStandardStreams();
 
-/// Writes `line` and a line break to standard error. On Windows a program with windows has no
-/// standard error unless it is redirected; the line then goes to the console that started the
-/// program.
+/// Write `line` and a line break, in the system's character set. On Windows a program with windows
+/// has no such streams unless they are redirected; the line then goes to the console that started
+/// the program, if there is one.
+void SayOnStandardOutput(std::string_view line);
 void SayOnStandardError(std::string_view line);
 
 }  // namespace platform

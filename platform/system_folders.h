@@ -14,6 +14,8 @@ enum class HostsPlace { kSystemDirectory, kWindowsDirectory };
 /// on Linux.
 std::filesystem::path HostsFile(HostsPlace place);
 
+// The user's home on Linux is $HOME, else the one that the system knows for the user, else "/".
+
 /// The directory of the user's settings. Linux: $XDG_CONFIG_HOME (or ~/.config); Windows: the
 /// user's application data.
 std::filesystem::path ConfigurationDirectory();

@@ -1,9 +1,16 @@
 #include "platform/program_location.h"
 
 #include <cstdlib>
+#include <string>
+#include <string_view>
 
 namespace platform {
 namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kExecutable = "/proc/self/exe";
+constexpr std::string_view kDeleted = " (deleted)";  // what the system appends to the path
 
 bool IsSet(const char* variable) {
   const char* value = std::getenv(variable);
@@ -12,9 +19,13 @@ bool IsSet(const char* variable) {
 
 }  // namespace
 
-std::filesystem::path ExecutablePath() {
+fs::path ExecutablePath() {
   std::error_code error;
-  return std::filesystem::read_symlink("/proc/self/exe", error);
+  const fs::path path = fs::read_symlink(kExecutable, error);
+  const std::string text = path.string();
+  // The name of a file may end so, too.
+  if (!text.ends_with(kDeleted) || fs::equivalent(path, kExecutable, error)) return path;
+  return text.substr(0, text.size() - kDeleted.size());
 }
 
 std::filesystem::path ProgramDirectory() {
@@ -34,6 +45,8 @@ std::string CommandLineText(int argumentCount, char** arguments) {
   }
   return text;
 }
+
+bool HandsStartOver() { return IsSet("TARNWERK_START_RUNNING"); }
 
 bool HasDisplay() { return IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY"); }
 

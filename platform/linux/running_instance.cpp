@@ -23,10 +23,10 @@ extern "C" {
 #include <sys/pidfd.h>
 }
 
-// Each instance has two files in the runtime directory, named by a hash of its executable and
-// program directory: a lock that the system releases when the process ends, and a socket.
-// Connecting to the socket asks the instance to close; the client then waits for the process to
-// end.
+// Each instance has three files in the runtime directory, named by a hash of its executable and
+// program directory: a lock that the system releases when the process ends, and two sockets.
+// Connecting to NAME.socket asks the instance to close; the client then waits for the process to
+// end. Connecting to NAME.start asks it to start its services.
 
 namespace platform {
 namespace {
@@ -88,43 +88,7 @@ std::string InstanceName(const fs::path& executable, const fs::path& programDire
 class UnreachableInstance : public RunningInstance {
  public:
   void OnCloseRequest(const asio::any_io_executor&, std::function<void()>) override {}
-};
-
-class SocketInstance : public RunningInstance {
- public:
-  SocketInstance(Descriptor directory, Descriptor lock, Descriptor listener, std::string socketName)
-      : directory_(std::move(directory)),
-        lock_(std::move(lock)),
-        listener_(std::move(listener)),
-        socketName_(std::move(socketName)) {}
-  ~SocketInstance() override { unlinkat(directory_.Get(), socketName_.c_str(), 0); }
-  SocketInstance(const SocketInstance&) = delete;
-  SocketInstance& operator=(const SocketInstance&) = delete;
-
-  void OnCloseRequest(const asio::any_io_executor& executor,
-                      std::function<void()> onClose) override {
-    onClose_ = std::move(onClose);
-    acceptor_ = std::make_unique<Protocol::acceptor>(executor, Protocol(), listener_.Release());
-    AcceptNext();
-  }
-
- private:
-  void AcceptNext() {
-    acceptor_->async_accept([this](const asio::error_code& error, Protocol::socket peer) {
-      if (error) return;
-      waiting_.push_back(std::move(peer));
-      if (const auto onClose = std::exchange(onClose_, nullptr)) onClose();
-      AcceptNext();
-    });
-  }
-
-  Descriptor directory_;
-  Descriptor lock_;
-  Descriptor listener_;
-  std::string socketName_;
-  std::function<void()> onClose_;
-  std::vector<Protocol::socket> waiting_;  // closing tells clients that cannot see the process
-  std::unique_ptr<Protocol::acceptor> acceptor_;
+  void OnStartRequest(const asio::any_io_executor&, std::function<void()>) override {}
 };
 
 // It gets its name only once it listens: one that refuses is taken for a leftover.
@@ -140,6 +104,77 @@ Descriptor ListenOn(const Descriptor& directory, const std::string& name) {
       renameat(directory.Get(), unfinished.c_str(), directory.Get(), name.c_str()) == 0;
   return listening ? std::move(listener) : Descriptor();
 }
+
+// A socket in the runtime directory, which must outlive it. Others ask for something by connecting.
+class Door {
+ public:
+  Door(const Descriptor& directory, std::string name)
+      : directory_(directory.Get()),
+        name_(std::move(name)),
+        listener_(ListenOn(directory, name_)) {}
+  ~Door() {
+    if (IsOpen()) unlinkat(directory_, name_.c_str(), 0);
+  }
+  Door(const Door&) = delete;
+  Door& operator=(const Door&) = delete;
+
+  bool IsOpen() const { return acceptor_ != nullptr || listener_.IsOpen(); }
+
+  void OnVisitor(const asio::any_io_executor& executor,
+                 std::function<void(Protocol::socket)> onVisitor) {
+    onVisitor_ = std::move(onVisitor);
+    acceptor_ = std::make_unique<Protocol::acceptor>(executor, Protocol(), listener_.Release());
+    AcceptNext();
+  }
+
+ private:
+  void AcceptNext() {
+    acceptor_->async_accept([this](const asio::error_code& error, Protocol::socket visitor) {
+      if (error) return;
+      onVisitor_(std::move(visitor));
+      AcceptNext();
+    });
+  }
+
+  int directory_;
+  std::string name_;
+  Descriptor listener_;
+  std::function<void(Protocol::socket)> onVisitor_;
+  std::unique_ptr<Protocol::acceptor> acceptor_;
+};
+
+class SocketInstance : public RunningInstance {
+ public:
+  SocketInstance(Descriptor directory, Descriptor lock, const std::string& name)
+      : directory_(std::move(directory)),
+        lock_(std::move(lock)),
+        close_(directory_, name + ".socket"),
+        start_(directory_, name + ".start") {}
+
+  bool IsOpen() const { return close_.IsOpen() && start_.IsOpen(); }
+
+  void OnCloseRequest(const asio::any_io_executor& executor,
+                      std::function<void()> onClose) override {
+    onClose_ = std::move(onClose);
+    close_.OnVisitor(executor, [this](Protocol::socket visitor) {
+      waiting_.push_back(std::move(visitor));
+      if (const auto action = std::exchange(onClose_, nullptr)) action();
+    });
+  }
+
+  void OnStartRequest(const asio::any_io_executor& executor,
+                      std::function<void()> onStart) override {
+    start_.OnVisitor(executor, [action = std::move(onStart)](Protocol::socket) { action(); });
+  }
+
+ private:
+  Descriptor directory_;
+  Descriptor lock_;
+  std::function<void()> onClose_;
+  std::vector<Protocol::socket> waiting_;  // closing tells clients that cannot see the process
+  Door close_;
+  Door start_;
+};
 
 std::vector<std::string> SocketNames(const Descriptor& directory) {
   std::vector<std::string> names;
@@ -168,17 +203,24 @@ Descriptor ProcessBehind(const Descriptor& connection) {
   return Descriptor(peer.pid > 0 ? pidfd_open(peer.pid, 0) : -1);
 }
 
-// The running instances. A socket left behind by a dead process refuses connections.
+// A socket left behind by a dead process refuses connections.
+Descriptor ConnectTo(const Descriptor& directory, const std::string& name) {
+  // Nonblocking: an instance that no longer accepts must not block this one.
+  Descriptor connection(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  const Protocol::endpoint address = Address(directory, name);
+  const int result =
+      connect(connection.Get(), address.data(), static_cast<socklen_t>(address.size()));
+  return result == 0 ? std::move(connection) : Descriptor();
+}
+
+// The running instances.
 std::vector<Instance> ConnectToInstances(const Descriptor& directory) {
   std::vector<Instance> instances;
   for (const std::string& name : SocketNames(directory)) {
-    // Nonblocking: an instance that no longer accepts must not block this one.
-    Descriptor instance(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    const Protocol::endpoint address = Address(directory, name);
-    if (connect(instance.Get(), address.data(), static_cast<socklen_t>(address.size())) == 0) {
-      Descriptor process = ProcessBehind(instance);
-      instances.push_back({std::move(instance), std::move(process)});
-    }
+    Descriptor connection = ConnectTo(directory, name);
+    if (!connection.IsOpen()) continue;
+    Descriptor process = ProcessBehind(connection);
+    instances.push_back({std::move(connection), std::move(process)});
   }
   return instances;
 }
@@ -205,10 +247,15 @@ std::unique_ptr<RunningInstance> RunningInstance::Announce(const fs::path& execu
     if (errno == EWOULDBLOCK) return nullptr;
     return std::make_unique<UnreachableInstance>();
   }
-  Descriptor listener = ListenOn(directory, name + ".socket");
-  if (!listener.IsOpen()) return std::make_unique<UnreachableInstance>();
-  return std::make_unique<SocketInstance>(std::move(directory), std::move(lock),
-                                          std::move(listener), name + ".socket");
+  auto instance = std::make_unique<SocketInstance>(std::move(directory), std::move(lock), name);
+  if (!instance->IsOpen()) return std::make_unique<UnreachableInstance>();
+  return instance;
+}
+
+bool AskToStart(const fs::path& executable, const fs::path& programDirectory) {
+  const Descriptor directory = OpenRuntimeDirectory();
+  if (!directory.IsOpen()) return false;
+  return ConnectTo(directory, InstanceName(executable, programDirectory) + ".start").IsOpen();
 }
 
 bool CloseRunningInstances(std::chrono::seconds patience) {

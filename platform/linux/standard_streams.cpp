@@ -7,7 +7,19 @@
 #include <cstdio>
 #include <string>
 
+#include "platform/code_page.h"
+
 namespace platform {
+namespace {
+
+void Say(std::FILE* stream, std::string_view line) {
+  const Charset charset = SystemCharset();
+  const std::string text = std::string(line) + "\n";
+  std::fputs((charset == Charset::kUtf8 ? text : FromUtf8(charset, text)).c_str(), stream);
+  std::fflush(stream);
+}
+
+}  // namespace
 
 void SecureStandardStreams() {
   std::signal(SIGPIPE, SIG_IGN);
@@ -17,8 +29,8 @@ void SecureStandardStreams() {
   }
 }
 
-void SayOnStandardError(std::string_view line) {
-  std::fputs((std::string(line) + "\n").c_str(), stderr);
-}
+void SayOnStandardOutput(std::string_view line) { Say(stdout, line); }
+
+void SayOnStandardError(std::string_view line) { Say(stderr, line); }
 
 }  // namespace platform

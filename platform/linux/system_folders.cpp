@@ -1,5 +1,8 @@
 #include "platform/system_folders.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
 #include <cstdlib>
 
 namespace platform {
@@ -8,6 +11,15 @@ namespace {
 std::filesystem::path FromEnvironment(const char* variable) {
   const char* value = std::getenv(variable);
   return value == nullptr ? "" : value;
+}
+
+// Services and jobs may run without HOME.
+std::filesystem::path Home() {
+  const std::filesystem::path named = FromEnvironment("HOME");
+  if (named.is_absolute()) return named;
+  const passwd* user = getpwuid(geteuid());
+  const std::filesystem::path known = user == nullptr ? "" : user->pw_dir;
+  return known.is_absolute() ? known : "/";
 }
 
 }  // namespace
@@ -19,21 +31,17 @@ std::filesystem::path HostsFile(HostsPlace) {
 
 std::filesystem::path ConfigurationDirectory() {
   const std::filesystem::path configured = FromEnvironment("XDG_CONFIG_HOME");
-  return configured.is_absolute() ? configured : FromEnvironment("HOME") / ".config";
+  return configured.is_absolute() ? configured : Home() / ".config";
 }
 
 std::filesystem::path StateDirectory() { return ConfigurationDirectory() / "Tarnwerk"; }
 
-std::filesystem::path FirstFolderToChooseFrom() {
-  const std::filesystem::path home = FromEnvironment("HOME");
-  return home.empty() ? "/" : home;
-}
+std::filesystem::path FirstFolderToChooseFrom() { return Home(); }
 
 std::filesystem::path DataDirectory() {
   const std::filesystem::path configured = FromEnvironment("XDG_DATA_HOME");
   if (configured.is_absolute()) return configured / "tarnwerk";
-  const std::filesystem::path home = FromEnvironment("HOME");
-  return home.is_absolute() ? home / ".local" / "share" / "tarnwerk" : "";
+  return Home() / ".local" / "share" / "tarnwerk";
 }
 
 }  // namespace platform

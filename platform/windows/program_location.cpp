@@ -43,6 +43,8 @@ std::string CommandLineText(int, char**) {
   return NarrowText(WithoutProgramName(GetCommandLineW()));
 }
 
+bool HandsStartOver() { return false; }
+
 bool HasDisplay() { return true; }
 
 }  // namespace platform

@@ -70,6 +70,8 @@ class WindowInstance : public RunningInstance {
     MakeWindow();
   }
 
+  void OnStartRequest(const asio::any_io_executor&, std::function<void()>) override {}
+
  private:
   void MakeWindow() {
     WNDCLASSW windowClass = {};
@@ -154,6 +156,8 @@ std::unique_ptr<RunningInstance> RunningInstance::Announce(const fs::path& execu
   }
   return std::make_unique<WindowInstance>(mutex);
 }
+
+bool AskToStart(const fs::path&, const fs::path&) { return false; }
 
 bool CloseRunningInstances(std::chrono::seconds patience) {
   const auto deadline = std::chrono::steady_clock::now() + patience;

@@ -35,6 +35,12 @@ class OutsideTest(ProgramTest):
         wait_until(lambda: self.home.read("output").count("服务：") == 3, "the status texts")
         return self.home.read("output")
 
+    def start_idle(self, *words):
+        """Starts it with words that start no service."""
+        process = self.home.start(*words)
+        wait_until(lambda: list(self.home.runtime.glob("Tarnwerk/*.start")), "the program")
+        return process
+
     def test_stop_ends_every_instance_of_the_user(self):
         other = self.make_home()
         other.environment["XDG_RUNTIME_DIR"] = self.home.environment["XDG_RUNTIME_DIR"]
@@ -59,6 +65,40 @@ class OutsideTest(ProgramTest):
         self.assertIsNone(first.poll())
         self.check_page()
         self.stop(first)
+
+    def test_the_desktop_menu_starts_the_services_of_the_running_program_and_nothing_else_does(self):
+        first = self.start_idle("SHOW")
+        self.assertEqual(self.home.run("START"), (0, "", ""))
+        self.home.environment["TARNWERK_START_RUNNING"] = "1"
+        taken = socket.create_server(("", self.home.ports["ftp"]))
+        self.assertEqual(self.home.run("START"), (0, "", ""))
+        self.check_page()
+        taken.close()
+        self.assertEqual(self.home.run("START"), (0, "", ""))
+        self.home.wait_for_services()
+        self.assertEqual(self.home.read("RunErr.Log").count("捕获错误"), 1)
+        self.stop(first)
+
+    def test_help_and_version_are_printed_as_the_only_word_and_agree_with_the_manual(self):
+        code, version, _ = self.home.run("--VERSION")
+        self.assertRegex(version, r"^Tarnwerk \d+\.\d+\.\d+\S*\n$")
+        code, text, errors = self.home.run("--help")
+        self.assertEqual((code, errors), (0, ""))
+        manual = (ROOT / "packaging/debian/tarnwerk.zh_CN.1.in").read_text().replace("\\-", "-")
+        words = re.findall(r"(?m)^  (\S+) +(.+)$", text)
+        self.assertEqual(words, re.findall(r"(?m)^\.B (\S+)\n((?:第.个|唯一的)词：.+)$", manual))
+        self.assertFalse((self.home.path / "startflg.dat").exists())
+        # Beside another word it is one of those that only take up their positions.
+        self.stop(self.start_idle("--help", "SHOW"))
+
+    def test_without_a_window_and_any_service_it_fails_and_says_why(self):
+        with contextlib.ExitStack() as taken:
+            for port in self.home.ports.values():
+                taken.enter_context(socket.create_server(("", port)))
+            code, said, errors = self.home.run("START")
+            self.assertEqual((code, errors), (1, "Tarnwerk: 没有一项服务能够启动，程序结束。\n"))
+            self.assertIn(f"Web服务：OFF\n端口 {self.home.ports['web']} 已被“", said)
+        self.stop(self.start_idle("SHOW"))
 
     def test_it_outlives_the_reader_of_its_output(self):
         process = self.home.start("START", output=subprocess.PIPE)

@@ -23,7 +23,8 @@ class AutostartTest(unittest.TestCase):
         self.entry = self.path / "config/autostart/Tarnwerk.desktop"
 
     def execute(self, *words, **variables):
-        subprocess.run(words, env=self.environment | variables, check=True, timeout=PATIENCE)
+        subprocess.run(words, env=self.environment | variables, check=True, timeout=PATIENCE,
+                       stdin=subprocess.DEVNULL)
 
     def expect_start(self, folder, home, **variables):
         """The probe in a folder of that name, started by the desktop for that program directory."""
@@ -42,6 +43,15 @@ class AutostartTest(unittest.TestCase):
         for folder in ("plain", "with blank", "名字", 'a"b`c$HOME\\d', "100%u of it"):
             with self.subTest(folder):
                 self.expect_start(folder, self.path / folder)
+
+    def test_after_an_update_the_running_program_enters_the_new_one(self):
+        program = self.path / "Tarnwerk"
+        shutil.copy(probe, program)
+        running = subprocess.Popen([program, "on"], env=self.environment, stdin=subprocess.PIPE)
+        shutil.copy(probe, self.path / "new")
+        (self.path / "new").rename(program)
+        running.communicate(timeout=PATIENCE)
+        self.assertIn(f"TryExec={program}\n", self.entry.read_text())
 
     def test_a_program_directory_of_its_own_is_kept(self):
         self.expect_start("program", "/tmp/a $1", TARNWERK_HOME="/tmp/a $1")
