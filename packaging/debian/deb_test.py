@@ -1,28 +1,24 @@
 """Tests the .deb in a fresh Debian: installs it, runs it as a user, updates and removes it.
 
-    deb_test.py PACKAGE.deb SAMPLE_FOLDER      as root
+    [SUITE=trixie] deb_test.py PACKAGE.deb SAMPLE_FOLDER      as root
 
-debootstrap creates the Debian, which is kept as an archive in the user's cache directory, as are
-the packages that apt downloads. Each run unpacks it again. It runs in its own mount, process and
-network namespaces, so that the usual ports are free and nothing outlives the test.
+It runs in its own mount, process and network namespaces, so that the usual ports are free and nothing
+outlives the test.
 """
 
+import contextlib
 import hashlib
 import os
 import pathlib
-import shutil
 import subprocess
 import sys
-import tempfile
-import time
 import unittest
 
+from fresh_debian import PATIENCE, Debian, wait_until
+from own_files import OWN_PORTS, OWNER, OwnFiles
+
 PACKAGE, SAMPLE = (pathlib.Path(word).resolve() for word in sys.argv[1:3])
-CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".cache")) / "tarnwerk"
-MIRROR = os.environ.get("TARNWERK_DEBIAN_MIRROR", "http://deb.debian.org/debian")
-SUITE = "bookworm"
-PATIENCE = 60  # seconds, for every wait
-USER = "ann"
+USER = "ann"  # begins with the sample site
 PORTS = {"web": 80, "ftp": 21, "smtp": 25, "pop3": 110}
 
 
@@ -35,125 +31,38 @@ def enter_own_namespaces():
                           sys.executable, "-B", *sys.argv])
 
 
-def base_archive():
-    archive = CACHE / f"debian-root-{SUITE}.tar"
-    if not archive.exists():
-        CACHE.mkdir(parents=True, exist_ok=True)
-        with tempfile.TemporaryDirectory(dir=CACHE) as work:
-            subprocess.run(["debootstrap", "--variant=minbase", SUITE, f"{work}/root", MIRROR],
-                           check=True, stdout=subprocess.DEVNULL)
-            subprocess.run(["tar", "--numeric-owner", "-C", f"{work}/root", "-cf", f"{work}/tar",
-                            "."], check=True)
-            os.rename(f"{work}/tar", archive)
-    return archive
-
-
-def wait_until(condition, what):
-    end = time.monotonic() + PATIENCE
-    while not condition():
-        if time.monotonic() > end:
-            raise AssertionError(f"timed out waiting for {what}")
-        time.sleep(0.1)
-
-
-class Debian:
-    """A separate machine, made of a root directory and a network namespace."""
-
-    def __init__(self):
-        self.root = pathlib.Path(tempfile.mkdtemp(prefix="tarnwerk-debian-"))
-        subprocess.run(["tar", "-C", self.root, "-xpf", base_archive()], check=True)
-        self.mount("-t", "proc", "proc", "proc")
-        self.mount("-t", "tmpfs", "tmpfs", "tmp")
-        self.mount("-t", "tmpfs", "tmpfs", "run")
-        packages = CACHE / "debian-packages"
-        (packages / "partial").mkdir(parents=True, exist_ok=True)
-        self.mount("--bind", packages, "var/cache/apt/archives")
-        shutil.copy("/etc/resolv.conf", self.root / "etc" / "resolv.conf")
-        # Keeps the packages in the cache for the next run.
-        (self.root / "etc/apt/apt.conf.d/99test").write_text(
-            'Binary::apt::APT::Keep-Downloaded-Packages "true";\nAPT::Sandbox::User "root";\n')
-        self.network = subprocess.Popen(["unshare", "--net", "sh", "-c",
-                                         "ip link set lo up && exec sleep infinity"])
-        wait_until(lambda: b"LOOPBACK,UP" in self.inside_network(["ip", "link"]), "a network")
-        self.run("useradd", "--create-home", USER)
-
-    def mount(self, *words):
-        *options, target = words
-        (self.root / target).mkdir(parents=True, exist_ok=True)
-        subprocess.run(["mount", *options, self.root / target], check=True)
-
-    def inside_network(self, words, **more):
-        return subprocess.run(["nsenter", f"--net=/proc/{self.network.pid}/ns/net", *words],
-                              stdout=subprocess.PIPE, timeout=PATIENCE, **more).stdout
-
-    def run(self, *words, check=True):
-        """Runs a command as root with the real network, and returns its output."""
-        environment = {"PATH": "/usr/sbin:/usr/bin:/sbin:/bin", "LC_ALL": "C.UTF-8",
-                       "DEBIAN_FRONTEND": "noninteractive", "HOME": "/root"}
-        done = subprocess.run(["chroot", self.root, *words], env=environment, timeout=900,
-                              stdin=subprocess.DEVNULL, capture_output=True)
-        if check and done.returncode:
-            raise AssertionError(f"{words} failed:\n{done.stdout.decode()}{done.stderr.decode()}")
-        return done.stdout.decode()
-
-    def user_words(self, command):
-        return ["nsenter", f"--net=/proc/{self.network.pid}/ns/net", "chroot", self.root,
-                "runuser", "-u", USER, "--", "env", "-i", f"HOME=/home/{USER}",
-                "PATH=/usr/bin:/bin", "LC_ALL=C.UTF-8", "sh", "-c", command]
-
-    def start_as_user(self, command):
-        return subprocess.Popen(self.user_words(command), stdin=subprocess.DEVNULL,
-                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-
-    def as_user(self, command):
-        done = subprocess.run(self.user_words(command), timeout=PATIENCE,
-                              stdin=subprocess.DEVNULL, capture_output=True)
-        if done.returncode:
-            raise AssertionError(f"{command} failed: {done.stdout.decode()}{done.stderr.decode()}")
-        return done.stdout.decode()
-
-    def install(self, *more):
-        shutil.copy(PACKAGE, self.root / "root" / PACKAGE.name)
-        return self.run("apt-get", "-q", "-y", "install", *more, f"/root/{PACKAGE.name}")
-
-    def accepts(self, port):
-        script = f"import socket; print(socket.socket().connect_ex(('127.0.0.1', {port})))"
-        return self.inside_network([sys.executable, "-c", script]).strip() == b"0"
-
-    def fetch(self, path, *words):
-        return self.inside_network(["curl", "-s", "--http0.9", "--max-time", "20", *words,
-                                    f"http://localhost{path}"])
-
-    def greeting(self, port):
-        script = ("import socket; s = socket.create_connection(('127.0.0.1', %d), 20); "
-                  "print(s.recv(3).decode())" % port)
-        return self.inside_network([sys.executable, "-c", script]).decode().strip()
-
-    def close(self):
-        self.network.kill()
-        self.network.wait()
-        # The mounts would end with the process, but the directory must be removed before.
-        for target in ("var/cache/apt/archives", "run", "tmp", "proc"):
-            subprocess.run(["umount", "--lazy", self.root / target], check=False)
-        shutil.rmtree(self.root)
-
-
 class DebTest(unittest.TestCase):
     """The life of one installation: each test is a step, in the order of the names."""
 
     @classmethod
     def setUpClass(cls):
-        cls.debian = Debian()
+        cls.debian = Debian([USER, OWNER])
         cls.addClassCleanup(cls.debian.close)
         cls.home = cls.debian.root / "home" / USER / ".local/share/tarnwerk"
         cls.program = cls.debian.root / "usr/lib/tarnwerk/Tarnwerk"
         cls.debian.run("apt-get", "-q", "update")
+        cls.own = OwnFiles(cls.debian)
 
-    def start(self, words="START SHOW", before=""):
-        process = self.debian.start_as_user(f"{before} exec tarnwerk {words}")
-        for name, port in PORTS.items():
-            wait_until(lambda port=port: self.debian.accepts(port), f"the port of {name}")
+    def setUp(self):
+        self.addCleanup(lambda: self.assertEqual(self.own.spoiled(), []))
+
+    def start(self, words="START SHOW", user=USER, ports=PORTS):
+        process = self.debian.start_as_user(f"exec tarnwerk {words}", user)
+        self.wait_for(ports)
         return process
+
+    def wait_for(self, ports):
+        for name, port in ports.items():
+            wait_until(lambda port=port: self.debian.accepts(port), f"the port of {name}")
+
+    def start_of_owner(self):
+        return self.start(user=OWNER, ports=OWN_PORTS)
+
+    def packages(self, *words):
+        """Changes packages, which leaves everything alone that is no package's."""
+        before = self.own.everything()
+        self.debian.run("apt-get", "-q", "-y", *words)
+        self.assertEqual(self.own.everything(), before)
 
     def stop(self, process):
         self.debian.as_user("tarnwerk STOP")
@@ -162,8 +71,10 @@ class DebTest(unittest.TestCase):
 
     def status(self, field):
         """A field of /proc/PID/status of the program."""
-        for entry in pathlib.Path("/proc").iterdir():
-            if entry.name.isdigit() and os.path.realpath(entry / "exe").endswith("/lib/tarnwerk/Tarnwerk"):
+        for entry in pathlib.Path("/proc").glob("[0-9]*"):
+            with contextlib.suppress(OSError):  # those that have ended meanwhile, and the kernel's
+                if not os.readlink(entry / "exe").endswith("/lib/tarnwerk/Tarnwerk"):
+                    continue
                 lines = (entry / "status").read_text().splitlines()
                 return dict(line.split(":\t", 1) for line in lines)[field].split()
         raise AssertionError("the program is not running")
@@ -175,7 +86,9 @@ class DebTest(unittest.TestCase):
                 if file.suffix not in (".dat", ".Log", ".log")}
 
     def test_1_services_alone_run_for_an_ordinary_user_on_the_usual_ports(self):
-        self.debian.install("--no-install-recommends")
+        before = self.own.everything()
+        self.debian.install(PACKAGE, "--no-install-recommends")
+        self.assertEqual(self.own.everything(), before)
         self.assertFalse(list(self.debian.root.glob("usr/lib/*/libgtk-3.so.0")))
         process = self.start()
         self.assertNotIn("0", self.status("Uid"))
@@ -199,7 +112,7 @@ class DebTest(unittest.TestCase):
         inode = self.program.stat().st_ino
         process = self.start()
         # An update while the program runs: it goes on, and the next start runs the new file.
-        self.debian.install("--reinstall", "--no-install-recommends")
+        self.debian.install(PACKAGE, "--reinstall", "--no-install-recommends")
         self.assertNotEqual(self.program.stat().st_ino, inode)
         self.assertEqual(self.debian.fetch("/"), b"<p>mine</p>")
         self.stop(process)
@@ -207,6 +120,49 @@ class DebTest(unittest.TestCase):
         self.assertEqual(self.debian.fetch("/"), b"<p>mine</p>")
         self.stop(process)
         self.assertEqual(self.content(), before)
+
+    def test_2a_a_user_with_files_everywhere_keeps_them_through_start_use_and_update(self):
+        process = self.start_of_owner()
+        page = (self.debian.root / "srv/bob/wwwroot/index.htm").read_bytes()
+        self.assertEqual(self.debian.fetch("/index.htm", port=OWN_PORTS["web"]), page)
+        self.debian.inside_network(["curl", "-s", "-T", "-", "ftp://a:b@localhost:2121/new.txt"],
+                                   input=b"new")
+        mail = ["MAIL FROM:<a@localhost>", "RCPT TO:<bob@localhost>", "DATA", "Subject: new\r\n\r\nnew\r\n.",
+                "QUIT"]
+        self.debian.talk(OWN_PORTS["smtp"], ["HELO a", *mail])
+        self.assertEqual((self.debian.root / "srv/bob/ftproot/new.txt").read_bytes(), b"new")
+        before = self.own.everything()
+        self.debian.install(PACKAGE, "--reinstall", "--no-install-recommends")
+        self.assertEqual(self.own.everything(), before)
+        self.assertEqual(self.debian.fetch("/index.htm", port=OWN_PORTS["web"]), page)
+        self.debian.as_user("tarnwerk STOP", user=OWNER)
+        self.assertEqual(process.wait(PATIENCE), 0)
+
+    def test_2b_without_home_nothing_is_written_beside_the_program(self):
+        before = sorted(self.program.parent.rglob("*"))
+        for user in (USER, "root"):
+            process = self.debian.start_as_user("cd /usr/lib/tarnwerk; exec env -u HOME tarnwerk START SHOW",
+                                                user)
+            self.wait_for(PORTS)
+            self.debian.as_user("exec env -u HOME tarnwerk STOP", user)
+            self.assertEqual(process.wait(PATIENCE), 0)
+        self.assertEqual(sorted(self.program.parent.rglob("*")), before)
+
+    def test_2c_the_desktop_starts_the_services_of_the_running_program(self):
+        process = self.debian.start_as_user("exec tarnwerk SHOW")
+        wait_until(lambda: list(self.debian.root.glob("tmp/Tarnwerk-*/*.start")), "the program")
+        entry = (self.debian.root / "usr/share/applications/tarnwerk.desktop").read_text()
+        command = entry.split("[Desktop Action start]")[1].split("Exec=")[1].split("\n")[0]
+        self.debian.as_user("tarnwerk START")  # ends and changes nothing
+        self.assertFalse(self.debian.accepts(PORTS["ftp"]))
+        self.debian.as_user(command)
+        self.wait_for(PORTS)
+        self.stop(process)
+
+    def test_2d_without_any_service_the_program_fails(self):
+        process = self.start()
+        self.debian.as_user("TARNWERK_HOME=/tmp/other tarnwerk START", code=1)
+        self.stop(process)
 
     def test_3_window_opens_with_the_recommended_packages(self):
         recommended = self.debian.run("dpkg-query", "-W", "-f", "${Recommends}", "tarnwerk")
@@ -224,20 +180,50 @@ class DebTest(unittest.TestCase):
         self.assertEqual(self.status("CapPrm"), [f"{1 << 10:016x}"])
         self.stop(process)
 
-    def test_4_desktop_entry_icons_and_man_pages_are_found(self):
+    def test_4_desktop_entry_icons_manuals_completions_and_symbols_are_found(self):
         share = self.debian.root / "usr/share"
         self.debian.run("desktop-file-validate", "/usr/share/applications/tarnwerk.desktop")
         sizes = {folder.parent.parent.name for folder in
                  share.glob("icons/hicolor/*/apps/tarnwerk.*")}
         self.assertTrue({"16x16", "48x48", "256x256", "512x512", "scalable"} <= sizes, sizes)
+        version = self.debian.as_user("tarnwerk --version").split()[1]
+        self.assertEqual(version, PACKAGE.name.split("_")[1])
+        self.assertIn("\n  START ", self.debian.as_user("tarnwerk --help"))
         for language in ("", "zh_CN/"):
             self.assertTrue((share / f"man/{language}man1/tarnwerk.1.gz").exists())
+            self.assertIn(version, self.debian.run("zcat", f"/usr/share/man/{language}man1/tarnwerk.1.gz"))
+        script = ("source /usr/share/bash-completion/completions/tarnwerk; "
+                  "COMP_WORDS=(tarnwerk st) COMP_CWORD=1; _tarnwerk; echo ${COMPREPLY[*]}")
+        self.assertEqual(self.debian.run("bash", "-c", script), "START STOP\n")
+        symbols = PACKAGE.with_name(PACKAGE.name.replace("tarnwerk_", "tarnwerk-dbgsym_"))
+        self.debian.install(symbols)
+        notes = subprocess.run(["readelf", "-n", self.program], capture_output=True, check=True, text=True)
+        build = notes.stdout.split("Build ID: ")[1].split()[0]
+        self.assertTrue((self.debian.root / f"usr/lib/debug/.build-id/{build[:2]}/{build[2:]}.debug").exists())
         self.assertEqual(self.debian.run("dpkg", "--verify", "tarnwerk"), "")
 
-    def test_5_removal_leaves_the_users_files_and_nothing_else(self):
+    def test_5_removal_ends_every_users_program_and_leaves_their_files(self):
+        processes = [self.start(), self.start_of_owner()]
+        # An update has replaced the file that both run.
+        self.debian.install(PACKAGE, "--reinstall", "--no-install-recommends")
+        self.assertEqual([process.poll() for process in processes], [None, None])
         before = self.content()
-        self.debian.run("apt-get", "-q", "-y", "purge", "tarnwerk")
-        left = [path for path in self.debian.root.glob("usr/**/*") if "tarnwerk" in path.name.lower()]
+        self.debian.run("apt-get", "-q", "-y", "remove", "tarnwerk")
+        self.assertFalse(any(self.debian.accepts(port) for port in [*PORTS.values(), *OWN_PORTS.values()]))
+        self.assertEqual([process.wait(PATIENCE) for process in processes], [0, 0])
+        self.assertEqual(self.content(), before)
+
+    def test_6_reinstalled_purged_and_gone_it_leaves_the_users_files_and_nothing_else(self):
+        before = self.content()
+        self.packages("install", "--no-install-recommends", f"/root/{PACKAGE.name}")
+        self.packages("remove", "tarnwerk")
+        self.packages("install", "--no-install-recommends", f"/root/{PACKAGE.name}")
+        process = self.start_of_owner()
+        self.debian.as_user("tarnwerk STOP", user=OWNER)
+        self.assertEqual(process.wait(PATIENCE), 0)
+        self.packages("purge", "tarnwerk")
+        left = [path for path in self.debian.root.glob("usr/**/*")
+                if "tarnwerk" in path.name.lower() and "local" not in path.parts]
         self.assertEqual(left, [])
         self.assertEqual(self.content(), before)
         self.assertIn("mailroot/User/ann/Message_1.eml", before)
