@@ -120,16 +120,22 @@ void Tarnwerk::CloseRunningInstance() {
 }
 
 bool Tarnwerk::BecomeRunningInstance() {
-  const std::filesystem::path executable = platform::ExecutablePath();
-  instance_ = platform::RunningInstance::Announce(executable, platform::ProgramDirectory());
+  instance_ =
+      platform::RunningInstance::Announce(platform::ExecutablePath(), platform::ProgramDirectory());
   if (!instance_) {
-    if (platform::HandsStartOver()) {
-      succeeded_ = platform::AskToStart(executable, platform::ProgramDirectory());
-    }
+    if (platform::HandsStartOver()) HandStartOver();
     return false;
   }
   FillNewProgramDirectory();
   return true;
+}
+
+void Tarnwerk::HandStartOver() {
+  succeeded_ = platform::AskToStart(platform::ExecutablePath(), platform::ProgramDirectory());
+  if (!succeeded_) {
+    platform::SayOnStandardError(
+        "Tarnwerk: the running instance cannot be asked to start services");
+  }
 }
 
 void Tarnwerk::RecordProgramPath() {

@@ -49,6 +49,7 @@ class Tarnwerk : public core::StartupSteps {
   Running& Made();
   void Close();
   bool ServesInVain();
+  void HandStartOver();
 
   const settings::Program& program_;
   core::SystemProxy proxy_;
