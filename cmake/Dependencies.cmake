@@ -55,16 +55,16 @@ endforeach()
 target_link_libraries(wx INTERFACE ${wxLibraries})
 
 # QR codes: Debian's package, and for Windows a static build of its source.
-add_library(qrencode INTERFACE)
+add_library(qrcodegen INTERFACE)
 if(WIN32)
-  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/cmake/windows_qrencode.sh
-                  OUTPUT_VARIABLE windowsQrencode OUTPUT_STRIP_TRAILING_WHITESPACE
+  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/cmake/windows_qrcodegen.sh
+                  OUTPUT_VARIABLE windowsQrcodegen OUTPUT_STRIP_TRAILING_WHITESPACE
                   COMMAND_ERROR_IS_FATAL ANY)
-  target_include_directories(qrencode SYSTEM INTERFACE ${windowsQrencode}/include)
-  target_link_libraries(qrencode INTERFACE ${windowsQrencode}/lib/libqrencode.a)
+  target_include_directories(qrcodegen SYSTEM INTERFACE ${windowsQrcodegen}/include)
+  target_link_libraries(qrcodegen INTERFACE ${windowsQrcodegen}/lib/libqrcodegencpp.a)
 else()
-  find_library(QRENCODE_LIBRARY qrencode REQUIRED)
-  target_link_libraries(qrencode INTERFACE ${QRENCODE_LIBRARY})
+  find_library(QRCODEGEN_LIBRARY qrcodegencpp REQUIRED)
+  target_link_libraries(qrcodegen INTERFACE ${QRCODEGEN_LIBRARY})
 endif()
 
 # Hashes of passwords: the same.

@@ -1,25 +1,30 @@
 #include "ui/controls/qr_code.h"
 
-#include <qrencode.h>
-
-#include <memory>
+#include <qrcodegen/qrcodegen.hpp>
 
 namespace ui {
 namespace {
 
-constexpr int kSmallestVersion = 0;  // the smallest that holds the text
+QrCode CopyOf(const qrcodegen::QrCode& made) {
+  QrCode code{.size = made.getSize(), .dark = {}};
+  for (int row = 0; row < code.size; ++row) {
+    for (int column = 0; column < code.size; ++column) {
+      code.dark.push_back(made.getModule(column, row));
+    }
+  }
+  return code;
+}
 
 }  // namespace
 
 std::optional<QrCode> MakeQrCode(const std::string& text) {
-  // Level M tolerates a seventh of unreadable modules: screens reflect light.
-  const std::unique_ptr<QRcode, void (*)(QRcode*)> made(
-      QRcode_encodeString8bit(text.c_str(), kSmallestVersion, QR_ECLEVEL_M), QRcode_free);
-  if (!made) return std::nullopt;
-  QrCode code{.size = made->width, .dark = {}};
-  const int modules = code.size * code.size;
-  for (int i = 0; i < modules; ++i) code.dark.push_back((made->data[i] & 1U) != 0);
-  return code;
+  if (text.empty()) return std::nullopt;
+  try {
+    // Level M tolerates a seventh of unreadable modules: screens reflect light.
+    return CopyOf(qrcodegen::QrCode::encodeText(text.c_str(), qrcodegen::QrCode::Ecc::MEDIUM));
+  } catch (const qrcodegen::data_too_long&) {
+    return std::nullopt;
+  }
 }
 
 }  // namespace ui
