@@ -32,7 +32,8 @@ if(TARNWERK_HARDEN AND NOT TARNWERK_SANITIZE AND CMAKE_BUILD_TYPE STREQUAL Relea
   # The compiler may come with a level of its own.
   add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
   if(WIN32)
-    add_link_options(-Wl,--nxcompat,--dynamicbase,--high-entropy-va)
+    # The compiler's own library has what the checks call, and is linked on request.
+    add_link_options(-fstack-protector-strong -Wl,--nxcompat,--dynamicbase,--high-entropy-va)
   else()
     add_compile_options(-fstack-clash-protection)
     add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
