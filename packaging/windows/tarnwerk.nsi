@@ -1,9 +1,9 @@
-; The Windows installer. packaging/windows/make defines VERSION, ICON, OUTPUT and INSTALL_COMMANDS
-; (a file with a command for each file and folder).
+; The Windows installer. packaging/windows/make defines VERSION, ICON, OUTPUT, INSTALL_COMMANDS and
+; REMOVE_COMMANDS (files with a command for each file and folder).
 ;
 ; It installs the program for one user or for all users. Pages, files and messages are in each
 ; user's local application data; the installer does not touch them, and the uninstaller only on
-; request.
+; request. Both delete nothing but what an installer put there.
 
 Unicode true
 Target amd64-unicode
@@ -21,6 +21,8 @@ ManifestDPIAware true
 !define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_VALUENAME "InstallLocation"
 !define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_KEY "${KEY}"
 !define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_VALUENAME "InstallLocation"
+!define MULTIUSER_INSTALLMODE_FUNCTION UseNamedFolder
+!define MULTIUSER_INSTALLMODE_UNFUNCTION un.UseNamedFolder
 !define MULTIUSER_USE_PROGRAMFILES64
 !define MULTIUSER_MUI
 !include MultiUser.nsh
@@ -52,6 +54,7 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "© 2026 The Tarnwerk developers"
 !insertmacro MUI_PAGE_WELCOME
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
 !insertmacro MUI_PAGE_COMPONENTS
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE ChooseFolder
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
@@ -75,12 +78,12 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "© 2026 The Tarnwerk developers"
 !insertmacro Text DATA "删除我的网页、文件和邮件" "Delete my pages, files and messages"
 !insertmacro Text DATA_MORE "同时删除数据文件夹和设置。无法恢复！" "Deletes the data folder and the settings too. This cannot be undone!"
 
-!macro StopProgram
-  ; Windows cannot replace or delete the file of a running program.
-  ${If} ${FileExists} "$INSTDIR\Tarnwerk.exe"
-    ExecWait '"$INSTDIR\Tarnwerk.exe" STOP'
-  ${EndIf}
-!macroend
+!include packaging/windows/running.nsh
+!include packaging/windows/folder.nsh
+
+; What the command line asks for, 1 or 0.
+Var start
+Var filesOnly
 
 ; Sets ${variable} to 1 if the word is on the command line, else to 0.
 !macro HasWord prefix word variable
@@ -96,12 +99,25 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "© 2026 The Tarnwerk developers"
 
 Section "$(PROGRAM)" SectionProgram
   SectionIn RO
-  !insertmacro StopProgram
-  ; The sample of an older version may have files that this one lacks.
-  RMDir /r "$INSTDIR\sample"
+  Call ChooseFolder ; without a window nobody has chosen yet
+  ReadRegStr $5 SHCTX "${KEY}" "InstallLocation"
+  ${If} $5 != ""
+  ${AndIf} $5 != $INSTDIR
+    StrCpy $0 $5
+    Call StopProgram
+  ${EndIf}
+  StrCpy $0 $INSTDIR
+  Call StopProgram
+  Call RemoveOlder
+  ${If} $5 != ""
+    StrCpy $0 $5
+    Call RemoveOlder
+  ${EndIf}
+  SetOutPath "$INSTDIR"
+  ; First, so that what was broken off is known as an installation.
+  WriteUninstaller "$INSTDIR\uninstall.exe"
   !include "${INSTALL_COMMANDS}"
   SetOutPath "$INSTDIR"
-  WriteUninstaller "$INSTDIR\uninstall.exe"
   WriteRegStr SHCTX "${KEY}" "DisplayName" "Tarnwerk"
   WriteRegStr SHCTX "${KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr SHCTX "${KEY}" "DisplayIcon" "$INSTDIR\Tarnwerk.exe"
@@ -125,22 +141,15 @@ SectionEnd
 
 Section "un.$(PROGRAM)" SectionUnProgram
   SectionIn RO
-  !insertmacro StopProgram
-  Delete "$SMPROGRAMS\Tarnwerk.lnk"
-  Delete "$SMSTARTUP\Tarnwerk.lnk"
-  ; The entry that the program's option to start with Windows creates.
-  ReadRegStr $0 HKLM "${RUN}" "Tarnwerk"
-  ${If} $0 == "$INSTDIR\Tarnwerk.exe"
-    DeleteRegValue HKLM "${RUN}" "Tarnwerk"
+  StrCpy $0 $INSTDIR
+  Call un.StopProgram
+  ${If} $filesOnly = 0
+    Call un.ForgetInstallation
   ${EndIf}
-  DeleteRegKey SHCTX "${KEY}"
-  Delete "$INSTDIR\Tarnwerk.exe"
-  Delete "$INSTDIR\readme.txt"
-  Delete "$INSTDIR\licences.txt"
-  Delete "$INSTDIR\使用说明.html"
+  !include "${REMOVE_COMMANDS}"
   Delete "$INSTDIR\uninstall.exe"
-  RMDir /r "$INSTDIR\sample"
   ; Succeeds only if the folder is empty: other files are kept.
+  SetOutPath "$TEMP"
   RMDir "$INSTDIR"
 SectionEnd
 
@@ -161,23 +170,55 @@ SectionEnd
   !insertmacro MUI_DESCRIPTION_TEXT ${SectionUnData} "$(DATA_MORE)"
 !insertmacro MUI_UNFUNCTION_DESCRIPTION_END
 
-; The installer may have administrator rights; a server should not.
+; Another installation may be registered by now.
+Function un.ForgetInstallation
+  ReadRegStr $0 SHCTX "${KEY}" "InstallLocation"
+  ${If} $0 == $INSTDIR
+    Delete "$SMPROGRAMS\Tarnwerk.lnk"
+    Delete "$SMSTARTUP\Tarnwerk.lnk"
+    DeleteRegKey SHCTX "${KEY}"
+  ${EndIf}
+  ; The entry that the program's option to start with Windows creates.
+  ReadRegStr $0 HKLM "${RUN}" "Tarnwerk"
+  ${If} $0 == "$INSTDIR\Tarnwerk.exe"
+    DeleteRegValue HKLM "${RUN}" "Tarnwerk"
+  ${EndIf}
+FunctionEnd
+
+; The installer may have administrator rights; a server should not. What starts at login, with the
+; services, is started in the same way.
 Function StartAsUser
-  Exec '"$WINDIR\explorer.exe" "$INSTDIR\Tarnwerk.exe"'
+  StrCpy $0 "$SMSTARTUP\Tarnwerk.lnk"
+  ${IfNot} ${FileExists} $0
+    StrCpy $0 "$INSTDIR\Tarnwerk.exe"
+  ${EndIf}
+  Exec '"$WINDIR\explorer.exe" "$0"'
 FunctionEnd
 
 Function .onInit
+  StrCpy $namedFolder $INSTDIR
   !insertmacro MULTIUSER_INIT
   !insertmacro HasWord "" "/Autostart" $0
   ${If} $0 == 1
     !insertmacro SelectSection ${SectionAutostart}
   ${EndIf}
+  !insertmacro HasWord "" "/Start" $start
+FunctionEnd
+
+; With a window, the last page asks.
+Function .onInstSuccess
+  ${If} ${Silent}
+  ${AndIf} $start = 1
+    Call StartAsUser
+  ${EndIf}
 FunctionEnd
 
 Function un.onInit
+  StrCpy $namedFolder $INSTDIR
   !insertmacro MULTIUSER_UNINIT
   !insertmacro HasWord "un." "/RemoveData" $0
   ${If} $0 == 1
     !insertmacro SelectSection ${SectionUnData}
   ${EndIf}
+  !insertmacro HasWord "un." "/FilesOnly" $filesOnly
 FunctionEnd

@@ -2,176 +2,238 @@
 
     windows_test.py SETUP.exe PORTABLE.zip SAMPLE_FOLDER      as root, with a display
 
-Wine and the clients run in a network namespace, in which the usual ports are free. The Wine prefix
-is in the build tree; the traces of earlier runs are removed first.
+The traces of earlier runs are removed first.
 """
 
-import os
+import hashlib
 import pathlib
-import shutil
+import smtplib
 import subprocess
 import sys
-import time
 import unittest
+import zipfile
+
+from own_files import CHOSEN, OWN_PORTS, OwnFiles
+from wine_machine import PATIENCE, PORTS, WineMachine, accepts, enter_own_network, fetch, wait_until
 
 SETUP, ZIP, SAMPLE = (pathlib.Path(word).resolve() for word in sys.argv[1:4])
-ROOT = pathlib.Path(__file__).resolve().parents[2]
-PREFIX = ROOT / "build" / "packages-wine-prefix"
-PATIENCE = 90  # seconds, for every wait
-PORTS = {"web": 80, "ftp": 21, "smtp": 25, "pop3": 110}
-UNINSTALL = r"Software\Microsoft\Windows\CurrentVersion\Uninstall\Tarnwerk"
-
-sys.path.insert(0, str(ROOT / "tests" / "support"))
-from program import accepts, fetch  # noqa: E402
+# From the licences of what the program contains.
+LICENCES = ("Copyright (c) 2026 The Tarnwerk developers", "GNU LIBRARY GENERAL PUBLIC LICENSE",
+            "wxWindows Library Licence, applying", "nanosvg", "Apache License", "CC0",
+            "Boost Software License", "Project Nayuki", "PNG Reference Library", "Jean-loup Gailly",
+            "Fedor Indutny", "winpthreads", "GCC RUNTIME LIBRARY EXCEPTION", "GNU GENERAL PUBLIC LICENSE")
 
 
-def enter_own_network():
-    """Restarts this script in a network namespace and with a display, unless it has them."""
-    if os.environ.get("TARNWERK_OWN_NETWORK"):
-        subprocess.run(["ip", "link", "set", "lo", "up"], check=True)
-        return
-    os.environ["TARNWERK_OWN_NETWORK"] = "1"
-    os.execvp("unshare", ["unshare", "--net", "xvfb-run", "-a", "-s", "-screen 0 1280x1024x24",
-                          sys.executable, "-B", *sys.argv])
-
-
-def wait_until(condition, what):
-    end = time.monotonic() + PATIENCE
-    while not condition():
-        if time.monotonic() > end:
-            raise AssertionError(f"timed out waiting for {what}")
-        time.sleep(0.1)
-
-
-def wine(*words, check=True):
-    """Runs a Windows program to its end and returns its output."""
-    done = subprocess.run([ROOT / "cmake/wine.sh", *words], stdin=subprocess.DEVNULL,
-                          capture_output=True, timeout=PATIENCE * 2)
-    if check and done.returncode:
-        raise AssertionError(f"{words} ended with {done.returncode}: {done.stdout + done.stderr}")
-    return done.stdout.decode(errors="replace")
-
-
-def registry_value(root, name):
-    """A value of the uninstaller's registry key; empty if missing."""
-    for line in wine("reg", "query", f"{root}\\{UNINSTALL}", "/v", name, check=False).splitlines():
-        if "REG_" in line:
-            return line.split("REG_SZ")[-1].strip()
-    return ""
+def hashes(folder):
+    """Those of everything in the folder, except of what every start changes."""
+    return {str(file.relative_to(folder)): hashlib.sha256(file.read_bytes()).hexdigest()
+            for file in folder.rglob("*") if file.is_file()
+            if file.suffix not in (".dat", ".Log", ".log")}
 
 
 class WindowsTest(unittest.TestCase):
+    maxDiff = None
+
     @classmethod
     def setUpClass(cls):
-        os.environ["TARNWERK_WINEPREFIX"] = str(PREFIX)
-        cls.end_wine()
-        wine("cmd", "/c", "exit")
-        # The Wine server's sockets stay in the network namespace in which it started.
-        cls.addClassCleanup(cls.end_wine)
-        cls.drive = PREFIX / "drive_c"
-        cls.user = next(folder for folder in (cls.drive / "users").iterdir()
-                        if folder.name not in ("Public", "Default"))
-        cls.data = cls.user / "AppData/Local/Tarnwerk"
-        cls.own_programs = cls.user / "AppData/Local/Programs/Tarnwerk"
-        cls.common_programs = cls.drive / "Program Files/Tarnwerk"
-        os.environ["TARNWERK_HOSTS"] = str(PREFIX / "hosts")
-
-    @staticmethod
-    def end_wine():
-        subprocess.run(["wineserver", "--kill"], env=dict(os.environ, WINEPREFIX=str(PREFIX)),
-                       check=False, stderr=subprocess.DEVNULL)
+        cls.machine = WineMachine()
+        cls.addClassCleanup(cls.machine.close)
 
     def setUp(self):
-        for folder in (self.data, self.own_programs, self.common_programs):
-            shutil.rmtree(folder, ignore_errors=True)
-        for root in ("HKCU", "HKLM"):
-            wine("reg", "delete", f"{root}\\{UNINSTALL}", "/f", check=False)
-        for common in (False, True):
-            for folder in ("", "StartUp"):
-                self.start_menu(common, folder).unlink(missing_ok=True)
-
-    def start_menu(self, common=False, folder=""):
-        base = self.drive / "ProgramData" if common else self.user / "AppData/Roaming"
-        return base / "Microsoft/Windows/Start Menu/Programs" / folder / "Tarnwerk.lnk"
+        self.new = self.machine.drive / "new folder"
+        self.stick = self.machine.drive / "stick 便携"
+        self.chosen = self.machine.drive / CHOSEN
+        self.machine.forget_earlier_runs(
+            self.new, self.stick, self.chosen, *self.machine.drive.glob("own *"),
+            self.machine.user / "AppData/Roaming/Tarnwerk")
 
     def expect_service(self, program):
         """Starts the program, checks that every port serves the sample, and stops it."""
-        process = subprocess.Popen([ROOT / "cmake/wine.sh", program, "START", "SHOW"],
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
-        for name, port in PORTS.items():
-            wait_until(lambda port=port: accepts(port), f"the port of {name}")
-        page = fetch(PORTS["web"], b"GET / HTTP/1.0\r\n\r\n")
-        form = b"name=Li&message=hello"
-        answer = subprocess.run(["curl", "-s", "--http0.9", "--max-time", "40", "-d", form,
-                                 "http://localhost/guestbook.cgi"], stdout=subprocess.PIPE,
-                                check=False).stdout.decode()
-        wine(program, "STOP")
-        process.wait(PATIENCE)
-        self.assertFalse(any(accepts(port) for port in PORTS.values()))
+        with self.machine.started(program):
+            page = fetch(PORTS["web"], b"GET / HTTP/1.0\r\n\r\n")
+            answer = subprocess.run(["curl", "-s", "--http0.9", "--max-time", "40", "-d",
+                                     "name=Li&message=hello", "http://localhost/guestbook.cgi"],
+                                    stdout=subprocess.PIPE, check=False).stdout.decode()
         self.assertIn("<strong>Li</strong>：hello", answer)
         return page
 
-    def uninstall(self, program_folder, *words):
-        uninstaller = program_folder / "uninstall.exe"
+    def expect_licences(self, folder):
+        text = (folder / "licences.txt").read_text(encoding="utf-8-sig")
+        self.assertEqual([words for words in LICENCES if words not in text], [])
+
+    def install(self, *words, folder=None):
+        self.machine.run(SETUP, "/S", *words, *self.named(folder))
+
+    def named(self, folder):
+        """The last words of the installer, which takes them without quotation marks."""
+        return f"/D={self.machine.path(folder)}".split(" ") if folder else ()
+
+    def uninstall(self, folder, *words):
         # The uninstaller continues as a copy of itself, which can delete the original.
-        wine(uninstaller, "/S", *words)
-        wait_until(lambda: not program_folder.exists(), "the end of the uninstaller")
+        self.machine.run(folder / "uninstall.exe", "/S", *words)
+        wait_until(lambda: not (folder / "uninstall.exe").exists(), "the end of the uninstaller")
+        wait_until(lambda: not folder.exists() or list(folder.iterdir()), "the end of the folder")
 
     def test_user_installs_serves_updates_and_uninstalls(self):
-        wine(SETUP, "/S", "/CurrentUser")
-        self.assertTrue(self.start_menu().exists())
-        self.assertFalse(self.start_menu(folder="StartUp").exists())
-        self.assertEqual(registry_value("HKCU", "DisplayName"), "Tarnwerk")
-        program = self.own_programs / "Tarnwerk.exe"
-        sample = (SAMPLE / "wwwroot/index.htm").read_bytes()
-        self.assertEqual(self.expect_service(program), sample)
-        self.assertTrue((self.data / "startflg.dat").exists())
+        machine, programs, data = self.machine, self.machine.own_programs, self.machine.data
+        self.install("/CurrentUser")
+        self.assertTrue(machine.start_menu().exists())
+        self.assertFalse(machine.start_menu(folder="StartUp").exists())
+        self.assertEqual(machine.registered("DisplayName"), "Tarnwerk")
+        self.expect_licences(programs)
+        program = programs / "Tarnwerk.exe"
+        self.assertEqual(self.expect_service(program), (SAMPLE / "wwwroot/index.htm").read_bytes())
+        self.assertTrue((data / "startflg.dat").exists())
 
-        # An update, while the program runs.
-        (self.data / "wwwroot/index.htm").write_text("<p>mine</p>")
-        (self.data / "mailroot/User/ann").mkdir(parents=True)
-        message = self.data / "mailroot/User/ann/Message_1.eml"
-        message.write_text("Subject: kept")
-        process = subprocess.Popen([ROOT / "cmake/wine.sh", program, "START", "SHOW"],
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
-        wait_until(lambda: accepts(PORTS["web"]), "the Web service")
-        wine(SETUP, "/S", "/Autostart")
-        process.wait(PATIENCE)
-        self.assertTrue(self.start_menu(folder="StartUp").exists())
+        # An update while the program runs. It starts again, as it would at login.
+        (data / "wwwroot/index.htm").write_text("<p>mine</p>")
+        with machine.started(program) as process:
+            self.install("/Autostart", "/Start")
+            self.assertEqual(process.wait(PATIENCE), 0)
+            machine.wait_for(PORTS)
+            machine.run(program, "STOP")
+        self.assertTrue(machine.start_menu(folder="StartUp").exists())
         self.assertEqual(self.expect_service(program), b"<p>mine</p>")
 
-        self.uninstall(self.own_programs, "/CurrentUser")
-        self.assertFalse(self.start_menu().exists() or self.start_menu(folder="StartUp").exists())
-        self.assertEqual(registry_value("HKCU", "DisplayName"), "")
-        self.assertEqual((self.data / "wwwroot/index.htm").read_text(), "<p>mine</p>")
-        self.assertEqual(message.read_text(), "Subject: kept")
+        self.uninstall(programs, "/CurrentUser")
+        self.assertFalse(programs.exists())
+        self.assertFalse(machine.start_menu().exists() or machine.start_menu(folder="StartUp").exists())
+        self.assertEqual(machine.registered("DisplayName"), "")
+        self.assertEqual((data / "wwwroot/index.htm").read_text(), "<p>mine</p>")
 
     def test_users_have_separate_pages_after_an_installation_for_all(self):
-        wine(SETUP, "/S", "/AllUsers")
-        self.assertTrue(self.start_menu(common=True).exists())
-        self.assertEqual(registry_value("HKLM", "InstallLocation"), r"C:\Program Files\Tarnwerk")
-        before = sorted(self.common_programs.rglob("*"))
-        self.expect_service(self.common_programs / "Tarnwerk.exe")
-        self.assertTrue((self.data / "wwwroot/cgi-bin/guestbook.txt").exists())
-        self.assertEqual(sorted(self.common_programs.rglob("*")), before)
+        machine, programs = self.machine, self.machine.common_programs
+        self.install("/AllUsers")
+        self.assertTrue(machine.start_menu(common=True).exists())
+        self.assertEqual(machine.registered("InstallLocation", "HKLM"), r"C:\Program Files\Tarnwerk")
+        before = hashes(programs)
+        self.expect_service(programs / "Tarnwerk.exe")
+        self.assertTrue((machine.data / "wwwroot/cgi-bin/guestbook.txt").exists())
+        self.assertEqual(hashes(programs), before)
 
-        # Other files in the program's folder are kept.
-        (self.common_programs / "mine.txt").write_text("mine")
-        wine(self.common_programs / "uninstall.exe", "/S", "/AllUsers", "/RemoveData")
-        wait_until(lambda: not (self.common_programs / "uninstall.exe").exists(),
-                   "the end of the uninstaller")
-        wait_until(lambda: not self.data.exists(), "the end of the data folder")
-        self.assertEqual([file.name for file in self.common_programs.iterdir()], ["mine.txt"])
-        self.assertFalse(self.start_menu(common=True).exists())
+        # Other files in the program's folders are kept, by the update too.
+        (programs / "mine.txt").write_text("mine")
+        (programs / "sample/wwwroot/mine.htm").write_text("mine")
+        self.install("/AllUsers")
+        self.uninstall(programs, "/AllUsers", "/RemoveData")
+        wait_until(lambda: not machine.data.exists(), "the end of the data folder")
+        self.assertEqual(sorted(hashes(programs)), ["mine.txt", "sample/wwwroot/mine.htm"])
+        self.assertFalse(machine.start_menu(common=True).exists())
 
-    def test_portable_program_keeps_everything_beside_itself(self):
-        folder = self.drive / "stick 便携"
-        shutil.rmtree(folder, ignore_errors=True)
-        subprocess.run(["unzip", "-q", ZIP, "-d", folder], check=True)
-        self.addCleanup(shutil.rmtree, folder)
-        self.expect_service(folder / "Tarnwerk/Tarnwerk.exe")
-        self.assertTrue((folder / "Tarnwerk/startflg.dat").exists())
-        self.assertFalse(self.data.exists())
+    def test_named_folder_gets_the_program_and_another_one_moves_it(self):
+        machine = self.machine
+        self.install(folder=self.new)
+        self.assertEqual(machine.registered("InstallLocation"), machine.path(self.new))
+        installed = hashes(self.new)
+        self.assertTrue({"Tarnwerk.exe", "uninstall.exe", "sample/Server.ini"} <= set(installed))
+        self.install()  # an update stays there
+        self.assertEqual((hashes(self.new), machine.own_programs.exists()), (installed, False))
+        # In the other folder are things of the user's.
+        self.chosen.mkdir()
+        (self.chosen / "readme.txt").write_text("mine")
+        with machine.started(self.new / "Tarnwerk.exe"):
+            self.install(folder=self.chosen)
+        self.assertFalse(self.new.exists())
+        self.assertEqual(set(hashes(self.chosen / "Tarnwerk")), set(installed))
+        self.uninstall(self.chosen / "Tarnwerk")
+        self.assertEqual([file.name for file in self.chosen.iterdir()], ["readme.txt"])
+        self.assertEqual(machine.registered("InstallLocation"), "")
+
+    def test_nothing_is_installed_where_the_user_has_a_folder_of_that_name(self):
+        (self.chosen / "Tarnwerk").mkdir(parents=True)
+        (self.chosen / "Tarnwerk/mine.txt").write_text("mine")
+        self.assertEqual(self.machine.run(SETUP, "/S", *self.named(self.chosen), check=False), 2)
+        self.assertEqual(list(hashes(self.chosen)), ["Tarnwerk/mine.txt"])
+        self.assertEqual(self.machine.registered("InstallLocation"), "")
+
+    def test_program_that_cannot_be_asked_to_end_goes_on_and_nothing_changes(self):
+        machine, programs = self.machine, self.machine.own_programs
+        self.install()
+        before = hashes(programs)
+        with machine.started_on_another_desktop(programs / "Tarnwerk.exe"):
+            self.assertEqual(machine.run(SETUP, "/S", check=False), 3)
+            # In its own place and not as a copy, so that its exit code can be seen.
+            self.assertEqual(machine.run(programs / "uninstall.exe", "/S", f"_?={machine.path(programs)}",
+                                         check=False), 3)
+            self.assertTrue(accepts(PORTS["web"]))
+            self.assertEqual(hashes(programs), before)
+            self.assertTrue(machine.registered("InstallLocation") and machine.start_menu().exists())
+        self.uninstall(programs)
+
+    def test_a_user_with_files_everywhere_keeps_them(self):
+        machine = self.machine
+        own = OwnFiles(machine)
+        self.addCleanup(lambda: self.assertEqual(own.spoiled(), []))
+
+        def untouched(change, *words):
+            before = own.everything()
+            change(*words)
+            self.assertEqual(own.everything(), before)
+
+        programs = self.chosen / "Tarnwerk"
+        program = programs / "Tarnwerk.exe"
+
+        def install():
+            self.install(folder=self.chosen)
+
+        untouched(install)
+        for _ in range(2):
+            with machine.started(program, OWN_PORTS):
+                self.use_services()
+            self.assertEqual(own.spoiled(), [])
+            untouched(self.install)
+        # An update under way changes what a stop changes, and nothing else.
+        with machine.started(program, OWN_PORTS) as process:
+            install()
+            self.assertEqual(process.wait(PATIENCE), 0)
+        self.assertEqual(own.spoiled(), [])
+        untouched(self.uninstall, programs)
+        self.assertFalse(programs.exists())
+        untouched(install)
+        with machine.started(program, OWN_PORTS):
+            self.use_services()
+        untouched(self.uninstall, programs)
+
+    def use_services(self):
+        page = (self.machine.drive / "own 站点/wwwroot/index.htm").read_bytes()
+        self.assertEqual(fetch(OWN_PORTS["web"], b"GET /index.htm HTTP/1.0\r\n\r\n"), page)
+        subprocess.run(["curl", "-s", "-T", "-", f"ftp://a:b@127.0.0.1:{OWN_PORTS['ftp']}/new.txt"],
+                       input=b"new", check=True, timeout=PATIENCE)
+        self.assertEqual((self.machine.drive / "own 站点/ftproot/new.txt").read_bytes(), b"new")
+        with smtplib.SMTP("127.0.0.1", OWN_PORTS["smtp"], timeout=PATIENCE) as client:
+            client.sendmail("a@example.org", "bob@localhost", "Subject: new\r\n\r\nnew")
+        self.assertTrue((self.machine.drive / "own 站点/mailroot/User/bob/Message_2.eml").exists())
+
+    def unpack(self):
+        subprocess.run(["unzip", "-q", "-o", ZIP, "-d", self.stick], check=True)
+
+    def test_portable_program_keeps_everything_beside_itself_when_a_newer_one_is_unpacked(self):
+        folder = self.stick / "Tarnwerk"
+        self.unpack()
+        self.expect_licences(folder)
+        of_zip = {name.removeprefix("Tarnwerk/") for name in zipfile.ZipFile(ZIP).namelist()}
+        self.expect_service(folder / "Tarnwerk.exe")
+        self.assertTrue((folder / "startflg.dat").exists())
+        self.assertFalse(self.machine.data.exists())
+        # The user changes everything, deletes a page and has more.
+        users = set(hashes(folder)) - of_zip
+        self.assertTrue({"Server.ini", "wwwroot/index.htm", "ftproot/readme.txt"} <= users, users)
+        for name in users - {"Server.ini", "wwwroot/cgi-bin/guestbook.cgi"}:
+            (folder / name).write_text(f"mine: {name}")
+        with (folder / "Server.ini").open("a") as settings:
+            settings.write("[Own]\r\nMine=1\r\n")
+        (folder / "wwwroot/about.htm").unlink()
+        (folder / "mailroot/User/ann").mkdir(parents=True)
+        (folder / "mailroot/User/ann/Message_1.eml").write_text("Subject: mine")
+        before = hashes(folder)
+        self.unpack()
+        self.assertEqual(hashes(folder), before)
+        self.assertEqual(self.expect_service(folder / "Tarnwerk.exe"), b"mine: wwwroot/index.htm")
+        after = hashes(folder)
+        for written_by_the_guestbook in ("guestbook.txt", "TempFileIn"):
+            for state in (before, after):
+                del state[f"wwwroot/cgi-bin/{written_by_the_guestbook}"]
+        self.assertEqual(after, before)
 
 
 if __name__ == "__main__":
