@@ -21,8 +21,7 @@ Failure Append(File& file, const ByteRange& range, std::string& bytes) {
   const auto size = static_cast<std::size_t>(range.size);
   bytes.resize(before + size);
   std::error_code error;
-  file.Seek(range.begin, error);
-  const std::size_t count = error ? 0 : file.Read(bytes.data() + before, size, error);
+  const std::size_t count = file.ReadAt(range.begin, bytes.data() + before, size, error);
   if (error) return platform::SystemMessage(error);
   if (count < size) return "the file has become shorter";
   return std::nullopt;
