@@ -10,7 +10,7 @@ import random
 import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
-from program import PATIENCE, ProgramTest, run_tests  # noqa: E402
+from program import PATIENCE, ProgramTest, free_port, run_tests  # noqa: E402
 
 BIG = random.Random(1).randbytes(3000001)
 
@@ -57,8 +57,8 @@ class FtpClientsTest(ProgramTest):
         self.assertIn("文件.txt\n".encode(), curl("pub/"))
         self.assertEqual(curl("big.bin"), BIG)
         # Active mode. A range: it binds one port for EPRT, which is refused, and needs another.
-        port = random.randrange(20000, 32000)
-        self.assertEqual(curl("big.bin", "--ftp-port", f"127.0.0.1:{port}-{port + 50}"), BIG)
+        port = free_port(2)
+        self.assertEqual(curl("big.bin", "--ftp-port", f"127.0.0.1:{port}-{port + 1}"), BIG)
         local = self.home.file("tree/deep/a.bin")
         curl("new.bin", "-T", local, code=25)  # a refused upload
         curl("up/new.bin", "-T", local)

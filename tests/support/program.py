@@ -29,16 +29,33 @@ def chinese_locales():
     return folder
 
 
-def free_port():
-    """One that is free now and fits 16 bits with a sign, as the settings need it."""
-    while True:
-        port = random.randrange(20000, 32000)
+_taken_ports = []  # what keeps them taken, until this process ends
+
+
+def _take(port):
+    """Whether this process has the port now, and has it until its end."""
+    # A name that is the whole machine's, as a port is, and ends with the process.
+    name = socket.socket(socket.AF_UNIX)
+    try:
+        name.bind(f"\0tarnwerk-test-port-{port}")
         with socket.socket() as probe:
-            try:
-                probe.bind(("", port))
-                return port
-            except OSError:
-                continue
+            probe.bind(("", port))
+    except OSError:
+        name.close()
+        return False
+    _taken_ports.append(name)
+    return True
+
+
+def free_port(count=1):
+    """The first of `count` neighbours that are free and that no other test gets, whether or not anything
+    listens on them. They fit 16 bits with a sign, as the settings need it, and are below those that
+    the system gives to clients.
+    """
+    while True:
+        first = random.randrange(20000, 32000)
+        if all(_take(first + number) for number in range(count)):
+            return first
 
 
 def accepts(port):
