@@ -80,13 +80,24 @@ else()
   target_link_libraries(argon2 INTERFACE ${ARGON2_LIBRARY})
 endif()
 
-# The reader of HTTP requests: Debian's node-llhttp has its sources in C, which serve both systems.
-find_path(LLHTTP_INCLUDE_DIR llhttp.h PATHS /usr/share/include/llhttp NO_CMAKE_FIND_ROOT_PATH REQUIRED)
-add_library(llhttp STATIC
-  /usr/share/llhttp/api.c /usr/share/llhttp/http.c /usr/share/llhttp/llhttp.c)
-target_include_directories(llhttp SYSTEM PUBLIC ${LLHTTP_INCLUDE_DIR})
-target_compile_options(llhttp PRIVATE -w)
-set_target_properties(llhttp PROPERTIES POSITION_INDEPENDENT_CODE ON)
+# The reader of HTTP requests, compiled in: on Debian 13 its static library; Debian 12 has its sources
+# in C, which serve both systems.
+if(NOT WIN32)
+  find_library(LLHTTP_LIBRARY libllhttp.a)
+endif()
+if(LLHTTP_LIBRARY)
+  find_path(LLHTTP_INCLUDE_DIR llhttp.h REQUIRED)
+  add_library(llhttp INTERFACE)
+  target_include_directories(llhttp SYSTEM INTERFACE ${LLHTTP_INCLUDE_DIR})
+  target_link_libraries(llhttp INTERFACE ${LLHTTP_LIBRARY})
+else()
+  find_path(LLHTTP_INCLUDE_DIR llhttp.h PATHS /usr/share/include/llhttp NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  add_library(llhttp STATIC
+    /usr/share/llhttp/api.c /usr/share/llhttp/http.c /usr/share/llhttp/llhttp.c)
+  target_include_directories(llhttp SYSTEM PUBLIC ${LLHTTP_INCLUDE_DIR})
+  target_compile_options(llhttp PRIVATE -w)
+  set_target_properties(llhttp PROPERTIES POSITION_INDEPENDENT_CODE ON)
+endif()
 
 # GoogleTest as GTest::gtest, GTest::gmock, GTest::gtest_main and GTest::gmock_main. Debian's
 # libraries are for g++ on Linux; for other compilers Debian's sources are built.

@@ -50,9 +50,10 @@ class StatusNotifier::System {
       : onLost_(std::move(onLost)),
         watch_(g_bus_watch_name_on_connection(SessionBus(), kTray, G_BUS_NAME_WATCHER_FLAGS_NONE,
                                               nullptr, OnVanished, this, nullptr)),
-        indicator_(app_indicator_new_with_path("tarnwerk", iconName.c_str(),
-                                               APP_INDICATOR_CATEGORY_APPLICATION_STATUS,
-                                               iconFolder.c_str())) {
+        // By its properties: newer versions of the library warn of its constructors.
+        indicator_(static_cast<AppIndicator*>(g_object_new(
+            APP_INDICATOR_TYPE, "id", "tarnwerk", "category", "ApplicationStatus", "icon-name",
+            iconName.c_str(), "icon-theme-path", iconFolder.c_str(), nullptr))) {
     app_indicator_set_title(indicator_, title.c_str());
   }
   ~System() {
