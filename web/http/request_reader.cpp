@@ -50,6 +50,8 @@ bool IsHost(std::string_view text) {
   });
 }
 
+bool IsBeyondAscii(char c) { return static_cast<unsigned char>(c) > 127; }
+
 }  // namespace
 
 struct RequestReader::State {
@@ -67,7 +69,11 @@ struct RequestReader::State {
     return -1;
   }
 
-  int OnField(std::string_view piece);
+  /// What came where the parser found this.
+  std::string_view Original(const char* at, std::size_t size) const {
+    return came.substr(static_cast<std::size_t>(at - parsed.data()), size);
+  }
+
   int OnFieldEnd();
   int OnHeaderEnd();
   int OnChunk();
@@ -81,6 +87,8 @@ struct RequestReader::State {
   const std::size_t longestBody;
   llhttp_t parser = {};
   HttpRequest request;
+  std::string_view came;    // what is being parsed
+  std::string_view parsed;  // the same, with lines in ASCII
   std::string fieldName;
   std::string fieldValue;
   HeaderSyntax syntax{HeaderSyntax::Of::kHeader};
@@ -99,19 +107,19 @@ llhttp_settings_t RequestReader::State::Settings() {
   llhttp_settings_t settings;
   llhttp_settings_init(&settings);
   settings.on_method = [](llhttp_t* source, const char* at, std::size_t size) {
-    Of(source).request.method.append(at, size);
+    Of(source).request.method += Of(source).Original(at, size);
     return 0;
   };
   settings.on_url = [](llhttp_t* source, const char* at, std::size_t size) {
-    Of(source).request.target.append(at, size);
+    Of(source).request.target += Of(source).Original(at, size);
     return 0;
   };
   settings.on_header_field = [](llhttp_t* source, const char* at, std::size_t size) {
-    Of(source).fieldName.append(at, size);
+    Of(source).fieldName += Of(source).Original(at, size);
     return 0;
   };
   settings.on_header_value = [](llhttp_t* source, const char* at, std::size_t size) {
-    Of(source).fieldValue.append(at, size);
+    Of(source).fieldValue += Of(source).Original(at, size);
     return 0;
   };
   settings.on_header_value_complete = [](llhttp_t* source) { return Of(source).OnFieldEnd(); };
@@ -207,22 +215,33 @@ Progress RequestReader::State::ReadBody(std::string_view& bytes) {
   return isTooLong ? RefuseWith(kBodyTooLarge) : progress;
 }
 
-// `piece` is the beginning of `bytes`.
+// `piece` is the beginning of `bytes`. Newer versions of the parser take nothing but ASCII in a
+// target. They get a "!" for other bytes, which is as wrong as these in a method, a version or a
+// length.
 Progress RequestReader::State::ReadPiece(std::string_view piece, std::string_view& bytes) {
-  const llhttp_errno_t error = llhttp_execute(&parser, piece.data(), piece.size());
+  std::string ascii;
+  came = parsed = piece;
+  if (IsInLines() && std::any_of(piece.begin(), piece.end(), IsBeyondAscii)) {
+    ascii = piece;
+    std::replace_if(ascii.begin(), ascii.end(), IsBeyondAscii, '!');
+    parsed = ascii;
+  }
+  const llhttp_errno_t error = llhttp_execute(&parser, parsed.data(), parsed.size());
   if (error == HPE_OK) {
     bytes.remove_prefix(piece.size());
     return Progress::kIncomplete;
   }
   const char* const end = llhttp_get_error_pos(&parser);
   if (error == HPE_PAUSED) {
-    bytes.remove_prefix(static_cast<std::size_t>(end - piece.data()));
+    bytes.remove_prefix(static_cast<std::size_t>(end - parsed.data()));
     llhttp_resume(&parser);
     return isComplete ? Progress::kComplete : Progress::kIncomplete;
   }
   if (refusal != 0) return Progress::kRefused;
+  // Beside a length, a coding is wrong whether or not it is known.
   const bool isUnknown =
-      error == HPE_INVALID_TRANSFER_ENCODING || (error == HPE_INVALID_METHOD && IsInMethod(*end));
+      (error == HPE_INVALID_TRANSFER_ENCODING && (parser.flags & F_CONTENT_LENGTH) == 0) ||
+      (error == HPE_INVALID_METHOD && IsInMethod(*end));
   return RefuseWith(isUnknown ? kNotImplemented : kBadRequest);
 }
 
