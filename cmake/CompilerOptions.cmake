@@ -6,6 +6,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
   target_compile_options(tarnwerk_options INTERFACE -Wno-restrict)
 endif()
 target_include_directories(tarnwerk_options INTERFACE ${CMAKE_SOURCE_DIR})
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND NOT WIN32)
+  # Nothing replaces our functions at load time, so code for a module may be inlined like any other.
+  add_compile_options(-fno-semantic-interposition)
+endif()
 
 if(TARNWERK_SANITIZE)
   target_compile_options(tarnwerk_options INTERFACE
