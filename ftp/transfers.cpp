@@ -23,6 +23,9 @@ constexpr std::int32_t kChunkBytes = 4096;
 // Chunks that are handed to the system together; other clients get their turns in between.
 constexpr std::int32_t kChunksPerTurn = 4096;
 
+// The same of a listing. What a peer does not take of it at once is copied.
+constexpr std::size_t kListingPiece = std::size_t{256} << 10;
+
 }  // namespace
 
 Task<bool> Transfers::SendFtpListing(int slot) {
@@ -36,7 +39,7 @@ Task<bool> Transfers::SendFtpListing(int slot) {
   Task<std::optional<std::string>> building =
       TrapErrors(errors_, BuildListing(files_, ModCommon::AddSlash(session.physicalDir),
                                        sessions_.StateOf(slot).lastCommand, data, memory));
-  const std::optional<std::string> listing = co_await building;
+  std::optional<std::string> listing = co_await building;
   // Other events ran meanwhile: the slot may have another connection by now.
   if (data->IsClosed()) co_return false;
   if (!listing || listing->empty()) {
@@ -45,15 +48,20 @@ Task<bool> Transfers::SendFtpListing(int slot) {
   }
   memory->KeepOnly(listing->size());
   session.listingMemory = memory;
-  data->SendData(*listing);
-  data->StartHandler(CloseWhenSent(slot, data));
+  data->StartHandler(SendListing(slot, data, std::move(*listing)));
   co_return true;
 }
 
-// Of a listing. Like a download a handler of its data connection, with which it ends.
-Task<> Transfers::CloseWhenSent(int slot, Client data) {
-  Task<> sent = data->Sent();
-  co_await sent;
+// Like a download a handler of its data connection, with which it ends.
+Task<> Transfers::SendListing(int slot, Client data, std::string listing) {
+  for (std::size_t at = 0; at < listing.size(); at += kListingPiece) {
+    if (at > 0) co_await net::YieldToEvents();
+    const std::string_view piece = std::string_view(listing).substr(at, kListingPiece);
+    const bool isLast = at + piece.size() == listing.size();
+    data->SendData(piece, isLast ? platform::Departure::kWithEnd : platform::Departure::kAtOnce);
+    Task<> sent = data->Sent();
+    co_await sent;
+  }
   connections_.CloseDataSocket(slot, ActivityEnd::kComplete);
 }
 

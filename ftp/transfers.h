@@ -52,7 +52,7 @@ class Transfers {
 
  private:
   void ShowTransfer(net::Connection& data, net::Activity::Kind kind, const std::string& path) const;
-  net::Task<> CloseWhenSent(int slot, Client data);
+  net::Task<> SendListing(int slot, Client data, std::string listing);
   bool OpenFile(FtpSession& session) const;
   net::Task<> SendChunks(int slot, Client data);
   void WriteUploadData(int slot, std::string_view bytes);
