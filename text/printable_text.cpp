@@ -30,6 +30,9 @@ std::size_t ControlLength(std::string_view text) {
   return IsThreeByteControl(text) ? 3 : 0;
 }
 
+// No part of any control character.
+bool IsPlain(char c) { return c >= ' ' && c < '\x7F'; }
+
 std::string_view Cut(std::string_view text, std::size_t most) {
   // In bytes. A longer sequence is not UTF-8 and may be cut anywhere.
   constexpr std::size_t kLongestCharacter = 4;
@@ -49,6 +52,10 @@ std::string Printable(std::string_view text, std::size_t most) {
   std::string line;
   line.reserve(rest.size());
   while (!rest.empty()) {
+    const std::size_t plain = PrefixLength(rest, IsPlain);
+    line += rest.substr(0, plain);
+    rest.remove_prefix(plain);
+    if (rest.empty()) break;
     const std::size_t control = ControlLength(rest);
     line += control > 0 ? '?' : rest.front();
     rest.remove_prefix(std::max<std::size_t>(control, 1));

@@ -136,12 +136,12 @@ OpenFolder::~OpenFolder() = default;
 OpenFolder::OpenFolder(OpenFolder&&) noexcept = default;
 
 EntryFacts OpenFolder::Inspect(std::string_view name, std::error_code& error) const {
-  return platform::Inspect(handle_->folder.Get(), NameBytes(name).c_str(), AT_SYMLINK_NOFOLLOW,
-                           error);
+  return platform::Inspect(handle_->folder.Get(), NameBytes(std::string(name)).c_str(),
+                           AT_SYMLINK_NOFOLLOW, error);
 }
 
 std::uint64_t OpenFolder::ReadableSize(std::string_view name, std::error_code& error) const {
-  return ReadableSizeIn(handle_->folder.Get(), NameBytes(name).c_str(), error);
+  return ReadableSizeIn(handle_->folder.Get(), NameBytes(std::string(name)).c_str(), error);
 }
 
 FileStamp StampOf(const std::filesystem::path& path, std::error_code& error) {

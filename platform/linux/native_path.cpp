@@ -28,11 +28,13 @@ std::string NativeBytes(std::string_view pathText) {
   // Some encodings need fewer bytes than UTF-8, but never less than half.
   constexpr std::size_t kMost = std::size_t{2} * PATH_MAX;
   std::string native(pathText);
-  std::replace(native.begin(), native.end(), '\\', '/');
+  // Every character is written, so that compilers make whole registers of it.
+  std::transform(native.begin(), native.end(), native.begin(),
+                 [](char c) { return c == '\\' ? '/' : c; });
   const auto isSecond = [](char first, char second) { return first == '/' && second == '/'; };
   native.erase(std::unique(native.begin(), native.end(), isSecond), native.end());
   if (native.size() > kMost) return {};
-  native = NameBytes(native);
+  native = NameBytes(std::move(native));
   return native.size() < PATH_MAX ? native : std::string();
 }
 

@@ -18,8 +18,8 @@ TEST(MediaType, IsThatOfTheLastEndingInAnyCaseAndNeverBreaksAHeader) {
       {"a...\\..\\b.\xFF", "application/octet-stream"},
   };
   for (const auto& one : cases) {
-    EXPECT_EQ(MediaTypeOf(one.name, "", true), one.type) << one.name;
-    EXPECT_FALSE(IsTextFile(one.name)) << one.name;
+    EXPECT_EQ(TypeByName(one.name), one.type) << one.name;
+    EXPECT_FALSE(DependsOnBytes(TypeByName(one.name))) << one.name;
   }
 }
 
@@ -61,8 +61,9 @@ TEST(MediaType, NamesTheSetOfATextThatDoesNotNameItItself) {
        false, "application/octet-stream"},
   };
   for (const auto& one : cases) {
-    EXPECT_EQ(MediaTypeOf(one.name, one.beginning, one.isWhole), one.type) << one.beginning;
-    EXPECT_TRUE(IsTextFile(one.name)) << one.name;
+    const std::string named = TypeByName(one.name);
+    EXPECT_TRUE(DependsOnBytes(named)) << one.name;
+    EXPECT_EQ(MediaTypeOf(named, one.beginning, one.isWhole), one.type) << one.beginning;
   }
 }
 

@@ -99,7 +99,7 @@ std::string Icon(std::string_view kind) { return FillPage(kIcon, {{"kind", std::
 
 std::string PictureOf(const ListedEntry& entry, const std::string& link) {
   if (entry.isFolder) return Icon("folder");
-  const std::string type = MediaTypeOf(entry.name, {}, true);
+  const std::string type = MediaTypeOf(TypeByName(entry.name), {}, true);
   return HasPreview(entry, type) ? FillPage(kPreview, {{"link", link}}) : Icon(KindOf(type));
 }
 

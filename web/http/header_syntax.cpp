@@ -1,6 +1,5 @@
 #include "web/http/header_syntax.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -22,13 +21,6 @@ constexpr std::array<bool, 256> kTokens = [] {
   return tokens;
 }();
 
-// Of the bytes of that kind at the beginning.
-template <class IsKind>
-std::size_t LengthOf(std::string_view bytes, IsKind isKind) {
-  const auto* const end = std::find_if_not(bytes.begin(), bytes.end(), isKind);
-  return static_cast<std::size_t>(end - bytes.begin());
-}
-
 }  // namespace
 
 bool IsInToken(char c) { return kTokens[static_cast<unsigned char>(c)]; }
@@ -47,10 +39,11 @@ std::size_t HeaderSyntax::Take(std::string_view bytes) {
 
 // Of what neither ends the part of the line where we are nor begins another: most of a header.
 std::size_t HeaderSyntax::PlainLength(std::string_view bytes) const {
-  if (part_ == Part::kName) return LengthOf(bytes, IsInToken);
-  if (part_ == Part::kValue) return LengthOf(bytes, [](char c) { return !text::IsControl(c); });
+  if (part_ == Part::kName) return text::PrefixLength(bytes, IsInToken);
+  if (part_ == Part::kValue)
+    return text::PrefixLength(bytes, [](char c) { return !text::IsControl(c); });
   if (part_ != Part::kRequestLine || blanks_ == kBlanks) return 0;
-  return LengthOf(bytes, [](char c) { return c != ' ' && !text::IsControl(c); });
+  return text::PrefixLength(bytes, [](char c) { return c != ' ' && !text::IsControl(c); });
 }
 
 bool HeaderSyntax::Step(char c) {

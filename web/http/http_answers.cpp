@@ -114,7 +114,7 @@ std::string ReadBeginning(File& file, std::size_t most) {
 
 }  // namespace
 
-Task<HttpResponse> HttpAnswers::Answer(HttpRequest request, Client client) {
+Task<HttpResponse> HttpAnswers::Answer(HttpRequest&& request, const Client& client) {
   auto target = ParseTarget(request.target);
   if (!target) {
     Begin(*client, Kind::kCommand, request.method + " " + request.target, "");
@@ -128,13 +128,19 @@ Task<HttpResponse> HttpAnswers::Answer(HttpRequest request, Client client) {
   return Known(IsKnownMethod(request.method) ? NotAllowed("GET, HEAD, POST") : Refused(501));
 }
 
+Task<HttpResponse> HttpAnswers::Refuse(int status, net::Connection& client) {
+  client.Begin({.what = "HTTP"});
+  return Known(Refused(status));
+}
+
 // Files and folders
 
-Task<HttpResponse> HttpAnswers::Get(HttpRequest request, RequestTarget target, Client client) {
+Task<HttpResponse> HttpAnswers::Get(HttpRequest&& request, RequestTarget&& target,
+                                    const Client& client) {
   const bool mayRead = site_.options.MayRead() && !IsAmongPrograms(target.path);
   if (!mayRead) {
     Begin(*client, Kind::kDownload, target.path, "");
-    co_return Forbidden(request, target, *client);
+    return Known(Forbidden(request, target, *client));
   }
   for (const std::string& name : NamesOf(target.path)) {
     const std::string resource = ResourceOf(name);
@@ -142,19 +148,18 @@ Task<HttpResponse> HttpAnswers::Get(HttpRequest request, RequestTarget target, C
     if (!target.namesFolder) {
       if (File file = site_.files.OpenIfExists(path); file.IsOpen()) {
         Begin(*client, Kind::kDownload, resource, path);
-        co_return SendFile(request, resource, std::move(file));
+        return Known(SendFile(request, resource, std::move(file)));
       }
     }
     if (!site_.files.FolderExists(path)) continue;
     if (!target.namesFolder) {
       Begin(*client, Kind::kBrowse, name, path);
-      co_return Redirected(target.path + "/", target.query);
+      return Known(Redirected(target.path + "/", target.query));
     }
-    Task<HttpResponse> showing = ShowFolder(std::move(request), name, std::move(target), client);
-    co_return co_await showing;
+    return ShowFolder(std::move(request), name, std::move(target), client);
   }
   Begin(*client, Kind::kDownload, ResourceOf(target.path), "");
-  co_return Refused(404);
+  return Known(Refused(404));
 }
 
 // `name`: the folder's, in UTF-8, without a "/" at the end but for "/" itself.
@@ -204,9 +209,10 @@ HttpResponse HttpAnswers::SendFile(const HttpRequest& request, const std::string
     site_.searchCopies.AddServed(site_.files, site_.options.WebRootDir, resource);
   }
   const std::uint64_t size = file.SizeWhenOpened();
+  std::string type = TypeByName(resource);
   std::string beginning;
-  if (IsTextFile(resource)) beginning = ReadBeginning(file, kTypeBeginning);
-  const std::string type = MediaTypeOf(resource, beginning, beginning.size() == size);
+  if (DependsOnBytes(type)) beginning = ReadBeginning(file, kTypeBeginning);
+  type = MediaTypeOf(std::move(type), beginning, beginning.size() == size);
   WantedRanges wanted;
   const bool mayBePart = request.method == "GET" && AreRangesOf(request, validators);
   if (mayBePart) wanted = ParseRanges(request[HttpRequest::kRange], size);
@@ -262,7 +268,7 @@ HttpResponse HttpAnswers::ProgramPage(File page) const {
   response.fields = header.fields;
   const std::string_view content = std::string_view(beginning).substr(header.size);
   if (!header.hasType) {
-    response.AddField("Content-Type", MediaTypeOf("page.htm", content, beginning.size() == size));
+    response.AddField("Content-Type", MediaTypeOf("text/html", content, beginning.size() == size));
   }
   if (header.size == 0) response.AddField("Cache-Control", "no-store");
   response.body.push_back({.range = {header.size, size - header.size}});

@@ -18,16 +18,20 @@ namespace ModWeb {
 
 class HttpAnswers {
  public:
+  using Client = std::shared_ptr<net::Connection>;
+
   /// Everything in `site` must outlive this object, which must outlive its tasks.
   explicit HttpAnswers(const WebSite& site) : site_(site) {}
 
-  /// Begins the client's activity, and returns the answer. Nothing is sent.
-  net::Task<HttpResponse> Answer(HttpRequest request, std::shared_ptr<net::Connection> client);
+  /// Begins the client's activity, and returns the answer. Nothing is sent. What takes longer than
+  /// this call takes the request along.
+  net::Task<HttpResponse> Answer(HttpRequest&& request, const Client& client);
+
+  /// The answer to what is no request.
+  static net::Task<HttpResponse> Refuse(int status, net::Connection& client);
 
  private:
-  using Client = std::shared_ptr<net::Connection>;
-
-  net::Task<HttpResponse> Get(HttpRequest request, RequestTarget target, Client client);
+  net::Task<HttpResponse> Get(HttpRequest&& request, RequestTarget&& target, const Client& client);
   net::Task<HttpResponse> Post(HttpRequest request, RequestTarget target, Client client);
   net::Task<HttpResponse> ShowFolder(HttpRequest request, std::string name, RequestTarget target,
                                      Client client);

@@ -31,10 +31,7 @@ class HttpConversations {
   struct Conversation {
     Conversation(const Client& client, std::size_t longestBody) : of(client), reader(longestBody) {}
 
-    void ForgetTaken() {
-      unread.clear();
-      taken = 0;
-    }
+    RequestReader::Progress Read();
 
     std::weak_ptr<net::Connection> of;
     RequestReader reader;
@@ -46,7 +43,6 @@ class HttpConversations {
   std::shared_ptr<Conversation> ConversationOf(int slot, const Client& client);
   net::Task<> Go(std::shared_ptr<Conversation> conversation, Client client);
   WriteOptions OptionsFor(const HttpRequest& request) const;
-  net::Task<bool> Send(HttpResponse response, WriteOptions options, Client client);
   std::size_t LongestBody() const;
 
   const WebSite site_;

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/ascii.h"
 #include "platform/media_types.h"
 #include "web/http/text_charset.h"
 
 namespace ModWeb {
 namespace {
+
+using platform::IsAsciiLetterOrDigit;
 
 struct KnownType {
   std::string_view ending;
@@ -77,21 +80,14 @@ constexpr std::array kTypes = {
 static_assert(std::is_sorted(kTypes.begin(), kTypes.end(),
                              [](auto& left, auto& right) { return left.ending < right.ending; }));
 
-bool IsLetterOrDigit(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
-
 // In lower case; empty if there is none. The dot of a hidden name does not begin an ending.
 std::string EndingOf(std::string_view path) {
-  constexpr std::string_view kSeparators = "\\/";
+  const auto isSeparator = [](char c) { return c == '\\' || c == '/'; };
   const std::size_t dot = path.rfind('.');
-  if (dot == std::string_view::npos || dot == 0) return {};
+  if (dot == std::string_view::npos || dot == 0 || isSeparator(path[dot - 1])) return {};
   std::string ending(path.substr(dot + 1));
-  const bool isHidden = kSeparators.find(path[dot - 1]) != std::string_view::npos;
-  if (isHidden || ending.find_first_of(kSeparators) != std::string::npos) return {};
-  for (char& c : ending) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
+  if (std::any_of(ending.begin(), ending.end(), isSeparator)) return {};
+  std::transform(ending.begin(), ending.end(), ending.begin(), platform::LowerAscii);
   return ending;
 }
 
@@ -99,7 +95,8 @@ std::string EndingOf(std::string_view path) {
 bool IsMediaType(std::string_view type) {
   constexpr std::size_t kLongest = 127;
   const auto isAllowed = [](char c) {
-    return IsLetterOrDigit(c) || std::string_view("/!#$&^_.+-").find(c) != std::string_view::npos;
+    return IsAsciiLetterOrDigit(c) ||
+           std::string_view("/!#$&^_.+-").find(c) != std::string_view::npos;
   };
   const std::size_t slash = type.find('/');
   return type.size() <= kLongest && slash > 0 && slash + 1 < type.size() &&
@@ -109,12 +106,18 @@ bool IsMediaType(std::string_view type) {
 std::string SystemTypeOf(std::string_view ending) {
   constexpr std::size_t kLongest = 32;
   if (ending.size() > kLongest) return {};
-  if (!std::all_of(ending.begin(), ending.end(), IsLetterOrDigit)) return {};
+  if (!std::all_of(ending.begin(), ending.end(), IsAsciiLetterOrDigit)) return {};
   std::string type = platform::MediaTypeOfEnding(ending);
   return IsMediaType(type) ? type : std::string();
 }
 
-// Without the character set. Empty if `name` has no ending.
+bool IsText(std::string_view type) {
+  return type.starts_with("text/") || type.ends_with("xml") || type.ends_with("json") ||
+         type.ends_with("javascript");
+}
+
+}  // namespace
+
 std::string TypeByName(std::string_view name) {
   const std::string ending = EndingOf(name);
   if (ending.empty()) return {};
@@ -126,24 +129,14 @@ std::string TypeByName(std::string_view name) {
   return type.empty() ? std::string(kUnknown) : type;
 }
 
-bool IsText(std::string_view type) {
-  return type.starts_with("text/") || type.ends_with("xml") || type.ends_with("json") ||
-         type.ends_with("javascript");
-}
+bool DependsOnBytes(std::string_view type) { return type.empty() || IsText(type); }
 
-}  // namespace
-
-bool IsTextFile(std::string_view name) {
-  const std::string type = TypeByName(name);
-  return type.empty() || IsText(type);
-}
-
-std::string MediaTypeOf(std::string_view name, std::string_view beginning, bool isWhole) {
-  std::string type = TypeByName(name);
+std::string MediaTypeOf(std::string type, std::string_view beginning, bool isWhole) {
   if (type.empty()) type = IsPlainText(beginning, isWhole) ? kPlainText : kUnknown;
   if (!IsText(type)) return type;
-  const std::string charset = CharsetFor(type, beginning, isWhole);
-  return charset.empty() ? type : type + "; charset=" + charset;
+  const std::string_view charset = CharsetFor(type, beginning, isWhole);
+  if (!charset.empty()) type.append("; charset=").append(charset);
+  return type;
 }
 
 }  // namespace ModWeb

@@ -15,12 +15,15 @@ namespace ModWeb {
 /// As much of the beginning of a file as helps.
 inline constexpr std::size_t kTypeBeginning = std::size_t{16} << 10;
 
-/// Whether the type of a file with that name depends on its beginning.
-bool IsTextFile(std::string_view name);
+/// For example "text/html"; "application/octet-stream" for an ending that is not known, and empty
+/// for a name without one. `name` may be a whole path, with either separator.
+std::string TypeByName(std::string_view name);
 
-/// For example "text/html; charset=utf-8"; "application/octet-stream" for what is not known. `name`
-/// may be a whole path, with either separator. `beginning` matters if IsTextFile, and `isWhole`
-/// tells whether it is all of the file.
-std::string MediaTypeOf(std::string_view name, std::string_view beginning, bool isWhole);
+/// Whether the bytes of a file say more than such a type by its name.
+bool DependsOnBytes(std::string_view type);
+
+/// The whole type, for example "text/html; charset=utf-8", of a file with that type by its name.
+/// `beginning` matters if DependsOnBytes, and `isWhole` tells whether it is all of the file.
+std::string MediaTypeOf(std::string type, std::string_view beginning, bool isWhole);
 
 }  // namespace ModWeb

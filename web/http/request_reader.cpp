@@ -45,6 +45,7 @@ bool IsHost(std::string_view text) {
   static constexpr std::string_view kOthersInToken = "#^`|";
   static constexpr std::string_view kMarks = "(),;=:[]";
   return std::all_of(text.begin(), text.end(), [](char c) {
+    if (platform::IsAsciiLetterOrDigit(c)) return true;
     if (!IsInToken(c)) return kMarks.find(c) != std::string_view::npos;
     return kOthersInToken.find(c) == std::string_view::npos;
   });

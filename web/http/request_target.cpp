@@ -48,10 +48,14 @@ std::optional<std::string> Unescaped(std::string_view text) {
   return plain;
 }
 
+bool IsSeparator(char c) { return c == '/' || c == '\\'; }
+bool IsInName(char c) { return !IsSeparator(c); }
+bool IsInPath(char c) { return c != '?' && c != '#'; }
+
 std::optional<std::string> Resolved(std::string_view path) {
   std::vector<std::string_view> names;
   while (!path.empty()) {
-    const std::string_view name = path.substr(0, path.find_first_of("/\\"));
+    const std::string_view name = path.substr(0, text::PrefixLength(path, IsInName));
     path.remove_prefix(std::min(name.size() + 1, path.size()));
     if (name.empty() || name == ".") continue;
     if (name != "..") {
@@ -74,7 +78,7 @@ std::optional<RequestTarget> ParseTarget(std::string_view target) {
   const auto local = WithoutHost(target);
   if (!local) return std::nullopt;
   target = *local;
-  const std::size_t end = std::min(target.find_first_of("?#"), target.size());
+  const std::size_t end = text::PrefixLength(target, IsInPath);
   const auto path = Unescaped(target.substr(0, end));
   if (!path || !(path->starts_with('/') || path->empty())) return std::nullopt;
   const auto resolved = Resolved(*path);

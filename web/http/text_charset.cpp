@@ -96,7 +96,7 @@ bool IsBinary(char c) {
 
 }  // namespace
 
-std::string CharsetFor(std::string_view type, std::string_view beginning, bool isWhole) {
+std::string_view CharsetFor(std::string_view type, std::string_view beginning, bool isWhole) {
   const bool isAscii = IsAscii(beginning);
   if (isAscii && type == "text/html") return {};
   if (HasByteOrderMark(beginning) || DeclaresCharset(type, beginning)) return {};
