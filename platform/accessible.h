@@ -7,7 +7,7 @@
 
 namespace platform {
 
-enum class AccessibleRole { kItsOwn, kButton, kPicture, kStatusBar, kTable, kTree };
+enum class AccessibleRole { kItsOwn, kButton, kLink, kPicture, kStatusBar, kTable, kTree };
 
 struct AccessibleLooks {
   std::string_view name;

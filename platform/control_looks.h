@@ -15,7 +15,11 @@ void ShowAsMainButton(void* button, bool isMain = true);
 bool MakeSelectable(void* label);
 
 /// The colours of all addresses that can be clicked, and of those that cannot at the moment, as
-/// "#rrggbb". Windows has its own.
+/// "#rrggbb". Not of the links that the program paints itself on Windows.
 void SetLinkColours(const std::string& enabled, const std::string& disabled);
+
+/// Sets the distance between a tab's caption and its edges, in pixels, where the system's own does
+/// not grow with the scale of the screen. `tabs`: the system's handle.
+void SetRoomAroundCaptions(void* tabs, int width, int height);
 
 }  // namespace platform

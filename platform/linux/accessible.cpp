@@ -11,6 +11,8 @@ AtkRole RoleOf(AccessibleRole role) {
   switch (role) {
     case AccessibleRole::kButton:
       return ATK_ROLE_PUSH_BUTTON;
+    case AccessibleRole::kLink:
+      return ATK_ROLE_LINK;
     case AccessibleRole::kPicture:
       return ATK_ROLE_IMAGE;
     case AccessibleRole::kStatusBar:

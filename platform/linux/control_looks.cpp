@@ -28,4 +28,6 @@ void SetLinkColours(const std::string& enabled, const std::string& disabled) {
   g_object_unref(provider);
 }
 
+void SetRoomAroundCaptions(void*, int, int) {}
+
 }  // namespace platform

@@ -15,6 +15,8 @@ LONG RoleOf(AccessibleRole role) {
   switch (role) {
     case AccessibleRole::kButton:
       return ROLE_SYSTEM_PUSHBUTTON;
+    case AccessibleRole::kLink:
+      return ROLE_SYSTEM_LINK;
     case AccessibleRole::kPicture:
       return ROLE_SYSTEM_GRAPHIC;
     case AccessibleRole::kItsOwn:

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 namespace platform {
 
 void ShowAsMainButton(void* button, bool isMain) {
@@ -12,5 +14,9 @@ void ShowAsMainButton(void* button, bool isMain) {
 bool MakeSelectable(void*) { return false; }
 
 void SetLinkColours(const std::string&, const std::string&) {}
+
+void SetRoomAroundCaptions(void* tabs, int width, int height) {
+  SendMessageW(static_cast<HWND>(tabs), TCM_SETPADDING, 0, MAKELPARAM(width, height));
+}
 
 }  // namespace platform

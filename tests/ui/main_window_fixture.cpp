@@ -178,7 +178,8 @@ std::string MainWindow::Label(const std::string& name) {
 void MainWindow::Press(wxWindow& form, const std::string& button) {
   wxWindow& pressed = Find(form, button);
   EXPECT_TRUE(pressed.IsEnabled()) << button;
-  if (dynamic_cast<wxHyperlinkCtrl*>(&pressed) == nullptr) return Send(pressed, wxEVT_BUTTON);
+  if (dynamic_cast<wxGenericHyperlinkCtrl*>(&pressed) == nullptr)
+    return Send(pressed, wxEVT_BUTTON);
   wxHyperlinkEvent event(&pressed, pressed.GetId(), "");
   pressed.ProcessWindowEvent(event);
 }

@@ -3,25 +3,17 @@
 #include <wx/button.h>
 #include <wx/dcclient.h>
 #include <wx/hyperlink.h>
+#include <wx/notebook.h>
 #include <wx/stattext.h>
 
-#include <mutex>
-
 #include "platform/control_looks.h"
-#include "ui/controls/colours.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 
 namespace ui {
 namespace {
 
-void UseReadableLinks() {
-  static std::once_flag done;
-  std::call_once(done, [] {
-    platform::SetLinkColours(Typed(LinkText().GetAsString(wxC2S_HTML_SYNTAX)),
-                             Typed(QuietText().GetAsString(wxC2S_HTML_SYNTAX)));
-  });
-}
+const wxSize kAroundCaption(10, 4);  // of a tab
 
 }  // namespace
 
@@ -31,19 +23,14 @@ wxStaticText* MakeHeading(wxWindow* parent, const char* text, double factor) {
   return heading;
 }
 
-wxHyperlinkCtrl* MakeAddress(wxWindow* parent, const char* name,
-                             const std::function<void()>& onClick) {
-  auto* address = new wxHyperlinkCtrl(parent, wxID_ANY, " ", "", wxDefaultPosition, wxDefaultSize,
-                                      wxHL_ALIGN_LEFT | wxBORDER_NONE);
-  UseReadableLinks();
-  // Same colour, visited or not.
-  address->SetVisitedColour(address->GetNormalColour());
+Link* MakeAddress(wxWindow* parent, const char* name, const std::function<void()>& onClick) {
+  Link* address = MakeLink(parent);
   address->Bind(wxEVT_HYPERLINK, [onClick](wxHyperlinkEvent&) { onClick(); });
   address->Hide();
   return Named(address, name);
 }
 
-void ShowAddress(wxHyperlinkCtrl& address, const std::string& text, int width) {
+void ShowAddress(Link& address, const std::string& text, int width) {
   // The whole address, which the label may truncate.
   address.SetToolTip(Shown(text));
   const wxClientDC dc(&address);
@@ -89,6 +76,13 @@ void ShowAsMain(wxButton& button, bool isMain) {
       if (button.GetClientData() != nullptr) platform::ShowAsMainButton(button.GetHandle());
     });
   });
+}
+
+wxNotebook* MakeNotebook(wxWindow* parent) {
+  auto* tabs = new wxNotebook(parent, wxID_ANY);
+  const wxSize room = parent->FromDIP(kAroundCaption);
+  platform::SetRoomAroundCaptions(tabs->GetHandle(), room.x, room.y);
+  return tabs;
 }
 
 }  // namespace ui

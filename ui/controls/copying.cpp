@@ -9,6 +9,7 @@
 
 #include "platform/control_looks.h"
 #include "ui/controls/clipboard.h"
+#include "ui/controls/link.h"
 #include "ui/controls/toolkit_text.h"
 
 namespace ui {
@@ -58,7 +59,7 @@ void LetCopyTexts(wxWindow& window) {
     if (auto* label = wxDynamicCast(child, wxStaticText)) {
       if (platform::MakeSelectable(label->GetHandle())) continue;
       LetCopy(*label, [label] { return Typed(label->GetLabelText()); });
-    } else if (auto* link = wxDynamicCast(child, wxHyperlinkCtrl)) {
+    } else if (auto* link = dynamic_cast<Link*>(child)) {
       LetCopy(*link, [link] { return Typed(link->GetToolTipText()); });  // the label may be cut
     } else if (auto* list = wxDynamicCast(child, wxListCtrl)) {
       LetCopy(*list, [list] { return RowsOf(*list); });

@@ -7,6 +7,7 @@
 
 #include "core/port_remarks.h"
 #include "text/strings.h"
+#include "ui/controls/basic_controls.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/permission_groups.h"
@@ -27,7 +28,7 @@ frmMailOptions::frmMailOptions(wxWindow* parent, const settings::Program& progra
       program_(program),
       server_(server),
       form_(*this, options_.Describe(), kTitle),
-      pages_(new wxNotebook(this, wxID_ANY)) {
+      pages_(MakeNotebook(this)) {
   SetName("frmMailOptions");
   pages_->AddPage(MakeServerPage(), Shown("服务器"));
   auto* logPage = new wxPanel(pages_);

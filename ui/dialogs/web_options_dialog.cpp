@@ -8,6 +8,7 @@
 #include <wx/textctrl.h>
 
 #include "core/port_remarks.h"
+#include "ui/controls/basic_controls.h"
 #include "ui/controls/layout.h"
 #include "ui/controls/toolkit_text.h"
 #include "ui/dialogs/questions.h"
@@ -22,7 +23,7 @@ frmWebOptions::frmWebOptions(wxWindow* parent, const settings::Program& program,
       program_(program),
       server_(server),
       form_(*this, options_.Describe()),
-      pages_(new wxNotebook(this, wxID_ANY)) {
+      pages_(MakeNotebook(this)) {
   SetName("frmWebOptions");
   pages_->AddPage(MakeSitePage(), Shown("站点"));
   pages_->AddPage(MakeDocumentPage(), Shown("默认文档"));

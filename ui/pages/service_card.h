@@ -14,11 +14,11 @@
 #include "core/service.h"
 #include "core/start_diagnosis.h"
 #include "ui/controls/card.h"
+#include "ui/controls/link.h"
 #include "ui/pages/service_looks.h"
 
 class wxBoxSizer;
 class wxButton;
-class wxHyperlinkCtrl;
 class wxSizer;
 class wxStaticBitmap;
 class wxStaticText;
@@ -89,7 +89,7 @@ class ServiceCard : public Card {
   wxButton* showQrCode_;
   wxButton* others_;
   wxButton* remedy_;
-  wxHyperlinkCtrl* ownAddress_;
+  Link* ownAddress_;
   wxStaticText* remark_;
   wxButton* start_;
   wxButton* stop_;

@@ -149,7 +149,7 @@ wxSizer* ServiceFrame::MakeRootMissing() {
 }
 
 wxWindow* ServiceFrame::MakeTabs() {
-  tabs_ = Named(new wxNotebook(this, wxID_ANY), "tabs");
+  tabs_ = Named(MakeNotebook(this), "tabs");
   Describe(*tabs_, LooksOf(service_).title);
   bodyPage_ = new wxPanel(tabs_);
   body_ = new wxBoxSizer(wxVERTICAL);

@@ -15,6 +15,7 @@
 #include "core/activity_record.h"
 #include "core/manager_view.h"
 #include "core/start_diagnosis.h"
+#include "ui/controls/link.h"
 #include "ui/controls/page.h"
 #include "ui/pages/reach_rows.h"
 #include "ui/pages/service_looks.h"
@@ -22,7 +23,6 @@
 class wxBookCtrlBase;
 class wxBoxSizer;
 class wxButton;
-class wxHyperlinkCtrl;
 class wxStaticBitmap;
 class wxStaticText;
 
@@ -110,7 +110,7 @@ class ServiceFrame : public Page {
   bool failed_ = false;
   wxStaticBitmap* state_;
   wxStaticText* result_;
-  wxHyperlinkCtrl* address_;
+  Link* address_;
   wxStaticText* hint_;
   wxStaticText* reason_;
   wxButton* remedy_;

@@ -97,7 +97,7 @@ wxSizer* WelcomeFrame::MakeNow() {
 wxSizer* WelcomeFrame::MakeProtection() {
   protection_ = Named(new wxStaticText(this, wxID_ANY, ""), "lblProtection");
   protection_->SetForegroundColour(QuietText());
-  wxHyperlinkCtrl* change = MakeAddress(this, "lblChangeProtection", actions_.changeProtection);
+  Link* change = MakeAddress(this, "lblChangeProtection", actions_.changeProtection);
   ShowAddress(*change, "更改...", FromDIP(kPurposeWidth));
   Describe(*change, "更改保护...");
   auto* row = new wxBoxSizer(wxHORIZONTAL);

@@ -14,12 +14,12 @@
 #include "core/manager_view.h"
 #include "core/start_diagnosis.h"
 #include "core/traffic_history.h"
+#include "ui/controls/link.h"
 #include "ui/controls/page.h"
 #include "ui/pages/first_steps.h"
 #include "ui/pages/service_card.h"
 
 class wxButton;
-class wxHyperlinkCtrl;
 class wxStaticBitmap;
 class wxStaticText;
 
@@ -80,7 +80,7 @@ class WelcomeFrame : public Page {
   Actions actions_;
   std::array<ServiceCard*, core::kServices.size()> cards_;
   FirstSteps* steps_;
-  wxHyperlinkCtrl* clients_;
+  Link* clients_;
   wxStaticText* protection_;
   wxSizer* protectionRow_;
   TrafficCurve* traffic_;

@@ -74,6 +74,8 @@ wxSizer* Content::MakePages() {
   FillWebFrame();
   FillFtpFrame();
   FillMailFrame();
+  // Tabs that got their final size before their content was there are not laid out by themselves.
+  for (ServiceFrame* frame : frames_) frame->BodyParent()->Layout();
   auto* pages = new wxBoxSizer(wxVERTICAL);
   for (wxWindow* page : Pages()) {
     pages->Add(page, wxSizerFlags(1).Expand());
