@@ -252,7 +252,7 @@ void frmMailMessage::OnOpen() {
 void frmMailMessage::OnSave() {
   const MimePart part = *Selected();
   const std::string name = ModMail::FileNameOf(part);
-  const auto path = AskFileToSave(this, "另存为", "所有文件|*", name.c_str());
+  const auto path = AskFileToSave(this, "另存为", kAllFiles, name.c_str());
   if (path) Copy(part, *path, false);
 }
 

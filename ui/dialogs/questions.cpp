@@ -61,7 +61,7 @@ std::optional<std::string> AskFileToSave(wxWindow* parent, const char* title, co
 }
 
 std::vector<std::string> AskFilesToOpen(wxWindow* parent, const char* title) {
-  wxFileDialog dialog(parent, Shown(title), "", "", wxFileSelectorDefaultWildcardStr,
+  wxFileDialog dialog(parent, Shown(title), "", "", Shown(kAllFiles),
                       wxFD_OPEN | wxFD_MULTIPLE | wxFD_FILE_MUST_EXIST);
   if (dialog.ShowModal() != wxID_OK) return {};
   wxArrayString names;

@@ -20,6 +20,9 @@ std::optional<std::string> ChooseFolder(wxWindow* parent, const char* title,
 /// From now on `button` asks for a folder and puts it into `field`.
 void LetChooseFolder(wxButton* button, wxTextCtrl* field, const char* title);
 
+/// The filter of choosers that show everything. The toolkit's own has an English name.
+inline constexpr const char* kAllFiles = "所有文件|*";
+
 /// The path text of a file to write, which the user has agreed to replace if it exists; none if he
 /// cancelled. `filter`: in the toolkit's form.
 std::optional<std::string> AskFileToSave(wxWindow* parent, const char* title, const char* filter,
