@@ -11,6 +11,25 @@
 ; The folder that "/D=" named, or empty.
 Var namedFolder
 
+; NSIS takes "/D=" as the last word, without quotation marks, and silently drops it otherwise. Shells
+; and scripts put quotation marks around the folder, or around the whole word, if it contains blanks.
+Function TakeNamedFolder
+  StrCpy $namedFolder $INSTDIR
+  System::Call 'kernel32::GetCommandLineW() w .r0'
+  StrCpy $1 0
+  ${Do}
+    StrCpy $2 $0 4 $1
+    IntOp $1 $1 + 1
+    ${If} $2 S== '/D="'
+    ${OrIf} $2 S== '"/D='
+      IntOp $1 $1 + 3
+      StrCpy $0 $0 "" $1
+      ${WordFind} $0 '"' "+1" $namedFolder
+      Return
+    ${EndIf}
+  ${LoopUntil} $2 == ""
+FunctionEnd
+
 ; MultiUser sets the folder whenever the mode changes.
 Function UseNamedFolder
   ${If} $namedFolder != ""

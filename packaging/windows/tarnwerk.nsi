@@ -1,5 +1,5 @@
-; The Windows installer. packaging/windows/make defines VERSION, ICON, OUTPUT, INSTALL_COMMANDS and
-; REMOVE_COMMANDS (files with a command for each file and folder).
+; The Windows installer. packaging/windows/make defines VERSION, ICON, SIDE_PICTURE, OUTPUT,
+; INSTALL_COMMANDS and REMOVE_COMMANDS (files with a command for each file and folder).
 ;
 ; It installs the program for one user or for all users. Pages, files and messages are in each
 ; user's local application data; the installer does not touch them, and the uninstaller only on
@@ -28,6 +28,7 @@ ManifestDPIAware true
 !include MultiUser.nsh
 !include MUI2.nsh
 !include FileFunc.nsh
+!include WordFunc.nsh
 
 Name "Tarnwerk"
 OutFile "${OUTPUT}"
@@ -46,7 +47,9 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "© 2026 The Tarnwerk developers"
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${SIDE_PICTURE}"
 !define MUI_ABORTWARNING
+!define MUI_WELCOMEPAGE_TEXT "$(WELCOME)"
 !define MUI_COMPONENTSPAGE_SMALLDESC
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_FUNCTION StartAsUser
@@ -69,6 +72,9 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "© 2026 The Tarnwerk developers"
   LangString ${name} ${LANG_SIMPCHINESE} "${chinese}"
   LangString ${name} ${LANG_ENGLISH} "${english}"
 !macroend
+!insertmacro Text WELCOME \
+  "这个程序把 Tarnwerk 安装到您的电脑上，也可以更新已有的 Tarnwerk。$\r$\n$\r$\n更新时，您的网页、文件、邮件和设置都保持不变。$\r$\n$\r$\n$_CLICK" \
+  "This program installs Tarnwerk on your computer, or updates it.$\r$\n$\r$\nAn update keeps your pages, files, messages and settings.$\r$\n$\r$\n$_CLICK"
 !insertmacro Text PROGRAM "Tarnwerk 程序" "The program"
 !insertmacro Text PROGRAM_MORE "程序、说明和示例站点。" "The program, its readme and the sample site."
 !insertmacro Text MENU "开始菜单" "Start menu"
@@ -196,7 +202,7 @@ Function StartAsUser
 FunctionEnd
 
 Function .onInit
-  StrCpy $namedFolder $INSTDIR
+  Call TakeNamedFolder
   !insertmacro MULTIUSER_INIT
   !insertmacro HasWord "" "/Autostart" $0
   ${If} $0 == 1

@@ -62,11 +62,9 @@ class WindowsTest(unittest.TestCase):
         self.assertEqual([words for words in LICENCES if words not in text], [])
 
     def install(self, *words, folder=None):
-        self.machine.run(SETUP, "/S", *words, *self.named(folder))
-
-    def named(self, folder):
-        """The last words of the installer, which takes them without quotation marks."""
-        return f"/D={self.machine.path(folder)}".split(" ") if folder else ()
+        # One word, so in quotation marks if it contains blanks.
+        named = [f"/D={self.machine.path(folder)}"] if folder else []
+        self.machine.run(SETUP, "/S", *words, *named)
 
     def uninstall(self, folder, *words):
         # The uninstaller continues as a copy of itself, which can delete the original.
@@ -142,7 +140,8 @@ class WindowsTest(unittest.TestCase):
     def test_nothing_is_installed_where_the_user_has_a_folder_of_that_name(self):
         (self.chosen / "Tarnwerk").mkdir(parents=True)
         (self.chosen / "Tarnwerk/mine.txt").write_text("mine")
-        self.assertEqual(self.machine.run(SETUP, "/S", *self.named(self.chosen), check=False), 2)
+        named = f"/D={self.machine.path(self.chosen)}".split(" ")  # without quotation marks
+        self.assertEqual(self.machine.run(SETUP, "/S", *named, check=False), 2)
         self.assertEqual(list(hashes(self.chosen)), ["Tarnwerk/mine.txt"])
         self.assertEqual(self.machine.registered("InstallLocation"), "")
 
