@@ -74,8 +74,6 @@ wxSizer* Content::MakePages() {
   FillWebFrame();
   FillFtpFrame();
   FillMailFrame();
-  // Tabs that got their final size before their content was there are not laid out by themselves.
-  for (ServiceFrame* frame : frames_) frame->BodyParent()->Layout();
   auto* pages = new wxBoxSizer(wxVERTICAL);
   for (wxWindow* page : Pages()) {
     pages->Add(page, wxSizerFlags(1).Expand());
@@ -232,6 +230,10 @@ void Content::ShowPage(wxWindow* page) {
     if ((isInSideBar || isLost) && selector->IsSelected()) selector->SetFocus();
   }
   Layout();
+  // Tabs that got their final size before their content was there are not laid out by themselves.
+  for (ServiceFrame* frame : frames_) {
+    if (frame == page) frame->BodyParent()->Layout();
+  }
   GetParent()->Thaw();
 }
 
