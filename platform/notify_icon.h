@@ -25,6 +25,9 @@ class NotifyIcon {
   /// Replaces the picture if the icon is shown.
   void SetIcon(void* icon);
 
+  /// Shows a notice at the icon, cut to 63 and 255 characters. False if the icon is not shown.
+  bool Inform(const std::string& title, const std::string& text);
+
   /// Removes the icon and restores the window procedure.
   void Remove();
 

@@ -4,6 +4,7 @@
 
 #include <shellapi.h>
 
+#include <iterator>
 #include <utility>
 
 #include "platform/windows/wide_text.h"
@@ -45,6 +46,16 @@ class NotifyIcon::System {
     if (ownHandler_ == nullptr) return;
     data_.hIcon = icon;
     Shell_NotifyIconW(NIM_MODIFY, &data_);
+  }
+
+  bool Inform(const std::string& title, const std::string& text) {
+    if (ownHandler_ == nullptr) return false;
+    NOTIFYICONDATAW notice = data_;
+    notice.uFlags = NIF_INFO;
+    notice.dwInfoFlags = NIIF_INFO;
+    WideText(title).copy(notice.szInfoTitle, std::size(notice.szInfoTitle) - 1);
+    WideText(text).copy(notice.szInfo, std::size(notice.szInfo) - 1);
+    return Shell_NotifyIconW(NIM_MODIFY, &notice) != 0;
   }
 
   void Remove() {
@@ -94,6 +105,10 @@ bool NotifyIcon::Add(void* icon, const std::string& tip) {
 }
 
 void NotifyIcon::SetIcon(void* icon) { system_->SetIcon(static_cast<HICON>(icon)); }
+
+bool NotifyIcon::Inform(const std::string& title, const std::string& text) {
+  return system_->Inform(title, text);
+}
 
 void NotifyIcon::Remove() { system_->Remove(); }
 

@@ -11,7 +11,6 @@
 #include "ui/controls/art.h"
 #include "ui/controls/layout.h"
 #include "ui/window/failure.h"
-#include "ui/window/notice.h"
 #include "ui/window/status_bar.h"
 
 namespace ui {
@@ -85,7 +84,7 @@ void frmMain::Attach(const Manager& manager, std::function<void()> onClose) {
   }
   survey_.Attach(*manager_);
   survey_.OnNews([this](const std::string& news) {
-    if (settings::WantsNotices()) ShowNotice(*this, "Tarnwerk", news);
+    if (settings::WantsNotices()) mode_.Tell("Tarnwerk", news);
   });
   survey_.OnConnected([this](bool connected) { ShowTrayState(connected); });
   mode_.Attach(manager_->program, onClose_);

@@ -3,6 +3,7 @@
 // The program's icon in the desktop's tray, if the desktop has one. The host provides its menu.
 
 #include <memory>
+#include <string>
 
 #include "ui/window/tray_picture.h"
 
@@ -36,6 +37,9 @@ class Tray {
   /// False if the desktop has no tray; nothing has changed then.
   virtual bool Add() = 0;
   virtual void Remove() = 0;
+
+  /// Shows a notice at the icon. False if the desktop's notices have nothing to do with icons.
+  virtual bool Inform(const std::string& title, const std::string& text) = 0;
 
   /// Must be called when the host's menu changes.
   virtual void UpdateMenu() = 0;

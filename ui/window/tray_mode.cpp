@@ -127,7 +127,12 @@ void TrayMode::HideBehindIcon() {
 void TrayMode::TellWhereItIs() {
   if (!opened_ || settings::Remembered("Tray", "Told").value_or(0) != 0) return;
   settings::Remember("Tray", "Told", 1);
-  ShowNotice(window_, "Tarnwerk 仍在运行", "服务照常工作。点击托盘中的图标可以再次显示窗口。");
+  Tell("Tarnwerk 仍在运行", "服务照常工作。点击托盘中的图标可以再次显示窗口。");
+}
+
+// A notice of the toolkit's would bring a second icon.
+void TrayMode::Tell(const std::string& title, const std::string& text) {
+  if (!inTray_ || !tray_->Inform(title, text)) ShowNotice(window_, title, text);
 }
 
 void TrayMode::LeaveTray() {

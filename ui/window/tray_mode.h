@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "settings/program.h"
 #include "ui/window/open_dialogs.h"
@@ -41,6 +42,9 @@ class TrayMode : private TrayHost {
   /// Whether the user may see what the window shows: it is visible already, or the user enters the
   /// password.
   bool MayUse();
+
+  /// Shows a notice, at the icon if there is one.
+  void Tell(const std::string& title, const std::string& text);
 
   void UpdateMenu() { tray_->UpdateMenu(); }
   void SetState(TrayState state) { tray_->SetState(state); }

@@ -51,6 +51,8 @@ class LinuxTray : public Tray {
     shown_ = false;
   }
 
+  bool Inform(const std::string&, const std::string&) override { return false; }
+
   void UpdateMenu() override {
     if (!shown_ || !notifier_) return;
     // The old menu must outlive its use by the notifier.

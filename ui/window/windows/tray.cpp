@@ -27,6 +27,9 @@ class WindowsTray : public Tray {
 
   bool Add() override { return notify_.Add(icon_.GetHICON(), kTrayTip); }
   void Remove() override { notify_.Remove(); }
+  bool Inform(const std::string& title, const std::string& text) override {
+    return notify_.Inform(title, text);
+  }
   void UpdateMenu() override {}  // the menu is created when it is opened
   void SetState(TrayState state) override {
     if (std::exchange(state_, state) == state) return;
