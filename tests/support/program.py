@@ -23,7 +23,7 @@ WINE = str(pathlib.Path(__file__).parents[2] / "cmake" / "wine.sh")
 def chinese_locales():
     """A folder with the Chinese locales, which this machine may lack."""
     folder = tempfile.TemporaryDirectory(prefix="tarnwerk-locales-")
-    for charset in ("GBK", "UTF-8"):
+    for charset in ("GBK", "GB18030", "UTF-8"):
         subprocess.run(["localedef", "-i", "zh_CN", "-f", charset, f"{folder.name}/zh_CN.{charset}"],
                        check=True, timeout=PATIENCE * 2)
     return folder
@@ -108,7 +108,10 @@ class Home:
 
     def use_gbk(self):
         """Makes GBK the code page of the system that the program sees."""
-        self.environment.update({self.locale_variable: f"zh_CN.{self.charset}",
+        self.use_locale(f"zh_CN.{self.charset}")
+
+    def use_locale(self, name):
+        self.environment.update({self.locale_variable: name,
                                  "LOCPATH": chinese_locales().name})
 
     def native(self, path):
@@ -196,6 +199,13 @@ class WindowsHome(Home):
 
     def file_name(self, name):
         return name.decode(ENCODING)
+
+    def code_page(self):
+        """The number of the code page of the programs that are started here, which Wine also records."""
+        key = r"HKLM\System\CurrentControlSet\Control\Nls\CodePage"
+        told = subprocess.run([WINE, "reg", "query", key, "/v", "ACP"], env=self.environment, check=True,
+                              stdin=subprocess.DEVNULL, capture_output=True, timeout=PATIENCE)
+        return int(told.stdout.split()[-1])
 
     def native(self, path):
         return "Z:" + str(path).replace("/", "\\")

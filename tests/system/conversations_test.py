@@ -17,7 +17,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from conversation import FtpConversation  # noqa: E402
 from conversation_text import (CONVERSATIONS, DIRECTION, EXCHANGE, FILES, Awaited,  # noqa: E402
                                alternatives, as_line, parts, rows, scenes)
-from program import accepts, everything, home_of, run_tests, wait_until  # noqa: E402
+from program import ENCODING, accepts, everything, home_of, run_tests, wait_until  # noqa: E402
 
 PROGRAM, CGI = sys.argv[1], pathlib.Path(sys.argv[2])
 SECTIONS = {"web": "Web", "ftp": "FTP", "smtp": "SMTP", "pop3": "POP3"}
@@ -274,6 +274,12 @@ class Stage:
 
 
 class ConversationsTest(unittest.TestCase):
+    @unittest.skipUnless(PROGRAM.endswith(".exe"), "a test of what Wine makes of the locale")
+    def test_the_code_page_is_the_one_that_the_run_is_for(self):
+        home = home_of(PROGRAM)
+        self.addCleanup(home.close)
+        self.assertEqual(home.code_page(), {"gbk": 936, "utf-8": 1252}[ENCODING])
+
     def test_every_scene(self):
         for path in sorted(CONVERSATIONS.glob("*.txt")):
             if path.name in (sys.argv[3:] or [path.name]):

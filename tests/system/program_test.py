@@ -17,7 +17,8 @@ from ftplib import FTP, error_perm, error_temp
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 from conversation import FtpConversation  # noqa: E402
-from program import PATIENCE, ProgramTest, accepts, run_tests, wait_until  # noqa: E402
+from program import (PAGE, PATIENCE, ProgramTest, accepts, fetch, run_tests,  # noqa: E402
+                     wait_until)
 
 PROGRAM = sys.argv[1]
 ROOT = pathlib.Path(__file__).parents[2]
@@ -156,6 +157,20 @@ class OutsideTest(ProgramTest):
         self.home.write(registry, internet % 1)
         self.end(process)
         self.assertEqual(self.home.read(registry), internet % 0)
+
+    def test_a_name_of_four_bytes_is_itself_where_the_code_page_is_gb18030(self):
+        name = "𠀀.txt".encode("gb18030")
+        self.home.use_locale("zh_CN.GB18030")
+        self.home.write(f"wwwroot/{os.fsdecode(name)}", PAGE)
+        self.home.write("ftproot/up/old.txt", "old")
+        self.home.start_services()
+        self.assertEqual(fetch(self.home.ports["web"], b"GET /" + name + b" HTTP/1.0\r\n\r\n"), PAGE)
+        ftp = self.converse(FtpConversation, "ftp")
+        ftp.ask("CWD /up")
+        ftp.transfer(b"STOR " + name + b"\r\n", b"uploaded")
+        self.assertEqual(self.home.read_bytes(f"ftproot/up/{os.fsdecode(name)}"), b"uploaded")
+        self.assertIn(name, ftp.transfer("LIST")[1])
+        self.assertEqual(ftp.transfer(b"RETR " + name + b"\r\n")[1], b"uploaded")
 
     def test_signals_close_it(self):
         for number in (signal.SIGINT, signal.SIGHUP):

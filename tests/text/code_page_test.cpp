@@ -47,6 +47,15 @@ TEST(CodePage, BytesThatAreNoTextComeBackAsTheyWere) {
   EXPECT_EQ(text::Decode(Charset::kGbk, "\xFF*\xC4"), "\xFF*\xC4");
 }
 
+TEST(CodePage, FourBytesAreOneCharacterInGb18030AndComeBackFromGbkToo) {
+  const std::string bytes = "\x95\x32\x82\x36.\x81\x30\x81\x30";
+  EXPECT_EQ(text::Encode(Charset::kGbk, text::Decode(Charset::kGbk, bytes)), bytes);
+  // Wine lacks this code page.
+  if (!platform::NamedToUtf8("GB18030", "a")) return;
+  EXPECT_EQ(text::Decode(Charset::kGb18030, bytes), "𠀀.\xC2\x80");
+  EXPECT_EQ(text::Encode(Charset::kGb18030, "𠀀.\xC2\x80"), bytes);
+}
+
 TEST(CodePage, ValidUtf8IsToldFromOverlongCutAndSurrogateForms) {
   for (const char* good : {"", "a", "é", "中", "😀"}) EXPECT_TRUE(text::IsValidUtf8(good)) << good;
   for (const char* bad : {"\x80", "\xC0\xAF", "\xE0\x80\xAF", "\xE4\xB8", "\xED\xA0\x80",
