@@ -43,6 +43,10 @@ else
     SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
     fullVersion=$(FullVersion)
 fi
+if [ -n "${TARNWERK_PACKAGE_VERSION:-}" ]; then # packaging/make --version
+    version=$TARNWERK_PACKAGE_VERSION
+    fullVersion=$TARNWERK_PACKAGE_VERSION
+fi
 export SOURCE_DATE_EPOCH
 day=$(date -d "@$SOURCE_DATE_EPOCH" +%F)
 

@@ -1,6 +1,6 @@
 """Tests the .deb in a fresh Debian: installs it, runs it as a user, updates and removes it.
 
-    [SUITE=trixie] deb_test.py PACKAGE.deb SAMPLE_FOLDER      as root
+    [SUITE=trixie] deb_test.py PACKAGE.deb OLDER.deb SAMPLE_FOLDER      as root
 
 It runs in its own mount, process and network namespaces, so that the usual ports are free and nothing
 outlives the test.
@@ -17,7 +17,7 @@ import unittest
 from fresh_debian import PATIENCE, Debian, wait_until
 from own_files import OWN_PORTS, OWNER, OwnFiles
 
-PACKAGE, SAMPLE = (pathlib.Path(word).resolve() for word in sys.argv[1:3])
+PACKAGE, OLDER, SAMPLE = (pathlib.Path(word).resolve() for word in sys.argv[1:4])
 USER = "ann"  # begins with the sample site
 PORTS = {"web": 80, "ftp": 21, "smtp": 25, "pop3": 110}
 
@@ -64,6 +64,12 @@ class DebTest(unittest.TestCase):
         self.debian.run("apt-get", "-q", "-y", *words)
         self.assertEqual(self.own.everything(), before)
 
+    def install(self, package, *words):
+        """That version, whichever is installed."""
+        self.debian.install(package, "--allow-downgrades", "--no-install-recommends", *words)
+        version = self.debian.run("dpkg-query", "-W", "-f", "${Version}", "tarnwerk")
+        self.assertEqual(version, package.name.split("_")[1])
+
     def stop(self, process):
         self.debian.as_user("tarnwerk STOP")
         self.assertEqual(process.wait(PATIENCE), 0)
@@ -87,7 +93,7 @@ class DebTest(unittest.TestCase):
 
     def test_1_services_alone_run_for_an_ordinary_user_on_the_usual_ports(self):
         before = self.own.everything()
-        self.debian.install(PACKAGE, "--no-install-recommends")
+        self.install(OLDER)
         self.assertEqual(self.own.everything(), before)
         self.assertFalse(list(self.debian.root.glob("usr/lib/*/libgtk-3.so.0")))
         process = self.start()
@@ -112,7 +118,7 @@ class DebTest(unittest.TestCase):
         inode = self.program.stat().st_ino
         process = self.start()
         # An update while the program runs: it goes on, and the next start runs the new file.
-        self.debian.install(PACKAGE, "--reinstall", "--no-install-recommends")
+        self.install(PACKAGE)
         self.assertNotEqual(self.program.stat().st_ino, inode)
         self.assertEqual(self.debian.fetch("/"), b"<p>mine</p>")
         self.stop(process)
@@ -122,6 +128,7 @@ class DebTest(unittest.TestCase):
         self.assertEqual(self.content(), before)
 
     def test_2a_a_user_with_files_everywhere_keeps_them_through_start_use_and_update(self):
+        self.install(OLDER)
         process = self.start_of_owner()
         page = (self.debian.root / "srv/bob/wwwroot/index.htm").read_bytes()
         self.assertEqual(self.debian.fetch("/index.htm", port=OWN_PORTS["web"]), page)
@@ -132,7 +139,8 @@ class DebTest(unittest.TestCase):
         self.debian.talk(OWN_PORTS["smtp"], ["HELO a", *mail])
         self.assertEqual((self.debian.root / "srv/bob/ftproot/new.txt").read_bytes(), b"new")
         before = self.own.everything()
-        self.debian.install(PACKAGE, "--reinstall", "--no-install-recommends")
+        self.install(PACKAGE)
+        self.install(PACKAGE, "--reinstall")
         self.assertEqual(self.own.everything(), before)
         self.assertEqual(self.debian.fetch("/index.htm", port=OWN_PORTS["web"]), page)
         self.debian.as_user("tarnwerk STOP", user=OWNER)
@@ -203,9 +211,10 @@ class DebTest(unittest.TestCase):
         self.assertEqual(self.debian.run("dpkg", "--verify", "tarnwerk"), "")
 
     def test_5_removal_ends_every_users_program_and_leaves_their_files(self):
+        self.install(OLDER)
         processes = [self.start(), self.start_of_owner()]
         # An update has replaced the file that both run.
-        self.debian.install(PACKAGE, "--reinstall", "--no-install-recommends")
+        self.install(PACKAGE)
         self.assertEqual([process.poll() for process in processes], [None, None])
         before = self.content()
         self.debian.run("apt-get", "-q", "-y", "remove", "tarnwerk")
@@ -215,7 +224,7 @@ class DebTest(unittest.TestCase):
 
     def test_6_reinstalled_purged_and_gone_it_leaves_the_users_files_and_nothing_else(self):
         before = self.content()
-        self.packages("install", "--no-install-recommends", f"/root/{PACKAGE.name}")
+        self.packages("install", "--no-install-recommends", f"/root/{OLDER.name}")
         self.packages("remove", "tarnwerk")
         self.packages("install", "--no-install-recommends", f"/root/{PACKAGE.name}")
         process = self.start_of_owner()

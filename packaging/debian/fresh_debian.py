@@ -10,12 +10,13 @@ import shutil
 import subprocess
 import sys
 import tempfile
-import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
+from waiting import PATIENCE, wait_until  # noqa: E402
 
 CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".cache")) / "tarnwerk"
 MIRROR = os.environ.get("TARNWERK_DEBIAN_MIRROR", "http://deb.debian.org/debian")
 SUITE = os.environ.get("SUITE", "bookworm")
-PATIENCE = 60  # seconds, for every wait
 
 
 def base_archive():
@@ -29,14 +30,6 @@ def base_archive():
                             "."], check=True)
             os.rename(f"{work}/tar", archive)
     return archive
-
-
-def wait_until(condition, what):
-    end = time.monotonic() + PATIENCE
-    while not condition():
-        if time.monotonic() > end:
-            raise AssertionError(f"timed out waiting for {what}")
-        time.sleep(0.1)
 
 
 class Debian:

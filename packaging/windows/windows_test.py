@@ -1,8 +1,8 @@
 """Tests the Windows installer and the portable zip under Wine, from installing to uninstalling.
 
-    windows_test.py SETUP.exe PORTABLE.zip SAMPLE_FOLDER      as root, with a display
+    windows_test.py FOLDER OLDER_FOLDER SAMPLE_FOLDER      as root, with a display
 
-The traces of earlier runs are removed first.
+Each of the first two has an installer and a zip, of two versions. The traces of earlier runs are removed first.
 """
 
 import hashlib
@@ -16,7 +16,9 @@ import zipfile
 from own_files import CHOSEN, OWN_PORTS, OwnFiles
 from wine_machine import PATIENCE, PORTS, WineMachine, accepts, enter_own_network, fetch, wait_until
 
-SETUP, ZIP, SAMPLE = (pathlib.Path(word).resolve() for word in sys.argv[1:4])
+NEW, OLDER, SAMPLE = (pathlib.Path(word).resolve() for word in sys.argv[1:4])
+SETUP, ZIP = (next(NEW.glob(f"tarnwerk-*-{end}")) for end in ("setup.exe", "portable.zip"))
+OLDER_SETUP, OLDER_ZIP = (next(OLDER.glob(f"tarnwerk-*-{end}")) for end in ("setup.exe", "portable.zip"))
 # From the licences of what the program contains.
 LICENCES = ("Copyright (c) 2026 The Tarnwerk developers", "GNU LIBRARY GENERAL PUBLIC LICENSE",
             "wxWindows Library Licence, applying", "nanosvg", "Apache License", "CC0",
@@ -29,6 +31,10 @@ def hashes(folder):
     return {str(file.relative_to(folder)): hashlib.sha256(file.read_bytes()).hexdigest()
             for file in folder.rglob("*") if file.is_file()
             if file.suffix not in (".dat", ".Log", ".log")}
+
+
+def version_of(package):
+    return package.name.split("-")[1]
 
 
 class WindowsTest(unittest.TestCase):
@@ -61,10 +67,15 @@ class WindowsTest(unittest.TestCase):
         text = (folder / "licences.txt").read_text(encoding="utf-8-sig")
         self.assertEqual([words for words in LICENCES if words not in text], [])
 
-    def install(self, *words, folder=None):
+    def install(self, *words, folder=None, setup=SETUP):
         # One word, so in quotation marks if it contains blanks.
         named = [f"/D={self.machine.path(folder)}"] if folder else []
-        self.machine.run(SETUP, "/S", *words, *named)
+        self.machine.run(setup, "/S", *words, *named)
+
+    def expect_version(self, package, folder, root="HKCU"):
+        version = version_of(package)
+        self.assertEqual(self.machine.registered("DisplayVersion", root), version)
+        self.assertIn(version, (folder / "readme.txt").read_text(encoding="utf-8-sig"))
 
     def uninstall(self, folder, *words):
         # The uninstaller continues as a copy of itself, which can delete the original.
@@ -74,7 +85,8 @@ class WindowsTest(unittest.TestCase):
 
     def test_user_installs_serves_updates_and_uninstalls(self):
         machine, programs, data = self.machine, self.machine.own_programs, self.machine.data
-        self.install("/CurrentUser")
+        self.install("/CurrentUser", setup=OLDER_SETUP)
+        self.expect_version(OLDER_SETUP, programs)
         self.assertTrue(machine.start_menu().exists())
         self.assertFalse(machine.start_menu(folder="StartUp").exists())
         self.assertEqual(machine.registered("DisplayName"), "Tarnwerk")
@@ -90,6 +102,7 @@ class WindowsTest(unittest.TestCase):
             self.assertEqual(process.wait(PATIENCE), 0)
             machine.wait_for(PORTS)
             machine.run(program, "STOP")
+        self.expect_version(SETUP, programs)
         self.assertTrue(machine.start_menu(folder="StartUp").exists())
         self.assertEqual(self.expect_service(program), b"<p>mine</p>")
 
@@ -101,7 +114,7 @@ class WindowsTest(unittest.TestCase):
 
     def test_users_have_separate_pages_after_an_installation_for_all(self):
         machine, programs = self.machine, self.machine.common_programs
-        self.install("/AllUsers")
+        self.install("/AllUsers", setup=OLDER_SETUP)
         self.assertTrue(machine.start_menu(common=True).exists())
         self.assertEqual(machine.registered("InstallLocation", "HKLM"), r"C:\Program Files\Tarnwerk")
         before = hashes(programs)
@@ -113,6 +126,7 @@ class WindowsTest(unittest.TestCase):
         (programs / "mine.txt").write_text("mine")
         (programs / "sample/wwwroot/mine.htm").write_text("mine")
         self.install("/AllUsers")
+        self.expect_version(SETUP, programs, "HKLM")
         self.uninstall(programs, "/AllUsers", "/RemoveData")
         wait_until(lambda: not machine.data.exists(), "the end of the data folder")
         self.assertEqual(sorted(hashes(programs)), ["mine.txt", "sample/wwwroot/mine.htm"])
@@ -172,15 +186,19 @@ class WindowsTest(unittest.TestCase):
         programs = self.chosen / "Tarnwerk"
         program = programs / "Tarnwerk.exe"
 
-        def install():
-            self.install(folder=self.chosen)
+        def install(setup=SETUP):
+            self.install(folder=self.chosen, setup=setup)
+            self.expect_version(setup, programs)
 
-        untouched(install)
+        untouched(install, OLDER_SETUP)
+        # An update, and the same version again.
         for _ in range(2):
             with machine.started(program, OWN_PORTS):
                 self.use_services()
             self.assertEqual(own.spoiled(), [])
             untouched(self.install)
+        untouched(self.uninstall, programs)
+        untouched(install, OLDER_SETUP)
         # An update under way changes what a stop changes, and nothing else.
         with machine.started(program, OWN_PORTS) as process:
             install()
@@ -204,12 +222,14 @@ class WindowsTest(unittest.TestCase):
         mailbox = self.machine.drive / "own 站点/mailroot/User/bob"
         self.assertGreater(len(list(mailbox.glob("*.eml"))), 1, list(mailbox.iterdir()))
 
-    def unpack(self):
-        subprocess.run(["unzip", "-q", "-o", ZIP, "-d", self.stick], check=True)
+    def unpack(self, package):
+        subprocess.run(["unzip", "-q", "-o", package, "-d", self.stick], check=True)
+        readme = (self.stick / "Tarnwerk/readme.txt").read_text(encoding="utf-8-sig")
+        self.assertIn(version_of(package), readme)
 
     def test_portable_program_keeps_everything_beside_itself_when_a_newer_one_is_unpacked(self):
         folder = self.stick / "Tarnwerk"
-        self.unpack()
+        self.unpack(OLDER_ZIP)
         self.expect_licences(folder)
         of_zip = {name.removeprefix("Tarnwerk/") for name in zipfile.ZipFile(ZIP).namelist()}
         self.expect_service(folder / "Tarnwerk.exe")
@@ -226,7 +246,8 @@ class WindowsTest(unittest.TestCase):
         (folder / "mailroot/User/ann").mkdir(parents=True)
         (folder / "mailroot/User/ann/Message_1.eml").write_text("Subject: mine")
         before = hashes(folder)
-        self.unpack()
+        self.unpack(ZIP)
+        before["readme.txt"] = hashes(folder)["readme.txt"]
         self.assertEqual(hashes(folder), before)
         self.assertEqual(self.expect_service(folder / "Tarnwerk.exe"), b"mine: wwwroot/index.htm")
         after = hashes(folder)

@@ -10,16 +10,15 @@ import shutil
 import subprocess
 import sys
 import tempfile
-import time
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PREFIX = ROOT / "build" / "packages-wine-prefix"
-PATIENCE = 90  # seconds, for every wait
 PORTS = {"web": 80, "ftp": 21, "smtp": 25, "pop3": 110}
 UNINSTALL = r"Software\Microsoft\Windows\CurrentVersion\Uninstall\Tarnwerk"
 
-sys.path.insert(0, str(ROOT / "tests" / "support"))
+sys.path[:0] = [str(ROOT / "packaging"), str(ROOT / "tests" / "support")]
 from program import accepts, fetch  # noqa: E402
+from waiting import PATIENCE, wait_until  # noqa: E402
 
 
 def enter_own_network():
@@ -30,14 +29,6 @@ def enter_own_network():
     os.environ["TARNWERK_OWN_NETWORK"] = "1"
     os.execvp("unshare", ["unshare", "--net", "xvfb-run", "-a", "-s", "-screen 0 1280x1024x24",
                           sys.executable, "-B", *sys.argv])
-
-
-def wait_until(condition, what):
-    end = time.monotonic() + PATIENCE
-    while not condition():
-        if time.monotonic() > end:
-            raise AssertionError(f"timed out waiting for {what}")
-        time.sleep(0.1)
 
 
 class WineMachine:
