@@ -88,6 +88,7 @@ std::optional<DirectoryEntry> SortedEntries::Next() {
   run.pop_back();
   if (run.empty()) {
     heap_.pop_back();
+    Run().swap(run);  // to free all of them at the end would take long
   } else {
     std::push_heap(heap_.begin(), heap_.end(), later);
   }
