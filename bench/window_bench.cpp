@@ -29,6 +29,7 @@ using Display = Tarnwerk::Display;
 
 constexpr std::size_t kBigBytes = 256U << 20;
 constexpr std::size_t kPacedBytes = 1U << 20;
+constexpr const char* kOptionsTitle = "Ftp服务器选项";
 constexpr int kRounds = 9;
 constexpr int kPacedRounds = 3;
 
@@ -37,40 +38,28 @@ void Fill(const Folder& folder) {
   folder.Write("wwwroot/paced.bin", std::string(kPacedBytes, 'y'));
 }
 
-// A program's window, used from the keyboard.
-class Window {
+// The windows of a program, used from the keyboard.
+class Windows {
  public:
-  explicit Window(const Tarnwerk& program)
-      : pid_(std::to_string(program.Process().Id())),
-        find_("xdotool search --sync --onlyvisible --all --pid " + pid_ + " --name '^Tarnwerk$' ") {
-  }
+  explicit Windows(const Tarnwerk& program)
+      : find_("xdotool search --sync --onlyvisible --all --pid " +
+              std::to_string(program.Process().Id()) + " --name ") {}
 
-  void Press(const std::string& keys) const {
-    Run(find_ + "windowfocus --sync key --clearmodifiers --delay 100 " + keys);
-    Draw();
+  void Press(const std::string& keys, const std::string& title = "Tarnwerk") const {
+    // To whatever has the focus: a dialog that a key closes is gone when that key is released.
+    Run(title, "windowfocus --sync && xdotool key --clearmodifiers --delay 100 " + keys);
   }
-  void Hide() const {
-    Run(find_ + "windowunmap --sync");
-    Draw();
-  }
-  void Show() const {
-    Run("xdotool search --all --pid " + pid_ + " --name '^Tarnwerk$' windowmap --sync");
-    Draw();
-  }
-  void AwaitDialog(const std::string& title) const {
-    Run("xdotool search --sync --onlyvisible --all --pid " + pid_ + " --name '^" + title + "$'");
-    Draw();
-  }
+  void Await(const std::string& title) const { Run(title, ""); }
+  void Hide() const { Run("Tarnwerk", "windowunmap --sync"); }
 
  private:
-  static void Draw() { std::this_thread::sleep_for(std::chrono::seconds(1)); }
-
-  static void Run(const std::string& command) {
-    bench::Expect(std::system(("timeout 20 " + command + " >/dev/null").c_str()) == 0,
+  void Run(const std::string& title, const std::string& command) const {
+    const std::string line = "timeout 20 " + find_ + "'^" + title + "$' " + command;
+    bench::Expect(std::system(("(" + line + ") >/dev/null").c_str()) == 0,
                   "the window cannot be used from the keyboard");
+    std::this_thread::sleep_for(std::chrono::seconds(1));  // until it is drawn
   }
 
-  std::string pid_;
   std::string find_;
 };
 
@@ -130,16 +119,16 @@ int main(int argumentCount, char** arguments) {
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   return bench::RunOrReport([&] {
     const Programs programs(arguments[1]);
-    const Window window(programs.live);
-    window.Press("ctrl+2 ctrl+Next");
+    const Windows windows(programs.live);
+    windows.Press("ctrl+2 ctrl+Next");
     Compare("1 MiB paced, live view shown", programs, kPacedRounds, FetchPaced);
-    window.Press("ctrl+3 ctrl+Next");
+    windows.Press("ctrl+3 ctrl+Next");
     Compare("RETR, live view shown", programs, kRounds, FetchFromFtp);
-    window.Hide();
-    Compare("RETR, window hidden", programs, kRounds, FetchFromFtp);
-    window.Show();
-    window.Press("alt+o");
-    window.AwaitDialog("Ftp服务器选项");
+    windows.Press("alt+o");
+    windows.Await(kOptionsTitle);
     Compare("RETR, dialog open", programs, kRounds, FetchFromFtp);
+    windows.Press("Escape", kOptionsTitle);
+    windows.Hide();
+    Compare("RETR, window hidden", programs, kRounds, FetchFromFtp);
   });
 }
