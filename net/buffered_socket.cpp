@@ -25,8 +25,9 @@ constexpr std::size_t kHandedOverBytes = std::size_t{48} * 1024;
 // A file that is no larger, or the end of one, is copied into the outbox if need be.
 constexpr std::uint64_t kShortBytes = std::uint64_t{16} * 1024;
 
-// At a time, where the system does not send files itself; a slow peer keeps that much waiting.
-constexpr std::size_t kOutboxBytes = std::size_t{64} * 1024;
+// At a time, where the system does not send files itself; a slow peer keeps that much waiting. In
+// smaller pieces the way round the window's events takes longer than to send them.
+constexpr std::size_t kOutboxBytes = kPieceBytes;
 
 // One for all sockets: nothing runs between a read and the use of what was read.
 using Buffer = std::array<char, kPieceBytes>;
