@@ -180,8 +180,12 @@ class WindowsProgramTest(ProgramTest):
     def test_its_options_write_the_right_entries_and_refuse_a_wrong_one(self):
         self.start_with_window()
         # By its letter, while the side bar has the focus.
-        xdotool("mousemove", *self.ask("place", MAIN, "Web 服务"), "click", "1", "key", "alt+o")
-        self.do("fill", WEB_OPTIONS, "TCP端口(P)：", "8123")
+        xdotool("mousemove", *self.ask("place", MAIN, "Web 服务"), "click", "1")
+        main = xdotool("getactivewindow")
+        xdotool("key", "alt+o")
+        wait_until(lambda: xdotool("getactivewindow") not in (main, []), "the options")
+        # By the letter of its label, while another field has the focus.
+        xdotool("key", "alt+p", "type", "8123")
         self.do("fill", WEB_OPTIONS, "本地域名(D)：", "站点.example")
         self.do("press", WEB_OPTIONS, "确定")
         self.wait_for_end_of(WEB_OPTIONS)

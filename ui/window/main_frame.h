@@ -1,8 +1,8 @@
 #pragma once
 
 // A top-level window with a fixed window class, on systems that have one: other programs find a
-// running Tarnwerk by the class and the caption of its main window. The mnemonics of buttons work
-// wherever the focus is in the window.
+// running Tarnwerk by the class and the caption of its main window. Mnemonics work wherever the
+// focus is in a window, as long as it exists.
 
 #include <wx/frame.h>
 
