@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <asio/error.hpp>
+
 #include "files/logs.h"
+#include "platform/system_message.h"
 
 namespace {
 
@@ -35,6 +38,12 @@ TEST(ProblemText, ShowsForeignLinesHarmlesslyAndShortly) {
   const core::Problem problem = core::Explain(begin + "\x1b[2J \u202e" + std::string(5 << 20, '$'));
   EXPECT_EQ(problem.line.substr(0, begin.size() + 8), begin + "?[2J ?$$");
   EXPECT_LT(problem.line.size() + problem.explanation.size(), 7000U);
+}
+
+TEST(ProblemText, UnderstandsWhatThisSystemSaysOfATakenPort) {
+  const std::error_code error = asio::error::make_error_code(asio::error::address_in_use);
+  const std::string explanation = core::Explain(platform::SystemMessage(error)).explanation;
+  EXPECT_NE(explanation.find("端口已被另一个程序占用"), std::string::npos) << explanation;
 }
 
 }  // namespace
