@@ -257,6 +257,7 @@ void frmMailMessage::OnSave() {
 }
 
 void frmMailMessage::Copy(const MimePart& part, const std::string& path, bool opens) {
+  lstAttachments->SetFocus();  // or the disabled button would hand it on to 删除邮件
   copy_ = std::make_unique<ModMail::PartCopy>(message_->File(), part, path);
   opensCopy_ = opens;
   ShowNote(opens ? "正在打开……" : "正在保存……");
