@@ -172,7 +172,13 @@ class Home:
 
     def wait_for_services(self):
         for name, port in self.ports.items():
-            wait_until(lambda port=port: accepts(port), f"the port of {name}")
+            try:
+                wait_until(lambda port=port: accepts(port), f"the port of {name}")
+            except AssertionError as failure:
+                log = self.path / "RunErr.Log"
+                errors = log.read_bytes() if log.exists() else b""
+                ended = [process.poll() for process in self.processes]
+                raise AssertionError(f"{failure}; ended: {ended}, errors: {errors}") from None
 
     def get(self, resource):
         return fetch(self.ports["web"], f"GET {resource} HTTP/1.0\r\n\r\n".encode())
