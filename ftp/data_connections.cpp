@@ -99,7 +99,8 @@ int DataConnections::ListenOnPassivePort(int listener) {
     std::swap(lowBytes[drawn], lowBytes[rest(random_)]);
     const int port = kPassivePortBase + lowBytes[drawn];
     std::error_code error;
-    PassiveListener(listener).Listen(static_cast<std::uint16_t>(port), error);
+    PassiveListener(listener).Listen(static_cast<std::uint16_t>(port),
+                                     platform::ReceiveWindow::kAutoTuned, error);
     if (!error) return lowBytes[drawn];
   }
   return lowBytes.back();

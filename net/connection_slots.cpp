@@ -35,7 +35,8 @@ void ConnectionSlots::Listen(std::int16_t port, std::error_code& error) {
     error = std::make_error_code(std::errc::too_many_files_open);
     return;
   }
-  listener_.Listen(static_cast<std::uint16_t>(port), error);
+  // One arrival is read as a whole, and the others wait meanwhile.
+  listener_.Listen(static_cast<std::uint16_t>(port), platform::ReceiveWindow::kFixed, error);
 }
 
 void ConnectionSlots::CreateSlots() {

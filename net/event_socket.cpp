@@ -5,7 +5,6 @@
 #include <utility>
 #include <vector>
 
-#include "platform/acceptor.h"
 #include "platform/socket_errors.h"
 #include "platform/socket_options.h"
 
@@ -43,8 +42,8 @@ class EventSocket::Listener : public std::enable_shared_from_this<EventSocket::L
   Listener(EventLoop& loop, OnRequest onRequest)
       : loop_(loop), acceptor_(loop.Executor()), retry_(loop), onRequest_(std::move(onRequest)) {}
 
-  void Open(std::uint16_t port, asio::error_code& error) {
-    acceptor_.Open(port, error);
+  void Open(std::uint16_t port, platform::ReceiveWindow window, asio::error_code& error) {
+    acceptor_.Open(port, window, error);
     if (!error) AcceptNext();
   }
 
@@ -133,12 +132,13 @@ EventSocket::EventSocket(SocketContext& context, SocketEvents& events, int index
 
 EventSocket::~EventSocket() { Close(); }
 
-void EventSocket::Listen(std::uint16_t port, std::error_code& error) {
+void EventSocket::Listen(std::uint16_t port, platform::ReceiveWindow window,
+                         std::error_code& error) {
   Close();
   listener_ = std::make_shared<Listener>(context_.loop, [this](ConnectionRequest& request) {
     events_.OnConnectionRequest(index_, request);
   });
-  listener_->Open(port, error);
+  listener_->Open(port, window, error);
   if (error) Close();
 }
 

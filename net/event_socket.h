@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "net/connection.h"
+#include "platform/acceptor.h"
 
 namespace net {
 
@@ -50,7 +51,7 @@ class EventSocket final : private Connection::Owner {
   EventSocket& operator=(const EventSocket&) = delete;
 
   /// Listens on `port` (0: one that the system chooses) of all local IPv4 addresses.
-  void Listen(std::uint16_t port, std::error_code& error);
+  void Listen(std::uint16_t port, platform::ReceiveWindow window, std::error_code& error);
 
   /// Carries the requested connection. The one carried before must have been closed. Nothing is
   /// read until StartReading is called on the connection.

@@ -2,15 +2,24 @@
 #include "platform/acceptor.h"
 
 namespace platform {
+namespace {
 
-void Acceptor::Open(std::uint16_t port, asio::error_code& error) {
+constexpr int kFixedWindow = 512 << 10;
+
+}  // namespace
+
+void Acceptor::Open(std::uint16_t port, ReceiveWindow window, asio::error_code& error) {
   using asio::ip::tcp;
   acceptor_.open(tcp::v4(), error);
   if (error) return;
   const auto native = static_cast<NativeSocket>(acceptor_.native_handle());
   ClaimAddress(native);
   PrepareForTraffic(native);
-  acceptor_.bind({tcp::v4(), port}, error);
+  if (window == ReceiveWindow::kFixed) {
+    // Connections inherit it. The system may set less.
+    acceptor_.set_option(asio::socket_base::receive_buffer_size(kFixedWindow), error);
+  }
+  if (!error) acceptor_.bind({tcp::v4(), port}, error);
   if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
   if (!error) acceptor_.non_blocking(true, error);
 }

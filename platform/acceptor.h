@@ -11,6 +11,10 @@
 
 namespace platform {
 
+/// How much a client may send ahead of what is read. kAutoTuned: the system widens the window for a
+/// fast client, to many MiB. kFixed: half a MiB, which can be handled within a few milliseconds.
+enum class ReceiveWindow { kAutoTuned, kFixed };
+
 class Acceptor {
  public:
   /// Gets the connections that could be accepted without waiting, or none and an error.
@@ -19,7 +23,7 @@ class Acceptor {
   explicit Acceptor(const asio::any_io_executor& executor) : acceptor_(executor) {}
 
   /// Listens on `port` of all local IPv4 addresses. With port 0 the system chooses a free one.
-  void Open(std::uint16_t port, asio::error_code& error);
+  void Open(std::uint16_t port, ReceiveWindow window, asio::error_code& error);
   void Close();
 
   /// The port listened on; 0 if not listening.

@@ -19,9 +19,9 @@ TEST(StartDiagnosis, NamesTheProgramThatHasThePort) {
   platform::Acceptor first(context.get_executor());
   platform::Acceptor second(context.get_executor());
   asio::error_code error;
-  first.Open(0, error);
+  first.Open(0, platform::ReceiveWindow::kFixed, error);
   ASSERT_FALSE(error);
-  second.Open(first.Port(), error);
+  second.Open(first.Port(), platform::ReceiveWindow::kFixed, error);
   EXPECT_THAT(core::Explain(ServiceKind::kFtp, {error, 80}, {}, {}).text, HasSubstr("另一个程序"));
   const auto owner = platform::WhoListensOn(first.Port());
 #ifdef _WIN32
