@@ -167,7 +167,7 @@ std::error_code ClientFiles::RemoveFile(std::string_view path) const {
   if (fs::is_directory(fs::symlink_status(place.Path(), error))) {
     return std::make_error_code(std::errc::is_a_directory);
   }
-  return fs::remove(place.Path(), error) || error ? error : Missing();
+  return platform::RemoveEntry(place.Path(), error) || error ? error : Missing();
 }
 
 std::error_code ClientFiles::RemoveFolder(std::string_view path) const {

@@ -25,7 +25,7 @@ FileCopy::~FileCopy() {
   if (growing_.empty()) return;
   to_.Close();
   std::error_code ignored;
-  fs::remove(growing_, ignored);
+  platform::RemoveEntry(growing_, ignored);
 }
 
 // Names that begin with a dot are hidden on Linux; on Windows the attribute hides it.
@@ -58,7 +58,7 @@ void FileCopy::Finish(bool replace, Failure& failure) {
   to_.Close();
   TakeOverLooks();
   if (replace) {
-    fs::rename(growing_, place_, failure.error);
+    platform::ReplaceEntry(growing_, place_, failure.error);
   } else {
     platform::MoveEntry(growing_, place_, failure.error);
   }

@@ -141,7 +141,7 @@ std::error_code RemoveFile(std::string_view path) {
   const fs::path native = ExistingPath(path);
   std::error_code error;
   if (fs::is_directory(native, error)) return std::make_error_code(std::errc::is_a_directory);
-  if (!fs::remove(native, error) && !error) {
+  if (!platform::RemoveEntry(native, error) && !error) {
     error = std::make_error_code(std::errc::no_such_file_or_directory);
   }
   return error;

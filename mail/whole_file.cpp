@@ -1,5 +1,6 @@
 #include "mail/whole_file.h"
 
+#include "platform/entry.h"
 #include "platform/native_path.h"
 
 namespace ModMail {
@@ -12,7 +13,7 @@ WholeFile::WholeFile(std::string_view path, std::string_view unfinishedName)
       unfinished_(target_.parent_path() / fs::path(unfinishedName)) {
   // A killed program may have left one, and a link must not be followed.
   std::error_code ignored;
-  fs::remove(unfinished_, ignored);
+  platform::RemoveEntry(unfinished_, ignored);
   file_ = File::Open(unfinished_, File::Mode::kReplace, error_);
 }
 
@@ -20,19 +21,25 @@ WholeFile::~WholeFile() {
   if (!file_.IsOpen()) return;
   file_.Close();
   std::error_code ignored;
-  fs::remove(unfinished_, ignored);
+  platform::RemoveEntry(unfinished_, ignored);
 }
 
+// A file system brings a file to the disk before it replaces another by it, and everybody waits.
 void WholeFile::Write(std::string_view bytes) {
+  constexpr std::size_t kMostHeld = 4U << 20;
   if (!error_) file_.Write(bytes, error_);
+  held_ += bytes.size();
+  if (held_ < kMostHeld) return;
+  file_.BeginFlush();
+  held_ = 0;
 }
 
 bool WholeFile::PutInPlace() {
   if (error_) return false;
   file_.Close();
-  fs::rename(unfinished_, target_, error_);
+  platform::ReplaceEntry(unfinished_, target_, error_);
   std::error_code ignored;
-  if (error_) fs::remove(unfinished_, ignored);
+  if (error_) platform::RemoveEntry(unfinished_, ignored);
   return !error_;
 }
 

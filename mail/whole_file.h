@@ -37,6 +37,7 @@ class WholeFile {
   std::filesystem::path unfinished_;
   std::error_code error_;
   platform::File file_;
+  std::size_t held_ = 0;  // bytes that the system may still have in memory alone
 };
 
 /// Text appended to a file. Without Keep, the file gets its former length back.

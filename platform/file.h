@@ -29,10 +29,12 @@ class File {
   File(File&& other) noexcept
       : handle_(std::exchange(other.handle_, kNone)),
         sizeWhenOpened_(other.sizeWhenOpened_),
+        bytesWritten_(other.bytesWritten_),
         writtenWhenOpened_(other.writtenWhenOpened_) {}
   File& operator=(File&& other) noexcept {
     std::swap(handle_, other.handle_);
     std::swap(sizeWhenOpened_, other.sizeWhenOpened_);
+    std::swap(bytesWritten_, other.bytesWritten_);
     std::swap(writtenWhenOpened_, other.writtenWhenOpened_);
     return *this;
   }
@@ -69,6 +71,10 @@ class File {
   /// Writes all of `bytes` or fails.
   void Write(std::string_view bytes, std::error_code& error);
 
+  /// Has the system begin to bring the written data to the disk, so that there is less to wait for
+  /// when a rename or a flush wants all of it there. Does nothing on Windows.
+  void BeginFlush();
+
   /// Returns once the written data would survive a power failure.
   void Flush(std::error_code& error);
 
@@ -92,6 +98,7 @@ class File {
 
   Handle handle_ = kNone;
   std::uint64_t sizeWhenOpened_ = 0;
+  std::uint64_t bytesWritten_ = 0;
   std::chrono::system_clock::time_point writtenWhenOpened_ = {};
 };
 

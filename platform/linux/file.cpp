@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/linux/descriptor.h"
+#include "platform/linux/large_file.h"
 #include "platform/linux/readable_size.h"
 
 namespace platform {
@@ -74,6 +75,12 @@ int OpenWithoutWaiting(const char* path, File::Mode mode) {
   return open(path, flags, permissions);
 }
 
+// It has been removed: its space is freed with the last descriptor.
+bool HasNoName(const Descriptor& file) {
+  struct stat facts = {};
+  return fstat(file.Get(), &facts) == 0 && facts.st_nlink == 0;
+}
+
 // An error unless it is a regular file: pipes, devices and folders are refused.
 std::error_code WhyNoFile(mode_t mode) {
   if (S_ISREG(mode)) return {};
@@ -101,8 +108,11 @@ File File::Open(const NativeString& path, Mode mode, std::error_code& error) {
 
 void File::Close() {
   if (!IsOpen()) return;
-  close(static_cast<int>(handle_));
-  handle_ = kNone;
+  Descriptor file(static_cast<int>(std::exchange(handle_, kNone)));
+  if (sizeWhenOpened_ + bytesWritten_ >= kLargeFile && HasNoName(file)) {
+    CloseBeside(std::move(file));
+  }
+  file = {};
   Spare().TakeBack();
 }
 
@@ -163,8 +173,11 @@ void File::Write(std::string_view bytes, std::error_code& error) {
       return;
     }
     bytes.remove_prefix(static_cast<std::size_t>(count));
+    bytesWritten_ += static_cast<std::size_t>(count);
   }
 }
+
+void File::BeginFlush() { sync_file_range(static_cast<int>(handle_), 0, 0, SYNC_FILE_RANGE_WRITE); }
 
 void File::Flush(std::error_code& error) {
   error.clear();

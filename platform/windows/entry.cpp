@@ -17,6 +17,15 @@ void MoveEntry(const std::filesystem::path& from, const std::filesystem::path& t
   Report(MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_COPY_ALLOWED), error);
 }
 
+bool RemoveEntry(const std::filesystem::path& path, std::error_code& error) {
+  return std::filesystem::remove(path, error);
+}
+
+void ReplaceEntry(const std::filesystem::path& from, const std::filesystem::path& to,
+                  std::error_code& error) {
+  std::filesystem::rename(from, to, error);
+}
+
 void SetHidden(const std::filesystem::path& path, bool hidden) {
   const DWORD attributes = GetFileAttributesW(path.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) return;

@@ -151,6 +151,8 @@ void File::Write(std::string_view bytes, std::error_code& error) {
   }
 }
 
+void File::BeginFlush() {}
+
 void File::Flush(std::error_code& error) {
   error.clear();
   if (FlushFileBuffers(Pointer(handle_)) == 0) error = LastError();

@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "tests/ftp/ftp_fixture.h"
+#include "tests/support/open_files.h"
 
 namespace test {
 namespace {
@@ -16,14 +17,7 @@ class FtpFaultsTest : public FtpServerTest {
  protected:
   // Waits until this process has no file of the program directory open.
   bool ClosesAllFiles() {
-    const auto isOurs = [this](const fs::directory_entry& entry) {
-      std::error_code error;
-      return fs::read_symlink(entry, error).string().starts_with(Home().Native().string());
-    };
-    return Eventually([&] {
-      std::error_code error;
-      return std::none_of(fs::directory_iterator("/proc/self/fd", error), {}, isOurs);
-    });
+    return Eventually([this] { return !HasOpenFileIn(Home().Native()); });
   }
 };
 
