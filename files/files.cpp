@@ -118,17 +118,6 @@ std::error_code FlushFolder(std::string_view path) {
   });
 }
 
-std::error_code FlushFile(std::string_view path) {
-  std::error_code error;
-  const fs::path native = ExistingPath(path);
-  if (!fs::exists(native, error)) return std::make_error_code(std::errc::no_such_file_or_directory);
-  // Windows flushes only files that are open for writing.
-  File file = File::Open(native, File::Mode::kUpdate, error);
-  if (file.IsOpen()) file.Flush(error);
-  if (!error) File::FlushFolder(native.parent_path(), error);
-  return error;
-}
-
 std::error_code ReplaceContent(std::string_view path, std::string_view bytes) {
   const fs::path target = Resolved(ExistingPath(path));
   if (target.empty()) return std::make_error_code(std::errc::no_such_file_or_directory);

@@ -52,9 +52,6 @@ std::error_code WriteFile(std::string_view path, std::string_view bytes);
 /// The size of a file. An error if it cannot be opened for reading.
 std::uint64_t ReadableSize(std::string_view path, std::error_code& error);
 
-/// Returns once the content and the name of an existing file would survive a power failure.
-std::error_code FlushFile(std::string_view path);
-
 /// Returns once the names in a folder would survive a power failure, see platform::File.
 std::error_code FlushFolder(std::string_view path);
 

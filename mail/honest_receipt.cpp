@@ -85,7 +85,8 @@ HonestReceipt::Progress HonestReceipt::Take(std::string_view arrival) {
 void HonestReceipt::Store(std::string_view bytes, bool isLast) {
   const MessageInProgress& message = store_.State().message;
   if (!message.refusal.empty()) return;
-  const bool isStored = store_.AppendToMailboxes(message.number, bytes, isLast) &&
+  const bool isStored = !store_.HasLostSome(message.number) &&
+                        store_.AppendToMailboxes(message.number, bytes, isLast) &&
                         (!isLast || store_.FlushMailboxes());
   if (!isStored) Refuse(smtp::kNotStored);
 }

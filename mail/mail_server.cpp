@@ -55,6 +55,7 @@ MailServer::MailServer(core::ServiceEnvironment environment)
           environment_.program.Holders(),
           [this](settings::Change& change) { settings::WriteHeld(change, options_.Describe()); }),
       store_(environment_.program, options_),
+      flushing_(environment_, store_.Unflushed()),
       smtpSessions_([this](MailSessionState& state) {
         store_.Serve(&state);
         smtpInterpreter_.Abandon();
@@ -128,23 +129,29 @@ bool MailServer::CloseMailSockets() {
   MailSvrSmtpSock_.Close();
   MailSvrPop3Sock_.Close();
   smtpSessions_.EndAll();
+  flushing_.Stop();
   unpacking_.Stop();
   draining_.DropAll();
   return !MailSvrSmtpSock_.IsListening() && !MailSvrPop3Sock_.IsListening();
 }
 
 Task<> MailServer::OnSmtpDataArrival(int slot, Client client) {
-  std::string rest = client->GetData();
+  SmtpOutcome outcome;
+  outcome.rest = client->GetData();
   do {
-    rest = AnswerSmtp(slot, client, std::move(rest));
-  } while (!rest.empty());
+    outcome = AnswerSmtp(slot, client, std::move(outcome.rest));
+  } while (!outcome.rest.empty());
+  if (outcome.chunk) {
+    Task<> stored = AwaitDisk(client);
+    co_await stored;
+  }
   Task<> taken = AwaitReader(client);
   co_await taken;
 }
 
-// Returns what is still to be answered. Usually all sessions share one state. A fault of the
+// Usually all sessions share one state. A fault of the
 // interpreter is logged like that of any handler, and the client gets no reply.
-std::string MailServer::AnswerSmtp(int slot, const Client& client, std::string arrival) {
+SmtpOutcome MailServer::AnswerSmtp(int slot, const Client& client, std::string arrival) {
   const bool isApart = environment_.protection.SeparatesSessions();
   store_.Serve(isApart ? &smtpSessions_.Of(slot, client) : nullptr);
   const bool isMessage = smtpInterpreter_.IsChunk(arrival);
@@ -155,7 +162,7 @@ std::string MailServer::AnswerSmtp(int slot, const Client& client, std::string a
   if (outcome.quit) LogQuit(client, kReceivedMail);
   if (outcome.reply) client->SendData(ReplyLine(*outcome.reply));
   if (!outcome.messages.empty()) unpacking_.Add(outcome.messages);
-  return std::move(outcome.rest);
+  return outcome;
 }
 
 Task<> MailServer::OnPop3DataArrival(int slot, Client client) {
@@ -212,6 +219,15 @@ void MailServer::ShowRetrieval(net::Connection& client, const Pop3Outcome& outco
   if (outcome.message) return;
   const bool isMissing = !outcome.rest.empty();
   client.Finish(isMissing ? net::ActivityEnd::kNotFound : net::ActivityEnd::kFailed);
+}
+
+// Reads nothing from the sender of a large message until the disk has its beginning.
+Task<> MailServer::AwaitDisk(Client client) {
+  if (!flushing_.Begin()) co_return;
+  client->HoldReading(true);
+  Task<> flushed = flushing_.AwaitDisk();
+  co_await flushed;
+  client->HoldReading(false);
 }
 
 // Reads nothing from a client that does not read its replies, so at most one reply waits.

@@ -12,6 +12,7 @@
 
 #include "core/service.h"
 #include "core/service_environment.h"
+#include "mail/flush_queue.h"
 #include "mail/mail_options.h"
 #include "mail/mail_sessions.h"
 #include "mail/mailbox_store.h"
@@ -95,10 +96,11 @@ class MailServer : public core::Service {
   bool ListenOnBothPorts();
   net::Task<> OnSmtpDataArrival(int slot, Client client);
   net::Task<> OnPop3DataArrival(int slot, Client client);
-  std::string AnswerSmtp(int slot, const Client& client, std::string arrival);
+  SmtpOutcome AnswerSmtp(int slot, const Client& client, std::string arrival);
   Pop3Outcome AnswerOf(net::Connection& client, Pop3Session& session);
   net::Task<Pop3Outcome> TrySignIn(Client client, Pop3Session& session, std::string password);
   static void ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome);
+  net::Task<> AwaitDisk(Client client);
   net::Task<> AwaitReader(Client client);
   void LogQuit(const Client& client, std::string_view event) const;
 
@@ -113,6 +115,7 @@ class MailServer : public core::Service {
   MailOptions options_;
   settings::SettingsHolders::Holder heldOptions_;
   MailboxStore store_;
+  FlushQueue flushing_;
   MailSessions smtpSessions_;
   SmtpInterpreter smtpInterpreter_;
   Pop3Sessions pop3Sessions_;

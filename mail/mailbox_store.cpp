@@ -22,10 +22,6 @@ using platform::File;
 constexpr std::string_view kMessagePattern = "*.eml";
 constexpr std::string_view kLineEnd = "\r\n";
 
-// The most that one flush has to write, since everything else waits for it.
-constexpr std::size_t kMostUnflushedBytes = 8U << 20;
-constexpr std::size_t kMostUnflushedFiles = 16;
-
 // Empty if either position was not found.
 std::string_view Span(std::string_view text, std::size_t begin, std::size_t end) {
   if (begin == std::string_view::npos || end == std::string_view::npos || end < begin) return {};
@@ -243,35 +239,15 @@ bool MailboxStore::AppendToMailboxes(int number, std::string_view chunk, bool is
     const std::string path = directory + MessageFileName(number);
     std::error_code error = Append(path, chunk, isLast);
     if (!error && isLast) error = files::FlushFolder(directory);
+    if (error) program_.errors.LogError(path + ": " + platform::SystemMessage(error));
     if (isLast && !error) {
-      unflushed_.erase(path);
+      unflushed_.Forget(path);
     } else {
-      unflushed_.insert(path);
+      unflushed_.Add(path, chunk.size());
     }
-    if (error) {
-      program_.errors.LogError(path + ": " + platform::SystemMessage(error));
-      return false;
-    }
-    unflushedBytes_ += chunk.size();
-    if (unflushedBytes_ > kMostUnflushedBytes || unflushed_.size() > kMostUnflushedFiles) {
-      FlushMailboxes();
-    }
+    if (error) return false;
   }
   return true;
-}
-
-bool MailboxStore::FlushMailboxes() {
-  bool isFlushed = true;
-  for (const std::string& path : unflushed_) {
-    const std::error_code error = files::FlushFile(path);
-    // A message that was deleted meanwhile needs no flush.
-    if (!error || IsMissing(error)) continue;
-    program_.errors.LogError(path + ": " + platform::SystemMessage(error));
-    isFlushed = false;
-  }
-  unflushed_.clear();
-  unflushedBytes_ = 0;
-  return isFlushed;
 }
 
 std::string MailboxStore::PathIn(const std::string& recipient, int number) const {
@@ -282,11 +258,18 @@ bool MailboxStore::HasMessage(const std::string& recipient, int number) const {
   return ModCommon::FileExists(PathIn(recipient, number));
 }
 
+bool MailboxStore::HasLostSome(int number) {
+  const auto& recipients = state_->MailRecipients;
+  return std::any_of(recipients.begin(), recipients.end(), [&](const std::string& recipient) {
+    return !recipient.empty() && unflushed_.WasLost(PathIn(recipient, number));
+  });
+}
+
 void MailboxStore::RemoveFromMailboxes(int number) {
   for (const std::string& recipient : state_->MailRecipients) {
     if (recipient.empty()) break;
     const std::string path = PathIn(recipient, number);
-    unflushed_.erase(path);
+    unflushed_.Forget(path);
     files::RemoveFile(path);
   }
 }

@@ -15,7 +15,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -24,6 +23,7 @@
 #include "mail/mail_options.h"
 #include "mail/mail_session.h"
 #include "mail/received_message.h"
+#include "mail/unflushed_messages.h"
 #include "platform/file.h"
 #include "settings/program.h"
 
@@ -44,7 +44,7 @@ struct StoredMessage {
 class MailboxStore {
  public:
   MailboxStore(const settings::Program& program, const MailOptions& options)
-      : program_(program), options_(options) {}
+      : program_(program), options_(options), unflushed_(program) {}
 
   /// That of the session served now.
   MailSessionState& State() { return *state_; }
@@ -82,15 +82,21 @@ class MailboxStore {
 
   /// Appends `chunk` to Message_<number>.eml of every recipient, which is created if it is missing.
   /// From 50 on nothing is written, which is no failure. Stops with false at the first file that
-  /// cannot be written, and logs the error; later recipients do not get the chunk. The files of the
-  /// last chunk are flushed to the disk. Since a flush blocks everything else, all files are
-  /// flushed as well whenever many bytes or files are unflushed.
+  /// cannot be written, and logs the error; later recipients do not get the chunk. The
+  /// files of the last chunk are flushed to the disk.
   bool AppendToMailboxes(int number, std::string_view chunk, bool isLast);
 
   /// Flushes the files that earlier chunks were appended to, under another number or for recipients
   /// that have since been removed. Afterwards everything appended survives a power cut.
   /// False if a file could not be flushed.
-  bool FlushMailboxes();
+  bool FlushMailboxes() { return unflushed_.Flush(); }
+
+  /// Whether an earlier flush has failed with a recipient's message of this number, since this was
+  /// last asked.
+  bool HasLostSome(int number);
+
+  /// To be flushed whenever it has become much.
+  UnflushedMessages& Unflushed() { return unflushed_; }
 
   /// Whether a recipient's mailbox has a message of this number.
   bool HasMessage(const std::string& recipient, int number) const;
@@ -118,8 +124,7 @@ class MailboxStore {
   const MailOptions& options_;
   MailSessionState shared_;
   MailSessionState* state_ = &shared_;
-  std::set<std::string> unflushed_;  // files appended to since their last flush
-  std::size_t unflushedBytes_ = 0;   // appended since the last flush of all files
+  UnflushedMessages unflushed_;
 };
 
 /// The name of a message's file.

@@ -8,7 +8,7 @@
 
 namespace ModMail {
 
-// The attempt of one client. The calculation has it as well, since it may outlive the client.
+// The attempt of one client. The thread has it as well, since it may outlive the client.
 struct PasswordQueue::Ticket {
   Ticket(std::string userName, std::string typed)
       : name(std::move(userName)), password(std::move(typed)) {}
@@ -16,7 +16,7 @@ struct PasswordQueue::Ticket {
   const std::string name;
   const std::string password;
   StoredPassword stored;
-  bool isRight = false;  // the calculation's until it is over
+  bool isRight = false;  // the thread's until it is done
   bool isDone = false;
   net::WaitList waiters;
 };
@@ -72,9 +72,9 @@ net::Task<> PasswordQueue::Work() {
 net::Task<> PasswordQueue::CheckOne(std::shared_ptr<Ticket> ticket) {
   try {
     ticket->stored = ReadStoredPassword(mailRoot_(), ticket->name);
-    net::Task<> calculating = calculator_.Run(
+    net::Task<> checking = thread_.Run(
         [ticket] { ticket->isRight = IsStoredPassword(ticket->stored, ticket->password); });
-    co_await calculating;
+    co_await checking;
   } catch (const net::HandlerEnded&) {
     throw;
   } catch (const std::exception& error) {

@@ -13,7 +13,7 @@
 #include "core/accounts.h"
 #include "core/service_environment.h"
 #include "net/background_worker.h"
-#include "net/calculator.h"
+#include "net/side_thread.h"
 
 namespace ModMail {
 
@@ -36,7 +36,7 @@ class PasswordQueue : public core::Accounts {
   const settings::Program& program_;
   std::function<std::string()> mailRoot_;
   std::deque<std::shared_ptr<Ticket>> waiting_;
-  net::Calculator calculator_;
+  net::SideThread thread_;
   net::BackgroundWorker worker_;
 };
 

@@ -44,6 +44,26 @@ TEST_F(MailServer, MakesNoMoreRepliesThanAClientReads) {
   EXPECT_TRUE(Eventually([&] { return TheServer().TotalTraffic().received > traffic.received; }));
 }
 
+// Both in the middle of a flush.
+TEST_F(MailServer, GoesOnWhenTheSenderOfALargeMessageLeavesAndWhenItIsStopped) {
+  for (const auto& end : std::vector<std::function<void(MailClient&)>>{
+           [](MailClient& sender) { sender.Reset(); },
+           [this](MailClient&) {
+             OnLoop([&] {
+               EXPECT_TRUE(TheServer().Stop() && TheServer().Start());
+               smtpPort_ = TheServer().SmtpPort();
+             });
+           }}) {
+    MailClient sender(smtpPort_);
+    for (const char* command : {"RCPT TO:<alice@", "RCPT TO:<bob@", "DATA"}) sender.Ask(command);
+    sender.Send(std::string(20U << 20, 'x'));
+    end(sender);
+    MailClient other(smtpPort_);
+    other.Ask("DATA");
+    EXPECT_EQ(other.Ask("text\r\n."), "250 OK,message saved");
+  }
+}
+
 TEST_F(MailServer, ShowsCommandsOnOneShortLineWithoutPasswords) {
   MailClient client(pop3Port_);
   for (const std::string& tail : {std::string("\x1B[2J\u2028x"), std::string(117, 'x') + "你好"}) {

@@ -6,8 +6,8 @@
 #include <stdexcept>
 
 #include "net/background_worker.h"
-#include "net/calculator.h"
 #include "net/plain_loop.h"
+#include "net/side_thread.h"
 
 namespace {
 
@@ -68,24 +68,24 @@ TEST_F(Loop, AWorkerRunsOneHandlerAtATimeAndCanBeStartedAgain) {
   EXPECT_FALSE(worker.IsWorking());
 }
 
-Task<> Calculate(net::Calculator& calculator, std::shared_future<void> isReady, const char* error) {
-  const auto calculation = [isReady, error] {
+Task<> WorkOn(net::SideThread& thread, std::shared_future<void> isReady, const char* error) {
+  const auto work = [isReady, error] {
     isReady.wait();
     throw std::runtime_error(error);
   };
-  Task<> running = calculator.Run(calculation);
+  Task<> running = thread.Run(work);
   co_await running;
 }
 
-TEST_F(Loop, ACalculationLetsTheLoopGoOnAndIsWaitedForEvenIfItsHandlerHasEnded) {
+TEST_F(Loop, WorkBesideLetsTheLoopGoOnAndIsWaitedForEvenIfItsHandlerHasEnded) {
   std::promise<void> ready;
   const std::shared_future<void> isReady = ready.get_future().share();
-  net::Calculator calculator;
+  net::SideThread thread;
   const auto left = std::make_shared<net::HandlerScope>(loop_.Events(), report_);
-  left->Start(Calculate(calculator, isReady, "left"));
+  left->Start(WorkOn(thread, isReady, "left"));
   left->End();
   std::make_shared<net::HandlerScope>(loop_.Events(), report_)
-      ->Start(Calculate(calculator, isReady, "last"));
+      ->Start(WorkOn(thread, isReady, "last"));
   net::Timer timer(loop_.Events());
   timer.Start(std::chrono::milliseconds(5), [&] { ready.set_value(); });
   loop_.Run();

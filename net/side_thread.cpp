@@ -1,4 +1,4 @@
-#include "net/calculator.h"
+#include "net/side_thread.h"
 
 #include <atomic>
 #include <exception>
@@ -7,9 +7,8 @@
 
 namespace net {
 
-struct Calculator::Work {
-  explicit Work(std::function<void()> calculation)
-      : calculation_(std::move(calculation)), thread_([this] { Calculate(); }) {}
+struct SideThread::Work {
+  explicit Work(std::function<void()> work) : work_(std::move(work)), thread_([this] { Do(); }) {}
   ~Work() { thread_.join(); }
   Work(const Work&) = delete;
   Work& operator=(const Work&) = delete;
@@ -22,9 +21,9 @@ struct Calculator::Work {
   }
 
  private:
-  void Calculate() noexcept {
+  void Do() noexcept {
     try {
-      calculation_();
+      work_();
     } catch (...) {
       failure_ = std::current_exception();
     }
@@ -32,25 +31,25 @@ struct Calculator::Work {
   }
 
   // The thread uses the other members, so it comes last.
-  std::function<void()> calculation_;
+  std::function<void()> work_;
   std::exception_ptr failure_;
   std::atomic<bool> isOver_ = false;
   std::thread thread_;
 };
 
-Calculator::~Calculator() = default;
+SideThread::~SideThread() = default;
 
-Task<> Calculator::Run(std::function<void()> calculation) {
+Task<> SideThread::Run(std::function<void()> work) {
   Task<> former = AwaitEnd();
   co_await former;
-  const auto work = std::make_shared<Work>(std::move(calculation));
-  work_ = work;
+  const auto current = std::make_shared<Work>(std::move(work));
+  work_ = current;
   Task<> end = AwaitEnd();
   co_await end;
-  work->RethrowFailure();
+  current->RethrowFailure();
 }
 
-Task<> Calculator::AwaitEnd() {
+Task<> SideThread::AwaitEnd() {
   while (work_ && !work_->IsOver()) {
     Pause pause(kLook);
     co_await pause;
