@@ -221,21 +221,23 @@ void MailServer::ShowRetrieval(net::Connection& client, const Pop3Outcome& outco
   client.Finish(isMissing ? net::ActivityEnd::kNotFound : net::ActivityEnd::kFailed);
 }
 
-// Reads nothing from the sender of a large message until the disk has its beginning.
+// The sender of a large message is not read until the disk has its beginning.
 Task<> MailServer::AwaitDisk(Client client) {
   if (!flushing_.Begin()) co_return;
-  client->HoldReading(true);
-  Task<> flushed = flushing_.AwaitDisk();
-  co_await flushed;
-  client->HoldReading(false);
+  Task<> pause = ReadNothingUntil(client, flushing_.AwaitDisk());
+  co_await pause;
 }
 
-// Reads nothing from a client that does not read its replies, so at most one reply waits.
+// A client that does not read its replies is not read either, so at most one reply waits.
 Task<> MailServer::AwaitReader(Client client) {
   if (!client->HasUnsentBytes()) co_return;
+  Task<> pause = ReadNothingUntil(client, client->Sent());
+  co_await pause;
+}
+
+Task<> MailServer::ReadNothingUntil(Client client, Task<> end) {
   client->HoldReading(true);
-  Task<> sent = client->Sent();
-  co_await sent;
+  co_await end;
   client->HoldReading(false);
 }
 

@@ -101,7 +101,8 @@ class MailServer : public core::Service {
   net::Task<Pop3Outcome> TrySignIn(Client client, Pop3Session& session, std::string password);
   static void ShowRetrieval(net::Connection& client, const Pop3Outcome& outcome);
   net::Task<> AwaitDisk(Client client);
-  net::Task<> AwaitReader(Client client);
+  static net::Task<> AwaitReader(Client client);
+  static net::Task<> ReadNothingUntil(Client client, net::Task<> end);
   void LogQuit(const Client& client, std::string_view event) const;
 
   core::ServiceEnvironment environment_;
