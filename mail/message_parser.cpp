@@ -1,5 +1,7 @@
 #include "mail/message_parser.h"
 
+#include <memory>
+#include <system_error>
 #include <utility>
 
 #include "files/files.h"
@@ -34,35 +36,51 @@ class PlainBytes {
   std::string_view End() const { return {}; }
 };
 
+// Without a thread, the file is not flushed.
+Task<> FlushBeside(WholeFile& file, net::SideThread& thread) {
+  const auto flush = std::make_shared<files::PendingFlush>(file.OpenFlush());
+  try {
+    Task<> flushing = thread.Run([flush] { flush->Flush(); });
+    co_await flushing;
+  } catch (const std::system_error&) {
+  }
+}
+
 // Makes the file even if the decoder yields nothing. Whether it was made.
 template <class Decoder>
-Task<bool> WriteDecoded(std::string path, StretchReader text, Decoder decoder) {
+Task<bool> WriteDecoded(std::string path, StretchReader text, Decoder decoder,
+                        net::SideThread& thread) {
   WholeFile file(path);
   std::error_code error;
   for (std::string_view piece = text.Next(error); file.IsGood() && !piece.empty();
        piece = text.Next(error)) {
     file.Write(decoder.Next(piece));
     co_await net::YieldToEvents();
+    if (!file.HasMuchToFlush()) continue;
+    Task<> flushing = FlushBeside(file, thread);
+    co_await flushing;
   }
   file.Write(decoder.End());
   co_return !error && file.PutInPlace();
 }
 
 // Whether the whole file was copied.
-Task<bool> Copy(std::string from, std::string to) {
+Task<bool> Copy(std::string from, std::string to, net::SideThread& thread) {
   std::error_code error;
   File source = files::OpenFile(from, File::Mode::kRead, error);
   if (!source.IsOpen()) co_return false;
   Task<bool> writing = WriteDecoded(
-      std::move(to), StretchReader(source, {0, source.SizeWhenOpened()}), PlainBytes());
+      std::move(to), StretchReader(source, {0, source.SizeWhenOpened()}), PlainBytes(), thread);
   const bool written = co_await writing;
   co_return written;
 }
 
 }  // namespace
 
-MessageParser::MessageParser(std::string messagePath, const std::string& mailRoot)
-    : messagePath_(std::move(messagePath)),
+MessageParser::MessageParser(std::string messagePath, const std::string& mailRoot,
+                             net::SideThread& flushing)
+    : flushing_(flushing),
+      messagePath_(std::move(messagePath)),
       folder_(messagePath_.substr(0, messagePath_.size() - kMessageExtension.size()) + "\\"),
       accessary_(ModCommon::AddSlash(mailRoot) + "Accessary\\"),
       traceFile_(MailUserFolder(mailRoot) + "email.msg") {}
@@ -109,12 +127,13 @@ Task<> MessageParser::WriteBody() {
 Task<bool> MessageParser::Write(std::string path, std::string encoding, Stretch text) {
   StretchReader reader(file_, text);
   if (EqualAscii(encoding, "base64")) {
-    return WriteDecoded(std::move(path), std::move(reader), Base64Decoder());
+    return WriteDecoded(std::move(path), std::move(reader), Base64Decoder(), flushing_);
   }
   if (IsQuotedPrintable(encoding)) {
-    return WriteDecoded(std::move(path), std::move(reader), modQPDedode::QuotedPrintableDecoder());
+    return WriteDecoded(std::move(path), std::move(reader), modQPDedode::QuotedPrintableDecoder(),
+                        flushing_);
   }
-  return WriteDecoded(std::move(path), std::move(reader), PlainBytes());
+  return WriteDecoded(std::move(path), std::move(reader), PlainBytes(), flushing_);
 }
 
 Task<> MessageParser::ExtractAttachment(Attachment attachment) {
@@ -122,7 +141,7 @@ Task<> MessageParser::ExtractAttachment(Attachment attachment) {
   Task<bool> extracting = Write(folder_ + name, attachment.encoding, attachment.text);
   const bool extracted = co_await extracting;
   if (!extracted) co_return;
-  Task<bool> copying = Copy(folder_ + name, accessary_ + name);
+  Task<bool> copying = Copy(folder_ + name, accessary_ + name, flushing_);
   co_await copying;
 }
 

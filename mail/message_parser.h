@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "mail/message_structure.h"
+#include "net/side_thread.h"
 #include "net/task.h"
 #include "platform/file.h"
 
@@ -22,8 +23,9 @@ class WholeAppendix;
 
 class MessageParser {
  public:
-  /// Both are path texts; `messagePath` ends in ".eml".
-  MessageParser(std::string messagePath, const std::string& mailRoot);
+  /// Both are path texts; `messagePath` ends in ".eml". Large files are flushed on `flushing`,
+  /// which must outlive the parser.
+  MessageParser(std::string messagePath, const std::string& mailRoot, net::SideThread& flushing);
 
   /// Does nothing if there is no such message. The parser must outlive the task.
   net::Task<> Unpack();
@@ -37,6 +39,7 @@ class MessageParser {
   net::Task<> AppendText(WholeAppendix& trace, std::string_view clearSubject);
   net::Task<> AppendStretch(WholeAppendix& trace, Stretch stretch);
 
+  net::SideThread& flushing_;
   std::string messagePath_;
   std::string folder_;
   std::string accessary_;

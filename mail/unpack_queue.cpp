@@ -67,7 +67,7 @@ net::Task<> UnpackQueue::Work() {
 net::Task<> UnpackQueue::Unpack(ReceivedMessage message) {
   waiting_.pop_front();
   try {
-    MessageParser parser(PathOf(message), message.mailRoot);
+    MessageParser parser(PathOf(message), message.mailRoot, flushing_);
     net::Task<> unpacking = parser.Unpack();
     co_await unpacking;
   } catch (const net::HandlerEnded&) {

@@ -16,6 +16,7 @@
 #include "core/service_environment.h"
 #include "mail/received_message.h"
 #include "net/background_worker.h"
+#include "net/side_thread.h"
 #include "settings/program.h"
 
 namespace ModMail {
@@ -45,6 +46,7 @@ class UnpackQueue {
 
   const settings::Program& program_;
   std::deque<ReceivedMessage> waiting_;
+  net::SideThread flushing_;
   net::BackgroundWorker worker_;
 };
 

@@ -24,14 +24,15 @@ WholeFile::~WholeFile() {
   platform::RemoveEntry(unfinished_, ignored);
 }
 
-// A file system brings a file to the disk before it replaces another by it, and everybody waits.
 void WholeFile::Write(std::string_view bytes) {
-  constexpr std::size_t kMostHeld = 4U << 20;
   if (!error_) file_.Write(bytes, error_);
-  held_ += bytes.size();
-  if (held_ < kMostHeld) return;
-  file_.BeginFlush();
-  held_ = 0;
+  unflushed_ += bytes.size();
+}
+
+files::PendingFlush WholeFile::OpenFlush() {
+  unflushed_ = 0;
+  std::error_code ignored;
+  return {platform::PathText(unfinished_), ignored};
 }
 
 bool WholeFile::PutInPlace() {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "files/pending_flush.h"
 #include "platform/file.h"
 
 namespace ModMail {
@@ -30,14 +31,23 @@ class WholeFile {
   /// Whether everything was written so far. After a failure nothing more is written.
   bool IsGood() const { return !error_; }
   void Write(std::string_view bytes);
+  /// If it replaces another file, the file system may bring all of it to the disk first.
   bool PutInPlace();
 
+  /// Whether so much has been written that PutInPlace could take long without a flush.
+  bool HasMuchToFlush() const { return !error_ && unflushed_ > kMuch; }
+
+  /// To be flushed on another thread. What has been written counts as flushed.
+  files::PendingFlush OpenFlush();
+
  private:
+  static constexpr std::size_t kMuch = 4U << 20;
+
   std::filesystem::path target_;
   std::filesystem::path unfinished_;
   std::error_code error_;
   platform::File file_;
-  std::size_t held_ = 0;  // bytes that the system may still have in memory alone
+  std::size_t unflushed_ = 0;  // bytes
 };
 
 /// Text appended to a file. Without Keep, the file gets its former length back.

@@ -71,10 +71,6 @@ class File {
   /// Writes all of `bytes` or fails.
   void Write(std::string_view bytes, std::error_code& error);
 
-  /// Has the system begin to bring the written data to the disk, so that there is less to wait for
-  /// when a rename or a flush wants all of it there. Does nothing on Windows.
-  void BeginFlush();
-
   /// Returns once the written data would survive a power failure.
   void Flush(std::error_code& error);
 

@@ -177,8 +177,6 @@ void File::Write(std::string_view bytes, std::error_code& error) {
   }
 }
 
-void File::BeginFlush() { sync_file_range(static_cast<int>(handle_), 0, 0, SYNC_FILE_RANGE_WRITE); }
-
 void File::Flush(std::error_code& error) {
   error.clear();
   if (fsync(static_cast<int>(handle_)) != 0) error = LastError();

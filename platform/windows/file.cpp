@@ -151,8 +151,6 @@ void File::Write(std::string_view bytes, std::error_code& error) {
   }
 }
 
-void File::BeginFlush() {}
-
 void File::Flush(std::error_code& error) {
   error.clear();
   if (FlushFileBuffers(Pointer(handle_)) == 0) error = LastError();
