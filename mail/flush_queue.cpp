@@ -25,6 +25,11 @@ net::Task<> FlushQueue::AwaitDisk() {
   }
 }
 
+void FlushQueue::Stop() {
+  worker_.Stop();
+  thread_.Finish();
+}
+
 // Without the means to do it beside the loop, it is done at once.
 net::Task<> FlushQueue::Work() {
   while (messages_.AreMany()) {

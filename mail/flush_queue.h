@@ -21,8 +21,9 @@ class FlushQueue {
   /// Returns once more may be appended.
   net::Task<> AwaitDisk();
 
-  /// What is unflushed stays so.
-  void Stop() { worker_.Stop(); }
+  /// What is unflushed stays so. Waits for the disk if a flush is under way: Windows keeps the name
+  /// of a removed message for as long as it is open.
+  void Stop();
 
  private:
   net::Task<> Work();

@@ -21,6 +21,7 @@ void UnpackQueue::Start() { Add(TakeUnpackList(program_)); }
 
 void UnpackQueue::Stop() {
   worker_.Stop();
+  flushing_.Finish();  // Windows keeps the name of the unfinished file until then
   // If nothing waits, an earlier list is left for the next start.
   if (!waiting_.empty() && SaveUnpackList(program_, waiting_)) waiting_.clear();
 }

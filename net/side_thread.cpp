@@ -37,7 +37,7 @@ struct SideThread::Work {
   std::thread thread_;
 };
 
-SideThread::~SideThread() = default;
+void SideThread::Finish() { work_.reset(); }
 
 Task<> SideThread::Run(std::function<void()> work) {
   Task<> former = AwaitEnd();

@@ -16,8 +16,7 @@ namespace net {
 class SideThread {
  public:
   SideThread() = default;
-  /// Waits for work whose handler has ended.
-  ~SideThread();
+  ~SideThread() { Finish(); }
   SideThread(const SideThread&) = delete;
   SideThread& operator=(const SideThread&) = delete;
 
@@ -25,6 +24,9 @@ class SideThread {
   /// thread. If the handler ends earlier, the work is done to its end, and the next one waits.
   /// `work` must own what it uses. For one handler at a time.
   Task<> Run(std::function<void()> work);
+
+  /// Waits for work whose handler has ended, and lets go of what it owns.
+  void Finish();
 
  private:
   struct Work;
